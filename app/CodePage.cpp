@@ -1,0 +1,1 @@
+#include "app/CodePage.h"

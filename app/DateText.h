@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+#include <string>
+
+/// Moments as text. Month names are English in every locale.
+namespace DateText {
+
+std::string Record(const platform::LocalTime& time);            ///< "hh:mm:ss dd.mmm.yyyy"
+std::string Header(const platform::LocalTime& time);            ///< "hh:mm:ss  dd.mmm.yyyy"
+std::string Clock(const platform::LocalTime& time);             ///< "h:mm:ss dd.mmm.yyyy"
+std::string Date(const platform::LocalTime& time);              ///< "dd.mmm.yyyy"
+std::string SingleCalibration(const platform::LocalTime& time); ///< "hh:mm dd.mmm.yyyy"
+std::string PrintedPage(const platform::LocalTime& time);       ///< "dd-mmm-yyyy"
+std::string General(const platform::LocalTime& time);           ///< "dd.mmm.yyyy h:mm:ss", link messages
+
+} // namespace DateText

@@ -1,0 +1,1 @@
+#include "app/NumberText.h"

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+inline constexpr int maxCalibrationPoints = 6;
+inline constexpr int maxTempSensorRows = 16;
+inline constexpr int electrodePositions = 8; ///< slots of the per-channel tables
+inline constexpr int tempSensorCount = 4;
+/// Positions of one reading cycle: electrode channels 0..7, temperature sensors one to four 8..11.
+inline constexpr int cyclePositions = electrodePositions + tempSensorCount;
+
+/// The last calibration of one electrode channel. Points stand in the order of their recording.
+struct CalibrationRecord {
+    std::string CalibrationDate;
+    std::int16_t PointCount = 0;                       ///< 0, or 2 to 6
+    float StdUnit = 0;                                 ///< 0 ppm, otherwise mol/l; unused for pH
+    std::array<float, maxCalibrationPoints> Standard{}; ///< pH, ppm or mol/l
+    std::array<float, maxCalibrationPoints> CaliData{}; ///< mV
+    /// Between points s and s+1, as displayed: mV per pH or mV per decade.
+    std::array<float, maxCalibrationPoints - 1> Slope{};
+
+    bool operator==(const CalibrationRecord&) const = default;
+};
+
+/// The table of one temperature sensor, ascending by reading.
+struct TempSensorCalibration {
+    std::int16_t PointCount = 0;
+    std::array<float, maxTempSensorRows> Temperature{}; ///< °C
+    std::array<float, maxTempSensorRows> Reading{};     ///< the instrument's units
+
+    bool operator==(const TempSensorCalibration&) const = default;
+};

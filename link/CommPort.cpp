@@ -1,0 +1,1 @@
+#include "link/CommPort.h"

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// Buttons, icon and default button of a message box; a box's style is the sum of one of each.
+namespace style {
+inline constexpr std::int16_t okOnly = 0;
+inline constexpr std::int16_t okCancel = 1;
+inline constexpr std::int16_t yesNo = 4;
+inline constexpr std::int16_t noIcon = 0;
+inline constexpr std::int16_t critical = 16;
+inline constexpr std::int16_t question = 32;
+inline constexpr std::int16_t exclamation = 48;
+inline constexpr std::int16_t information = 64;
+inline constexpr std::int16_t defaultButton1 = 0;
+inline constexpr std::int16_t defaultButton2 = 256;
+} // namespace style
+
+/// Codes of the buttons that a message box returns.
+namespace button {
+inline constexpr std::int16_t ok = 1;
+inline constexpr std::int16_t cancel = 2;
+inline constexpr std::int16_t yes = 6;
+inline constexpr std::int16_t no = 7;
+} // namespace button
+
+/// What the open and save dialogs are asked, and what the user chose.
+struct FileDialogRequest {
+    enum class Kind { open, save };
+    Kind kind = Kind::open;
+    std::string title;
+    std::string fileName;         ///< name or mask shown first
+    std::string defaultExtension; ///< without the point
+    std::string filter;           ///< pairs "text|mask" joined by "|"
+    std::filesystem::path initialFolder;
+};
+
+/// The boxes that stop the user until they are answered. Texts are Windows-1252.
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+
+    /// The desktop's beep; silence where there is none.
+    virtual void Beep() = 0;
+
+    /// Shows a modal box and returns a code of `button`.
+    virtual std::int16_t ShowMessage(const std::string& prompt, std::int16_t style,
+                                     const std::string& caption) = 0;
+
+    /// Asks for one line of text; Cancel gives the empty text.
+    virtual std::string AskText(const std::string& prompt, const std::string& title,
+                                const std::string& proposal) = 0;
+
+    /// The chosen file, nothing when the dialog was cancelled.
+    virtual std::optional<std::filesystem::path> ChooseFile(const FileDialogRequest& request) = 0;
+};
+
+} // namespace platform

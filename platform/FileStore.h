@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// A file held open for appending. Closing is by destruction and loses nothing, since every append
+/// is complete before it returns.
+class AppendFile {
+public:
+    virtual ~AppendFile() = default;
+
+    /// Adds the bytes with one write and, when `durable`, returns after they are on the disk.
+    /// Throws RunTimeError naming the file and the reason; the file then ends where it ended
+    /// before.
+    virtual void Append(std::string_view bytes, bool durable) = 0;
+
+    virtual std::uint64_t Size() const = 0;
+};
+
+/// A lock that this process holds on a file until it is destroyed or the process ends.
+class FileLock {
+public:
+    virtual ~FileLock() = default;
+};
+
+/// What measurement files need of the system beyond standard file streams: flushes to disk,
+/// exclusive temporary files and locks. All throw RunTimeError with a plain description.
+class FileStore {
+public:
+    virtual ~FileStore() = default;
+
+    /// Makes a new empty file with a unique name in `folder`, readable by its user only.
+    virtual std::filesystem::path CreateUnique(const std::filesystem::path& folder,
+                                               const std::string& prefix) = 0;
+
+    virtual std::unique_ptr<AppendFile> OpenForAppend(const std::filesystem::path& file) = 0;
+
+    /// Puts a file with these bytes in place of `file` in one step; afterwards the old or the new
+    /// one is whole, whatever happens, and the new one is on the disk.
+    virtual void Replace(const std::filesystem::path& file, std::string_view bytes) = 0;
+
+    /// Cuts the file to `size` bytes and flushes it to disk.
+    virtual void Truncate(const std::filesystem::path& file, std::uint64_t size) = 0;
+
+    /// The lock, or nothing when another process holds it.
+    virtual std::unique_ptr<FileLock> TryLock(const std::filesystem::path& file) = 0;
+};
+
+} // namespace platform

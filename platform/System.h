@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/FileStore.h"
+#include "platform/ProfileFile.h"
+#include "platform/UserStore.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace platform {
+
+/// The parts of the seam that need no Qt: on Windows the system's own calls, elsewhere the same
+/// behaviour over POSIX.
+std::unique_ptr<ProfileFile> MakeProfileFile(std::filesystem::path file);
+std::unique_ptr<FileStore> MakeFileStore();
+std::unique_ptr<Clock> MakeClock();
+
+/// The device behind COM1..COM16, for example "/dev/ttyUSB0"; a link "ports/comN" in the
+/// configuration folder overrides it. Empty where the system has no such device name.
+std::string DeviceOfPort(int number, const std::filesystem::path& configurationFolder);
+
+/// The temporary folder that survives a restart.
+std::filesystem::path SystemTemporaryFolder();
+
+} // namespace platform

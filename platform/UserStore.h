@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+/// The per-user settings of the operating system, apart from the settings file.
+class UserStore {
+public:
+    virtual ~UserStore() = default;
+
+    virtual std::string GetSetting(const std::string& application, const std::string& section,
+                                   const std::string& key, const std::string& fallback) const = 0;
+    virtual void SaveSetting(const std::string& application, const std::string& section,
+                             const std::string& key, const std::string& value) = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "chem/CalibrationRecord.h"
+#include "chem/Measure.h"
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The working records, loaded once at start, changed by the screens, saved on confirmed exit; and
+/// the stores of the settings file.
+namespace mWinInit {
+
+inline constexpr int maxChannels = electrodePositions;
+inline constexpr std::string_view projectPlaceholder =
+    "< Please type the name of this project >";
+inline constexpr std::string_view analystPlaceholder = "< Please type the name of analyst >";
+
+struct ProjectInfoRecord {
+    std::string ProjectName;
+    std::string ExperimentDate; ///< "hh:mm:ss dd.mmm.yyyy"
+    std::string Experimentator;
+    std::string MeasurementFileLocation;
+};
+
+struct HardwareSettingsRecord {
+    std::int16_t HardwarePortNumber = 2;
+    std::int16_t AveragingForCalibration = 2;
+    std::int16_t AveragingForMeasurement = 2;
+    std::int16_t ChannelCount = 4; ///< 4 or 8, set at start, never stored
+};
+
+struct ChannelSetupRecord {
+    std::string Electrode;
+    std::string SerialNo;
+    std::string RefType;
+    std::string RefSerialNo;
+    float MolarMass = 0;         ///< g/mol, 0 means not applicable
+    std::int16_t TempSensor = 0; ///< 1..4, 0 or less means none
+};
+
+extern ProjectInfoRecord ProjectInfo;
+extern HardwareSettingsRecord HardwareSettings;
+extern std::array<ChannelSetupRecord, maxChannels> ChannelSetup;
+extern std::array<CalibrationRecord, maxChannels> Calibration;
+extern std::array<TempSensorCalibration, tempSensorCount> TempSensor;
+extern std::int16_t WindowX;
+extern std::int16_t WindowY;
+
+void LoadSettings();
+
+/// Writes every record. Returns a message for each thing that the file will not give back (a line
+/// beyond 129 characters, an unwritable file); empty when all is kept.
+std::vector<std::string> SaveSettings();
+
+/// Fields joined by character 15.
+std::string JoinFields(std::span<const std::string> fields);
+
+/// Field `index` (from 1) of a joined text, part 1 or 2 of a pair, trimmed; empty when absent.
+std::string GetField(std::string_view text, int index, int part);
+
+/// Fills sensor 0..3 from its line; an empty line gives the default table and writes it back.
+void LoadTempSensorMatrix(int sensor, const std::string& line);
+
+/// Library of the last calibration per channel (0-based) and electrode. The save returns messages
+/// as SaveSettings does.
+std::vector<std::string> SaveCalibrationInfo(const std::string& electrode, std::int16_t channel);
+void LoadCalibrationInfo(const std::string& electrode, std::int16_t channel);
+
+/// Sorts both arrays ascending by key, from `low` to `high`.
+void SortPairs(int low, int high, std::span<float> keys, std::span<float> values);
+
+/// The working records as the conversion takes them.
+Measure::InputTables ConversionTables();
+
+/// Back to the state before LoadSettings, with `channelCount` channels.
+void Reset(std::int16_t channelCount = 4);
+
+} // namespace mWinInit

@@ -1,0 +1,156 @@
+#pragma once
+
+#include "platform/Platform.h"
+
+#include <chrono>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fake {
+
+/// Answers message, input and file boxes from a script, in order. A question that the script does
+/// not expect fails the test, and so does an answer that was never asked for.
+class Dialogs : public platform::Dialogs {
+public:
+    ~Dialogs() override;
+
+    void ExpectMessage(const std::string& prompt, std::int16_t style,
+                       std::int16_t answer = platform::button::ok);
+    void ExpectInput(const std::string& prompt, const std::string& proposal,
+                     const std::string& answer);
+    void ExpectFileDialog(std::function<std::optional<std::filesystem::path>(
+                              const platform::FileDialogRequest&)> answer);
+
+    int beeps = 0;
+    /// The order of beeps and boxes, for example {"beep", "message"}.
+    std::vector<std::string> events;
+
+    void Beep() override;
+    std::int16_t ShowMessage(const std::string& prompt, std::int16_t style,
+                             const std::string& caption) override;
+    std::string AskText(const std::string& prompt, const std::string& title,
+                        const std::string& proposal) override;
+    std::optional<std::filesystem::path>
+    ChooseFile(const platform::FileDialogRequest& request) override;
+
+private:
+    struct Message {
+        std::string prompt;
+        std::int16_t style;
+        std::int16_t answer;
+    };
+    struct Input {
+        std::string prompt;
+        std::string proposal;
+        std::string answer;
+    };
+    std::deque<Message> messages_;
+    std::deque<Input> inputs_;
+    std::deque<
+        std::function<std::optional<std::filesystem::path>(const platform::FileDialogRequest&)>>
+        fileDialogs_;
+};
+
+/// Counts event passes; each may run a step of the test.
+class Desktop : public platform::Desktop {
+public:
+    platform::MousePointer pointer = platform::MousePointer::normal;
+    int eventPasses = 0;
+    std::function<void()> onEvents;
+    std::vector<std::filesystem::path> helpShown;
+    int calculatorShown = 0;
+    int notepadShown = 0;
+
+    void SetMousePointer(platform::MousePointer value) override { pointer = value; }
+    platform::MousePointer GetMousePointer() const override { return pointer; }
+    void ProcessPendingEvents() override;
+    void ShowHelpText(const std::filesystem::path& helpFile) override;
+    void ShowCalculator() override { ++calculatorShown; }
+    void ShowNotepad() override { ++notepadShown; }
+};
+
+/// Stands still unless it is moved, or moves by `step` at each look.
+class Clock : public platform::Clock {
+public:
+    platform::LocalTime now{2003, 3, 7, 14, 5, 33};
+    mutable std::chrono::milliseconds monotonic{1000};
+    std::chrono::milliseconds step{0};
+
+    platform::LocalTime Now() const override { return now; }
+    std::chrono::milliseconds Monotonic() const override { return monotonic += step; }
+};
+
+/// The per-user store in memory.
+class UserStore : public platform::UserStore {
+public:
+    std::map<std::string, std::string> values; ///< "application/section/key"
+
+    std::string GetSetting(const std::string& application, const std::string& section,
+                           const std::string& key, const std::string& fallback) const override;
+    void SaveSetting(const std::string& application, const std::string& section,
+                     const std::string& key, const std::string& value) override;
+};
+
+/// Folders below one root.
+class Places : public platform::Places {
+public:
+    explicit Places(std::filesystem::path root);
+
+    std::filesystem::path ProgramFolder() const override { return root_ / "program"; }
+    std::filesystem::path DataParentFolder() const override { return root_ / "user"; }
+    std::filesystem::path ConfigurationFolder() const override { return root_ / "config"; }
+    std::filesystem::path TemporaryFolder() const override { return root_ / "tmp"; }
+
+private:
+    std::filesystem::path root_;
+};
+
+/// A folder that is gone, with all in it, when the test ends.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// A whole platform for one test: fakes above the system's own settings file and file store in a
+/// folder of the test's own. Every module of the core is reset with it.
+class Platform {
+public:
+    Platform();
+    ~Platform();
+    Platform(const Platform&) = delete;
+    Platform& operator=(const Platform&) = delete;
+
+    TemporaryFolder folder;
+    Dialogs dialogs;
+    Desktop desktop;
+    Clock clock;
+    UserStore userStore;
+    Places places;
+    std::unique_ptr<platform::ProfileFile> profile;
+    std::unique_ptr<platform::FileStore> files;
+
+    std::filesystem::path SettingsFile() const;
+
+private:
+    platform::Services services_;
+};
+
+} // namespace fake
+
+/// The whole file, byte for byte.
+std::string ReadBytes(const std::filesystem::path& file);
+void WriteBytes(const std::filesystem::path& file, const std::string& bytes);
