@@ -14,8 +14,8 @@ inline constexpr int cyclePositions = electrodePositions + tempSensorCount;
 /// The last calibration of one electrode channel. Points stand in the order of their recording.
 struct CalibrationRecord {
     std::string CalibrationDate;
-    std::int16_t PointCount = 0;                       ///< 0, or 2 to 6
-    float StdUnit = 0;                                 ///< 0 ppm, otherwise mol/l; unused for pH
+    std::int16_t PointCount = 0;                        ///< 0, or 2 to 6
+    float StdUnit = 0;                                  ///< 0 ppm, otherwise mol/l; unused for pH
     std::array<float, maxCalibrationPoints> Standard{}; ///< pH, ppm or mol/l
     std::array<float, maxCalibrationPoints> CaliData{}; ///< mV
     /// Between points s and s+1, as displayed: mV per pH or mV per decade.

@@ -1,1 +1,215 @@
 #include "chem/Measure.h"
+
+#include "app/Electrode.h"
+#include "app/Mcommon.h"
+#include "app/NumberText.h"
+#include "app/RunTimeError.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace Measure {
+
+bool IsPHMode = false;
+std::int16_t ChannelToCalibrate = 0;
+
+namespace {
+
+constexpr double milligramsPerGram = 1000.0; // 1 ppm is taken as 1 mg/l
+
+float At(std::span<const float> table, int index) {
+    if (index < 0 || static_cast<std::size_t>(index) >= table.size())
+        throw RunTimeError("Subscript out of range");
+    return table[static_cast<std::size_t>(index)];
+}
+
+/// The value in single precision. A result that single precision cannot hold is a run-time error,
+/// never an infinity that a display would show.
+float Single(double value) {
+    if (std::isnan(value))
+        throw RunTimeError("Invalid procedure call or argument");
+    if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max()))
+        throw RunTimeError("Overflow");
+    return static_cast<float>(value);
+}
+
+double Quotient(double dividend, double divisor) {
+    if (divisor == 0)
+        throw RunTimeError("Division by zero");
+    return dividend / divisor;
+}
+
+/// First row at or behind the reading in the table's own direction; `points` when there is none.
+int FindRow(int points, std::span<const float> input, float reading) {
+    const bool ascending = At(input, 0) <= At(input, 1);
+    int k = 0;
+    while (k < points && !(ascending ? reading <= At(input, k) : reading >= At(input, k)))
+        ++k;
+    return k;
+}
+
+/// The row that ends the segment to use: the outer segments serve all that lies beyond them.
+int SegmentEnd(int row, int points) {
+    if (row == 0)
+        return 1;
+    return row == points ? points - 1 : row;
+}
+
+float InterpolateLinear(int k, std::span<const float> input, std::span<const float> output,
+                        float reading) {
+    const double x0 = At(input, k - 1);
+    const double y0 = At(output, k - 1);
+    const double width = At(input, k) - x0;
+    if (width == 0)
+        return -1.0F;
+    const float slope = Single((At(output, k) - y0) / width);
+    return Single((reading - x0) * slope + y0);
+}
+
+float InterpolateLogarithmic(int k, std::span<const float> input, std::span<const float> output,
+                             float reading) {
+    const double x0 = At(input, k - 1);
+    const double x1 = At(input, k);
+    const double log0 = Mcommon::Log10(At(output, k - 1));
+    const double decades = Mcommon::Log10(At(output, k)) - log0;
+    if (decades == 0)
+        return -1.0F;
+    const float slope_mV_per_decade = Single((x1 - x0) / decades);
+    const float quotient = Single(Quotient(reading - x0, slope_mV_per_decade));
+    return Single(std::pow(10.0, log0 + quotient));
+}
+
+std::span<const float> Rows(std::span<const float> table, std::int16_t count) {
+    if (count < 0 || static_cast<std::size_t>(count) > table.size())
+        throw RunTimeError("Subscript out of range");
+    return table.first(static_cast<std::size_t>(count));
+}
+
+float ConvertElectrode(std::string_view electrode, const CalibrationRecord& record, float reading) {
+    const auto kind = Electrode::KindOf(electrode);
+    if (kind == Electrode::Kind::redox)
+        return 1.0F; // a marker: what a Redox channel gives is its potential
+    const auto input = Rows(record.CaliData, record.PointCount);
+    const auto output = Rows(record.Standard, record.PointCount);
+    IsPHMode = kind == Electrode::Kind::pH;
+    return InterpolateReading(record.PointCount, input, output, reading);
+}
+
+/// A sensor's table has one spare row of zeros behind its last, so that a table of one row still
+/// has a segment to extend.
+float ConvertTemperature(const TempSensorCalibration& sensor, float reading) {
+    std::array<float, maxTempSensorRows + 1> input{};
+    std::array<float, maxTempSensorRows + 1> output{};
+    std::ranges::copy(Rows(sensor.Reading, sensor.PointCount), input.begin());
+    std::ranges::copy(Rows(sensor.Temperature, sensor.PointCount), output.begin());
+    const auto rows = static_cast<std::size_t>(sensor.PointCount) + 1;
+    return InterpolateReading(sensor.PointCount, std::span(input).first(rows),
+                              std::span(output).first(rows), reading);
+}
+
+float ConvertPosition(const InputTables& tables, std::size_t position, float reading) {
+    if (position < electrodePositions)
+        return ConvertElectrode(tables.electrode[position], tables.calibration[position], reading);
+    return ConvertTemperature(tables.tempSensor[position - electrodePositions], reading);
+}
+
+float DisplayedSlope(const CalibrationRecord& record, std::size_t s, bool isPH) {
+    const double rise_mV =
+        static_cast<double>(record.CaliData[s + 1]) - static_cast<double>(record.CaliData[s]);
+    const double y0 = record.Standard[s];
+    const double y1 = record.Standard[s + 1];
+    const double run = isPH ? y1 - y0 : Mcommon::Log10(y1) - Mcommon::Log10(y0);
+    const float slope = Single(Quotient(rise_mV, run));
+    return Single(NumberText::Leading(Mcommon::FormatReading(slope)));
+}
+
+std::size_t SegmentCount(const CalibrationRecord& record) {
+    return static_cast<std::size_t>(
+        std::clamp<int>(record.PointCount - 1, 0, maxCalibrationPoints - 1));
+}
+
+} // namespace
+
+float InterpolateReading(int points, std::span<const float> input, std::span<const float> output,
+                         float reading) {
+    const int row = FindRow(points, input, reading);
+    if ((row < points || row == 0) && reading == At(input, row))
+        return At(output, row);
+    if (row == points && reading == At(input, points - 1))
+        return At(output, points - 1);
+    const int k = SegmentEnd(row, points);
+    return IsPHMode ? InterpolateLinear(k, input, output, reading)
+                    : InterpolateLogarithmic(k, input, output, reading);
+}
+
+ConversionFailures ConvertReadings(const InputTables& tables,
+                                   std::span<const std::int16_t, cyclePositions> selected,
+                                   std::span<const float, cyclePositions> readings,
+                                   std::span<float, cyclePositions> converted) {
+    ConversionFailures failures;
+    for (std::size_t i = 0; i < cyclePositions; ++i) {
+        if (selected[i] == 0)
+            continue;
+        try {
+            converted[i] = ConvertPosition(tables, i, readings[i]);
+        } catch (const RunTimeError& error) {
+            failures[i] = error.what();
+        }
+    }
+    return failures;
+}
+
+bool IsUsable(const CalibrationRecord& record) {
+    return record.PointCount >= 2 && record.PointCount <= maxCalibrationPoints;
+}
+
+std::array<std::int16_t, cyclePositions>
+SelectPositions(const InputTables& tables,
+                std::span<const std::int16_t, electrodePositions> channelSelected,
+                std::span<const std::int16_t, electrodePositions> tempSensorOfChannel) {
+    std::array<std::int16_t, cyclePositions> selected{};
+    for (std::size_t i = 0; i < electrodePositions; ++i) {
+        if (channelSelected[i] == 0)
+            continue;
+        const auto kind = Electrode::KindOf(tables.electrode[i]);
+        const bool convertible = kind == Electrode::Kind::redox ||
+                                 (kind != Electrode::Kind::none && IsUsable(tables.calibration[i]));
+        selected[i] = convertible ? -1 : 0;
+        const int sensor = tempSensorOfChannel[i];
+        if (sensor >= 1 && sensor <= tempSensorCount)
+            selected[static_cast<std::size_t>(electrodePositions + sensor - 1)] = -1;
+    }
+    return selected;
+}
+
+void RestoreSlopes(CalibrationRecord& record, bool isPH) {
+    record.Slope.fill(0);
+    for (std::size_t s = 0; s < SegmentCount(record); ++s) {
+        try {
+            record.Slope[s] = DisplayedSlope(record, s, isPH);
+        } catch (const RunTimeError&) {
+            record.Slope[s] = 0; // these points allow no slope; the record itself is still whole
+        }
+    }
+}
+
+void ComputeSlopes(CalibrationRecord& record) {
+    for (std::size_t s = 0; s < SegmentCount(record); ++s)
+        record.Slope[s] = DisplayedSlope(record, s, IsPHMode);
+}
+
+float ToMolPerLitre(float ppm, float molarMass_g_per_mol) {
+    return Single(Quotient(ppm, molarMass_g_per_mol * milligramsPerGram));
+}
+
+float ToPpm(float mol_per_litre, float molarMass_g_per_mol) {
+    return Single(static_cast<double>(mol_per_litre) * molarMass_g_per_mol * milligramsPerGram);
+}
+
+void Reset() {
+    IsPHMode = false;
+    ChannelToCalibrate = 0;
+}
+
+} // namespace Measure

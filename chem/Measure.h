@@ -37,6 +37,17 @@ ConversionFailures ConvertReadings(const InputTables& tables,
                                    std::span<const float, cyclePositions> readings,
                                    std::span<float, cyclePositions> converted);
 
+/// A calibration that the conversion can use: 2 to 6 points.
+bool IsUsable(const CalibrationRecord& record);
+
+/// The positions of a cycle to convert, -1 each: selected channels of kind Redox, selected pH and
+/// ion channels with a usable calibration, and the temperature sensors (1 to 4, others mean none)
+/// of all selected channels.
+std::array<std::int16_t, cyclePositions>
+SelectPositions(const InputTables& tables,
+                std::span<const std::int16_t, electrodePositions> channelSelected,
+                std::span<const std::int16_t, electrodePositions> tempSensorOfChannel);
+
 /// Looks a reading up in a table of `points` rows. The first and last segments are extended: an
 /// analyst expects a value beyond the standards, not a blank. -1.0 for a segment of no width.
 /// Throws RunTimeError for a table too short ("Subscript out of range") or a logarithm that fails.
