@@ -1,0 +1,30 @@
+#include "app/program/theMain.h"
+
+#include "platform/Platform.h"
+#include "screens/frmMain/frmMain.h"
+#include "screens/frmSplash/frmSplash.h"
+#include "settings/mWinInit.h"
+
+#include <QApplication>
+
+namespace theMain {
+
+Program::Program() = default;
+Program::~Program() = default;
+
+void Program::Main() {
+    platform::Desktop& desktop = platform::Current().desktop;
+    desktop.SetMousePointer(platform::MousePointer::hourglass);
+    mWinInit::HardwareSettings.ChannelCount = channelCount;
+
+    splash_ = std::make_unique<frmSplash>(std::string(versionText));
+    splash_->show();
+    desktop.ProcessPendingEvents();
+
+    mWinInit::LoadSettings();
+    main_ = std::make_unique<frmMain>();
+    QObject::connect(splash_.get(), &frmSplash::Continued, main_.get(), [this] { main_->show(); });
+    desktop.SetMousePointer(platform::MousePointer::normal);
+}
+
+} // namespace theMain

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QPointer>
+
+#include <memory>
+#include <string_view>
+
+class frmMain;
+class frmPortSettings;
+class frmSplash;
+
+/// Start-up and main flow.
+namespace theMain {
+
+inline constexpr std::string_view versionText = "Version 6.4.44sa";
+inline constexpr short channelCount = 4;
+
+/// The forms that live as long as the program.
+class Program {
+public:
+    Program();
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    /// Shows the splash at once, then loads the settings and the hidden main screen and opens the
+    /// port. The splash's button shows the main screen.
+    void Main();
+
+private:
+    std::unique_ptr<frmSplash> splash_;
+    std::unique_ptr<frmMain> main_;
+};
+
+} // namespace theMain

@@ -1,0 +1,29 @@
+#include "platform/qt/QtUserStore.h"
+
+#include "platform/qt/Text.h"
+
+#include <QSettings>
+
+namespace platform {
+
+namespace {
+constexpr auto organisation = "Vantrel";
+
+QString KeyOf(const std::string& section, const std::string& key) {
+    return Text::ToQt(section) + "/" + Text::ToQt(key);
+}
+} // namespace
+
+std::string QtUserStore::GetSetting(const std::string& application, const std::string& section,
+                                    const std::string& key, const std::string& fallback) const {
+    const QSettings settings(organisation, Text::ToQt(application));
+    return Text::FromQt(settings.value(KeyOf(section, key), Text::ToQt(fallback)).toString());
+}
+
+void QtUserStore::SaveSetting(const std::string& application, const std::string& section,
+                              const std::string& key, const std::string& value) {
+    QSettings settings(organisation, Text::ToQt(application));
+    settings.setValue(KeyOf(section, key), Text::ToQt(value));
+}
+
+} // namespace platform

@@ -1,0 +1,35 @@
+#include "screens/controls/Colours.h"
+
+#include <QFont>
+#include <QPalette>
+#include <QWidget>
+
+namespace {
+bool IsDark(const QPalette& palette) {
+    return palette.color(QPalette::Window).lightnessF() < 0.5F;
+}
+} // namespace
+
+namespace Colours {
+
+QColor Error(const QPalette& palette) {
+    return IsDark(palette) ? QColor(255, 138, 128) : QColor(183, 28, 28);
+}
+
+QColor Good(const QPalette& palette) {
+    return IsDark(palette) ? QColor(129, 199, 132) : QColor(27, 94, 32);
+}
+
+void MarkError(QWidget& control, bool error) {
+    QPalette palette = control.palette();
+    const QPalette around = control.parentWidget()->palette();
+    const QColor colour = error ? Error(around) : around.color(QPalette::WindowText);
+    palette.setColor(QPalette::WindowText, colour);
+    palette.setColor(QPalette::Text, colour);
+    control.setPalette(palette);
+    QFont font = control.font();
+    font.setBold(error);
+    control.setFont(font);
+}
+
+} // namespace Colours

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QColor>
+
+class QPalette;
+class QWidget;
+
+/// Colours with a meaning, readable on the light and the dark palette alike.
+namespace Colours {
+
+QColor Error(const QPalette& palette);
+QColor Good(const QPalette& palette);
+
+/// Shows a control's text in the error colour and bold, or as the palette has it; never by colour
+/// alone.
+void MarkError(QWidget& control, bool error);
+
+} // namespace Colours

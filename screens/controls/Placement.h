@@ -1,0 +1,19 @@
+#pragma once
+
+class QWidget;
+
+namespace Mcommon {
+
+/// Moves the form to the middle of its screen.
+void CenterForm(QWidget& form);
+
+/// Moves the control to the middle of its parent's width; its top stays.
+void CenterControl(QWidget& control);
+
+/// Places the form above all other windows, or releases it, without moving or resizing it.
+void SetTopMost(QWidget& form, bool topMost);
+
+/// Moves the form to the position, or as near as keeps it on a screen that is there now.
+void MoveOntoScreen(QWidget& form, int left, int top);
+
+} // namespace Mcommon
