@@ -1,0 +1,50 @@
+# Shared by ./run, ./test and .ci/run: the packages of each task, and how they are installed.
+
+project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export LC_ALL=C.UTF-8
+
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev libqcustomplot-dev
+    libqcustomplot2.1-qt6 libgtest-dev libgmock-dev libbenchmark-dev)
+# Qt's offscreen and X11 platforms need fonts; xvfb gives a display where there is none.
+run_packages=(xvfb xauth fonts-dejavu-core libqt6svg6)
+test_packages=(poppler-utils cups cups-client cups-filters ghostscript)
+clang_packages=(clang clang-tidy clang-format libclang-rt-14-dev)
+windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64)
+packaging_packages=(dpkg-dev fakeroot file lintian appstream desktop-file-utils)
+
+say() { printf '\n== %s\n' "$*"; }
+die() { printf '%s\n' "$*" >&2; exit 1; }
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        die "Packages are missing and this user may not install them. As root: $*"
+    fi
+}
+
+install_missing() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
+            missing+=("$package")
+    done
+    [ ${#missing[@]} = 0 ] && return
+    say "Installing ${missing[*]}"
+    as_root apt-get update -qq
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+        "${missing[@]}" >/dev/null
+}
+
+# build PRESET [cmake option...]: configures and builds everything of a preset.
+build() {
+    local preset=$1
+    shift
+    say "Building ($preset)"
+    local launcher=()
+    command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    cmake --preset "$preset" "${launcher[@]}" "$@" >/dev/null
+    cmake --build --preset "$preset" -- --quiet
+}
