@@ -13,6 +13,6 @@ std::string Clock(const platform::LocalTime& time);             ///< "h:mm:ss dd
 std::string Date(const platform::LocalTime& time);              ///< "dd.mmm.yyyy"
 std::string SingleCalibration(const platform::LocalTime& time); ///< "hh:mm dd.mmm.yyyy"
 std::string PrintedPage(const platform::LocalTime& time);       ///< "dd-mmm-yyyy"
-std::string General(const platform::LocalTime& time);           ///< "dd.mmm.yyyy h:mm:ss", link messages
+std::string General(const platform::LocalTime& time); ///< "dd.mmm.yyyy h:mm:ss", link messages
 
 } // namespace DateText

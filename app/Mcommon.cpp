@@ -1,1 +1,107 @@
 #include "app/Mcommon.h"
+
+#include "app/NumberText.h"
+#include "app/RunTimeError.h"
+#include "platform/Platform.h"
+
+#include <cmath>
+#include <fstream>
+#include <limits>
+#include <system_error>
+
+namespace Mcommon {
+
+std::string errorLocation;
+
+namespace {
+
+constexpr float zeroLimitOfDisplays = 0;
+constexpr float lowerLimitOfReadings = 0.01F;
+constexpr float lowerLimitOfStandards = 0.1F;
+constexpr float upperLimitOfDisplays = 10000;
+constexpr int firstPrintableCode = 33;
+
+constexpr std::chrono::milliseconds never = std::chrono::milliseconds::min();
+std::chrono::milliseconds lastEventRun = never;
+
+bool IsControlOrBlank(char c) {
+    return static_cast<unsigned char>(c) < firstPrintableCode;
+}
+
+} // namespace
+
+std::int16_t MessageBoxEx(const std::string& prompt, std::int16_t buttons, std::int16_t icon,
+                          std::int16_t defaultButton) {
+    platform::Dialogs& dialogs = platform::Current().dialogs;
+    dialogs.Beep();
+    const int style = buttons + icon + defaultButton;
+    return dialogs.ShowMessage(prompt, static_cast<std::int16_t>(style),
+                               std::string(applicationTitle));
+}
+
+std::string FormatNumber(float value, float zeroLimit, float lowerLimit, float upperLimit) {
+    const float magnitude = std::fabs(value);
+    const bool fixed =
+        magnitude < upperLimit && (magnitude >= lowerLimit || magnitude <= zeroLimit);
+    return NumberText::Format(value, fixed ? NumberText::Pattern::oneDecimal
+                                           : NumberText::Pattern::scientific);
+}
+
+std::string FormatReading(float value) {
+    return FormatNumber(value, zeroLimitOfDisplays, lowerLimitOfReadings, upperLimitOfDisplays);
+}
+
+std::string FormatStandard(float value) {
+    return FormatNumber(value, zeroLimitOfDisplays, lowerLimitOfStandards, upperLimitOfDisplays);
+}
+
+double Log10(double x) {
+    if (!(x > 0))
+        throw RunTimeError("Logarithm of a number that is not above 0");
+    return std::log(x) / std::log(10.0);
+}
+
+void Wait(std::chrono::milliseconds time) {
+    const platform::Services& services = platform::Current();
+    const auto entry = services.clock.Monotonic();
+    while (services.clock.Monotonic() - entry < time)
+        services.desktop.ProcessPendingEvents();
+}
+
+void LetEventsRun() {
+    const platform::Services& services = platform::Current();
+    const auto now = services.clock.Monotonic();
+    if (now == lastEventRun)
+        return;
+    lastEventRun =
+        now; // before the events, so that a handler that lets events run does not recurse
+    services.desktop.ProcessPendingEvents();
+}
+
+bool FileExists(const std::filesystem::path& file) {
+    std::error_code unreadable;
+    if (std::filesystem::is_directory(file, unreadable))
+        return false;
+    return std::ifstream(file, std::ios::binary).is_open();
+}
+
+std::string TrimControl(std::string_view text) {
+    while (!text.empty() && IsControlOrBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsControlOrBlank(text.back()))
+        text.remove_suffix(1);
+    return std::string(text);
+}
+
+std::string FixedField(std::string_view text, std::size_t width) {
+    std::string field(text.substr(0, width));
+    field.resize(width, ' ');
+    return field;
+}
+
+void Reset() {
+    errorLocation.clear();
+    lastEventRun = never;
+}
+
+} // namespace Mcommon

@@ -17,8 +17,8 @@ extern std::string errorLocation;
 
 /// Beeps, then shows a modal box with the sum of three style parts (platform::style) and returns
 /// the code of the button pressed (platform::button).
-std::int16_t MessageBoxEx(const std::string& prompt, std::int16_t buttons,
-                          std::int16_t icon = 0, std::int16_t defaultButton = 0);
+std::int16_t MessageBoxEx(const std::string& prompt, std::int16_t buttons, std::int16_t icon = 0,
+                          std::int16_t defaultButton = 0);
 
 /// "0.0" where |value| is below `upperLimit` and either at least `lowerLimit` or not above
 /// `zeroLimit`; "0.00E+00" otherwise.

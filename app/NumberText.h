@@ -7,7 +7,7 @@
 
 /// Numbers as text: the one place that knows patterns, rounding and parsing. No locale changes any
 /// of it. Patterns round half away from zero on the value's decimal text of seven significant
-/// digits.
+/// digits; a value that is no finite number is "NaN", "Inf" or "-Inf" in each of them.
 namespace NumberText {
 
 enum class Pattern {
@@ -28,6 +28,9 @@ std::string Plain(std::int32_t value);
 /// The leading number of a text (leading blanks skipped, the rest ignored); 0 without one. Never
 /// fails.
 double Leading(std::string_view text);
+
+/// The same as a single; beyond the singles the largest one.
+float LeadingSingle(std::string_view text);
 
 /// The leading number rounded to the nearest 16-bit integer, ties to even, clamped to the type's
 /// range.
