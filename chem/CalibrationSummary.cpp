@@ -1,0 +1,61 @@
+#include "chem/CalibrationSummary.h"
+
+#include "app/Electrode.h"
+#include "app/Mcommon.h"
+#include "app/NumberText.h"
+
+#include <algorithm>
+
+namespace CalibrationSummary {
+
+namespace {
+
+std::size_t PointsOf(const CalibrationRecord& record) {
+    return static_cast<std::size_t>(std::clamp<int>(record.PointCount, 0, maxCalibrationPoints));
+}
+
+Line Label(std::string label, std::string value) {
+    return {{5, std::move(label)}, {30, std::move(value)}};
+}
+
+Line Heading(std::string_view electrode) {
+    // The wording is the same for ppm and mol/l, as on every summary printed so far.
+    const bool pH = electrode == Electrode::pHName;
+    return {{5, pH ? "Calibration Point:" : "Standards:"},
+            {30, pH ? "pH Buffer" : "Concentration(ppm)"},
+            {60, "mV"},
+            {80, "Slope"}};
+}
+
+Line Point(const CalibrationRecord& record, std::size_t j) {
+    return {{10, NumberText::Plain(static_cast<std::int32_t>(j + 1))},
+            {35, NumberText::Plain(record.Standard[j])},
+            {65, NumberText::Plain(record.CaliData[j])},
+            {88, j == 0 ? std::string() : NumberText::Plain(record.Slope[j - 1])}};
+}
+
+} // namespace
+
+Summary Compose(std::string_view electrode, int channel, const CalibrationRecord& record) {
+    Summary summary;
+    summary.title = "Calibration Summary";
+    const auto number = NumberText::Plain(static_cast<std::int32_t>(channel + 1));
+    const auto count = NumberText::Plain(static_cast<std::int32_t>(record.PointCount));
+    summary.labels = {Label("Electrode Type      :", std::string(electrode)),
+                      Label("Located Channel    :", "Channel " + number),
+                      Label("Last Calib. Date    :", record.CalibrationDate),
+                      Label("Calibration Points :", count)};
+    summary.heading = Heading(electrode);
+    for (std::size_t j = 0; j < PointsOf(record); ++j)
+        summary.points.push_back(Point(record, j));
+    return summary;
+}
+
+std::vector<std::string> SlopeTexts(const CalibrationRecord& record) {
+    std::vector<std::string> texts;
+    for (std::size_t s = 0; s + 1 < PointsOf(record); ++s)
+        texts.push_back(Mcommon::FormatReading(record.Slope[s]));
+    return texts;
+}
+
+} // namespace CalibrationSummary

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/Electrode.h"
+
+#include <array>
+#include <optional>
+#include <string>
+
+/// What the measuring page shows for one selected channel.
+namespace ChannelDisplay {
+
+/// Cells in the order mV, pH, ppm, mol/l, °C.
+inline constexpr int cellCount = 5;
+
+struct Cell {
+    std::string text;   ///< empty for a blank cell
+    bool error = false; ///< "Error": the cell is marked by more than its colour
+
+    bool operator==(const Cell&) const = default;
+};
+using Cells = std::array<Cell, cellCount>;
+
+/// One cycle's outcome for a channel.
+struct ChannelState {
+    Electrode::Kind kind = Electrode::Kind::none;
+    float potential_mV = 0;
+    /// What the conversion gave; nothing when the channel was not handed to it.
+    std::optional<float> converted;
+    bool conversionFailed = false;
+    float stdUnit = 0;             ///< 0: `converted` is in ppm, otherwise in mol/l
+    float molarMass_g_per_mol = 0; ///< 0: unknown, the other unit cannot be given
+    /// The temperature of the channel's sensor; nothing when it has none.
+    std::optional<float> temperature_celsius;
+    bool temperatureFailed = false;
+};
+
+/// The five cells. A concentration beyond single precision, or one that needs an unknown molar
+/// mass, shows "Error" in its own cell alone.
+Cells Compose(const ChannelState& channel);
+
+} // namespace ChannelDisplay
