@@ -1,1 +1,185 @@
 #include "files/FileOpr.h"
+
+#include "app/CodePage.h"
+#include "app/Mcommon.h"
+#include "app/NumberText.h"
+#include "app/RunTimeError.h"
+#include "files/MeasurementLines.h"
+#include "files/Recovery.h"
+#include "files/TemporaryRecording.h"
+#include "platform/Platform.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace FileOpr {
+
+std::filesystem::path currentMeasurementPath;
+std::filesystem::path targetFile;
+std::filesystem::path lastFolder;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+LiveReport liveReport;
+MeasurementFormat::RunRows runRows;
+std::unique_ptr<TemporaryRecording> temporaryRecording;
+bool following = false;
+
+std::string NameOf(const fs::path& file) {
+    return CodePage::FromPath(file).value_or(file.string());
+}
+
+MeasurementFormat::Channels ChannelsInUse() {
+    const auto count = std::clamp<int>(mWinInit::HardwareSettings.ChannelCount, 0, 8);
+    return std::span(mWinInit::ChannelSetup).first(static_cast<std::size_t>(count));
+}
+
+/// Before a write into the temporary file its note must stand.
+void PrepareWrite(const fs::path& file) {
+    if (temporaryRecording && file == temporaryRecording->File())
+        temporaryRecording->Prepare(targetFile);
+}
+
+std::array<float, electrodePositions> GraphValues(const DisplayedChannels& displayed,
+                                                  Quantity quantity) {
+    std::array<float, electrodePositions> values{};
+    const auto channels = ChannelsInUse();
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+        if (Mcommon::TrimControl(displayed[i][0]).empty())
+            continue;
+        const float value = NumberText::LeadingSingle(
+            std::string_view(displayed[i][static_cast<std::size_t>(quantity)])
+                .substr(0, cellWidth));
+        const int sensor = channels[i].TempSensor;
+        if (quantity != Quantity::celsius)
+            values[i] = value;
+        else if (sensor > 0 && sensor <= electrodePositions)
+            values[static_cast<std::size_t>(sensor - 1)] = value;
+    }
+    return values;
+}
+
+/// Each line of the record as the list shows it: the separator is wider there than in the file.
+void EchoLines(std::string_view text) {
+    if (!liveReport.addLine)
+        return;
+    std::string_view line;
+    while (MeasurementLines::TakeLine(text, line))
+        liveReport.addLine(text.empty() ? std::string(listSeparatorWidth, '-') : line);
+}
+
+/// A target that cannot be written is found out before anything is recorded for it.
+void TryWriting(const fs::path& target) {
+    platform::Current().files.OpenForAppend(target);
+    fs::remove(target);
+}
+
+void DeleteOldTarget(const fs::path& target) {
+    if (fs::is_directory(target))
+        throw RunTimeError("Writing " + NameOf(target) + ": Is a folder");
+    if (IsTargetOfAnotherProgram(target))
+        throw RunTimeError("Writing " + NameOf(target) +
+                           ": Another copy of the program is recording into it");
+    fs::remove(target);
+    TryWriting(target);
+}
+
+} // namespace
+
+void SetLiveReport(LiveReport report) {
+    liveReport = std::move(report);
+}
+
+const MeasurementFormat::RunRows& Rows() {
+    return runRows;
+}
+
+void CreateHeadLines(const fs::path& file) {
+    const auto channels = ChannelsInUse();
+    runRows = MeasurementFormat::RowsOf(channels);
+    const MeasurementFormat::HeaderSource source{mWinInit::ProjectInfo, channels,
+                                                 mWinInit::Calibration};
+    const auto text = MeasurementFormat::HeaderText(source, platform::Current().clock.Now());
+    PrepareWrite(file);
+    auto& store = platform::Current().files;
+    const auto opened = store.OpenForAppend(file);
+    store.Truncate(file, 0);
+    opened->Append(text, true);
+}
+
+void SaveMeasure(const fs::path& file, std::int32_t recordNumber, const std::string& comment,
+                 const DisplayedChannels& displayed) {
+    const auto channelCount = static_cast<int>(ChannelsInUse().size());
+    const auto record = MeasurementFormat::BuildRecord(
+        recordNumber, platform::Current().clock.Now(), comment, displayed, channelCount);
+    const auto text = MeasurementFormat::RecordText(record, runRows, channelCount);
+    PrepareWrite(file);
+    platform::Current().files.OpenForAppend(file)->Append(text, true);
+
+    EchoLines(text);
+    if (liveReport.addRecord && liveReport.quantity)
+        liveReport.addRecord(recordNumber, GraphValues(displayed, liveReport.quantity()));
+}
+
+fs::path GetTempFile() {
+    temporaryRecording.reset(); // first: its lock must not keep the new one's folder busy
+    temporaryRecording = std::make_unique<TemporaryRecording>(
+        platform::Current().places.TemporaryFolder(), Extension());
+    return temporaryRecording->File();
+}
+
+void ReleaseTempFile() {
+    temporaryRecording.reset();
+}
+
+void BeginTarget(const fs::path& target) {
+    FollowTarget(false);
+    FlushTempFile();
+    try {
+        DeleteOldTarget(target);
+    } catch (const fs::filesystem_error& error) {
+        throw RunTimeError("Writing " + NameOf(target) + ": " + error.code().message());
+    }
+    const auto before = std::exchange(targetFile, target);
+    try {
+        CreateHeadLines(currentMeasurementPath);
+    } catch (const RunTimeError&) {
+        targetFile = before;
+        throw;
+    }
+}
+
+void FollowTarget(bool follow) {
+    following = false;
+    if (temporaryRecording)
+        currentMeasurementPath = temporaryRecording->File();
+    if (!follow || targetFile.empty())
+        return;
+    FlushTempFile();
+    currentMeasurementPath = targetFile;
+    following = true;
+}
+
+bool IsFollowing() {
+    return following;
+}
+
+void FlushTempFile() {
+    if (temporaryRecording)
+        temporaryRecording->Flush(targetFile);
+}
+
+void Reset() {
+    temporaryRecording.reset();
+    currentMeasurementPath.clear();
+    targetFile.clear();
+    lastFolder.clear();
+    liveReport = {};
+    runRows = {};
+    following = false;
+}
+
+} // namespace FileOpr

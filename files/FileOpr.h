@@ -1,6 +1,7 @@
 #pragma once
 
-#include "chem/CalibrationRecord.h"
+#include "files/MeasurementFormat.h"
+#include "files/MeasurementRecord.h"
 
 #include <array>
 #include <cstdint>
@@ -13,22 +14,17 @@
 /// receives a run until it is flushed into the target.
 namespace FileOpr {
 
-enum class Quantity : std::int16_t { mV = 0, pH = 1, ppm = 2, mol_l = 3, celsius = 4 };
-inline constexpr int quantityCount = 5;
-
-/// The texts that the measuring page shows for one channel, in the order of Quantity.
-using DisplayedCells = std::array<std::string, quantityCount>;
-using DisplayedChannels = std::array<DisplayedCells, electrodePositions>;
-
 /// The file that receives header and records: the temporary file, or the target while the live
 /// report follows.
 extern std::filesystem::path currentMeasurementPath;
 /// The file chosen in the save dialog; empty until the first record.
 extern std::filesystem::path targetFile;
-/// Folder of the last file chosen in a dialog; the next dialog starts there.
+/// Folder of the last file chosen in a dialog; the next dialog starts there. While it is empty,
+/// dialogs start in the project's folder for measurement files.
 extern std::filesystem::path lastFolder;
 
-/// What the live report registers while it is open.
+/// What the live report registers while it is open. The functions are called after the record is
+/// on the disk and must not throw.
 struct LiveReport {
     std::function<void(std::string_view line)> addLine;
     /// One value per channel (or sensor) of the quantity that the graph shows.
@@ -38,7 +34,7 @@ struct LiveReport {
 };
 void SetLiveReport(LiveReport report); ///< empty functions end it
 
-/// Creates or overwrites the file with the header of the working records.
+/// Creates or overwrites the file with the header of the working records, and sets Rows().
 void CreateHeadLines(const std::filesystem::path& file);
 
 /// Appends one record of the displayed texts with one write and a flush to disk. Throws
@@ -46,8 +42,26 @@ void CreateHeadLines(const std::filesystem::path& file);
 void SaveMeasure(const std::filesystem::path& file, std::int32_t recordNumber,
                  const std::string& comment, const DisplayedChannels& displayed);
 
-/// A new temporary file, locked while the program runs.
+/// The rows that records have since the last header.
+const MeasurementFormat::RunRows& Rows();
+
+/// A new temporary file, locked while the program runs, in place of the one before. The caller
+/// stores it as currentMeasurementPath.
 std::filesystem::path GetTempFile();
+
+/// Frees the temporary file on exit: removed when it holds no records, else kept for recovery.
+void ReleaseTempFile();
+
+/// Makes this file the target: what the temporary file still holds goes into the old one, a file
+/// of that name is deleted, and a new header is written. Throws RunTimeError, and the target is as
+/// before, when the file cannot be written or another copy of the program records into it.
+void BeginTarget(const std::filesystem::path& target);
+
+/// While it is on, records go straight to the target; what the temporary file holds is flushed
+/// first, so that the order in the target is that of recording. Throws RunTimeError when that
+/// fails; it is then off.
+void FollowTarget(bool follow);
+bool IsFollowing();
 
 /// The folder for measurement files that a new user starts with; SetDataFolder makes it the
 /// current one, creating it where it is missing.
@@ -56,12 +70,13 @@ void SetDataFolder();
 
 enum class DialogMode : std::int16_t { save = 0, open = 1 };
 
-/// Asks for a measurement file, starting in lastFolder; false when cancelled. A name without "."
-/// gets the extension of the channel count.
+/// Asks for a measurement file, starting in lastFolder; false, and the name is the mask, when
+/// cancelled. A name without "." gets the extension of the channel count.
 bool ShowFileDialog(std::filesystem::path& fileName, DialogMode mode);
 
-/// Appends what the temporary file holds to the target and deletes it. Throws RunTimeError when
-/// the target cannot be written; the temporary file is then kept.
+/// Appends what the temporary file holds to the target and deletes it; a later record makes it
+/// anew. Throws RunTimeError when the target cannot be written; the target is then as it was and
+/// the temporary file is kept.
 void FlushTempFile();
 
 /// "4ch" or "8ch".

@@ -47,6 +47,10 @@ public:
     /// Cuts the file to `size` bytes and flushes it to disk.
     virtual void Truncate(const std::filesystem::path& file, std::uint64_t size) = 0;
 
+    /// Whether this is a file of this user that nobody else can have put there. True on systems
+    /// whose temporary folder is each user's own.
+    virtual bool IsPrivate(const std::filesystem::path&) const { return true; }
+
     /// The lock, or nothing when another process holds it.
     virtual std::unique_ptr<FileLock> TryLock(const std::filesystem::path& file) = 0;
 };

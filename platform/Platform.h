@@ -5,7 +5,6 @@
 #include "platform/Dialogs.h"
 #include "platform/FileStore.h"
 #include "platform/Places.h"
-#include "platform/Printer.h"
 #include "platform/ProfileFile.h"
 #include "platform/UserStore.h"
 
@@ -21,7 +20,6 @@ struct Services {
     UserStore& userStore;
     Places& places;
     FileStore& files;
-    Printing& printing;
 };
 
 /// Installs the services; they must outlive every use. A null pointer removes them.

@@ -4,7 +4,6 @@
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtDialogs.h"
 #include "platform/qt/QtPlaces.h"
-#include "platform/qt/QtPrinting.h"
 #include "platform/qt/QtUserStore.h"
 
 #include <QApplication>
@@ -19,12 +18,11 @@ int main(int argc, char* argv[]) {
     platform::QtDesktop desktop;
     platform::QtUserStore userStore;
     platform::QtPlaces places;
-    platform::QtPrinting printing;
     const auto clock = platform::MakeClock();
     const auto files = platform::MakeFileStore();
     const auto profile = platform::MakeProfileFile(places.ConfigurationFolder() / "Vantrel.ini");
     const platform::Services services{dialogs,   desktop, *clock, *profile,
-                                      userStore, places,  *files,  printing};
+                                      userStore, places,  *files};
     platform::Install(&services);
 
     theMain::Program program;

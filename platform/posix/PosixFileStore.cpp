@@ -84,6 +84,12 @@ public:
             ThrowError("Cutting", file);
     }
 
+    bool IsPrivate(const std::filesystem::path& file) const override {
+        struct stat status {};
+        return ::lstat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+               status.st_uid == ::geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+    }
+
     std::unique_ptr<FileLock> TryLock(const std::filesystem::path& file) override {
         Descriptor descriptor = posix::Open(file, O_RDWR, 0, "Locking");
         // A lock of the open file, not of the process: closing another descriptor of the same file

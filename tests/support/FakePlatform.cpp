@@ -90,9 +90,7 @@ void Desktop::ProcessPendingEvents() {
         onEvents();
 }
 
-void Desktop::ShowHelpText(const std::filesystem::path& helpFile) {
-    helpShown.push_back(helpFile);
-}
+void Desktop::ShowHelpText(const std::filesystem::path& helpFile) { helpShown.push_back(helpFile); }
 
 std::string UserStore::GetSetting(const std::string& application, const std::string& section,
                                   const std::string& key, const std::string& fallback) const {
@@ -135,8 +133,8 @@ void ResetCore() {
 
 Platform::Platform()
     : places(folder.Path()), profile(platform::MakeProfileFile(SettingsFile())),
-      files(platform::MakeFileStore()), services_{dialogs,   desktop, clock,  *profile,
-                                                  userStore, places,  *files, printing} {
+      files(platform::MakeFileStore()),
+      services_{dialogs, desktop, clock, *profile, userStore, places, *files} {
     platform::Install(&services_);
     ResetCore();
 }

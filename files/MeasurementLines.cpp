@@ -1,0 +1,96 @@
+#include "files/MeasurementLines.h"
+
+#include <charconv>
+
+namespace MeasurementLines {
+
+namespace {
+
+constexpr std::string_view recordMark = "Record ";
+constexpr std::string_view commentMark = "Comment:";
+constexpr std::size_t shortestSeparator = 6;
+
+std::string_view WithoutTrailingBlanks(std::string_view text) {
+    const auto last = text.find_last_not_of(' ');
+    return last == std::string_view::npos ? std::string_view() : text.substr(0, last + 1);
+}
+
+} // namespace
+
+bool IsRecordStart(std::string_view line) {
+    return line.size() > recordMark.size() && line.starts_with(recordMark) &&
+           line[recordMark.size()] >= '0' && line[recordMark.size()] <= '9';
+}
+
+std::int32_t RecordNumber(std::string_view line) {
+    if (!IsRecordStart(line))
+        return 0;
+    std::int32_t number = 0;
+    const auto digits = line.substr(recordMark.size());
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return result.ec == std::errc() ? number : 0;
+}
+
+std::string_view TimeStamp(std::string_view line) {
+    for (int tabs = 0; tabs < 2; ++tabs) {
+        const auto tab = line.find('\t');
+        if (tab == std::string_view::npos)
+            return {};
+        line.remove_prefix(tab + 1);
+    }
+    return line;
+}
+
+bool IsComment(std::string_view line) {
+    return line.starts_with(commentMark);
+}
+
+std::string_view CommentText(std::string_view line) {
+    if (!IsComment(line))
+        return {};
+    line.remove_prefix(commentMark.size());
+    if (line.starts_with('\t'))
+        line.remove_prefix(1);
+    return line;
+}
+
+bool IsSeparator(std::string_view line) {
+    return line.size() >= shortestSeparator && line.front() == '-' &&
+           line.find_first_not_of('-') == std::string_view::npos;
+}
+
+std::string_view Label(std::string_view line) {
+    return WithoutTrailingBlanks(line.substr(0, line.find('\t')));
+}
+
+std::optional<FileOpr::Quantity> QuantityOf(std::string_view line) {
+    const auto label = Label(line);
+    for (std::size_t q = 0; q < FileOpr::quantityLabels.size(); ++q)
+        if (label == FileOpr::quantityLabels[q])
+            return static_cast<FileOpr::Quantity>(q);
+    return std::nullopt;
+}
+
+Cells SplitCells(std::string_view line) {
+    Cells cells;
+    auto tab = line.find('\t');
+    while (tab != std::string_view::npos && cells.count < electrodePositions) {
+        line.remove_prefix(tab + 1);
+        tab = line.find('\t');
+        cells.cell[static_cast<std::size_t>(cells.count++)] = line.substr(0, tab);
+    }
+    return cells;
+}
+
+bool TakeLine(std::string_view& text, std::string_view& line) {
+    if (text.empty())
+        return false;
+    const auto end = text.find('\n');
+    line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    if (line.ends_with('\r'))
+        line.remove_suffix(1);
+    return true;
+}
+
+} // namespace MeasurementLines

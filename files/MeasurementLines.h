@@ -1,0 +1,45 @@
+#pragma once
+
+#include "files/MeasurementRecord.h"
+
+#include <optional>
+#include <string_view>
+
+/// What the lines of a measurement file are. Every reader goes by these tests, so that a comment or
+/// a project name that holds "Record", "mV" or "----" is taken for nothing but text. Lines come
+/// without their line end.
+namespace MeasurementLines {
+
+/// A record begins: "Record " and a digit.
+bool IsRecordStart(std::string_view line);
+
+/// The number of a record's first line; 0 when it has none that fits.
+std::int32_t RecordNumber(std::string_view line);
+
+/// What stands behind the second tab of a record's first line.
+std::string_view TimeStamp(std::string_view line);
+
+/// The second line of a record.
+bool IsComment(std::string_view line);
+std::string_view CommentText(std::string_view line);
+
+/// A line of dashes alone, which ends a header block or a record.
+bool IsSeparator(std::string_view line);
+
+/// The quantity of a record's value line, by its label column.
+std::optional<FileOpr::Quantity> QuantityOf(std::string_view line);
+
+/// The label column without its trailing blanks; the whole line where it has no tab.
+std::string_view Label(std::string_view line);
+
+/// Cells behind the label column, untrimmed; at most eight.
+struct Cells {
+    std::array<std::string_view, electrodePositions> cell;
+    int count = 0;
+};
+Cells SplitCells(std::string_view line);
+
+/// Takes the first line, without its CR LF or LF, off the text. False at the end.
+bool TakeLine(std::string_view& text, std::string_view& line);
+
+} // namespace MeasurementLines

@@ -1,0 +1,115 @@
+#include "files/Recording.h"
+
+#include "app/NumberText.h"
+#include "app/RunTimeError.h"
+#include "files/FileOpr.h"
+#include "platform/Platform.h"
+
+namespace FileOpr {
+
+namespace {
+
+constexpr float shortestPeriod_s = 1;
+
+/// A change of the wall clock must neither stop nor double records.
+std::chrono::seconds WholeSeconds() {
+    return std::chrono::floor<std::chrono::seconds>(platform::Current().clock.Monotonic());
+}
+
+} // namespace
+
+Recording::Outcome Recording::Record(Mode mode, std::string_view periodText,
+                                     const TakeEntry& takeEntry) {
+    Outcome outcome;
+    const float period_s = NumberText::LeadingSingle(periodText);
+    const bool automatic = mode == Mode::automatic;
+    if (automatic && period_s < shortestPeriod_s) {
+        outcome.status = Status::periodTooShort;
+        return outcome;
+    }
+    if (targetFile.empty()) {
+        if (!ChooseTarget()) {
+            outcome.status = Status::cancelled;
+            return outcome;
+        }
+        outcome.targetChosen = true;
+    }
+    if (automatic && reportShowsTarget_)
+        FollowTarget(true);
+    RecordReading(takeEntry(), outcome);
+    if (automatic) {
+        period_s_ = period_s;
+        automaticOn_ = true;
+        lastRecordTime_ = WholeSeconds();
+    }
+    return outcome;
+}
+
+Recording::Outcome Recording::Tick(bool canRecord, const TakeEntry& takeEntry) {
+    Outcome outcome;
+    const auto now = WholeSeconds();
+    const auto elapsed_s = static_cast<double>((now - lastRecordTime_).count());
+    if (!automaticOn_ || elapsed_s < static_cast<double>(period_s_))
+        return outcome;
+    lastRecordTime_ = now;
+    if (!canRecord) {
+        outcome.status = Status::due;
+        return outcome;
+    }
+    try {
+        RecordReading(takeEntry(), outcome);
+    } catch (const RunTimeError&) {
+        Stop(); // the same message each period would bury the first
+        throw;
+    }
+    return outcome;
+}
+
+void Recording::Stop() {
+    automaticOn_ = false;
+    FollowTarget(false);
+}
+
+void Recording::ReportOpened() {
+    if (targetFile.empty())
+        return;
+    if (automaticOn_)
+        FollowTarget(true);
+    else
+        FlushTempFile();
+    reportShowsTarget_ = true;
+}
+
+void Recording::ReportClosed() {
+    reportShowsTarget_ = false;
+    FollowTarget(false);
+}
+
+bool Recording::ChooseTarget() {
+    std::filesystem::path chosen;
+    if (!ShowFileDialog(chosen, DialogMode::save))
+        return false;
+    BeginTarget(chosen);
+    recordedSinceLastSave_ = false;
+    counter_ = 0;
+    return true;
+}
+
+void Recording::RecordReading(const Entry& entry, Outcome& outcome) {
+    const std::int32_t number = counter_ + 1;
+    try {
+        SaveMeasure(currentMeasurementPath, number, entry.comment, entry.displayed);
+    } catch (const RunTimeError& error) {
+        if (!IsFollowing())
+            throw;
+        // The target has gone from under the live report; the temporary file still takes records.
+        FollowTarget(false);
+        SaveMeasure(currentMeasurementPath, number, entry.comment, entry.displayed);
+        outcome.warning = error.what();
+    }
+    counter_ = number;
+    recordedSinceLastSave_ = true;
+    outcome.status = Status::recorded;
+}
+
+} // namespace FileOpr

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "files/MeasurementRecord.h"
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace FileOpr {
+
+/// The recording of the measuring page, apart from its form: when a record is due, and where it
+/// goes. The form asks, and shows what the outcome says.
+class Recording {
+public:
+    /// The positions of the mode list.
+    enum class Mode : std::int16_t { manual = 0, automatic = 1 };
+
+    /// Shown when a period is refused.
+    static constexpr std::string_view periodMessage = "The period cannot be less than One second";
+
+    /// What is recorded, taken from the page when a record is due.
+    struct Entry {
+        std::string comment;
+        DisplayedChannels displayed;
+    };
+    using TakeEntry = std::function<Entry()>;
+
+    enum class Status {
+        nothing,        ///< no record was due
+        recorded,       ///< the comment is used up
+        due,            ///< a record was due but the instrument gave none; the period began anew
+        periodTooShort, ///< refused: show periodMessage
+        cancelled,      ///< no target was chosen
+    };
+    struct Outcome {
+        Status status = Status::nothing;
+        bool targetChosen = false; ///< a new target: the caption names it
+        /// A message to show: the record is safe, but the target could not be followed any more.
+        std::string warning;
+    };
+
+    /// "&Record": checks the period (automatic mode), asks for a target where none is set, writes
+    /// one record, and in automatic mode starts the run. Throws RunTimeError; nothing is then
+    /// recorded or counted and no run starts.
+    Outcome Record(Mode mode, std::string_view periodText, const TakeEntry& takeEntry);
+
+    /// The timer's tick: in an automatic run, records when as many whole seconds as the period
+    /// have passed. `canRecord` tells that the instrument is connected and free. Throws
+    /// RunTimeError when the record cannot be written; the run has then ended.
+    Outcome Tick(bool canRecord, const TakeEntry& takeEntry);
+
+    /// "&Stop", and the end of reading for another reason: no automatic run, and the temporary file
+    /// receives what comes later.
+    void Stop();
+
+    /// The live report shows the target: it is completed first; while an automatic run goes on and
+    /// the report shows this file, records go straight into it. Throws RunTimeError when the target
+    /// cannot be written; the report then shows an older state.
+    void ReportOpened();
+
+    /// The live report was closed or shows another file.
+    void ReportClosed();
+
+    bool IsAutomaticOn() const { return automaticOn_; }
+    std::int32_t Counter() const { return counter_; } ///< records of this run's target
+    bool RecordedSinceLastSave() const { return recordedSinceLastSave_; }
+
+private:
+    bool ChooseTarget();
+    void RecordReading(const Entry& entry, Outcome& outcome);
+
+    float period_s_ = 0;
+    bool automaticOn_ = false;
+    bool reportShowsTarget_ = false;
+    bool recordedSinceLastSave_ = false;
+    std::chrono::seconds lastRecordTime_{0}; ///< whole seconds of the monotonic clock
+    std::int32_t counter_ = 0;
+};
+
+} // namespace FileOpr

@@ -1,0 +1,178 @@
+#include "files/Recovery.h"
+
+#include "app/RunTimeError.h"
+#include "files/TargetTransfer.h"
+#include "platform/Platform.h"
+
+#include <algorithm>
+#include <chrono>
+#include <set>
+
+namespace FileOpr {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A lone empty file may belong to a program that is just about to lock it.
+constexpr auto aboutToLock = std::chrono::minutes(1);
+
+void RemoveQuietly(const fs::path& file) {
+    std::error_code ignored; // tried again at the next start
+    fs::remove(file, ignored);
+}
+
+bool HasPrefix(const fs::path& file) {
+    const auto name = file.filename().string();
+    return name.starts_with("4ch") || name.starts_with("8ch");
+}
+
+/// The temporary files in the folder, present or only known by their note or lock.
+std::set<fs::path> ListRecordings(const fs::path& folder) {
+    std::set<fs::path> found;
+    std::error_code unreadable;
+    for (const auto& entry : fs::directory_iterator(folder, unreadable)) {
+        fs::path file = entry.path();
+        if (!HasPrefix(file) || !platform::Current().files.IsPrivate(file))
+            continue;
+        const auto suffix = file.extension();
+        if (suffix == RecordingFiles::noteSuffix || suffix == RecordingFiles::lockSuffix)
+            found.insert(file.replace_extension());
+        else
+            found.insert(file);
+    }
+    return found;
+}
+
+/// The lock of a recording; nothing when a running program holds it or it has just gone.
+std::shared_ptr<platform::FileLock> LockOf(const RecordingFiles& files) {
+    try {
+        return platform::Current().files.TryLock(files.lock);
+    } catch (const RunTimeError&) {
+        return nullptr;
+    }
+}
+
+bool IsHeld(const RecordingFiles& files) {
+    try {
+        return platform::Current().files.TryLock(files.lock) == nullptr;
+    } catch (const RunTimeError&) {
+        return false; // it has just gone, and with it the program that held it
+    }
+}
+
+fs::path Canonical(const fs::path& file) {
+    std::error_code unreadable;
+    const auto canonical = fs::weakly_canonical(fs::absolute(file, unreadable), unreadable);
+    return unreadable ? file.lexically_normal() : canonical;
+}
+
+void RemoveFiles(const RecordingFiles& files, std::shared_ptr<platform::FileLock>& lock) {
+    RemoveQuietly(files.temporary);
+    RemoveQuietly(files.note);
+    lock.reset(); // some systems refuse to remove a locked file
+    RemoveQuietly(files.lock);
+}
+
+/// The recording's lock file, made anew where somebody has cleared it away.
+bool HasLock(const RecordingFiles& files) {
+    std::error_code unreadable;
+    if (fs::exists(files.lock, unreadable))
+        return true;
+    if (!fs::exists(files.note, unreadable))
+        return false;
+    try {
+        platform::Current().files.Replace(files.lock, {});
+        return true;
+    } catch (const RunTimeError&) {
+        return false; // no place for a lock now; the recording waits for a later start
+    }
+}
+
+/// A program that ended between making its file and locking it leaves an empty one without note.
+void RemoveLoneFile(const RecordingFiles& files) {
+    std::error_code missing;
+    const auto written = fs::last_write_time(files.temporary, missing);
+    if (missing || fs::file_size(files.temporary, missing) != 0 || missing)
+        return;
+    if (fs::file_time_type::clock::now() - written > aboutToLock)
+        RemoveQuietly(files.temporary);
+}
+
+fs::path FreeNameBeside(const fs::path& file) {
+    for (int number = 2;; ++number) {
+        fs::path candidate = file;
+        candidate.replace_filename(file.stem());
+        candidate += " (" + std::to_string(number) + ")";
+        candidate += file.extension();
+        std::error_code unreadable;
+        if (!fs::exists(candidate, unreadable))
+            return candidate;
+    }
+}
+
+bool HoldsSomething(const fs::path& file) {
+    std::error_code missing;
+    const auto size = fs::file_size(file, missing);
+    return !missing && size > 0;
+}
+
+fs::path TargetOf(const RecordingFiles& files, const std::optional<RecordingNote>& note,
+                  const RecordingContent& content) {
+    if (!note)
+        return {};
+    const bool ofAnotherRun = content.hasHeader && HoldsSomething(note->target) &&
+                              (!note->flush || HoldsForeignBytes(files, *note));
+    return ofAnotherRun ? FreeNameBeside(note->target) : note->target;
+}
+
+} // namespace
+
+std::vector<UnfinishedRecording> FindUnfinishedRecordings() {
+    std::vector<UnfinishedRecording> unfinished;
+    for (const auto& temporary : ListRecordings(platform::Current().places.TemporaryFolder())) {
+        const RecordingFiles files(temporary);
+        if (!HasLock(files)) {
+            RemoveLoneFile(files);
+            continue;
+        }
+        auto lock = LockOf(files);
+        if (!lock)
+            continue;
+        const auto note = ReadNote(files.note);
+        const auto content = ExamineRecording(files.temporary);
+        if (content.records == 0 || (note && IsTransferred(files, *note)))
+            RemoveFiles(files, lock);
+        else
+            unfinished.push_back({temporary, TargetOf(files, note, content), content.records,
+                                  content.lastTimeStamp, std::move(lock)});
+    }
+    return unfinished;
+}
+
+void Recover(UnfinishedRecording& recording) {
+    if (recording.target.empty())
+        throw RunTimeError("No measurement file has been chosen");
+    const RecordingFiles files(recording.temporaryFile);
+    TransferToTarget(files, recording.target);
+    RemoveFiles(files, recording.lock);
+}
+
+void Discard(UnfinishedRecording& recording) {
+    RemoveFiles(RecordingFiles(recording.temporaryFile), recording.lock);
+}
+
+bool IsTargetOfAnotherProgram(const fs::path& target) {
+    const auto wanted = Canonical(target);
+    const auto recordings = ListRecordings(platform::Current().places.TemporaryFolder());
+    return std::ranges::any_of(recordings, [&](const fs::path& temporary) {
+        const RecordingFiles files(temporary);
+        const auto note = ReadNote(files.note);
+        if (!note || Canonical(note->target) != wanted)
+            return false;
+        std::error_code unreadable;
+        return fs::exists(files.lock, unreadable) && IsHeld(files);
+    });
+}
+
+} // namespace FileOpr
