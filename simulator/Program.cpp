@@ -1,0 +1,245 @@
+#include "simulator/Program.h"
+
+#include "app/RunTimeError.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cmath>
+#include <iostream>
+#include <vector>
+
+#include <poll.h>
+#include <unistd.h>
+
+namespace simulator {
+
+namespace {
+
+constexpr std::size_t longestLine = 4096;
+constexpr std::uint32_t defaultBitRate = 9600;
+volatile std::sig_atomic_t endAsked = 0;
+
+Seconds Now() {
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
+void Say(const std::string& text) {
+    std::cout << text << '\n' << std::flush;
+}
+
+timespec TimeSpec(Seconds time) {
+    const double whole = std::floor(std::max(time.count(), 0.0));
+    timespec result{};
+    result.tv_sec = static_cast<time_t>(whole);
+    result.tv_nsec = static_cast<long>((std::max(time.count(), 0.0) - whole) * 1e9);
+    return result;
+}
+
+/// Blocks the signals that end the program except while it waits, so that none is missed. Returns
+/// the mask to wait with.
+sigset_t CatchSignals() {
+    struct sigaction action {};
+    action.sa_handler = [](int) { endAsked = 1; };
+    sigset_t blocked;
+    sigset_t awaited;
+    sigemptyset(&blocked);
+    for (int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        ::sigaction(signal, &action, nullptr);
+        sigaddset(&blocked, signal);
+    }
+    ::signal(SIGPIPE, SIG_IGN);
+    ::sigprocmask(SIG_BLOCK, &blocked, &awaited);
+    for (int signal : {SIGINT, SIGTERM, SIGHUP})
+        sigdelset(&awaited, signal);
+    return awaited;
+}
+
+std::filesystem::path LinkPath(const Options& options) {
+    return options.link ? *options.link : LinkOfPort(options.comPort);
+}
+
+} // namespace
+
+std::optional<std::filesystem::path> ControlPath(const Options& options) {
+    if (!options.withControl || options.control)
+        return options.control;
+    if (options.device)
+        return std::nullopt;
+    return LinkPath(options).string() + ".control";
+}
+
+Program::Program(const Options& options)
+    : options_(options), session_(Instrument(options.ideal ? Instrument::Nature::ideal
+                                                           : Instrument::Nature::believable,
+                                             options.seed, Now()),
+                                  options.seed),
+      console_(session_, *this) {
+    session_.Sending().SetFast(options.fast);
+    session_.Sending().SetBitRate(options.bitRate.value_or(defaultBitRate));
+    OpenControl();
+    Replug();
+    for (const std::string& line : options.commands) {
+        const Answer answer = console_.Execute(line, Now());
+        if (!answer.ok)
+            throw RunTimeError(line + ": " + answer.text);
+    }
+}
+
+Program::~Program() = default;
+
+void Program::OpenControl() {
+    const std::optional<std::filesystem::path> path = ControlPath(options_);
+    if (!path)
+        return;
+    std::error_code error;
+    if (path->has_parent_path())
+        std::filesystem::create_directories(path->parent_path(), error);
+    control_ = std::make_unique<ControlSocket>(
+        *path, [this](std::string_view line) { return console_.Execute(line, Now()); });
+}
+
+void Program::Run() {
+    const sigset_t awaited = CatchSignals();
+    Say("Instrument on " + Place() + ", type help");
+    while (running_ && endAsked == 0)
+        ServeOnce(awaited);
+}
+
+void Program::ServeOnce(const sigset_t& awaited) {
+    std::vector<pollfd> polls;
+    if (port_)
+        polls.push_back({port_->PollDescriptor(), POLLIN, 0});
+    const std::size_t inputAt = polls.size();
+    if (inputOpen_)
+        polls.push_back({STDIN_FILENO, POLLIN, 0});
+    if (control_)
+        control_->Watch(polls);
+
+    const std::optional<Seconds> next = NextEvent();
+    const timespec wait = next ? TimeSpec(*next - Now()) : timespec{};
+    if (::ppoll(polls.data(), polls.size(), next ? &wait : nullptr, &awaited) < 0) {
+        if (errno != EINTR)
+            throw RunTimeError(SystemError("Waiting"));
+        return;
+    }
+    const bool inputReady = inputOpen_ && polls[inputAt].revents != 0;
+    if (port_)
+        ServePort(polls.front().revents != 0);
+    if (inputReady)
+        ServeInput();
+    if (control_)
+        control_->Serve();
+    ServeTime();
+}
+
+std::optional<Seconds> Program::NextEvent() const {
+    std::optional<Seconds> next = replugAt_;
+    const std::optional<Seconds> session = session_.NextEvent();
+    if (session && (!next || *session < *next))
+        next = session;
+    return next;
+}
+
+void Program::ServePort(bool readable) {
+    try {
+        FollowBitRate();
+        if (readable)
+            session_.Receive(port_->Read(), Now());
+    } catch (const RunTimeError& error) {
+        PortGone(error.what());
+    }
+}
+
+void Program::ServeTime() {
+    const Line::Due due = session_.Advance(Now());
+    try {
+        if (port_ && !due.bytes.empty())
+            port_->Write(due.bytes);
+        if (port_ && due.unplug)
+            Unplug(std::nullopt);
+        if (replugAt_ && *replugAt_ <= Now())
+            Replug();
+    } catch (const RunTimeError& error) {
+        PortGone(error.what());
+    }
+}
+
+void Program::ServeInput() {
+    std::array<char, 1024> part{};
+    const ssize_t count = ::read(STDIN_FILENO, part.data(), part.size());
+    if (count < 0 && (errno == EAGAIN || errno == EINTR))
+        return;
+    if (count <= 0) {
+        inputOpen_ = false;
+        running_ = ::isatty(STDIN_FILENO) == 0; // the end key ends; in the background it runs on
+        return;
+    }
+    inputLine_.append(part.data(), static_cast<std::size_t>(count));
+    for (std::size_t end = 0; (end = inputLine_.find('\n')) != std::string::npos;) {
+        const Answer answer = console_.Execute(inputLine_.substr(0, end), Now());
+        inputLine_.erase(0, end + 1);
+        if (!answer.text.empty())
+            Say(answer.ok ? answer.text : "Error: " + answer.text);
+    }
+    if (inputLine_.size() > longestLine)
+        inputLine_.clear();
+}
+
+void Program::FollowBitRate() {
+    if (options_.bitRate || !port_)
+        return;
+    if (const std::optional<std::uint32_t> rate = port_->PeerBitRate())
+        session_.Sending().SetBitRate(*rate);
+}
+
+void Program::PortGone(const std::string& reason) {
+    Unplug(std::nullopt);
+    if (options_.device) {
+        Say(reason + "; type replug when it is back");
+        return;
+    }
+    // A program that died left the pseudo-terminal unusable: the next one gets a new one.
+    Say(reason);
+    replugAt_ = Now() + Seconds(1);
+}
+
+void Program::Unplug(std::optional<Seconds> backAfter) {
+    link_.reset();
+    port_.reset();
+    session_.LineLost();
+    replugAt_.reset();
+    if (backAfter)
+        replugAt_ = Now() + *backAfter;
+}
+
+void Program::Replug() {
+    replugAt_.reset();
+    if (options_.device) {
+        port_ = OpenSerialDevice(*options_.device, session_.Sending().BitRate());
+        return;
+    }
+    std::unique_ptr<Port> port = OpenPseudoTerminal();
+    link_ = std::make_unique<PortLink>(LinkPath(options_), port->Name());
+    port_ = std::move(port);
+}
+
+std::string Program::Place() const {
+    const std::string device = port_ ? port_->Name() : std::string("unplugged");
+    if (options_.device)
+        return *options_.device;
+    if (options_.link)
+        return options_.link->string() + " (" + device + ")";
+    return "COM" + std::to_string(options_.comPort) + " (" + device + ")";
+}
+
+void Program::SetBitRate(std::optional<std::uint32_t> bitRate) {
+    options_.bitRate = bitRate;
+    if (bitRate)
+        session_.Sending().SetBitRate(*bitRate);
+    FollowBitRate();
+    if (options_.device && port_)
+        port_ = OpenSerialDevice(*options_.device, session_.Sending().BitRate());
+}
+
+} // namespace simulator
