@@ -5,6 +5,7 @@
 #include "platform/Dialogs.h"
 #include "platform/FileStore.h"
 #include "platform/Places.h"
+#include "platform/Printer.h"
 #include "platform/ProfileFile.h"
 #include "platform/UserStore.h"
 
@@ -20,6 +21,7 @@ struct Services {
     UserStore& userStore;
     Places& places;
     FileStore& files;
+    Printing& printing;
 };
 
 /// Installs the services; they must outlive every use. A null pointer removes them.

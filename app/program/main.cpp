@@ -4,6 +4,7 @@
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtDialogs.h"
 #include "platform/qt/QtPlaces.h"
+#include "platform/qt/QtPrinting.h"
 #include "platform/qt/QtUserStore.h"
 
 #include <QApplication>
@@ -18,11 +19,12 @@ int main(int argc, char* argv[]) {
     platform::QtDesktop desktop;
     platform::QtUserStore userStore;
     platform::QtPlaces places;
+    platform::QtPrinting printing;
     const auto clock = platform::MakeClock();
     const auto files = platform::MakeFileStore();
     const auto profile = platform::MakeProfileFile(places.ConfigurationFolder() / "Vantrel.ini");
     const platform::Services services{dialogs,   desktop, *clock, *profile,
-                                      userStore, places,  *files};
+                                      userStore, places,  *files,  printing};
     platform::Install(&services);
 
     theMain::Program program;

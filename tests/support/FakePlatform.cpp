@@ -90,7 +90,9 @@ void Desktop::ProcessPendingEvents() {
         onEvents();
 }
 
-void Desktop::ShowHelpText(const std::filesystem::path& helpFile) { helpShown.push_back(helpFile); }
+void Desktop::ShowHelpText(const std::filesystem::path& helpFile) {
+    helpShown.push_back(helpFile);
+}
 
 std::string UserStore::GetSetting(const std::string& application, const std::string& section,
                                   const std::string& key, const std::string& fallback) const {
@@ -133,8 +135,8 @@ void ResetCore() {
 
 Platform::Platform()
     : places(folder.Path()), profile(platform::MakeProfileFile(SettingsFile())),
-      files(platform::MakeFileStore()),
-      services_{dialogs, desktop, clock, *profile, userStore, places, *files} {
+      files(platform::MakeFileStore()), services_{dialogs,   desktop, clock,  *profile,
+                                                  userStore, places,  *files, printing} {
     platform::Install(&services_);
     ResetCore();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "support/FakePrinter.h"
 
 #include <chrono>
 #include <deque>
@@ -24,8 +25,9 @@ public:
                        std::int16_t answer = platform::button::ok);
     void ExpectInput(const std::string& prompt, const std::string& proposal,
                      const std::string& answer);
-    void ExpectFileDialog(std::function<std::optional<std::filesystem::path>(
-                              const platform::FileDialogRequest&)> answer);
+    void ExpectFileDialog(
+        std::function<std::optional<std::filesystem::path>(const platform::FileDialogRequest&)>
+            answer);
 
     int beeps = 0;
     /// The order of beeps and boxes, for example {"beep", "message"}.
@@ -140,6 +142,7 @@ public:
     Clock clock;
     UserStore userStore;
     Places places;
+    Printing printing;
     std::unique_ptr<platform::ProfileFile> profile;
     std::unique_ptr<platform::FileStore> files;
 

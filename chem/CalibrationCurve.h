@@ -1,0 +1,20 @@
+#pragma once
+
+#include "chem/CalibrationRecord.h"
+
+#include <string>
+#include <vector>
+
+/// The points of a calibration as its summary plots them.
+struct CalibrationCurve {
+    struct Point {
+        double x = 0;            ///< pH, or the decimal logarithm of the concentration
+        double potential_mV = 0; ///< mV
+    };
+
+    std::string xTitle;
+    std::vector<Point> points; ///< in the order of their recording
+};
+
+/// A point whose standard has no logarithm is left out.
+CalibrationCurve CurveOf(const CalibrationRecord& record, bool isPH);

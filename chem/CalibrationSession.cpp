@@ -1,0 +1,178 @@
+#include "chem/CalibrationSession.h"
+
+#include "app/Mcommon.h"
+#include "app/NumberText.h"
+#include "app/RunTimeError.h"
+#include "chem/Measure.h"
+
+#include <algorithm>
+
+namespace {
+
+/// What is recorded is what the analyst saw.
+float AsDisplayed(float potential_mV) {
+    return static_cast<float>(NumberText::Leading(Mcommon::FormatReading(potential_mV)));
+}
+
+} // namespace
+
+CalibrationSession::Point& CalibrationSession::At(int point) {
+    return points_.at(static_cast<std::size_t>(point));
+}
+
+const CalibrationSession::Point& CalibrationSession::At(int point) const {
+    return points_.at(static_cast<std::size_t>(point));
+}
+
+void CalibrationSession::Start(bool isPH, StandardUnit unit) {
+    *this = CalibrationSession();
+    isPH_ = isPH;
+    unit_ = unit;
+}
+
+void CalibrationSession::SetUnit(StandardUnit unit) {
+    unit_ = unit;
+    finished_ = false;
+}
+
+void CalibrationSession::SetChannels(std::vector<int> channels) {
+    if (channels == channels_)
+        return;
+    channels_ = std::move(channels);
+    finished_ = false;
+}
+
+void CalibrationSession::Load(int channel, const CalibrationRecord& record) {
+    const int count = std::min<int>(record.PointCount, maxPoints);
+    if (count < minPoints)
+        return;
+    SetPointCount(count);
+    for (int j = 0; j < count; ++j) {
+        const auto row = static_cast<std::size_t>(j);
+        At(j).standard = record.Standard[row];
+        At(j).potential_mV.at(static_cast<std::size_t>(channel)) = record.CaliData[row];
+    }
+}
+
+void CalibrationSession::SetPointCount(int count) {
+    count = std::clamp(count, minPoints, maxPoints);
+    if (count == pointCount_)
+        return;
+    pointCount_ = count;
+    current_ = std::min(current_, count - 1);
+    finished_ = false;
+}
+
+void CalibrationSession::SetCurrentPoint(int point) {
+    if (!reading_)
+        current_ = std::clamp(point, 0, pointCount_ - 1);
+}
+
+void CalibrationSession::SetStandard(int point, float standard) {
+    if (At(point).standard == standard)
+        return;
+    At(point).standard = standard;
+    finished_ = false;
+}
+
+std::optional<float> CalibrationSession::Standard(int point) const {
+    return At(point).standard;
+}
+
+CalibrationSession::Action CalibrationSession::MainAction() const {
+    if (reading_)
+        return Action::record;
+    // A point of an earlier calibration is offered for reading anew: old data must not get a new
+    // date by a few strokes of the Enter key.
+    return IsComplete() && At(current_).recordedHere ? Action::showSummary : Action::read;
+}
+
+void CalibrationSession::BeginReading() {
+    reading_ = true;
+    live_mV_.fill(std::nullopt);
+}
+
+void CalibrationSession::SetLive(int channel, float potential_mV) {
+    if (reading_)
+        live_mV_.at(static_cast<std::size_t>(channel)) = AsDisplayed(potential_mV);
+}
+
+bool CalibrationSession::HasLive() const {
+    return !channels_.empty() && std::ranges::all_of(channels_, [this](int channel) {
+        return live_mV_[static_cast<std::size_t>(channel)].has_value();
+    });
+}
+
+CalibrationSession::Recorded CalibrationSession::Record() {
+    if (!reading_ || !HasLive())
+        return Recorded::nothing;
+    Point& point = At(current_);
+    for (const int channel : channels_) {
+        const auto column = static_cast<std::size_t>(channel);
+        point.potential_mV[column] = live_mV_[column];
+    }
+    point.recordedHere = true;
+    reading_ = false;
+    finished_ = false;
+    if (current_ == pointCount_ - 1 && IsComplete())
+        return Recorded::allPoints;
+    current_ = PointAfterRecording();
+    return Recorded::nextPoint;
+}
+
+/// The next point; behind the last one the first that was left out.
+int CalibrationSession::PointAfterRecording() const {
+    if (current_ + 1 < pointCount_)
+        return current_ + 1;
+    int missing = 0;
+    while (missing < current_ && IsRecorded(missing))
+        ++missing;
+    return missing;
+}
+
+void CalibrationSession::StopReading() {
+    reading_ = false;
+    live_mV_.fill(std::nullopt);
+}
+
+void CalibrationSession::ClearPoint(int point) {
+    At(point).potential_mV.fill(std::nullopt);
+    At(point).recordedHere = false;
+    finished_ = false;
+}
+
+std::optional<float> CalibrationSession::Reading(int channel, int point) const {
+    return At(point).potential_mV.at(static_cast<std::size_t>(channel));
+}
+
+bool CalibrationSession::IsRecorded(int point) const {
+    return !channels_.empty() && std::ranges::all_of(channels_, [&](int channel) {
+        return Reading(channel, point).has_value();
+    });
+}
+
+bool CalibrationSession::IsComplete() const {
+    for (int point = 0; point < pointCount_; ++point)
+        if (!IsRecorded(point) || !Standard(point))
+            return false;
+    return true;
+}
+
+CalibrationSession::Outcome CalibrationSession::OutcomeOf(int channel) const {
+    Outcome outcome;
+    outcome.record.PointCount = static_cast<std::int16_t>(pointCount_);
+    outcome.record.StdUnit = isPH_ ? 0.0F : static_cast<float>(unit_);
+    for (int point = 0; point < pointCount_; ++point) {
+        const auto row = static_cast<std::size_t>(point);
+        outcome.record.Standard[row] = Standard(point).value_or(0.0F);
+        outcome.record.CaliData[row] = Reading(channel, point).value_or(0.0F);
+    }
+    Measure::IsPHMode = isPH_;
+    try {
+        Measure::ComputeSlopes(outcome.record);
+        outcome.usable = IsComplete();
+    } catch (const RunTimeError&) {
+        outcome.usable = false; // the screen says so; the data is not stored
+    }
+    return outcome;
+}

@@ -1,0 +1,29 @@
+#include "chem/StabilityMark.h"
+
+#include <algorithm>
+
+void StabilityMark::Start(std::chrono::milliseconds now) {
+    start_ = now;
+    count_ = 0;
+}
+
+void StabilityMark::Add(float potential_mV) {
+    recent_mV_[count_ % window] = potential_mV;
+    ++count_;
+}
+
+bool StabilityMark::IsSteady() const {
+    if (count_ < window)
+        return false;
+    const auto [lowest, highest] = std::ranges::minmax(recent_mV_);
+    // A tenth of the last shown digit: 100.3 - 100.1 exceeds 0.2 in binary by less than that.
+    constexpr double roundOff_mV = 0.001;
+    return static_cast<double>(highest) - static_cast<double>(lowest) <=
+           static_cast<double>(tolerance_mV) + roundOff_mV;
+}
+
+std::string MinutesAndSeconds(std::chrono::milliseconds time) {
+    const auto seconds = std::max<std::chrono::milliseconds::rep>(time.count() / 1000, 0);
+    const std::string rest = std::to_string(seconds % 60);
+    return std::to_string(seconds / 60) + (rest.size() < 2 ? ":0" : ":") + rest;
+}

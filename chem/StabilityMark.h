@@ -1,0 +1,36 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+/// How long an electrode has been read and whether its reading has settled. It advises the analyst
+/// and decides nothing.
+class StabilityMark {
+public:
+    static constexpr std::size_t window = 10;   ///< averaged readings looked at
+    static constexpr float tolerance_mV = 0.2F; ///< largest spread of a steady reading
+
+    /// A reading starts at this moment of the monotonic clock.
+    void Start(std::chrono::milliseconds now);
+
+    /// The next averaged reading.
+    void Add(float potential_mV);
+
+    /// The last ten averaged readings lie within 0.2 mV. Fewer are never steady.
+    bool IsSteady() const;
+
+    /// "steady" or "drifting".
+    const char* Text() const { return IsSteady() ? "steady" : "drifting"; }
+
+    std::chrono::milliseconds Elapsed(std::chrono::milliseconds now) const { return now - start_; }
+
+private:
+    std::array<float, window> recent_mV_{};
+    std::size_t count_ = 0;
+    std::chrono::milliseconds start_{0};
+};
+
+/// Whole minutes and seconds, "1:05".
+std::string MinutesAndSeconds(std::chrono::milliseconds time);

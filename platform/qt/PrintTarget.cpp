@@ -1,0 +1,75 @@
+#include "platform/qt/PrintTarget.h"
+
+#include "app/RunTimeError.h"
+#include "platform/qt/Text.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QPrinter>
+#include <QPrinterInfo>
+
+#include <filesystem>
+#include <system_error>
+
+namespace platform {
+
+namespace {
+
+constexpr qint64 trailerSize = 64; // "startxref", an offset and "%%EOF"
+
+/// A PDF file ends with the place of its cross-reference table. Both are there only when every
+/// byte before them was written.
+bool IsWholePdf(const QString& name) {
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly) ||
+        !file.seek(std::max<qint64>(0, file.size() - trailerSize)))
+        return false;
+    const QByteArray trailer = file.readAll();
+    const QByteArray mark = "startxref\n";
+    const qsizetype start = trailer.lastIndexOf(mark);
+    if (start < 0 || !trailer.trimmed().endsWith("%%EOF"))
+        return false;
+    const QByteArray offset = trailer.mid(start + mark.size()).split('\n').first();
+    return file.seek(offset.toLongLong()) && file.read(4) == "xref";
+}
+
+} // namespace
+
+PrintTarget::PrintTarget(QPrinter& printer) : printer_(printer), file_(printer.outputFileName()) {
+    if (!file_.isEmpty()) {
+        partial_ = file_ + ".part";
+        printer_.setOutputFileName(partial_);
+        return;
+    }
+    const QPrinterInfo info(printer_);
+    if (info.isNull())
+        throw RunTimeError("no printer is set up");
+    if (info.state() == QPrinter::Error)
+        throw RunTimeError("the printer " + info.printerName().toStdString() + " is stopped");
+}
+
+PrintTarget::~PrintTarget() {
+    if (file_.isEmpty())
+        return;
+    printer_.setOutputFileName(file_);
+    QFile::remove(partial_);
+}
+
+void PrintTarget::Finish() {
+    if (file_.isEmpty()) {
+        const QString error = QueueError();
+        if (!error.isEmpty())
+            throw RunTimeError(printer_.printerName().toStdString() + ": " + error.toStdString());
+        return;
+    }
+    const std::string name = QFileInfo(file_).fileName().toStdString();
+    if (!IsWholePdf(partial_))
+        throw RunTimeError("writing " + name +
+                           ": the file could not be written whole (disk full?)");
+    std::error_code failed;
+    std::filesystem::rename(Text::ToPath(partial_), Text::ToPath(file_), failed);
+    if (failed)
+        throw RunTimeError("writing " + name + ": " + failed.message());
+}
+
+} // namespace platform

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+class QPrinter;
+
+namespace platform {
+
+/// Where a QPrinter's next document goes: a file, which appears only when it is whole, or the queue
+/// of a printer. Made before the document is opened.
+class PrintTarget {
+public:
+    /// Throws RunTimeError when the queue is stopped.
+    explicit PrintTarget(QPrinter& printer);
+    ~PrintTarget();
+    PrintTarget(const PrintTarget&) = delete;
+    PrintTarget& operator=(const PrintTarget&) = delete;
+
+    /// To be called after the document has ended: the file is put in place of an older one. Throws
+    /// RunTimeError when the document did not arrive whole; an older file is then as it was.
+    void Finish();
+
+private:
+    QPrinter& printer_;
+    QString file_;    ///< empty for a queue
+    QString partial_; ///< what is written first
+};
+
+/// What the print system says of the last document handed to it; empty when it took it.
+QString QueueError();
+
+} // namespace platform

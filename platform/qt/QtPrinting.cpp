@@ -1,0 +1,107 @@
+#include "platform/qt/QtPrinting.h"
+
+#include "app/RunTimeError.h"
+#include "platform/qt/InputGate.h"
+#include "platform/qt/PrintTarget.h"
+#include "platform/qt/QtPrinter.h"
+#include "platform/qt/Text.h"
+
+#include <QApplication>
+#include <QPaintEngine>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+
+#include <exception>
+
+namespace platform {
+
+namespace {
+
+/// Left is wider: pages are filed there, and the rules of a table end short of the right edge.
+const QMarginsF margins_mm(15, 12, 10, 12);
+
+PrintOutcome Draw(QPrinter& printer, const PrintDocument& document) {
+    const InputGate gate;
+    QtPrinter pages(printer, [&gate] { return gate.StopRequested(); });
+    try {
+        document(pages);
+    } catch (...) {
+        pages.Abort();
+        throw;
+    }
+    if (gate.StopRequested()) {
+        pages.Abort();
+        return PrintOutcome::stopped;
+    }
+    pages.End();
+    return PrintOutcome::printed;
+}
+
+/// Draws whenever the preview asks; what a drawing throws must not reach the event loop, so it
+/// waits here until the preview has closed.
+class PreviewSession {
+public:
+    PreviewSession(QPrinter& printer, const std::string& name, const PrintDocument& document)
+        : printer_(printer), name_(name), document_(document),
+          dialog_(&printer, QApplication::activeWindow()) {
+        dialog_.setWindowTitle("Print Preview - " + Text::ToQt(name));
+        QObject::connect(&dialog_, &QPrintPreviewDialog::paintRequested, &dialog_,
+                         [this] { Paint(); });
+    }
+
+    PrintOutcome Run() {
+        const bool accepted = dialog_.exec() == QDialog::Accepted;
+        if (error_)
+            std::rethrow_exception(error_);
+        if (outcome_ == PrintOutcome::stopped)
+            return outcome_;
+        return accepted ? PrintOutcome::printed : PrintOutcome::cancelled;
+    }
+
+private:
+    void Paint() {
+        try {
+            // The preview draws into a picture, the print run on the printer or into a file.
+            const bool isPreview = printer_.paintEngine()->type() == QPaintEngine::Picture;
+            outcome_ = isPreview ? Draw(printer_, document_) : PrintOn(printer_, name_, document_);
+        } catch (...) {
+            error_ = std::current_exception();
+        }
+        if (error_ || outcome_ == PrintOutcome::stopped)
+            QMetaObject::invokeMethod(&dialog_, &QDialog::reject, Qt::QueuedConnection);
+    }
+
+    QPrinter& printer_;
+    const std::string& name_;
+    const PrintDocument& document_;
+    QPrintPreviewDialog dialog_;
+    PrintOutcome outcome_ = PrintOutcome::cancelled;
+    std::exception_ptr error_;
+};
+
+} // namespace
+
+PrintOutcome PrintOn(QPrinter& printer, const std::string& name, const PrintDocument& document) {
+    try {
+        PrintTarget target(printer);
+        const PrintOutcome outcome = Draw(printer, document);
+        if (outcome == PrintOutcome::printed)
+            target.Finish();
+        return outcome;
+    } catch (const RunTimeError& error) {
+        throw RunTimeError("Printing " + name + ": " + error.what());
+    }
+}
+
+void SetMargins(QPrinter& printer) {
+    printer.setPageMargins(margins_mm, QPageLayout::Millimeter);
+}
+
+PrintOutcome QtPrinting::Print(const std::string& name, const PrintDocument& document) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(Text::ToQt(name));
+    SetMargins(printer);
+    return PreviewSession(printer, name, document).Run();
+}
+
+} // namespace platform

@@ -1,0 +1,241 @@
+#include "report/PrintLayout.h"
+
+#include "app/Mcommon.h"
+#include "app/RunTimeError.h"
+#include "report/PrintColumns.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace Mreport {
+
+namespace {
+
+constexpr std::array<int, 5> columnsOfFour = {0, 20, 35, 50, 65};
+constexpr std::array<int, 9> columnsOfEight = {0, 15, 26, 37, 48, 59, 70, 81, 92};
+constexpr int widestValue = 10; // -1.23E+04 and a blank
+constexpr int largestText_pt = 10;
+constexpr int smallestText_pt = 5;
+/// Title and headings; a body line begins below them and, by the rule for a new page, always ends
+/// above the end of the page.
+constexpr int headerLines = 2;
+constexpr int linesKept = 3;
+
+constexpr std::string_view recordMark = "Record ";
+constexpr std::string_view commentMark = "Comment:";
+constexpr std::string_view projectMark = "Project Name:";
+
+std::span<const int> Columns(int channelCount) {
+    if (channelCount > static_cast<int>(columnsOfFour.size()) - 1)
+        return columnsOfEight;
+    return columnsOfFour;
+}
+
+/// The number of a record's first line; nothing for any other line.
+std::optional<std::int32_t> RecordNumber(std::string_view line) {
+    if (!line.starts_with(recordMark))
+        return std::nullopt;
+    line.remove_prefix(recordMark.size());
+    std::int32_t number = 0;
+    const auto parsed = std::from_chars(line.data(), line.data() + line.size(), number);
+    return parsed.ec == std::errc() ? std::optional(number) : std::nullopt;
+}
+
+/// A comment may hold dashes too, so only a line of nothing else is a separator.
+bool IsSeparator(std::string_view line) {
+    return line.size() >= 3 && line.find_first_not_of('-') == std::string_view::npos;
+}
+
+std::vector<std::string> SplitAtTabs(std::string_view line) {
+    std::vector<std::string> parts;
+    for (std::size_t start = 0; start <= line.size();) {
+        const std::size_t tab = std::min(line.find('\t', start), line.size());
+        parts.push_back(Mcommon::TrimControl(line.substr(start, tab - start)));
+        start = tab + 1;
+    }
+    return parts;
+}
+
+/// Pieces of at most `width` characters, broken at blanks where there are any.
+std::vector<std::string> Wrap(std::string_view text, std::size_t width) {
+    std::vector<std::string> pieces;
+    while (text.size() > width) {
+        const std::size_t blank = text.rfind(' ', width);
+        const bool atBlank = blank != std::string_view::npos && blank > 0;
+        pieces.emplace_back(text.substr(0, atBlank ? blank : width));
+        text.remove_prefix(atBlank ? blank + 1 : width);
+    }
+    pieces.emplace_back(text);
+    return pieces;
+}
+
+/// One printed table: the page header, and lines below it.
+class TablePrint {
+public:
+    TablePrint(platform::Printer& printer, const TableReport& report)
+        : printer_(printer), report_(report), columns_(Columns(report.channelCount)) {
+        const float size = PrintColumns::FittingSize(printer, columns_.back() + widestValue,
+                                                     largestText_pt, smallestText_pt);
+        printer_.SetFont({size});
+        lineHeight_ = PrintColumns::LineHeight(printer_);
+        ruleEnd_ = printer_.PageWidth() - 2 * printer_.TextWidth("ABC");
+        PrintHeader();
+    }
+
+    void Line(std::string_view line) {
+        if (IsSeparator(line))
+            Separator();
+        else if (line.starts_with(commentMark))
+            Comment(line);
+        else if (line.starts_with(projectMark))
+            FreeText(line);
+        else
+            Cells(SplitAtTabs(line));
+    }
+
+private:
+    void PrintHeader() {
+        const std::string pageAndDate =
+            "Page " + std::to_string(printer_.PageNumber()) + "   " + report_.date;
+        const float right = ruleEnd_ - printer_.TextWidth(pageAndDate);
+        PrintColumns::PrintAt(printer_, {0, 0}, FittingTitle(right - printer_.TextWidth("ABC")));
+        PrintColumns::PrintAt(printer_, {right, 0}, pageAndDate);
+        for (std::size_t channel = 1; channel < columns_.size(); ++channel)
+            PrintColumns::PrintAt(printer_, {ColumnX(channel), lineHeight_},
+                                  "Chan " + std::to_string(channel));
+        Rule(headerLines * lineHeight_);
+        linesOnPage_ = 0;
+    }
+
+    /// A long name loses its end, so that the page number keeps its place.
+    std::string FittingTitle(float width) const {
+        std::string name = report_.name;
+        std::string title = PrintTitle(report_.channelCount, name, PrintKind::table);
+        while (printer_.TextWidth(title) > width && !name.empty()) {
+            name.pop_back();
+            title = PrintTitle(report_.channelCount, name + "...", PrintKind::table);
+        }
+        return title;
+    }
+
+    /// Makes room for a line: afterwards it belongs at the returned height.
+    float StartLine() {
+        const float needed = static_cast<float>(linesOnPage_ + linesKept) * lineHeight_;
+        if (!(needed < printer_.PageHeight()) && linesOnPage_ > 0) {
+            printer_.NewPage();
+            PrintHeader();
+        }
+        return static_cast<float>(headerLines + linesOnPage_++) * lineHeight_;
+    }
+
+    void Separator() { Rule(StartLine()); }
+
+    void Cells(const std::vector<std::string>& parts) {
+        const float y = StartLine();
+        const std::size_t count = std::min(parts.size(), columns_.size());
+        for (std::size_t part = 0; part < count; ++part)
+            if (!parts[part].empty())
+                PrintColumns::PrintAt(printer_, {ColumnX(part), y}, parts[part]);
+    }
+
+    void Comment(std::string_view line) {
+        const std::string text = Mcommon::TrimControl(line.substr(commentMark.size()));
+        const float room = ruleEnd_ - ColumnX(1);
+        bool first = true;
+        for (const std::string& piece : Wrap(text, CharactersIn(room))) {
+            const float y = StartLine();
+            if (first)
+                PrintColumns::PrintAt(printer_, {0, y}, commentMark);
+            if (!piece.empty())
+                PrintColumns::PrintAt(printer_, {ColumnX(1), y}, piece);
+            first = false;
+        }
+    }
+
+    void FreeText(std::string_view line) {
+        std::string text(line);
+        std::replace(text.begin(), text.end(), '\t', ' ');
+        for (const std::string& piece : Wrap(text, CharactersIn(ruleEnd_)))
+            PrintColumns::PrintAt(printer_, {0, StartLine()}, piece);
+    }
+
+    void Rule(float y) { printer_.DrawLine({0, y}, {ruleEnd_, y}); }
+
+    float ColumnX(std::size_t part) const { return PrintColumns::X(printer_, columns_[part]); }
+
+    std::size_t CharactersIn(float width) const {
+        return static_cast<std::size_t>(std::max(1.0F, width / printer_.TextWidth("0")));
+    }
+
+    platform::Printer& printer_;
+    const TableReport& report_;
+    std::span<const int> columns_;
+    float lineHeight_ = 0;
+    float ruleEnd_ = 0;
+    int linesOnPage_ = 0;
+};
+
+/// The first line from `start` on that begins a record whose number pleases; the line count where
+/// there is none.
+template <class Wanted>
+std::size_t FindRecordLine(const PageText& page, std::size_t start, Wanted wanted) {
+    const std::size_t count = page.LineCount();
+    for (std::size_t line = start; line < count; ++line) {
+        Mcommon::LetEventsRun();
+        const auto number = RecordNumber(page.Line(line));
+        if (number && wanted(*number))
+            return line;
+    }
+    return count;
+}
+
+} // namespace
+
+std::string PrintTitle(int channelCount, std::string_view name, PrintKind kind) {
+    std::string title = std::to_string(channelCount) + "-Channel Vantrel - ";
+    title += name.empty() ? std::string_view("Noname") : name;
+    title += kind == PrintKind::table ? " Report: Table" : " Report: Graphic";
+    return title;
+}
+
+LineRange FindPrintedLines(const TableReport& report, RecordRange range) {
+    const PageText& page = report.page;
+    const std::size_t count = page.LineCount();
+    const auto isFirst = [range](std::int32_t number) { return number == range.first; };
+    const auto isInside = [range](std::int32_t number) {
+        return number >= range.first && number <= range.last;
+    };
+    const std::int64_t near =
+        (std::int64_t{range.first} - report.firstRecordOfPage) * report.linesPerRecord;
+    std::size_t first =
+        FindRecordLine(page, static_cast<std::size_t>(std::max<std::int64_t>(near, 0)), isFirst);
+    if (first == count)
+        first = FindRecordLine(page, 0, isFirst);
+    if (first == count)
+        first = FindRecordLine(page, 0, isInside);
+    if (first == count)
+        throw RunTimeError("The list holds no record from " + std::to_string(range.first) + " to " +
+                           std::to_string(range.last));
+    const auto isBehind = [range](std::int32_t number) { return number > range.last; };
+    return {first, FindRecordLine(page, first, isBehind)};
+}
+
+void PrintTable(platform::Printer& printer, const TableReport& report, RecordRange range,
+                const std::function<void(const TableProgress&)>& progress) {
+    Mcommon::errorLocation = "PrintTable";
+    const LineRange lines = FindPrintedLines(report, range);
+    TablePrint table(printer, report);
+    for (std::size_t line = lines.first; line < lines.end; ++line) {
+        Mcommon::LetEventsRun();
+        if (printer.StopRequested())
+            return;
+        table.Line(report.page.Line(line));
+        progress({line - lines.first + 1, lines.end - lines.first, printer.PageNumber()});
+    }
+}
+
+} // namespace Mreport
