@@ -189,8 +189,10 @@ void fncInitializeComPort() {
         controls.tmrTransferInterval->SetInterval(initialInterval);
     }
     LoadPortSettings();
+    PortOK = false;
     try {
-        internal::OpenWithTimeouts(PortNumber);
+        OpenPort(BitRate, PortNumber);
+        PortOK = true;
     } catch (const RunTimeError& error) {
         internal::Fail(error.what());
     }
@@ -237,9 +239,10 @@ void TestPort(std::int32_t bitRate, std::int16_t portNumber) {
 }
 
 void SetBitRateComboBox() {
-    const auto entry = std::find_if(
-        offeredBitRates.begin(), offeredBitRates.end(),
-        [](std::string_view text) { return NumberText::Leading(text) == double{1} * BitRate; });
+    const auto entry =
+        std::find_if(offeredBitRates.begin(), offeredBitRates.end(), [](std::string_view text) {
+            return NumberText::Leading(text) == double{1} * BitRate;
+        });
     if (entry != offeredBitRates.end() && Data().controls.SelectBitRate)
         Data().controls.SelectBitRate(static_cast<int>(entry - offeredBitRates.begin()));
 }

@@ -38,12 +38,12 @@ struct Controls {
     platform::SerialControl* MSComm1 = nullptr;
     platform::Timer* tmrTimeout = nullptr;
     platform::Timer* tmrTransferInterval = nullptr;
-    std::function<void(const std::string&)> SetStatusText;             ///< txtStatus
-    std::function<void(const std::vector<std::string>&)> SetPortList;  ///< entries of cboPort
-    std::function<void(int)> SelectPort;                               ///< entry of cboPort
-    std::function<void(int)> SelectBitRate;                            ///< entry of cboBitRate
-    std::function<std::int16_t()> IntervalValue;                       ///< 1 where empty
-    std::function<std::string()> IntervalUnit;                         ///< "seconds" where empty
+    std::function<void(const std::string&)> SetStatusText;            ///< txtStatus
+    std::function<void(const std::vector<std::string>&)> SetPortList; ///< entries of cboPort
+    std::function<void(int)> SelectPort;                              ///< entry of cboPort
+    std::function<void(int)> SelectBitRate;                           ///< entry of cboBitRate
+    std::function<std::int16_t()> IntervalValue;                      ///< 1 where empty
+    std::function<std::string()> IntervalUnit;                        ///< "seconds" where empty
 };
 
 /// Takes the controls into use and connects the serial control's events. The timers' ticks must

@@ -10,10 +10,10 @@
 /// Moving averages of the latest readings over the twelve positions of a cycle.
 namespace DataAcq {
 
-extern std::int16_t AverageCount; ///< readings averaged into one value
-extern bool AveragePrimed;        ///< the history has been filled once in this series
-extern std::int16_t AveragePos;   ///< next history row to overwrite
-extern bool ReadingEnabled;       ///< cleared by a screen to abandon a read in progress
+extern std::int16_t AverageCount;    ///< readings averaged into one value
+extern bool AveragePrimed;           ///< the history has been filled once in this series
+extern std::int16_t AveragePos;      ///< next history row to overwrite
+extern bool ReadingEnabled;          ///< cleared by a screen to abandon a read in progress
 extern std::int16_t ConnectionState; ///< 1 once a value has been taken from the instrument
 
 /// Shown by the screens when the link has failed.

@@ -56,9 +56,13 @@ void Fail(const std::string& reason) {
 
 } // namespace internal
 
-LinkState State() { return internal::Data().state; }
+LinkState State() {
+    return internal::Data().state;
+}
 
-const std::string& StatusText() { return internal::Data().status; }
+const std::string& StatusText() {
+    return internal::Data().status;
+}
 
 std::string LinkText() {
     std::string text = "COM" + NumberText::Plain(std::int32_t{PortNumber}) + ", " +

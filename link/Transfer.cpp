@@ -28,7 +28,9 @@ std::string WithMoment(const char* text) {
     return text + DateText::General(platform::Current().clock.Now());
 }
 
-std::string DecimalText(std::uint8_t byte) { return NumberText::Plain(std::int32_t{byte}); }
+std::string DecimalText(std::uint8_t byte) {
+    return NumberText::Plain(std::int32_t{byte});
+}
 
 void EnableTimeout(bool enabled) {
     auto* timer = Data().controls.tmrTimeout;
@@ -126,8 +128,7 @@ void TakePolledFrame() {
     TimedOut = false;
     const auto session = Data().session;
     const auto bytes = internal::Control().Input(Frame::length);
-    std::copy_n(bytes.begin(), std::min(bytes.size(), Frame::length),
-                Data().receiveBuffer.begin());
+    std::copy_n(bytes.begin(), std::min(bytes.size(), Frame::length), Data().receiveBuffer.begin());
     // The next frame may have begun within the bad one.
     Data().unsolicited.assign(bytes.begin(), bytes.end());
     if (AcceptFrame(true))
@@ -186,8 +187,8 @@ void FailPort(const char* what) {
 /// The wait has expired with fewer than 48 bytes.
 void ReportTimeout() {
     const bool nothingCame = internal::Control().InBufferCount() == 0;
-    internal::Fail(WithMoment(nothingCame ? "System not responding: "
-                                          : "Data transmission Timeout Error: "));
+    internal::Fail(
+        WithMoment(nothingCame ? "System not responding: " : "Data transmission Timeout Error: "));
 }
 
 } // namespace

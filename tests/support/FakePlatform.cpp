@@ -54,6 +54,8 @@ std::int16_t Dialogs::ShowMessage(const std::string& prompt, std::int16_t style,
     messages_.pop_front();
     EXPECT_EQ(prompt, expected.prompt);
     EXPECT_EQ(style, expected.style);
+    if (whileMessageIsOpen)
+        whileMessageIsOpen();
     return expected.answer;
 }
 

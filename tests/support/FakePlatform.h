@@ -29,6 +29,9 @@ public:
         std::function<std::optional<std::filesystem::path>(const platform::FileDialogRequest&)>
             answer);
 
+    /// Runs while a message box is open, before its answer.
+    std::function<void()> whileMessageIsOpen;
+
     int beeps = 0;
     /// The order of beeps and boxes, for example {"beep", "message"}.
     std::vector<std::string> events;

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/SerialControl.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace platform {
+
+/// Why a serial device cannot be opened, from what the system tells about it, for the end of an
+/// error message: it is missing, the user may not (with the group to join), or another program
+/// holds it. Empty where the system gives no such reason; the opening's own error then counts.
+std::string WhyDeviceCannotOpen(const std::string& device);
+
+/// A claim on an open device that programs of the same habit respect, held until destroyed.
+class DeviceClaim {
+public:
+    virtual ~DeviceClaim() = default;
+};
+
+/// Claims the device behind an open handle; nothing when another program holds it. The claim ends
+/// before the handle is closed.
+std::unique_ptr<DeviceClaim> ClaimDevice(std::intptr_t handle);
+
+/// Sets the driver's time-out record of an open device, where the system has one.
+void SetDriverTimeouts(std::intptr_t handle, const CommTimeouts& timeouts);
+
+} // namespace platform

@@ -1,0 +1,74 @@
+#include "platform/SerialDevice.h"
+
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <grp.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+/// The group that the device lets in besides its owner, empty where there is none.
+std::string GroupWithAccess(const struct stat& status) {
+    constexpr mode_t readAndWrite = S_IRGRP | S_IWGRP;
+    if ((status.st_mode & readAndWrite) != readAndWrite)
+        return {};
+    std::array<char, 4096> buffer{};
+    struct group entry {};
+    struct group* found = nullptr;
+    if (getgrgid_r(status.st_gid, &entry, buffer.data(), buffer.size(), &found) != 0 || !found)
+        return {};
+    return entry.gr_name;
+}
+
+class PosixDeviceClaim : public DeviceClaim {
+public:
+    explicit PosixDeviceClaim(int handle) : handle_(handle) {}
+    ~PosixDeviceClaim() override { flock(handle_, LOCK_UN); }
+    PosixDeviceClaim(const PosixDeviceClaim&) = delete;
+    PosixDeviceClaim& operator=(const PosixDeviceClaim&) = delete;
+
+private:
+    int handle_;
+};
+
+} // namespace
+
+std::string WhyDeviceCannotOpen(const std::string& device) {
+    struct stat status {};
+    if (stat(device.c_str(), &status) != 0) {
+        if (errno == ENOENT || errno == ENOTDIR)
+            return device + " is not connected";
+        if (errno == EACCES)
+            return "no permission for the folder of " + device;
+        return {};
+    }
+    if (!S_ISCHR(status.st_mode))
+        return device + " is not a serial device";
+    if (access(device.c_str(), R_OK | W_OK) == 0)
+        return {};
+    if (errno != EACCES)
+        return {};
+    const auto group = GroupWithAccess(status);
+    const auto reason = "no permission to use " + device;
+    if (group.empty() || group == "root")
+        return reason + "; ask the administrator for access to it";
+    return reason + "; join the group \"" + group + "\" (sudo usermod -aG " + group +
+           " <your user name>) and log in again";
+}
+
+std::unique_ptr<DeviceClaim> ClaimDevice(std::intptr_t handle) {
+    const int descriptor = static_cast<int>(handle);
+    if (flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        return nullptr;
+    return std::make_unique<PosixDeviceClaim>(descriptor);
+}
+
+void SetDriverTimeouts(std::intptr_t /*handle*/, const CommTimeouts& /*timeouts*/) {
+    // A terminal's driver keeps no such record; nothing here waits inside a read or a write.
+}
+
+} // namespace platform

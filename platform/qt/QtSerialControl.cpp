@@ -1,0 +1,198 @@
+#include "platform/qt/QtSerialControl.h"
+
+#include "app/CodePage.h"
+#include "app/RunTimeError.h"
+#include "platform/Platform.h"
+#include "platform/System.h"
+
+#include <QFileInfo>
+#include <QMetaObject>
+
+#include <algorithm>
+#include <utility>
+
+namespace platform {
+namespace {
+
+constexpr std::string_view lineFormat = ",N,8,1";
+
+/// A number on one system, a pointer on the other; this cast serves both.
+std::intptr_t HandleOf(const QSerialPort& port) {
+    return std::intptr_t(port.handle());
+}
+
+/// The core's text of a file name or system message; a character that the code page lacks is
+/// shown by its place only.
+std::string CoreText(const QString& text) {
+    std::string result;
+    for (const QChar character : text)
+        result.push_back(
+            static_cast<char>(CodePage::FromUnicode(character.unicode()).value_or('?')));
+    return result;
+}
+
+} // namespace
+
+QtSerialControl::QtSerialControl(QObject* parent) : QObject(parent) {
+    connect(&port_, &QSerialPort::readyRead, this, &QtSerialControl::PostDelivery);
+    connect(&port_, &QSerialPort::errorOccurred, this, &QtSerialControl::ErrorOccurred);
+}
+
+QtSerialControl::~QtSerialControl() {
+    port_.disconnect(this);
+    Close();
+}
+
+std::string QtSerialControl::PortName() const {
+    return "COM" + std::to_string(commPort_);
+}
+
+void QtSerialControl::SetPortOpen(bool open) {
+    if (open == port_.isOpen())
+        return;
+    if (open)
+        Open();
+    else
+        Close();
+}
+
+void QtSerialControl::Open() {
+    const auto named = DeviceOfPort(commPort_, Current().places.ConfigurationFolder());
+    if (named.empty())
+        RefuseOpening("there is no such port");
+    // Locks go by the device's own name, so that a link to it is no way around them.
+    const auto resolved = QFileInfo(QString::fromStdString(named)).canonicalFilePath();
+    const auto device = resolved.isEmpty() ? QString::fromStdString(named) : resolved;
+    if (const auto reason = WhyDeviceCannotOpen(device.toStdString()); !reason.empty())
+        RefuseOpening(CoreText(QString::fromStdString(reason)));
+    ApplySettings();
+    port_.setPortName(device);
+    if (!port_.open(QIODevice::ReadWrite)) {
+        RefuseOpening(port_.error() == QSerialPort::PermissionError
+                          ? CoreText(device) + " is in use by another program"
+                          : CoreText(device) + ": " + CoreText(port_.errorString()));
+    }
+    claim_ = ClaimDevice(HandleOf(port_));
+    if (!claim_)
+        RefuseOpening(CoreText(device) + " is in use by another program");
+    port_.clear();
+    lost_ = false;
+    ++opening_;
+    input_.clear();
+}
+
+void QtSerialControl::ApplySettings() {
+    const auto comma = settings_.find(',');
+    const auto bitRate = QString::fromStdString(settings_.substr(0, comma)).toInt();
+    if (comma == std::string::npos || settings_.substr(comma) != lineFormat || bitRate <= 0 ||
+        !port_.setBaudRate(bitRate))
+        RefuseOpening("the line format " + settings_ + " is not possible");
+    port_.setParity(QSerialPort::NoParity);
+    port_.setDataBits(QSerialPort::Data8);
+    port_.setStopBits(QSerialPort::OneStop);
+    port_.setFlowControl(QSerialPort::NoFlowControl);
+}
+
+void QtSerialControl::RefuseOpening(const std::string& reason) {
+    Close();
+    throw RunTimeError("Opening " + PortName() + ": " + reason);
+}
+
+void QtSerialControl::Close() {
+    ++opening_;
+    input_.clear();
+    deliveryPosted_ = false;
+    claim_.reset();
+    if (!port_.isOpen())
+        return;
+    if (!lost_)
+        port_.clear(); // else closing would wait for bytes that a stopped line does not take
+    port_.close();
+}
+
+std::size_t QtSerialControl::InBufferCount() const {
+    // Bytes that the system holds already count, even if the event loop has not told them yet.
+    if (port_.isOpen() && !lost_)
+        port_.waitForReadyRead(0);
+    TakeFromPort();
+    return input_.size();
+}
+
+void QtSerialControl::TakeFromPort() const {
+    if (!port_.isOpen())
+        return;
+    const QByteArray bytes = port_.readAll();
+    input_.insert(input_.end(), bytes.begin(), bytes.end());
+    if (input_.size() > bufferSize_)
+        input_.resize(bufferSize_); // as a driver does, the bytes that find no place are lost
+}
+
+void QtSerialControl::ClearInBuffer() {
+    if (port_.isOpen() && !lost_)
+        port_.clear(QSerialPort::Input);
+    input_.clear();
+}
+
+std::vector<std::uint8_t> QtSerialControl::Input(std::size_t count) {
+    TakeFromPort();
+    const auto taken = static_cast<std::ptrdiff_t>(std::min(count, input_.size()));
+    std::vector<std::uint8_t> bytes(input_.begin(), input_.begin() + taken);
+    input_.erase(input_.begin(), input_.begin() + taken);
+    return bytes;
+}
+
+void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
+    port_.clearError();
+    const auto size = static_cast<qint64>(bytes.size());
+    const bool written =
+        !lost_ && port_.write(reinterpret_cast<const char*>(bytes.data()), size) == size;
+    port_.flush();
+    if (!written || port_.error() == QSerialPort::WriteError ||
+        port_.error() == QSerialPort::ResourceError)
+        throw RunTimeError("Writing to " + PortName() + ": " +
+                           (lost_ ? "the port has gone" : CoreText(port_.errorString())));
+}
+
+void QtSerialControl::SetCommTimeouts(const CommTimeouts& timeouts) {
+    timeouts_ = timeouts;
+    if (port_.isOpen())
+        SetDriverTimeouts(HandleOf(port_), timeouts);
+}
+
+void QtSerialControl::ErrorOccurred(QSerialPort::SerialPortError error) {
+    // What a look without waiting leaves behind is no error of the line.
+    const bool deviceGone = error == QSerialPort::ResourceError ||
+                            error == QSerialPort::ReadError || error == QSerialPort::WriteError;
+    if (!deviceGone || lost_ || !port_.isOpen())
+        return;
+    lost_ = true;
+    PostDelivery();
+}
+
+void QtSerialControl::PostDelivery() {
+    if (std::exchange(deliveryPosted_, true))
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this, opening = opening_] {
+            if (opening == opening_)
+                Guard([this] { Deliver(); });
+        },
+        Qt::QueuedConnection);
+}
+
+void QtSerialControl::Deliver() {
+    deliveryPosted_ = false;
+    const auto opening = opening_;
+    TakeFromPort();
+    if (OnArrival)
+        OnArrival();
+    if (opening != opening_)
+        return;
+    if (OnComm && threshold_ > 0 && InBufferCount() >= static_cast<std::size_t>(threshold_))
+        OnComm(Event::receive);
+    if (OnComm && lost_ && opening == opening_)
+        OnComm(Event::portLost);
+}
+
+} // namespace platform

@@ -1,0 +1,34 @@
+#include "platform/SerialDevice.h"
+
+#include "app/RunTimeError.h"
+
+#include <windows.h>
+
+namespace platform {
+namespace {
+
+/// The system itself opens a serial device for one program only.
+class Win32DeviceClaim : public DeviceClaim {};
+
+} // namespace
+
+std::string WhyDeviceCannotOpen(const std::string& /*device*/) {
+    return {};
+}
+
+std::unique_ptr<DeviceClaim> ClaimDevice(std::intptr_t /*handle*/) {
+    return std::make_unique<Win32DeviceClaim>();
+}
+
+void SetDriverTimeouts(std::intptr_t handle, const CommTimeouts& timeouts) {
+    COMMTIMEOUTS record{};
+    record.ReadIntervalTimeout = timeouts.readInterval;
+    record.ReadTotalTimeoutMultiplier = timeouts.readTotalMultiplier;
+    record.ReadTotalTimeoutConstant = timeouts.readTotalConstant;
+    record.WriteTotalTimeoutMultiplier = timeouts.writeTotalMultiplier;
+    record.WriteTotalTimeoutConstant = timeouts.writeTotalConstant;
+    if (!::SetCommTimeouts(reinterpret_cast<HANDLE>(handle), &record))
+        throw RunTimeError("Setting the port's time-outs failed");
+}
+
+} // namespace platform
