@@ -1,0 +1,160 @@
+#include "screens/frmPortSettings/frmPortSettings.h"
+
+#include "link/CommPort.h"
+#include "platform/Platform.h"
+#include "platform/qt/Text.h"
+#include "screens/frmPortSettings/PortDevice.h"
+#include "ui_frmPortSettings.h"
+
+#include <QFileInfo>
+#include <QStringList>
+
+namespace {
+
+/// Beside its text "COM5" an entry of cboPort carries its number.
+int ChosenPort(const QComboBox& box) {
+    return box.currentIndex() < 0 ? CommPort::PortNumber : box.currentData().toInt();
+}
+
+int NumberOfPort(const QString& name) {
+    return name.mid(3).toInt(); // behind "COM"
+}
+
+} // namespace
+
+frmPortSettings::frmPortSettings(QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmPortSettings>()) {
+    ui_->setupUi(this);
+    tmrTimeout.setObjectName("tmrTimeout");
+    tmrTransferInterval.setObjectName("tmrTransferInterval");
+    for (QTimer* timer : {&tmrTimeout, &tmrTransferInterval})
+        timer->setParent(this);
+    Form_Load();
+    AttachControls();
+    ConnectSignals();
+}
+
+frmPortSettings::~frmPortSettings() {
+    CommPort::Detach();
+}
+
+void frmPortSettings::Form_Load() {
+    for (const auto rate : CommPort::offeredBitRates) {
+        const auto text = Text::ToQt(rate);
+        ui_->cboBitRate->addItem(text, text.toInt());
+    }
+    ui_->cboBitRate->setCurrentIndex(-1);
+    ui_->cboPort->setCurrentIndex(-1);
+}
+
+void frmPortSettings::AttachControls() {
+    CommPort::Controls controls;
+    controls.MSComm1 = &MSComm1;
+    controls.tmrTimeout = &timeout_;
+    controls.tmrTransferInterval = &transferInterval_;
+    controls.SetStatusText = [this](const std::string& text) { SetStatusText(text); };
+    controls.SetPortList = [this](const auto& ports) { SetPortList(ports); };
+    controls.SelectPort = [this](int entry) { ui_->cboPort->setCurrentIndex(entry); };
+    controls.SelectBitRate = [this](int entry) { ui_->cboBitRate->setCurrentIndex(entry); };
+    controls.IntervalValue = [this] {
+        return static_cast<std::int16_t>(ui_->txtInterval->value());
+    };
+    controls.IntervalUnit = [this] { return Text::FromQt(ui_->cboIntervalUnit->currentText()); };
+    MSComm1.Guard = [this](const std::function<void()>& handler) {
+        guard_("frmPortSettings - MSComm1", handler);
+    };
+    CommPort::Attach(std::move(controls));
+}
+
+void frmPortSettings::ConnectSignals() {
+    const auto guarded = [this](const char* location, auto handler) {
+        return [this, location, handler] { guard_(location, handler); };
+    };
+    connect(ui_->cmdOK, &QPushButton::clicked, this,
+            guarded("frmPortSettings - cmdOK", [this] { cmdOK_Click(); }));
+    connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui_->cmdScan, &QPushButton::clicked, this,
+            guarded("frmPortSettings - cmdScan", [this] { cmdScan_Click(); }));
+    // The device's line follows the selection, whoever made it.
+    connect(ui_->cboPort, &QComboBox::currentIndexChanged, this,
+            guarded("frmPortSettings - cboPort", [this] { cboPort_Click(); }));
+    connect(ui_->txtInterval, &QSpinBox::valueChanged, this,
+            guarded("frmPortSettings - txtInterval", [this] { IntervalChanged(); }));
+    connect(ui_->cboIntervalUnit, &QComboBox::activated, this,
+            guarded("frmPortSettings - cboIntervalUnit", [this] { IntervalChanged(); }));
+    connect(&tmrTimeout, &QTimer::timeout, this,
+            guarded("frmPortSettings - tmrTimeout", CommPort::tmrTimeout_Timer));
+    connect(&tmrTransferInterval, &QTimer::timeout, this,
+            guarded("frmPortSettings - tmrTransferInterval", CommPort::tmrTransferInterval_Timer));
+}
+
+void frmPortSettings::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!event->spontaneous())
+        guard_("frmPortSettings - Form_Activate", [this] { Form_Activate(); });
+}
+
+void frmPortSettings::Form_Activate() {
+    CommPort::ScanPorts();
+    CommPort::SetBitRateComboBox();
+    CommPort::SetPortComboBox();
+    ShowProblems();
+    cboPort_Click();
+    ui_->cboPort->setFocus();
+}
+
+void frmPortSettings::cmdOK_Click() {
+    const auto bitRate = ui_->cboBitRate->currentIndex() < 0
+                             ? CommPort::BitRate
+                             : static_cast<std::int32_t>(ui_->cboBitRate->currentData().toInt());
+    CommPort::TestPort(bitRate, static_cast<std::int16_t>(ChosenPort(*ui_->cboPort)));
+}
+
+void frmPortSettings::cmdScan_Click() {
+    const auto chosen = ui_->cboPort->currentText();
+    CommPort::ScanPorts();
+    ui_->cboPort->setCurrentIndex(ui_->cboPort->findText(chosen));
+    ShowProblems();
+    cboPort_Click();
+}
+
+void frmPortSettings::cboPort_Click() {
+    const auto port = ChosenPort(*ui_->cboPort);
+    const auto device = PortDevice::DescriptionOf(port);
+    ui_->lblDevice->setText(device.isEmpty() ? QString()
+                                             : QString("COM%1: %2").arg(port).arg(device));
+}
+
+void frmPortSettings::IntervalChanged() {
+    CommPort::ApplyTransferInterval();
+}
+
+void frmPortSettings::SetStatusText(const std::string& text) {
+    ui_->txtStatus->setText(Text::ToQt(text));
+    ui_->txtStatus->setToolTip(ui_->txtStatus->text());
+    ui_->txtStatus->setCursorPosition(0);
+}
+
+void frmPortSettings::SetPortList(const std::vector<std::string>& ports) {
+    QComboBox& box = *ui_->cboPort;
+    box.clear();
+    for (const auto& port : ports) {
+        const auto name = Text::ToQt(port);
+        box.addItem(name, NumberOfPort(name));
+        box.setItemData(box.count() - 1, PortDevice::DescriptionOf(NumberOfPort(name)),
+                        Qt::ToolTipRole);
+    }
+    box.setCurrentIndex(-1); // the stored port is selected only where the scan found it
+}
+
+void frmPortSettings::ShowProblems() {
+    QStringList problems;
+    for (std::int16_t port = 1; port <= CommPort::maxPortNumber; ++port) {
+        const auto& problem = CommPort::PortProblem(port);
+        // Ports without a device are the rule and no news.
+        if (!problem.empty() && QFileInfo::exists(PortDevice::NameOf(port)))
+            problems << Text::ToQt(problem);
+    }
+    ui_->lblProblems->setText(problems.join('\n'));
+    ui_->lblProblems->setVisible(!problems.isEmpty());
+}

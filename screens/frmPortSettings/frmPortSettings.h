@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/qt/QtSerialControl.h"
+#include "screens/controls/EventGuard.h"
+#include "screens/controls/FormTimer.h"
+
+#include <QDialog>
+#include <QTimer>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Ui {
+class frmPortSettings;
+}
+
+/// The port screen: choice and test of the port. It owns the serial control and the timers that
+/// the link runs on, so it lives, mostly hidden, as long as the program.
+class frmPortSettings : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Attaches its controls to the link; its destruction closes the port and detaches them.
+    explicit frmPortSettings(QWidget* parent = nullptr);
+    ~frmPortSettings() override;
+
+protected:
+    /// Scans the ports and shows the choice in force.
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void Form_Load();
+    void Form_Activate();
+    void AttachControls();
+    void ConnectSignals();
+    void cmdOK_Click();
+    void cmdScan_Click();
+    void cboPort_Click();
+    void IntervalChanged();
+
+    void SetStatusText(const std::string& text);
+    void SetPortList(const std::vector<std::string>& ports);
+    void ShowProblems();
+
+    std::unique_ptr<Ui::frmPortSettings> ui_;
+    platform::QtSerialControl MSComm1;
+    QTimer tmrTimeout;
+    QTimer tmrTransferInterval;
+    FormTimer timeout_{tmrTimeout};
+    FormTimer transferInterval_{tmrTransferInterval};
+    EventGuard guard_{"Unexpected Error - "};
+};
