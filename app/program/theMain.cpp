@@ -1,7 +1,9 @@
 #include "app/program/theMain.h"
 
+#include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "screens/frmMain/frmMain.h"
+#include "screens/frmPortSettings/frmPortSettings.h"
 #include "screens/frmSplash/frmSplash.h"
 #include "settings/mWinInit.h"
 
@@ -22,9 +24,11 @@ void Program::Main() {
     desktop.ProcessPendingEvents();
 
     mWinInit::LoadSettings();
+    port_ = std::make_unique<frmPortSettings>(); // owns the port that the link is opened on
     main_ = std::make_unique<frmMain>();
     QObject::connect(splash_.get(), &frmSplash::Continued, main_.get(), [this] { main_->show(); });
     desktop.SetMousePointer(platform::MousePointer::normal);
+    CommPort::fncInitializeComPort();
 }
 
 } // namespace theMain

@@ -29,6 +29,7 @@ public:
 
 private:
     std::unique_ptr<frmSplash> splash_;
+    std::unique_ptr<frmPortSettings> port_; ///< outlives the screens that read over it
     std::unique_ptr<frmMain> main_;
 };
 

@@ -7,6 +7,7 @@
 #include "ui_frmPortSettings.h"
 
 #include <QFileInfo>
+#include <QShowEvent>
 #include <QStringList>
 
 namespace {
