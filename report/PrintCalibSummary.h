@@ -1,26 +1,22 @@
 #pragma once
 
 #include "chem/CalibrationRecord.h"
+#include "chem/CalibrationSummary.h"
 #include "platform/Printer.h"
 
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 /// The printed calibration summary.
 namespace Measure {
 
-/// What a summary tells. The record holds the points and slopes that the screen shows.
-struct CalibSummary {
-    std::string electrode;
-    std::int16_t channel = 0; ///< 0 to 7
-    CalibrationRecord record;
-};
-
-/// Prints the summary on the system's printer, with a preview. Throws RunTimeError when it could
-/// not be printed.
-platform::PrintOutcome PrintCalibSummary(const CalibSummary& summary);
+/// Prints the summary of a channel (0 to 7) on the system's printer, with a preview. The record
+/// holds the points and slopes that the screen shows. Throws RunTimeError when it could not be
+/// printed.
+platform::PrintOutcome PrintCalibSummary(std::string_view electrode, std::int16_t channel,
+                                         const CalibrationRecord& record);
 
 /// The summary's one page.
-void DrawCalibSummary(const CalibSummary& summary, platform::Printer& printer);
+void DrawCalibSummary(const CalibrationSummary::Summary& summary, platform::Printer& printer);
 
 } // namespace Measure

@@ -2,12 +2,11 @@
 
 #include "app/Mcommon.h"
 #include "app/RunTimeError.h"
+#include "files/MeasurementLines.h"
 #include "report/PrintColumns.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -25,29 +24,13 @@ constexpr int smallestText_pt = 5;
 constexpr int headerLines = 2;
 constexpr int linesKept = 3;
 
-constexpr std::string_view recordMark = "Record ";
-constexpr std::string_view commentMark = "Comment:";
+constexpr std::string_view commentLabel = "Comment:";
 constexpr std::string_view projectMark = "Project Name:";
 
 std::span<const int> Columns(int channelCount) {
     if (channelCount > static_cast<int>(columnsOfFour.size()) - 1)
         return columnsOfEight;
     return columnsOfFour;
-}
-
-/// The number of a record's first line; nothing for any other line.
-std::optional<std::int32_t> RecordNumber(std::string_view line) {
-    if (!line.starts_with(recordMark))
-        return std::nullopt;
-    line.remove_prefix(recordMark.size());
-    std::int32_t number = 0;
-    const auto parsed = std::from_chars(line.data(), line.data() + line.size(), number);
-    return parsed.ec == std::errc() ? std::optional(number) : std::nullopt;
-}
-
-/// A comment may hold dashes too, so only a line of nothing else is a separator.
-bool IsSeparator(std::string_view line) {
-    return line.size() >= 3 && line.find_first_not_of('-') == std::string_view::npos;
 }
 
 std::vector<std::string> SplitAtTabs(std::string_view line) {
@@ -87,9 +70,9 @@ public:
     }
 
     void Line(std::string_view line) {
-        if (IsSeparator(line))
+        if (MeasurementLines::IsSeparator(line))
             Separator();
-        else if (line.starts_with(commentMark))
+        else if (MeasurementLines::IsComment(line))
             Comment(line);
         else if (line.starts_with(projectMark))
             FreeText(line);
@@ -143,13 +126,13 @@ private:
     }
 
     void Comment(std::string_view line) {
-        const std::string text = Mcommon::TrimControl(line.substr(commentMark.size()));
+        const std::string text = Mcommon::TrimControl(MeasurementLines::CommentText(line));
         const float room = ruleEnd_ - ColumnX(1);
         bool first = true;
         for (const std::string& piece : Wrap(text, CharactersIn(room))) {
             const float y = StartLine();
             if (first)
-                PrintColumns::PrintAt(printer_, {0, y}, commentMark);
+                PrintColumns::PrintAt(printer_, {0, y}, commentLabel);
             if (!piece.empty())
                 PrintColumns::PrintAt(printer_, {ColumnX(1), y}, piece);
             first = false;
@@ -186,8 +169,8 @@ std::size_t FindRecordLine(const PageText& page, std::size_t start, Wanted wante
     const std::size_t count = page.LineCount();
     for (std::size_t line = start; line < count; ++line) {
         Mcommon::LetEventsRun();
-        const auto number = RecordNumber(page.Line(line));
-        if (number && wanted(*number))
+        const std::string text = page.Line(line);
+        if (MeasurementLines::IsRecordStart(text) && wanted(MeasurementLines::RecordNumber(text)))
             return line;
     }
     return count;
