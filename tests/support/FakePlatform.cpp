@@ -6,6 +6,7 @@
 #include "link/CommPort.h"
 #include "link/DataAcq.h"
 #include "platform/System.h"
+#include "report/Mreport.h"
 #include "settings/mWinInit.h"
 
 #include <gtest/gtest.h>
@@ -132,6 +133,7 @@ void ResetCore() {
     CommPort::Reset();
     DataAcq::Reset();
     FileOpr::Reset();
+    Mreport::Reset();
 }
 } // namespace
 

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace Mreport {
+
+/// Takes the header of a measurement file, line by line, into the channel state of the report.
+class ChannelHeader {
+public:
+    /// Every channel starts as in use, without a kind and a temperature sensor.
+    ChannelHeader();
+
+    void TakeLine(std::string_view line);
+
+    /// Ends the header. A file without channel rows takes its channels from its first record, as
+    /// far as the values tell. Returns the number of graph series: 8 less the channels that read
+    /// "None", whatever the channel count.
+    std::int16_t Finish();
+
+    /// The lines for the header box, without separators; bounded.
+    const std::string& Head() const { return head_; }
+
+private:
+    void TakeCells(std::string_view line);
+    static void TakeCell(std::size_t channel, const std::string& cell);
+    void TakeProject(std::string_view line);
+    static void InferFromFirstRecord();
+
+    std::string head_;
+    int headLines_ = 0;
+    bool electrodesKnown_ = false;
+    std::int16_t unusedChannels_ = 0;
+};
+
+} // namespace Mreport

@@ -1,0 +1,223 @@
+#include "report/CsvExport.h"
+
+#include "app/CodePage.h"
+#include "app/Mcommon.h"
+#include "app/RunTimeError.h"
+#include "files/MeasurementLines.h"
+#include "report/Mreport.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <system_error>
+
+namespace Mreport {
+
+namespace {
+
+using Rows = std::array<bool, FileOpr::quantityCount>;
+using Cells = std::array<std::array<std::string, maxChannels>, FileOpr::quantityCount>;
+
+constexpr std::array<std::string_view, 12> months = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                     "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr std::string_view timePattern = "00:00:00 00.aaa.0000";
+
+bool FitsPattern(std::string_view text) {
+    const auto fits = [](char c, char pattern) {
+        const bool digit = c >= '0' && c <= '9';
+        return pattern == '0' ? digit : pattern == 'a' || c == pattern;
+    };
+    return text.size() == timePattern.size() &&
+           std::equal(text.begin(), text.end(), timePattern.begin(), fits);
+}
+
+/// Removes the file it names unless it was kept.
+class PartFile {
+public:
+    explicit PartFile(std::filesystem::path file)
+        : file_(std::move(file)), stream_(file_, std::ios::binary | std::ios::trunc) {}
+    ~PartFile() {
+        stream_.close();
+        std::error_code ignored; // an unwritable folder has been reported already
+        std::filesystem::remove(file_, ignored);
+    }
+    PartFile(const PartFile&) = delete;
+    PartFile& operator=(const PartFile&) = delete;
+
+    bool IsOpen() const { return stream_.is_open(); }
+    bool Write(std::string_view text) {
+        stream_.write(text.data(), static_cast<std::streamsize>(text.size()));
+        return static_cast<bool>(stream_);
+    }
+    bool MoveTo(const std::filesystem::path& target) {
+        stream_.close();
+        std::error_code error;
+        if (stream_)
+            std::filesystem::rename(file_, target, error);
+        return stream_ && !error;
+    }
+
+private:
+    std::filesystem::path file_;
+    std::ofstream stream_;
+};
+
+/// Which rows the records have, and how many columns.
+struct Shape {
+    Rows rows{};
+    int channels = 0;
+};
+
+template <class Visit>
+void ForEachLineOfFile(const Visit& visit) {
+    for (int page = 0; page < pages.Count(); ++page)
+        pages.ForEachLine(
+            page, 0, pages.LineCount(page),
+            [&visit](ReportPages::Line, std::string_view text) { return visit(text); });
+}
+
+class Exporter {
+public:
+    Exporter(PartFile& out, std::string name, const std::function<bool()>& stop)
+        : out_(out), name_(std::move(name)), stop_(stop) {}
+
+    /// False when it was stopped.
+    bool Run() {
+        FindShape();
+        WriteHeading();
+        ForEachLineOfFile([this](std::string_view line) { return TakeLine(line); });
+        if (!stopped_)
+            WriteRecord();
+        return !stopped_;
+    }
+
+    std::int32_t Records() const { return records_; }
+
+private:
+    void FindShape() {
+        shape_.channels = channelCount;
+        ForEachLineOfFile([this](std::string_view line) {
+            Mcommon::LetEventsRun();
+            stopped_ = stopped_ || stop_();
+            if (const auto quantity = MeasurementLines::QuantityOf(line)) {
+                shape_.rows[static_cast<std::size_t>(*quantity)] = true;
+                shape_.channels =
+                    std::max(shape_.channels, MeasurementLines::SplitCells(line).count);
+            }
+            return !stopped_;
+        });
+    }
+
+    void WriteHeading() {
+        std::string row = "Record,Time,Comment";
+        for (std::size_t q = 0; q < shape_.rows.size(); ++q)
+            for (int channel = 1; shape_.rows[q] && channel <= shape_.channels; ++channel)
+                row += ",Chan " + std::to_string(channel) + " (" +
+                       CodePage::ToUtf8(FileOpr::quantityLabels[q]) + ")";
+        Write(row);
+    }
+
+    bool TakeLine(std::string_view line) {
+        if (stopped_)
+            return false;
+        if (MeasurementLines::IsRecordStart(line)) {
+            candidate_ = line;
+            return true;
+        }
+        if (!candidate_.empty() && MeasurementLines::IsComment(line)) {
+            WriteRecord();
+            Mcommon::LetEventsRun();
+            stopped_ = stop_();
+            recordLine_ = candidate_;
+            comment_ = MeasurementLines::CommentText(line);
+        } else if (const auto quantity = MeasurementLines::QuantityOf(line);
+                   quantity && !recordLine_.empty()) {
+            KeepRow(static_cast<std::size_t>(*quantity), line);
+        }
+        candidate_.clear();
+        return !stopped_;
+    }
+
+    void KeepRow(std::size_t quantity, std::string_view line) {
+        const auto found = MeasurementLines::SplitCells(line);
+        for (std::size_t i = 0; i < static_cast<std::size_t>(found.count); ++i) {
+            std::string cell = Mcommon::TrimControl(found.cell[i]);
+            if (cell == "NA" || cell == "N/A")
+                cell.clear();
+            cells_[quantity][i] = std::move(cell);
+        }
+    }
+
+    void WriteRecord() {
+        if (recordLine_.empty())
+            return;
+        std::string row = std::to_string(MeasurementLines::RecordNumber(recordLine_));
+        row += "," + CsvField(CodePage::ToUtf8(
+                         IsoTime(Mcommon::TrimControl(MeasurementLines::TimeStamp(recordLine_)))));
+        row += "," + CsvField(CodePage::ToUtf8(comment_));
+        for (std::size_t q = 0; q < shape_.rows.size(); ++q)
+            for (std::size_t i = 0; shape_.rows[q] && i < static_cast<std::size_t>(shape_.channels);
+                 ++i)
+                row += "," + CsvField(CodePage::ToUtf8(cells_[q][i]));
+        Write(row);
+        ++records_;
+        recordLine_.clear();
+        cells_ = {};
+    }
+
+    void Write(std::string row) {
+        row += "\r\n";
+        if (!out_.Write(row))
+            throw RunTimeError("Writing " + name_ + ": Disk full");
+    }
+
+    PartFile& out_;
+    std::string name_;
+    const std::function<bool()>& stop_;
+    Shape shape_;
+    std::string candidate_;
+    std::string recordLine_;
+    std::string comment_;
+    Cells cells_;
+    std::int32_t records_ = 0;
+    bool stopped_ = false;
+};
+
+} // namespace
+
+std::string IsoTime(std::string_view timeStamp) {
+    if (!FitsPattern(timeStamp))
+        return std::string(timeStamp);
+    const auto month = std::find(months.begin(), months.end(), timeStamp.substr(12, 3));
+    if (month == months.end())
+        return std::string(timeStamp);
+    const auto number = std::to_string(101 + (month - months.begin())).substr(1);
+    return std::string(timeStamp.substr(16, 4)) + "-" + number + "-" +
+           std::string(timeStamp.substr(9, 2)) + "T" + std::string(timeStamp.substr(0, 8));
+}
+
+std::string CsvField(std::string_view utf8) {
+    if (utf8.find_first_of(",\"\r\n") == std::string_view::npos)
+        return std::string(utf8);
+    std::string quoted = "\"";
+    for (const char c : utf8)
+        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return quoted + "\"";
+}
+
+std::int32_t ExportCsv(const std::filesystem::path& file, const std::function<bool()>& stop) {
+    const std::string name = CodePage::FromPath(file.filename()).value_or("the file");
+    std::filesystem::path part = file;
+    part += ".part";
+    PartFile out(part);
+    if (!out.IsOpen())
+        throw RunTimeError("Writing " + name + ": The folder cannot be written to");
+    Exporter exporter(out, name, stop);
+    if (!exporter.Run())
+        return 0;
+    if (!out.MoveTo(file))
+        throw RunTimeError("Writing " + name + ": The file could not be written");
+    return exporter.Records();
+}
+
+} // namespace Mreport

@@ -1,0 +1,253 @@
+#include "report/GraphSpan.h"
+
+#include "app/Mcommon.h"
+#include "app/NumberText.h"
+#include "files/MeasurementLines.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace Mreport {
+
+namespace {
+
+constexpr std::int32_t pointsPerTick = 55;
+constexpr std::int32_t tickStep = 5;
+
+std::int16_t Short(std::int32_t number) {
+    return static_cast<std::int16_t>(
+        std::min<std::int32_t>(number, std::numeric_limits<std::int16_t>::max()));
+}
+
+/// The column (from 0) whose cell a series takes: the channel's own, or that of the first channel
+/// with the sensor, so that a shared sensor is plotted once.
+std::size_t ColumnOf(int number) {
+    if (unitCode != FileOpr::Quantity::celsius)
+        return static_cast<std::size_t>(number - 1);
+    for (std::size_t channel = 0; channel < static_cast<std::size_t>(channelCount); ++channel)
+        if (channelKind[channel] != kind::notInUse && channelNumber[channel] == number)
+            return channel;
+    return maxChannels;
+}
+
+/// Plots the records of one span as their lines come.
+class SpanWalk {
+public:
+    struct Limits {
+        std::int32_t leading = 0; ///< points of the live block that lie before the page
+        std::int32_t capacity = 0;
+        std::int16_t tickEvery = 1;
+    };
+
+    SpanWalk(ReportGraph& graph, const Limits& limits)
+        : graph_(graph), limits_(limits), series_(Series(unitCode)), point_(limits.leading) {}
+
+    /// False when the span is complete.
+    bool TakeLine(std::string_view line) {
+        if (MeasurementLines::IsRecordStart(line))
+            return StartRecord(line);
+        if (inRecord_ && MeasurementLines::QuantityOf(line) == unitCode)
+            values_ = ValuesOf(line, series_);
+        return true;
+    }
+
+    /// Writes the record at hand.
+    void CloseRecord() {
+        if (inRecord_) // a record without a line of this unit has a point, but no value
+            PlotPoint(graph_, Short(point_), values_);
+        inRecord_ = false;
+    }
+
+    std::int32_t Filled() const { return point_; }
+
+private:
+    bool StartRecord(std::string_view line) {
+        CloseRecord();
+        if (point_ >= limits_.capacity)
+            return false;
+        ++point_;
+        inRecord_ = true;
+        values_.assign(series_.size(), std::nullopt);
+        const bool first = point_ == limits_.leading + 1;
+        if (first)
+            WriteLegends(graph_, series_);
+        const std::int32_t record = MeasurementLines::RecordNumber(line);
+        LabelPoint(graph_, Short(point_), record, first || record % limits_.tickEvery == 0);
+        return true;
+    }
+
+    ReportGraph& graph_;
+    Limits limits_;
+    std::vector<int> series_;
+    std::int32_t point_;
+    SeriesValues values_;
+    bool inRecord_ = false;
+};
+
+/// The line of a record, looked for where records of equal length put it, then from the top.
+std::optional<ReportPages::Line> LineOf(int page, std::int32_t record, std::int32_t offset) {
+    const std::int64_t before = std::int64_t{record} - offset - 1;
+    const auto near = static_cast<ReportPages::Line>(std::max<std::int64_t>(before, 0) *
+                                                     std::max<std::int64_t>(linesPerRecord, 0));
+    if (const auto found = pages.FindRecord(page, record, near))
+        return found;
+    return near == 0 ? std::nullopt : pages.FindRecord(page, record);
+}
+
+std::int32_t FirstOfBlock(std::int32_t record) {
+    return record - (record - 1) % spanLength;
+}
+
+/// Where a span lies in its page.
+struct Place {
+    std::int32_t offset = 0; ///< number of the page's first record less 1
+    std::int32_t first = 1;  ///< record that the first point stands for
+    std::int32_t leading = 0;
+};
+
+Place PlaceOf(const Span& span) {
+    const auto range = pages.Records(span.page);
+    Place place;
+    place.offset = range ? std::max(range->first - 1, 0) : 0;
+    const std::int64_t end = std::int64_t{span.endRecord} + place.offset;
+    const std::int64_t bounded =
+        std::clamp<std::int64_t>(end, 1, std::numeric_limits<std::int32_t>::max());
+    if (span.fromLive) {
+        place.first = FirstOfBlock(static_cast<std::int32_t>(bounded));
+        place.leading = std::max(place.offset + 1 - place.first, 0);
+    } else {
+        place.first = static_cast<std::int32_t>(
+            std::max<std::int64_t>(bounded - span.numPoints + 1, place.offset + 1));
+    }
+    return place;
+}
+
+bool NeedsFillers(const Span& span, std::int32_t filled) {
+    return span.fromLive || (span.numPoints == spanLength && filled < spanLength) ||
+           span.numPoints < graph::smallestPointCount || autoUpdate;
+}
+
+std::int32_t WalkSpan(ReportGraph& graph, const Span& span, const Place& place,
+                      std::int32_t capacity) {
+    const auto line = LineOf(span.page, place.first + place.leading, place.offset);
+    if (!line)
+        return 0;
+    const std::int32_t points =
+        span.fromLive ? span.endRecord + place.offset - place.first + 1 : capacity;
+    SpanWalk walk(graph, {place.leading, std::min(points, capacity), TickEvery(span.numPoints)});
+    pages.ForEachLine(
+        span.page, *line, pages.LineCount(span.page),
+        [&walk](ReportPages::Line, std::string_view text) { return walk.TakeLine(text); });
+    walk.CloseRecord();
+    return walk.Filled();
+}
+
+} // namespace
+
+std::int16_t TickEvery(std::int32_t numPoints) {
+    std::int32_t spacing = numPoints / pointsPerTick + 1;
+    if (spacing != 1) // a multiple of 5 is raised by a full step, too
+        spacing += tickStep - spacing % tickStep;
+    return Short(spacing);
+}
+
+std::optional<double> CellValue(std::string_view cell) {
+    const std::string text = Mcommon::TrimControl(cell);
+    if (text.empty() || text == "NA" || text == "N/A")
+        return std::nullopt;
+    return NumberText::Leading(text);
+}
+
+SeriesValues ValuesOf(std::string_view valueLine, const std::vector<int>& series) {
+    const auto cells = MeasurementLines::SplitCells(valueLine);
+    SeriesValues values;
+    for (const int number : series) {
+        const std::size_t column = ColumnOf(number);
+        values.push_back(column < static_cast<std::size_t>(cells.count)
+                             ? CellValue(cells.cell[column])
+                             : std::nullopt);
+    }
+    return values;
+}
+
+void WriteLegends(ReportGraph& graph, const std::vector<int>& series) {
+    const bool sensors = unitCode == FileOpr::Quantity::celsius;
+    for (std::size_t i = 0; i < series.size(); ++i) {
+        const auto set = static_cast<std::int16_t>(i + 1);
+        graph.SetThisSet(set);
+        graph.SetLegend(set, (sensors ? "Temp. " : "Ch. ") + std::to_string(series[i]));
+    }
+}
+
+void PlotPoint(ReportGraph& graph, std::int16_t point, const SeriesValues& values) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        graph.SetThisSet(static_cast<std::int16_t>(i + 1));
+        graph.SetData(point, values[i].value_or(0));
+        graph.SetExtra(point, values[i] ? graph::valuePoint : graph::fillerPoint);
+    }
+}
+
+void LabelPoint(ReportGraph& graph, std::int16_t point, std::int32_t record, bool labelled) {
+    graph.SetXAxisMinorTicks(labelled ? 0 : 1);
+    graph.SetLabel(point, labelled ? std::to_string(record) : std::string());
+}
+
+void FillUp(ReportGraph& graph, const Fillers& fillers) {
+    for (std::int32_t point = fillers.from; point <= fillers.to; ++point) {
+        LabelPoint(graph, Short(point), fillers.firstRecord + point - 1,
+                   point % fillers.tickEvery == 0);
+        for (std::int32_t set = 1; set <= graph.NumSets(); ++set) {
+            graph.SetThisSet(Short(set));
+            graph.SetExtra(Short(point), graph::fillerPoint);
+        }
+    }
+}
+
+std::string PointText(FileOpr::Quantity unit, int number, std::int32_t record, double value) {
+    // Numbers stand behind one blank, the place of a sign.
+    const std::string what = unit == FileOpr::Quantity::celsius ? "Temp. " : "Chan. ";
+    return what + std::to_string(number) + ", Record " + std::to_string(record) + ", Value =" +
+           NumberText::Format(static_cast<float>(value), NumberText::Pattern::twoDecimals);
+}
+
+DrawnSpan DrawSpan(ReportGraph& graph, const ReportGraph& formGraph, const Span& span) {
+    Mcommon::errorLocation = "UpdateGraph";
+    const std::int32_t asked = std::clamp(span.numPoints, 0, maxGraphPoints);
+    const Span bounded{span.page, span.endRecord, asked, span.fromLive};
+    graph.SetNumSets(formGraph.NumSets());
+    graph.SetNumPoints(Short(asked));
+    graph.SetLeftTitle(UnitText(unitCode));
+    graph.SetDataReset(graph::resetAllData);
+    graph.SetTickEvery(TickEvery(asked));
+
+    const Place place = PlaceOf(bounded);
+    const std::int32_t capacity = autoUpdate ? spanLength : asked;
+    const std::int32_t filled = WalkSpan(graph, bounded, place, capacity);
+    if (NeedsFillers(bounded, filled)) {
+        const std::int16_t points =
+            std::max({graph::smallestPointCount, Short(asked), Short(filled)});
+        graph.SetNumPoints(points);
+        const std::int16_t spacing = TickEvery(asked);
+        FillUp(graph,
+               {1, filled == 0 ? std::int16_t{0} : Short(place.leading), place.first, spacing});
+        FillUp(graph, {Short(filled + 1), points, place.first, spacing});
+    }
+    graph.SetDrawMode(graph::draw);
+    return {place.first, filled};
+}
+
+DrawnSpan UpdateGraph(ReportGraph& graph, std::int32_t endRecord, std::int32_t numPoints,
+                      bool fromLive) {
+    return DrawSpan(graph, graph, {graphPageIndex, endRecord, numPoints, fromLive});
+}
+
+DrawnSpan InitGraphDraw(ReportGraph& graph) {
+    Mcommon::errorLocation = "InitGraphDraw";
+    std::int32_t lastRecord = 0;
+    PageRecordRange(graphPageIndex, lastRecord);
+    CountLinesPerRecord();
+    const std::int32_t records = std::min(spanLength, recordsInPage);
+    return UpdateGraph(graph, records, records, false);
+}
+
+} // namespace Mreport

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "report/Mreport.h"
+#include "report/ReportGraph.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace Mreport {
+
+/// Spacing of the labelled points of a span: every point up to 54 points, then multiples of 5.
+std::int16_t TickEvery(std::int32_t numPoints);
+
+/// What a drawing shows.
+struct DrawnSpan {
+    std::int32_t firstRecord = 1; ///< file-wide number of point 1
+    std::int32_t points = 0;      ///< points with a record
+};
+
+/// Records of one list page that a graph shows.
+struct Span {
+    int page = 0;
+    std::int32_t endRecord = 0; ///< number within the page of the last record
+    std::int32_t numPoints = spanLength;
+    bool fromLive = false; ///< in the live graph's block of 50, not as a sliding span
+};
+
+/// Draws the span in the unit and the channels of the report state. Number of sets and left title
+/// come from `formGraph`, the viewer's own graph, which may be the same as `graph`. A span whose
+/// first record is not in the page draws no points.
+DrawnSpan DrawSpan(ReportGraph& graph, const ReportGraph& formGraph, const Span& span);
+
+/// Redraws the viewer's graph with records of its page.
+DrawnSpan UpdateGraph(ReportGraph& graph, std::int32_t endRecord, std::int32_t numPoints,
+                      bool fromLive);
+
+/// First drawing after a file is opened.
+DrawnSpan InitGraphDraw(ReportGraph& graph);
+
+/// The value of a cell; nothing for a missing one ("NA", "N/A", blank).
+std::optional<double> CellValue(std::string_view cell);
+
+/// Values of a record's value line, one per series of the unit in force.
+using SeriesValues = std::vector<std::optional<double>>;
+SeriesValues ValuesOf(std::string_view valueLine, const std::vector<int>& series);
+
+/// Writes the legends of the series of the unit in force.
+void WriteLegends(ReportGraph& graph, const std::vector<int>& series);
+
+/// Writes one point of every series; a missing value becomes a filler point.
+void PlotPoint(ReportGraph& graph, std::int16_t point, const SeriesValues& values);
+
+/// Writes a point's label: the record number, or an empty one.
+void LabelPoint(ReportGraph& graph, std::int16_t point, std::int32_t record, bool labelled);
+
+/// Completes the points from `from` to `to`: labels by the point number, and a mark in every set
+/// that tells that they carry no value.
+struct Fillers {
+    std::int16_t from = 1;
+    std::int16_t to = 0;
+    std::int32_t firstRecord = 1; ///< number that point 1 stands for
+    std::int16_t tickEvery = 1;
+};
+void FillUp(ReportGraph& graph, const Fillers& fillers);
+
+/// Text of the point click box: channel or sensor, record and value.
+std::string PointText(FileOpr::Quantity unit, int number, std::int32_t record, double value);
+
+} // namespace Mreport

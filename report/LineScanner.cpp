@@ -1,0 +1,92 @@
+#include "report/LineScanner.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace Mreport {
+
+namespace {
+// Large enough that the read calls do not count, small enough to stay in the cache.
+constexpr std::size_t blockSize = 256 * 1024;
+static_assert(longestLineText < blockSize);
+} // namespace
+
+LineScanner::LineScanner(TextSource& source, std::uint64_t offset)
+    : source_(source), buffer_(blockSize), bufferOffset_(offset) {}
+
+std::string_view LineScanner::WithoutCarriageReturn(std::string_view text) {
+    if (text.ends_with('\r'))
+        text.remove_suffix(1);
+    return text;
+}
+
+bool LineScanner::Next(ScannedLine& line) {
+    const void* lineFeed = nullptr;
+    std::size_t searched = 0;
+    for (;;) {
+        const char* start = buffer_.data() + begin_;
+        lineFeed = std::memchr(start + searched, '\n', end_ - begin_ - searched);
+        if (lineFeed != nullptr)
+            break;
+        searched = end_ - begin_;
+        if (searched == buffer_.size())
+            return FinishLongLine(line);
+        if (!Refill())
+            break;
+    }
+    const char* start = buffer_.data() + begin_;
+    if (lineFeed == nullptr && begin_ == end_)
+        return false;
+    const char* stop =
+        lineFeed == nullptr ? buffer_.data() + end_ : static_cast<const char*>(lineFeed);
+    const std::string_view whole =
+        WithoutCarriageReturn({start, static_cast<std::size_t>(stop - start)});
+    line.terminated = lineFeed != nullptr;
+    line.offset = bufferOffset_ + begin_;
+    line.length = whole.size();
+    line.text = whole.substr(0, longestLineText);
+    begin_ = static_cast<std::size_t>(stop - buffer_.data()) + (line.terminated ? 1 : 0);
+    line.next = bufferOffset_ + begin_;
+    return true;
+}
+
+bool LineScanner::Refill() {
+    const std::size_t kept = end_ - begin_;
+    std::memmove(buffer_.data(), buffer_.data() + begin_, kept);
+    bufferOffset_ += begin_;
+    begin_ = 0;
+    end_ = kept;
+    const std::size_t read = source_.Read(bufferOffset_ + kept, std::span(buffer_).subspan(kept));
+    end_ += read;
+    return read > 0;
+}
+
+/// The buffer holds a line's beginning from its first byte on and no line end.
+bool LineScanner::FinishLongLine(ScannedLine& line) {
+    constexpr std::size_t skipped = blockSize - longestLineText;
+    line.offset = bufferOffset_;
+    std::uint64_t place = bufferOffset_ + end_;
+    bool carriageReturn = buffer_[end_ - 1] == '\r';
+    line.terminated = false;
+    const std::span<char> rest = std::span(buffer_).last(skipped);
+    std::size_t read = 0;
+    while (!line.terminated && (read = source_.Read(place, rest)) > 0) {
+        const auto* lineFeed = static_cast<const char*>(std::memchr(rest.data(), '\n', read));
+        const std::size_t used =
+            lineFeed == nullptr ? read : static_cast<std::size_t>(lineFeed - rest.data());
+        if (used > 0)
+            carriageReturn = rest[used - 1] == '\r';
+        place += used;
+        line.terminated = lineFeed != nullptr;
+        if (onLongLine && onLongLine())
+            return false;
+    }
+    line.length = place - line.offset - (carriageReturn ? 1 : 0);
+    line.text = {buffer_.data(), longestLineText};
+    line.next = place + (line.terminated ? 1 : 0);
+    bufferOffset_ = line.next;
+    begin_ = end_ = 0;
+    return true;
+}
+
+} // namespace Mreport

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "report/TextSource.h"
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace Mreport {
+
+/// Longest part of a line that is ever looked at or shown, in bytes. A foreign file may be one line
+/// of gigabytes.
+inline constexpr std::size_t longestLineText = 16384;
+
+/// One line found by the scanner.
+struct ScannedLine {
+    std::uint64_t offset = 0; ///< of its first byte in the source
+    std::uint64_t next = 0;   ///< of the byte behind its line end
+    std::string_view text;    ///< without CR LF or LF, at most longestLineText; until the next call
+    std::uint64_t length = 0; ///< of the whole line without its end
+    bool terminated = false;  ///< false for a last line without a line end
+};
+
+/// Reads a source line by line in blocks, from any offset on.
+class LineScanner {
+public:
+    explicit LineScanner(TextSource& source, std::uint64_t offset = 0);
+
+    /// Called between the blocks of a line that is longer than a block; true gives the scan up.
+    std::function<bool()> onLongLine;
+
+    /// The next line; false at the end of the source or where the scan was given up.
+    bool Next(ScannedLine& line);
+
+private:
+    bool Refill();
+    bool FinishLongLine(ScannedLine& line);
+    static std::string_view WithoutCarriageReturn(std::string_view text);
+
+    TextSource& source_;
+    std::vector<char> buffer_;
+    std::size_t begin_ = 0; ///< first byte of the next line within the buffer
+    std::size_t end_ = 0;   ///< behind the last byte read
+    std::uint64_t bufferOffset_;
+};
+
+} // namespace Mreport

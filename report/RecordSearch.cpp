@@ -1,0 +1,141 @@
+#include "report/RecordSearch.h"
+
+#include "app/Mcommon.h"
+#include "app/NumberText.h"
+#include "files/MeasurementLines.h"
+#include "report/Selection.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace Mreport {
+
+namespace {
+
+constexpr std::string_view invalidTimeStamp = "Not valid";
+constexpr std::string_view timeMark = "\tAt";
+
+std::string TimeStampOf(std::string_view recordLine) {
+    const auto mark = recordLine.find(timeMark);
+    if (mark == std::string_view::npos)
+        return std::string(invalidTimeStamp);
+    return Mcommon::TrimControl(recordLine.substr(mark + timeMark.size()));
+}
+
+NumberText::Pattern PatternOf(FileOpr::Quantity unit) {
+    switch (unit) {
+    case FileOpr::Quantity::mol_l:
+        return NumberText::Pattern::scientific;
+    case FileOpr::Quantity::pH: // one decimal would hide what is recorded
+        return NumberText::Pattern::twoDecimals;
+    default:
+        return NumberText::Pattern::oneDecimal;
+    }
+}
+
+} // namespace
+
+std::vector<RecordSearch::Entry> RecordSearch::Entries() {
+    std::vector<Entry> entries;
+    for (int channel = 0; channel < channelCount; ++channel)
+        if (channelKind[static_cast<std::size_t>(channel)] != kind::notInUse)
+            entries.push_back({channel, "Chan. " + std::to_string(channel + 1)});
+    for (int sensor = 1; sensor <= sensorCount; ++sensor) {
+        const auto has = [sensor](std::int16_t number) { return number == sensor; };
+        if (std::any_of(channelNumber.begin(), channelNumber.end(), has))
+            entries.push_back({maxChannels + sensor - 1, "Temp. " + std::to_string(sensor)});
+    }
+    return entries;
+}
+
+std::vector<FileOpr::Quantity> RecordSearch::Units(int entryIndex) {
+    if (entryIndex >= maxChannels)
+        return {FileOpr::Quantity::celsius};
+    std::vector<FileOpr::Quantity> units = {FileOpr::Quantity::mV};
+    const std::int16_t channel = channelKind[static_cast<std::size_t>(entryIndex)];
+    for (const auto unit :
+         {FileOpr::Quantity::pH, FileOpr::Quantity::ppm, FileOpr::Quantity::mol_l})
+        if (KindGives(channel, unit))
+            units.push_back(unit);
+    return units;
+}
+
+std::optional<int> RecordSearch::PageOf(std::int32_t number) {
+    for (int page = 0; page < pages.Count(); ++page)
+        if (const auto range = pages.Records(page); range && range->last >= number)
+            return page;
+    return std::nullopt;
+}
+
+bool RecordSearch::Find(std::int32_t number) {
+    timeStamp_.clear();
+    comment_.clear();
+    values_ = {};
+    temperatures_ = {};
+    const auto page = PageOf(number);
+    if (!page)
+        return false;
+    const auto line = pages.FindPrefix(*page, "Record " + std::to_string(number));
+    if (!line)
+        return false;
+    page_ = *page;
+    line_ = *line;
+    ReadRecord();
+    return true;
+}
+
+/// The record ends at the next one, whatever its number.
+void RecordSearch::ReadRecord() {
+    pages.ForEachLine(
+        page_, line_, pages.LineCount(page_),
+        [this](ReportPages::Line line, std::string_view text) { return TakeLine(line, text); });
+}
+
+bool RecordSearch::TakeLine(ReportPages::Line line, std::string_view text) {
+    if (line == line_) {
+        timeStamp_ = TimeStampOf(text);
+        return true;
+    }
+    if (MeasurementLines::IsRecordStart(text))
+        return false;
+    if (MeasurementLines::IsComment(text))
+        comment_ = MeasurementLines::CommentText(text);
+    else if (const auto unit = MeasurementLines::QuantityOf(text))
+        KeepRow(*unit, text);
+    return true;
+}
+
+void RecordSearch::KeepRow(FileOpr::Quantity unit, std::string_view valueLine) {
+    const auto cells = MeasurementLines::SplitCells(valueLine);
+    const int columns = std::min<int>(cells.count, channelCount);
+    for (std::size_t channel = 0; channel < static_cast<std::size_t>(columns); ++channel) {
+        const std::string cell = Mcommon::TrimControl(cells.cell[channel]);
+        const std::int16_t sensor = channelNumber[channel];
+        if (unit != FileOpr::Quantity::celsius) {
+            if (KindGives(channelKind[channel], unit))
+                values_[channel][static_cast<std::size_t>(unit)] = cell;
+        } else if (sensor >= 1 && sensor <= sensorCount) {
+            temperatures_[static_cast<std::size_t>(sensor - 1)] = cell;
+        }
+    }
+}
+
+std::string RecordSearch::ValueText(int entryIndex, FileOpr::Quantity unit) const {
+    const std::string& text =
+        entryIndex >= maxChannels
+            ? temperatures_.at(static_cast<std::size_t>(entryIndex - maxChannels))
+            : values_.at(static_cast<std::size_t>(entryIndex))[static_cast<std::size_t>(unit)];
+    if (text == "NA" || text == "N/A") // a missing value is not 0
+        return "NA";
+    const auto value = static_cast<float>(NumberText::Leading(text));
+    return NumberText::Format(value, PatternOf(unit)) + " " + UnitText(unit);
+}
+
+std::int32_t RecordNumberOf(std::string_view entry) {
+    constexpr double largest = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(
+        std::clamp(std::nearbyint(NumberText::Leading(entry)), 0.0, largest));
+}
+
+} // namespace Mreport

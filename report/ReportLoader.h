@@ -1,0 +1,78 @@
+#pragma once
+
+#include "report/LineScanner.h"
+#include "report/Mreport.h"
+#include "report/ReportView.h"
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+namespace Mreport {
+
+/// Loads a measurement file into the list pages, letting events run all the while, and follows it
+/// while it is being recorded. Must outlive a load that is running.
+class ReportLoader {
+public:
+    explicit ReportLoader(ReportView& view) : view_(view) {}
+
+    /// Opens the file in the viewer and returns when it is loaded or ESC has stopped it. Throws
+    /// RunTimeError when it cannot be opened; the file shown before then stays. Refused with a
+    /// message while a load runs.
+    void ViewFile(const std::filesystem::path& fileName);
+
+    /// Reads what the live file has got since, and draws the graph anew.
+    void UpdateList();
+
+    /// A record has just been written to the file that the viewer follows.
+    void LiveRecord(std::int32_t record, const std::array<float, maxChannels>& values);
+
+    /// Draws the graph's span that ends with this record of the page.
+    void Redraw(std::int32_t endRecord);
+
+    /// Brings the page's records into graph and scroll bar.
+    void SelectPage(int page);
+
+    /// Switches the live graph on or off.
+    void SetAutoUpdate(bool on);
+
+    /// ESC: ends a running load at the next line; nothing otherwise.
+    void RequestStop();
+
+    bool Idle() const { return idle_; }
+
+private:
+    class Running;
+
+    /// Reads the header up to the first record; the number of graph series.
+    std::int16_t GetChanInfo();
+    void FillList(bool firstLoad);
+    void ReadRecords(bool firstLoad);
+    bool TakeSeparator(LineScanner& scanner, ScannedLine& line, bool firstLoad);
+    void CountRecord();
+    void FinishFirstLoad();
+    void FinishReload();
+    void CreateNewPage(bool selectNew);
+    void AddLine(const ScannedLine& line);
+    void LetEventsRun();
+    void ShowProgress(std::uint64_t length);
+    void DrawFirst();
+    void ResetScroll(bool setValue);
+    void CatchUp();
+    void ContinueWhenFull(std::int32_t record);
+    LineScanner MakeScanner();
+
+    ReportView& view_;
+    bool stopRequested_ = false;
+    bool idle_ = true;
+    bool graphDrawn_ = false;
+    std::int32_t recordsRead_ = 0;
+    std::uint64_t bytesRead_ = 0;
+    std::uint64_t fileLength_ = 0;
+    std::uint64_t nextProgress_ = 0; ///< bytesRead at which the shown percentage changes
+    std::size_t workingLines_ = 0;
+    unsigned lineTick_ = 0;
+};
+
+} // namespace Mreport

@@ -1,0 +1,115 @@
+#pragma once
+
+#include "report/LineScanner.h"
+#include "report/TextSource.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Mreport {
+
+/// The list pages: an index of line starts over the open file. The text stays in the file and is
+/// read when it is shown, searched, printed or plotted; what the file no longer holds is blank.
+class ReportPages {
+public:
+    using Page = int; ///< from 0
+    using Line = std::size_t;
+
+    /// Where a page's records lie; empty pages and pages without records have none.
+    struct RecordRange {
+        std::int32_t first = 0; ///< record number
+        std::int32_t last = 0;
+        Line firstLine = 0;
+        Line lastLine = 0;     ///< at which the last record starts
+        Line previousLine = 0; ///< at which the one before it starts; same as lastLine with one
+    };
+
+    ReportPages();
+
+    /// Drops everything and starts with one empty page over the source.
+    void Open(std::unique_ptr<TextSource> source);
+    /// Drops everything; one empty page over nothing.
+    void Clear();
+
+    TextSource& Source() { return *source_; }
+    int Count() const { return static_cast<int>(pages_.size()); }
+    Page Last() const { return Count() - 1; }
+    Line LineCount(Page page) const { return At(page).starts.size(); }
+
+    /// Offset at which the next line to be added begins.
+    std::uint64_t NextOffset() const { return nextOffset_; }
+
+    void NewPage();
+
+    /// Adds a line that follows the last one to the newest page. A page's lines lie within 4 GiB;
+    /// a line beyond that opens a page of its own. True when it did.
+    bool AddLine(const ScannedLine& line);
+
+    /// Takes back a last line without line end, which the file may have completed by now.
+    void ReopenLastLine();
+
+    std::optional<RecordRange> Records(Page page) const;
+
+    /// The line as the list shows it: a separator is a line of 200 dashes.
+    std::string Shown(Page page, Line line) const;
+
+    /// The line as the file has it, without its end, as Windows-1252.
+    std::string Text(Page page, Line line) const;
+
+    /// Text of the file as Windows-1252.
+    std::string Decoded(std::string_view fileText) const;
+
+    /// Called with each line from `first` to before `last` (or the page's end) until it returns
+    /// false. The text lives until the call returns.
+    using Visitor = std::function<bool(Line line, std::string_view text)>;
+    void ForEachLine(Page page, Line first, Line last, const Visitor& visit) const;
+
+    /// The first line at or behind `from` that starts a record with this number.
+    std::optional<Line> FindRecord(Page page, std::int32_t number, Line from = 0) const;
+
+    /// The first line that begins with the prefix by the rules of ListSearch, from the list's top.
+    std::optional<Line> FindPrefix(Page page, std::string_view prefix) const;
+
+    /// True once a line could not be read back whole: the file has shrunk or gone.
+    bool Damaged() const { return damaged_; }
+
+    /// Bytes that the index takes.
+    std::size_t IndexBytes() const;
+
+private:
+    struct PageIndex {
+        std::uint64_t base = 0;
+        std::uint64_t end = 0;             ///< behind the last line
+        std::vector<std::uint32_t> starts; ///< relative to base
+        std::int64_t candidate = -1;       ///< last line if it looks like a record's first line
+        std::int64_t firstRecord = -1;
+        std::int64_t previousRecord = -1;
+        std::int64_t lastRecord = -1;
+    };
+    struct Extent {
+        std::uint64_t offset;
+        std::size_t length; ///< with the line end, bounded
+    };
+
+    const PageIndex& At(Page page) const { return pages_[static_cast<std::size_t>(page)]; }
+    Extent ExtentOf(const PageIndex& page, Line line) const;
+    void NoteRecordLine(PageIndex& page, std::string_view text);
+    std::size_t LinesIn(Page page, Line last) const;
+    std::int32_t NumberAt(Page page, std::int64_t line) const;
+    void DetectEncoding();
+
+    std::unique_ptr<TextSource> source_;
+    std::vector<PageIndex> pages_;
+    std::uint64_t nextOffset_ = 0;
+    bool lastLineOpen_ = false;
+    bool utf8_ = false;
+    mutable bool damaged_ = false;
+};
+
+} // namespace Mreport

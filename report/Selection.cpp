@@ -1,0 +1,84 @@
+#include "report/Selection.h"
+
+#include <algorithm>
+
+namespace Mreport {
+
+bool KindGives(std::int16_t kindCode, FileOpr::Quantity unit) {
+    switch (unit) {
+    case FileOpr::Quantity::pH:
+        return kindCode == kind::pH;
+    case FileOpr::Quantity::ppm:
+    case FileOpr::Quantity::mol_l:
+        return kindCode == kind::ion;
+    case FileOpr::Quantity::mV:
+    case FileOpr::Quantity::celsius:
+        break;
+    }
+    return kindCode != kind::notInUse;
+}
+
+Selection::Selection() : unit_(unitCode) {
+    FillBoxes();
+}
+
+void Selection::ChooseUnit(FileOpr::Quantity unit) {
+    if (unit == unit_)
+        return;
+    unit_ = unit;
+    FillBoxes();
+}
+
+void Selection::FillBoxes() {
+    for (std::size_t i = 0; i < boxes_.size(); ++i)
+        boxes_[i] = unit_ == FileOpr::Quantity::celsius ? SensorBox(i) : ChannelBox(i);
+}
+
+Selection::Box Selection::SensorBox(std::size_t index) const {
+    if (index >= sensorCount)
+        return {};
+    const bool enabled = SensorUsed(static_cast<int>(index) + 1);
+    return {true, enabled, enabled && sensorInUse[index]};
+}
+
+Selection::Box Selection::ChannelBox(std::size_t index) const {
+    if (index >= static_cast<std::size_t>(channelCount))
+        return {};
+    const bool enabled = KindGives(channelKind[index], unit_);
+    return {true, enabled, enabled && channelInUse[index]};
+}
+
+void Selection::Check(int index, bool checked) {
+    Box& box = boxes_.at(static_cast<std::size_t>(index));
+    box.checked = checked && box.enabled;
+}
+
+std::string Selection::Heading() const {
+    return unit_ == FileOpr::Quantity::celsius ? "Temp. Sensors" : "Channels";
+}
+
+std::string Selection::Caption(int index) const {
+    return (unit_ == FileOpr::Quantity::celsius ? "Temp. " : "Ch. ") + std::to_string(index + 1);
+}
+
+std::int16_t Selection::CheckedCount() const {
+    return static_cast<std::int16_t>(
+        std::count_if(boxes_.begin(), boxes_.end(), [](const Box& box) { return box.checked; }));
+}
+
+bool Selection::Fits(std::int32_t points) const {
+    return points * CheckedCount() < maxGraphPoints;
+}
+
+void Selection::Accept() const {
+    unitCode = unit_;
+    if (unit_ == FileOpr::Quantity::celsius) { // the channels keep their own choice
+        for (std::size_t i = 0; i < sensorCount; ++i)
+            sensorInUse[i] = boxes_[i].checked;
+        return;
+    }
+    for (std::size_t i = 0; i < static_cast<std::size_t>(channelCount); ++i)
+        channelInUse[i] = boxes_[i].checked;
+}
+
+} // namespace Mreport

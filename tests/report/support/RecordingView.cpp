@@ -1,0 +1,55 @@
+#include "report/support/RecordingView.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+void RecordingGraph::SetDataReset(std::int16_t what) {
+    EXPECT_EQ(what, 9);
+    ++resets;
+    for (auto& [number, set] : sets) {
+        set.data.clear();
+        set.extra.clear();
+    }
+    labels.clear();
+    minorTicks.clear();
+}
+
+void RecordingGraph::SetDrawMode(std::int16_t mode) {
+    EXPECT_EQ(mode, 3);
+    ++draws;
+}
+
+int RecordingGraph::Values(int set) const {
+    const auto found = sets.find(set);
+    if (found == sets.end())
+        return 0;
+    return static_cast<int>(std::count_if(found->second.extra.begin(), found->second.extra.end(),
+                                          [](const auto& mark) { return mark.second == 0; }));
+}
+
+void RecordingView::ResetPages() {
+    ++resets;
+    tabs = {"List &1"};
+    selectedTab = 0;
+    graph.SetLeftTitle("mV");
+}
+
+void RecordingView::PageAdded(int page, bool selectNew) {
+    EXPECT_EQ(page, static_cast<int>(tabs.size()));
+    tabs.push_back("List &" + std::to_string(page + 1));
+    if (selectNew)
+        selectedTab = page;
+}
+
+void RecordingView::SetScroll(const Mreport::ScrollLimits& limits) {
+    scrollGuarded = scrollGuarded && Mreport::scrollGuard;
+    scroll = limits;
+    scrollValue = std::clamp(limits.value.value_or(scrollValue), limits.min, limits.max);
+}
+
+void RecordingView::GraphDrawn(std::int32_t first) {
+    firstRecord = first;
+    const auto range = Mreport::pages.Records(0);
+    recordsAtDrawing.push_back(range ? range->last : 0);
+}

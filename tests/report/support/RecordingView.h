@@ -1,0 +1,88 @@
+#pragma once
+
+#include "report/ReportView.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// A graph that keeps what is set, and how often it was drawn.
+class RecordingGraph : public Mreport::ReportGraph {
+public:
+    struct Set {
+        std::string legend;
+        std::map<int, double> data;
+        std::map<int, int> extra;
+    };
+    std::map<int, Set> sets;
+    std::map<int, std::string> labels;
+    std::map<int, int> minorTicks; ///< in force when the point's label was written
+    std::int16_t tickEvery = 0;
+    std::string title;
+    int draws = 0;
+    int resets = 0;
+
+    std::int16_t NumSets() const override { return numSets_; }
+    void SetNumSets(std::int16_t count) override { numSets_ = count; }
+    std::int16_t NumPoints() const override { return numPoints_; }
+    void SetNumPoints(std::int16_t points) override { numPoints_ = points; }
+    void SetThisSet(std::int16_t set) override { thisSet_ = set; }
+    void SetLegend(std::int16_t set, const std::string& text) override { sets[set].legend = text; }
+    void SetData(std::int16_t point, double value) override { sets[thisSet_].data[point] = value; }
+    void SetExtra(std::int16_t point, std::int16_t mark) override {
+        sets[thisSet_].extra[point] = mark;
+    }
+    void SetLabel(std::int16_t point, const std::string& text) override {
+        labels[point] = text;
+        minorTicks[point] = minor_;
+    }
+    void SetXAxisMinorTicks(std::int16_t minor) override { minor_ = minor; }
+    void SetTickEvery(std::int16_t points) override { tickEvery = points; }
+    std::string LeftTitle() const override { return leftTitle_; }
+    void SetLeftTitle(const std::string& text) override { leftTitle_ = text; }
+    void SetGraphTitle(const std::string& text) override { title = text; }
+    void SetDataReset(std::int16_t what) override;
+    void SetDrawMode(std::int16_t mode) override;
+    double DataGetAmp(std::int16_t set, std::int16_t point) const override {
+        return sets.at(set).data.at(point);
+    }
+
+    /// Points of a set that carry a value.
+    int Values(int set) const;
+
+private:
+    std::int16_t numSets_ = 0;
+    std::int16_t numPoints_ = 0;
+    std::int16_t thisSet_ = 1;
+    std::int16_t minor_ = 0;
+    std::string leftTitle_;
+};
+
+/// A viewer without a window.
+class RecordingView : public Mreport::ReportView {
+public:
+    RecordingGraph graph;
+    std::filesystem::path caption;
+    std::string head;
+    std::vector<std::string> statuses;
+    std::vector<std::string> tabs;
+    int selectedTab = 0;
+    int resets = 0;
+    Mreport::ScrollLimits scroll;
+    std::int32_t scrollValue = 0;
+    bool scrollGuarded = true; ///< every setting of the scroll bar so far was
+    std::int32_t firstRecord = 0;
+    std::vector<std::int32_t> recordsAtDrawing; ///< in the first page, at each drawing
+
+    void ShowCaption(const std::filesystem::path& file) override { caption = file; }
+    void ResetPages() override;
+    void ShowHead(const std::string& headerLines) override { head = headerLines; }
+    void ShowStatus(const std::string& text) override { statuses.push_back(text); }
+    void PageAdded(int page, bool selectNew) override;
+    void LinesAdded() override {}
+    void SelectShownPage() override { selectedTab = Mreport::shownPageIndex; }
+    void SetScroll(const Mreport::ScrollLimits& limits) override;
+    std::int32_t ScrollValue() const override { return scrollValue; }
+    Mreport::ReportGraph& Graph() override { return graph; }
+    void GraphDrawn(std::int32_t first) override;
+};
