@@ -6,7 +6,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
 
 namespace simulator {
@@ -65,12 +64,5 @@ struct Quit {};
 
 using Command = std::variant<SetSolution, SetTemperature, SetElectrode, SetFault, Unplug, Replug,
                              SetAutomatic, SetBitRate, ShowStatus, ShowHelp, Quit>;
-
-/// Reads one line of text. Names are taken without regard to case; numbers have a point. Throws
-/// RunTimeError that says what is wrong and what would be right.
-Command ParseCommand(std::string_view line);
-
-/// Every command with its meaning, for people.
-std::string CommandHelp();
 
 } // namespace simulator

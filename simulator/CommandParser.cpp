@@ -1,4 +1,4 @@
-#include "simulator/Command.h"
+#include "simulator/CommandParser.h"
 
 #include "app/Electrode.h"
 #include "app/RunTimeError.h"

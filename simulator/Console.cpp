@@ -2,6 +2,7 @@
 
 #include "app/Electrode.h"
 #include "app/RunTimeError.h"
+#include "simulator/CommandParser.h"
 
 #include <utility>
 
@@ -11,6 +12,21 @@ namespace {
 
 std::string ChannelText(int channel) {
     return "Channel " + std::to_string(channel + 1);
+}
+
+/// For example "slope 28.69 mV/decade", as a calibration should find it; empty where there is none.
+std::string SlopeText(const ElectrodeModel& electrode, double temperature_C) {
+    const double slope = electrode.Slope(temperature_C);
+    switch (Electrode::KindOf(electrode.Traits().name)) {
+    case Electrode::Kind::pH:
+        return ", slope " + Fixed(-slope, 2) + " mV/pH";
+    case Electrode::Kind::ion:
+        return ", slope " + Fixed(slope, 2) + " mV/decade";
+    case Electrode::Kind::redox:
+    case Electrode::Kind::none:
+        break;
+    }
+    return {};
 }
 
 /// The electrode responds to nothing that was put into the solution.
@@ -139,8 +155,8 @@ std::string Console::Status(Seconds now) const {
         const TemperatureSensor& sensor = instrument.SensorOf(channel);
         text += "\n" + ChannelText(channel) + ", " + electrode.Traits().name + " electrode in " +
                 instrument.SolutionOf(channel).Text() + ", " + Fixed(sensor.Temperature(), 1) +
-                " C: " + Fixed(electrode.Potential(now), 1) + " mV, slope " +
-                Fixed(electrode.Slope(sensor.Temperature()), 2) + " mV, sensor " +
+                " C: " + Fixed(electrode.Potential(now), 1) + " mV" +
+                SlopeText(electrode, sensor.Temperature()) + ", sensor " +
                 Fixed(sensor.Reading(now), 1);
     }
     return text;

@@ -44,7 +44,8 @@ public:
     /// Where the potential goes to in mV, without the drift.
     double Equilibrium() const { return equilibrium_mV_; }
 
-    /// Its own slope at a temperature, in mV per decade or per pH step down.
+    /// Its own slope at a temperature in mV per decade of its ion; of a pH electrode, the hydrogen
+    /// ion, so that it falls by this for each pH.
     double Slope(double temperature_C) const;
 
     const ElectrodeTraits& Traits() const { return traits_; }

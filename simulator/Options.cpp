@@ -1,7 +1,7 @@
 #include "simulator/Options.h"
 
 #include "app/RunTimeError.h"
-#include "simulator/Command.h"
+#include "simulator/CommandParser.h"
 #include "simulator/LineSpeed.h"
 #include "simulator/Words.h"
 

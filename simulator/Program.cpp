@@ -16,7 +16,6 @@ namespace simulator {
 
 namespace {
 
-constexpr std::size_t longestLine = 4096;
 constexpr std::uint32_t defaultBitRate = 9600;
 volatile std::sig_atomic_t endAsked = 0;
 
@@ -49,6 +48,7 @@ sigset_t CatchSignals() {
         sigaddset(&blocked, signal);
     }
     ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGTTIN, SIG_IGN);
     ::sigprocmask(SIG_BLOCK, &blocked, &awaited);
     for (int signal : {SIGINT, SIGTERM, SIGHUP})
         sigdelset(&awaited, signal);
@@ -74,7 +74,7 @@ Program::Program(const Options& options)
                                                            : Instrument::Nature::believable,
                                              options.seed, Now()),
                                   options.seed),
-      console_(session_, *this) {
+      console_(session_, *this), input_(STDIN_FILENO) {
     session_.Sending().SetFast(options.fast);
     session_.Sending().SetBitRate(options.bitRate.value_or(defaultBitRate));
     OpenControl();
@@ -111,8 +111,9 @@ void Program::ServeOnce(const sigset_t& awaited) {
     if (port_)
         polls.push_back({port_->PollDescriptor(), POLLIN, 0});
     const std::size_t inputAt = polls.size();
-    if (inputOpen_)
-        polls.push_back({STDIN_FILENO, POLLIN, 0});
+    const std::optional<int> input = input_.PollDescriptor();
+    if (input)
+        polls.push_back({*input, POLLIN, 0});
     if (control_)
         control_->Watch(polls);
 
@@ -123,7 +124,7 @@ void Program::ServeOnce(const sigset_t& awaited) {
             throw RunTimeError(SystemError("Waiting"));
         return;
     }
-    const bool inputReady = inputOpen_ && polls[inputAt].revents != 0;
+    const bool inputReady = input && polls[inputAt].revents != 0;
     if (port_)
         ServePort(polls.front().revents != 0);
     if (inputReady)
@@ -134,10 +135,14 @@ void Program::ServeOnce(const sigset_t& awaited) {
 }
 
 std::optional<Seconds> Program::NextEvent() const {
-    std::optional<Seconds> next = replugAt_;
-    const std::optional<Seconds> session = session_.NextEvent();
-    if (session && (!next || *session < *next))
-        next = session;
+    std::optional<Seconds> lookAgain;
+    if (input_.InBackground()) // nothing tells when the shell gives the terminal back
+        lookAgain = Now() + Seconds(1);
+    std::optional<Seconds> next;
+    for (const std::optional<Seconds>& each : {session_.NextEvent(), replugAt_, lookAgain}) {
+        if (each && (!next || *each < *next))
+            next = each;
+    }
     return next;
 }
 
@@ -166,24 +171,13 @@ void Program::ServeTime() {
 }
 
 void Program::ServeInput() {
-    std::array<char, 1024> part{};
-    const ssize_t count = ::read(STDIN_FILENO, part.data(), part.size());
-    if (count < 0 && (errno == EAGAIN || errno == EINTR))
-        return;
-    if (count <= 0) {
-        inputOpen_ = false;
-        running_ = ::isatty(STDIN_FILENO) == 0; // the end key ends; in the background it runs on
-        return;
-    }
-    inputLine_.append(part.data(), static_cast<std::size_t>(count));
-    for (std::size_t end = 0; (end = inputLine_.find('\n')) != std::string::npos;) {
-        const Answer answer = console_.Execute(inputLine_.substr(0, end), Now());
-        inputLine_.erase(0, end + 1);
+    for (const std::string& line : input_.ReadLines()) {
+        const Answer answer = console_.Execute(line, Now());
         if (!answer.text.empty())
             Say(answer.ok ? answer.text : "Error: " + answer.text);
     }
-    if (inputLine_.size() > longestLine)
-        inputLine_.clear();
+    if (input_.EndedByUser())
+        Quit();
 }
 
 void Program::FollowBitRate() {
@@ -200,7 +194,7 @@ void Program::PortGone(const std::string& reason) {
         return;
     }
     // A program that died left the pseudo-terminal unusable: the next one gets a new one.
-    Say(reason);
+    Say(reason + "; a new one comes in a second");
     replugAt_ = Now() + Seconds(1);
 }
 

@@ -6,6 +6,7 @@
 #include "simulator/Port.h"
 #include "simulator/PortLink.h"
 #include "simulator/Session.h"
+#include "simulator/StandardInput.h"
 
 #include <csignal>
 #include <filesystem>
@@ -53,8 +54,7 @@ private:
     std::unique_ptr<PortLink> link_;
     std::unique_ptr<ControlSocket> control_;
     std::optional<Seconds> replugAt_;
-    std::string inputLine_;
-    bool inputOpen_ = true;
+    StandardInput input_;
     bool running_ = true;
 };
 

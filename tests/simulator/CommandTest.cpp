@@ -1,4 +1,4 @@
-#include "simulator/Command.h"
+#include "simulator/CommandParser.h"
 
 #include "app/RunTimeError.h"
 #include "simulator/Console.h"
@@ -221,7 +221,10 @@ TEST_F(ConsoleTest, The_status_tells_place_speed_fault_and_every_channel) {
         "Frames on request only; fault: silence, 2 times\n"
         "Channel 1, Ca electrode in Ca 40 ppm, NO3 10 ppm, pH 7.4, Redox 220 mV, 25.0 C: "));
     EXPECT_NE(status.find("Channel 4, Redox electrode"), std::string::npos);
-    EXPECT_NE(status.find("220.0 mV"), std::string::npos);
+    EXPECT_NE(status.find("220.0 mV, sensor 745.8"), std::string::npos);
+    EXPECT_NE(status.find(", slope 29.58 mV/decade, sensor"), std::string::npos);
+    EXPECT_NE(status.find(", slope -59.16 mV/pH, sensor"), std::string::npos);
+    EXPECT_NE(status.find(", slope -59.16 mV/decade, sensor"), std::string::npos);
 }
 
 TEST_F(ConsoleTest, The_help_names_every_command_and_fault) {

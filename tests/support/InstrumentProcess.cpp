@@ -125,6 +125,10 @@ void InstrumentProcess::WriteInput(const std::string& line) {
         Fail("it takes no input");
 }
 
+void InstrumentProcess::CloseInput() {
+    ::close(std::exchange(toInput_, -1));
+}
+
 std::string InstrumentProcess::ReadLine() {
     std::size_t end = 0;
     while ((end = pending_.find('\n')) == std::string::npos) {

@@ -41,6 +41,9 @@ public:
     /// Writes a line to its standard input; the answer is a line, or some, of its output.
     void WriteInput(const std::string& line);
 
+    /// Ends its standard input.
+    void CloseInput();
+
     /// The next line of its standard output and error output.
     std::string ReadLine();
 
