@@ -23,7 +23,7 @@ char LowerCase(char letter) {
 
 bool ContainsAnyCase(std::string_view text, std::string_view part) {
     const auto equal = [](char a, char b) { return LowerCase(a) == LowerCase(b); };
-    return std::ranges::search(text, part, equal).begin() != text.end();
+    return std::search(text.begin(), text.end(), part.begin(), part.end(), equal) != text.end();
 }
 
 bool HasCalibrationBlock(const mWinInit::ChannelSetupRecord& channel) {
