@@ -1,11 +1,6 @@
+#include "app/program/SystemServices.h"
 #include "app/program/theMain.h"
-#include "platform/Platform.h"
-#include "platform/System.h"
-#include "platform/qt/QtDesktop.h"
-#include "platform/qt/QtDialogs.h"
 #include "platform/qt/QtPlaces.h"
-#include "platform/qt/QtPrinting.h"
-#include "platform/qt/QtUserStore.h"
 
 #include <QApplication>
 
@@ -15,18 +10,8 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationDisplayName("Vantrel Data Acquisition");
     QApplication::setDesktopFileName("vantrel");
 
-    platform::QtDialogs dialogs;
-    platform::QtDesktop desktop;
-    platform::QtUserStore userStore;
     platform::QtPlaces places;
-    platform::QtPrinting printing;
-    const auto clock = platform::MakeClock();
-    const auto files = platform::MakeFileStore();
-    const auto profile = platform::MakeProfileFile(places.ConfigurationFolder() / "Vantrel.ini");
-    const platform::Services services{dialogs,   desktop, *clock, *profile,
-                                      userStore, places,  *files,  printing};
-    platform::Install(&services);
-
+    const theMain::SystemServices services(places);
     theMain::Program program;
     program.Main();
     return QApplication::exec();
