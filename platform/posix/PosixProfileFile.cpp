@@ -49,29 +49,61 @@ std::string ReadAll(int descriptor, off_t size) {
     return bytes;
 }
 
-/// Without one pair of equal quotes around it.
-std::string_view Unquoted(std::string_view value) {
+/// At most `bufferSize` - 1 characters of the value, without one pair of equal quotes around it. A
+/// closing quote counts against the buffer like the system's call counts it: where it is the one
+/// character too many, the last one before it goes with it.
+std::string Copied(std::string_view value, std::size_t bufferSize) {
     const bool quoted = value.size() > 1 && value.front() == value.back() &&
                         (value.front() == '"' || value.front() == '\'');
-    return quoted ? value.substr(1, value.size() - 2) : value;
+    if (!quoted)
+        return std::string(value.substr(0, bufferSize - 1));
+    const std::string_view opened = value.substr(1);
+    std::string copy(opened.substr(0, bufferSize - 1));
+    if (bufferSize >= opened.size())
+        copy.pop_back();
+    return copy;
 }
 
-std::string_view WithoutTrailingBlanks(std::string_view text) {
-    while (!text.empty() && text.back() == ' ')
+/// Without its trailing blanks, of which the system's call leaves the first character.
+std::string_view Fallback(std::string_view text) {
+    while (text.size() > 1 && text.back() == ' ')
         text.remove_suffix(1);
     return text;
 }
 
-/// Leading decimal digits behind an optional sign, wrapping at 32 bits as the system's call does.
+/// The value of a digit in bases up to 16; 16 for another character.
+unsigned int DigitOf(char c) {
+    if (c >= '0' && c <= '9')
+        return static_cast<unsigned int>(c - '0');
+    if (c >= 'a' && c <= 'f')
+        return static_cast<unsigned int>(c - 'a' + 10);
+    if (c >= 'A' && c <= 'F')
+        return static_cast<unsigned int>(c - 'A' + 10);
+    return 16;
+}
+
+/// Takes "0x", "0o" or "0b" off; 10 where there is none.
+unsigned int TakeBase(std::string_view& text) {
+    const char mark = text.size() > 1 && text[0] == '0' ? text[1] : ' ';
+    const unsigned int base = mark == 'x' ? 16 : mark == 'o' ? 8 : mark == 'b' ? 2 : 10;
+    if (base != 10)
+        text.remove_prefix(2);
+    return base;
+}
+
+/// Leading digits behind blanks and a sign, wrapping at 32 bits as the system's call does.
 int LeadingDigits(std::string_view text) {
+    while (!text.empty() && static_cast<unsigned char>(text.front()) <= ' ')
+        text.remove_prefix(1);
     const bool negative = !text.empty() && text.front() == '-';
     if (!text.empty() && (text.front() == '-' || text.front() == '+'))
         text.remove_prefix(1);
+    const unsigned int base = TakeBase(text);
     std::uint32_t value = 0;
     for (const char c : text) {
-        if (c < '0' || c > '9')
+        if (DigitOf(c) >= base)
             break;
-        value = value * 10 + static_cast<std::uint32_t>(c - '0');
+        value = value * base + DigitOf(c);
     }
     return static_cast<int>(negative ? 0 - value : value);
 }
@@ -82,29 +114,26 @@ public:
 
     std::string GetString(const std::string& section, const std::string& key,
                           const std::string& fallback, std::size_t bufferSize) const override {
+        if (bufferSize == 0)
+            return {};
         const auto value = Text().Value(section, key);
-        std::string_view result = value ? Unquoted(*value) : WithoutTrailingBlanks(fallback);
-        return std::string(result.substr(0, bufferSize == 0 ? 0 : bufferSize - 1));
+        return Copied(value ? *value : Fallback(fallback), bufferSize);
     }
 
     int GetInt(const std::string& section, const std::string& key, int fallback) const override {
-        const auto value = Text().Value(section, key);
-        if (!value || Unquoted(*value).empty())
-            return fallback;
-        return LeadingDigits(Unquoted(*value));
+        constexpr std::size_t bufferOfIntegers = 30; // the system's call reads no more digits
+        const std::string value = GetString(section, key, {}, bufferOfIntegers);
+        return value.empty() ? fallback : LeadingDigits(value);
     }
 
     bool Write(const std::string& section, const std::optional<std::string>& key,
                const std::optional<std::string>& value) override {
         try {
             ProfileText text = Text();
-            if (!key)
-                text.RemoveSection(section);
-            else if (!value)
-                text.Remove(section, *key);
-            else
-                text.Set(section, *key, *value);
-            if (text.Bytes() != text_.Bytes())
+            const bool changed = !key     ? text.RemoveSection(section)
+                                 : !value ? text.Remove(section, *key)
+                                          : text.Set(section, *key, *value);
+            if (changed)
                 posix::ReplaceFile(file_, text.Bytes());
             return true;
         } catch (const RunTimeError&) {

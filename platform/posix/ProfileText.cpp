@@ -1,10 +1,6 @@
 #include "platform/posix/ProfileText.h"
 
-#include "app/CodePage.h"
-
 #include <algorithm>
-#include <array>
-#include <utility>
 
 namespace platform::posix {
 
@@ -12,172 +8,204 @@ namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
 
-/// The white space that the private-profile calls drop at both ends of names and values; 26 is the
-/// end-of-file mark of old editors.
-bool IsBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r') || c == '\x1A' || c == '\xA0';
+/// What the private-profile calls drop at both ends of names and values; 26 is the end-of-file
+/// mark of old editors.
+bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r') || c == '\x1A'; }
+
+std::string_view WithoutLeadingBlanks(std::string_view text) {
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    return text;
 }
 
 std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front()))
-        text.remove_prefix(1);
+    text = WithoutLeadingBlanks(text);
     while (!text.empty() && IsBlank(text.back()))
         text.remove_suffix(1);
     return text;
 }
 
-/// Upper case by the code page: besides the letters of ASCII the accented ones.
-char Upper(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (c >= 'a' && c <= 'z')
-        return static_cast<char>(c - 'a' + 'A');
-    switch (byte) {
-    case 0x9A: // s, z with caron, oe
-    case 0x9C:
-    case 0x9E:
-        return static_cast<char>(byte - 0x10);
-    case 0xFF: // y with diaeresis
-        return '\x9F';
-    case 0xF7: // the division sign
-        return c;
-    default:
-        return byte >= 0xE0 ? static_cast<char>(byte - 0x20) : c;
-    }
-}
+/// The part that the calls, which end every text at a NUL, give back.
+std::string_view UpToNul(std::string_view text) { return text.substr(0, text.find('\0')); }
+
+char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 bool SameName(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
-                                              [](char x, char y) { return Upper(x) == Upper(y); });
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+               return Upper(x) == Upper(y);
+           });
 }
 
-/// Behind the line that begins at `begin`, its line end included.
-std::size_t LineEnd(std::string_view bytes, std::size_t begin) {
-    const std::size_t feed = bytes.find('\n', begin);
-    return feed == std::string_view::npos ? bytes.size() : feed + 1;
+/// FNV-1a of the name in upper case: equal names have equal hashes.
+std::uint32_t HashOf(std::string_view name) {
+    std::uint32_t hash = 2166136261U;
+    for (const char c : name)
+        hash = (hash ^ static_cast<unsigned char>(Upper(c))) * 16777619U;
+    return hash;
 }
 
-std::string_view LineText(std::string_view bytes, std::size_t begin, std::size_t end) {
-    return Trimmed(bytes.substr(begin, end - begin));
+/// Behind the line that begins at `begin`, its line end included: CR, LF, CR LF, or the CR CR LF
+/// of a file that was converted twice.
+std::size_t LineEnd(std::string_view text, std::size_t begin) {
+    while (begin < text.size() && text[begin] != '\r' && text[begin] != '\n')
+        ++begin;
+    for (const std::string_view end : {"\r\r\n", "\r\n"})
+        if (text.substr(begin, end.size()) == end)
+            return begin + end.size();
+    return std::min(begin + 1, text.size());
 }
 
-/// The name in a section line; nothing for another line.
+std::string_view LineText(std::string_view text, std::size_t begin, std::size_t end) {
+    return Trimmed(text.substr(begin, end - begin));
+}
+
+/// The name in a section line; nothing for another line. Text behind the last bracket is ignored.
 std::optional<std::string_view> SectionName(std::string_view line) {
     if (line.empty() || line.front() != '[')
         return std::nullopt;
     const std::size_t close = line.rfind(']');
     if (close == std::string_view::npos)
         return std::nullopt;
-    return Trimmed(line.substr(1, close - 1));
+    return UpToNul(Trimmed(line.substr(1, close - 1)));
 }
+
+bool IsComment(std::string_view line) { return !line.empty() && line.front() == ';'; }
 
 } // namespace
 
-ProfileText::ProfileText(std::string bytes) : bytes_(std::move(bytes)) {
+ProfileText::ProfileText(std::string_view bytes)
+    : encoding_(EncodingOf(bytes)), text_(Decoded(bytes, encoding_)) {
     IndexSections();
 }
 
 void ProfileText::IndexSections() {
-    headers_.clear();
-    const std::string_view bytes = bytes_;
-    for (std::size_t begin = 0; begin < bytes.size();) {
-        const std::size_t end = LineEnd(bytes, begin);
-        if (SectionName(LineText(bytes, begin, end)))
-            headers_.push_back(begin);
+    headers_.assign(1, {0, 0, HashOf({})});
+    const std::string_view text = text_;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = LineEnd(text, begin);
+        if (const auto name = SectionName(LineText(text, begin, end)))
+            headers_.push_back({begin, end, HashOf(*name)});
         begin = end;
     }
 }
 
-std::optional<ProfileText::Section> ProfileText::Find(std::string_view section) const {
-    const std::string_view bytes = bytes_;
-    const std::string_view asked = Trimmed(section);
-    for (std::size_t i = 0; i < headers_.size(); ++i) {
-        const std::size_t body = LineEnd(bytes, headers_[i]);
-        if (SameName(SectionName(LineText(bytes, headers_[i], body)).value_or(""), asked))
-            return Section{headers_[i], body,
-                           i + 1 < headers_.size() ? headers_[i + 1] : bytes.size()};
-    }
+ProfileText::Section ProfileText::SectionAt(std::size_t index) const {
+    const std::size_t end = index + 1 < headers_.size() ? headers_[index + 1].begin : text_.size();
+    return {headers_[index].begin, headers_[index].body, end};
+}
+
+std::string_view ProfileText::NameAt(std::size_t index) const {
+    const Header& header = headers_[index];
+    return SectionName(LineText(text_, header.begin, header.body)).value_or("");
+}
+
+/// Index of the first section of the name, at or behind `from`.
+std::optional<std::size_t> ProfileText::Find(std::string_view name, std::size_t from) const {
+    const std::uint32_t hash = HashOf(name);
+    for (std::size_t i = from; i < headers_.size(); ++i)
+        if (headers_[i].hash == hash && SameName(NameAt(i), name))
+            return i;
     return std::nullopt;
 }
 
-/// The next line with "=" that is no comment; `position` moves behind it.
+/// The next line that is not blank; `position` moves behind it.
 std::optional<ProfileText::Entry> ProfileText::NextEntry(std::size_t& position,
                                                          std::size_t end) const {
-    const std::string_view bytes = bytes_;
+    const std::string_view text = text_;
     while (position < end) {
         const std::size_t begin = position;
-        position = LineEnd(bytes, begin);
-        const std::string_view line = LineText(bytes, begin, position);
-        if (line.empty() || line.front() == ';')
+        position = LineEnd(text, begin);
+        const std::string_view line = LineText(text, begin, position);
+        if (line.empty())
             continue;
         const std::size_t equals = line.find('=');
-        if (equals != std::string_view::npos)
-            return Entry{begin, position, Trimmed(line.substr(0, equals)),
-                         Trimmed(line.substr(equals + 1))};
+        if (equals == std::string_view::npos)
+            return Entry{begin, position, UpToNul(line), std::nullopt};
+        return Entry{begin, position, UpToNul(Trimmed(line.substr(0, equals))),
+                     UpToNul(Trimmed(line.substr(equals + 1)))};
     }
     return std::nullopt;
 }
 
 std::optional<ProfileText::Entry> ProfileText::Find(const Section& section,
-                                                    std::string_view key) const {
-    const std::string_view asked = Trimmed(key);
+                                                    std::string_view name) const {
     std::size_t position = section.body;
     while (const auto entry = NextEntry(position, section.end))
-        if (SameName(entry->name, asked))
+        if (SameName(entry->name, name))
             return entry;
     return std::nullopt;
 }
 
-std::size_t ProfileText::BehindLastEntry(const Section& section) const {
+/// Where a new key goes: before the blank lines and comments that lead to the next section.
+std::size_t ProfileText::BehindLastKey(const Section& section) const {
     std::size_t behind = section.body;
     std::size_t position = section.body;
     while (const auto entry = NextEntry(position, section.end))
-        behind = entry->end;
+        if (!IsComment(entry->name))
+            behind = entry->end;
     return behind;
 }
 
-std::optional<std::string_view> ProfileText::Value(std::string_view section,
-                                                   std::string_view key) const {
-    const auto found = Find(section);
-    const auto entry = found ? Find(*found, key) : std::nullopt;
-    if (!entry)
+std::optional<std::string> ProfileText::Value(std::string_view section,
+                                              std::string_view key) const {
+    const auto index = Find(Trimmed(FromCodePage(section, encoding_)));
+    if (!index)
         return std::nullopt;
-    return entry->value;
+    const auto entry = Find(SectionAt(*index), Trimmed(FromCodePage(key, encoding_)));
+    if (!entry || !entry->value)
+        return std::nullopt;
+    return ToCodePage(*entry->value, encoding_);
 }
 
-void ProfileText::Set(std::string_view section, std::string_view key, std::string_view value) {
-    std::string line(Trimmed(key));
-    line += '=';
-    line += value;
-    line += lineEnd;
-    const auto found = Find(section);
-    if (!found) {
+bool ProfileText::Set(std::string_view section, std::string_view key, std::string_view value) {
+    const std::string sectionText = FromCodePage(section, encoding_);
+    const std::string keyText = FromCodePage(key, encoding_);
+    const std::string newValue(WithoutLeadingBlanks(FromCodePage(value, encoding_)));
+    const auto index = Find(Trimmed(sectionText));
+    if (!index) {
         std::string header = "[";
-        header += Trimmed(section);
-        header += ']';
-        header += lineEnd;
-        Replace(bytes_.size(), bytes_.size(), header + line);
-    } else if (const auto entry = Find(*found, key)) {
-        Replace(entry->begin, entry->end, line);
-    } else {
-        const std::size_t behind = BehindLastEntry(*found);
-        Replace(behind, behind, line);
+        header.append(WithoutLeadingBlanks(sectionText)).append("]").append(lineEnd);
+        header.append(WithoutLeadingBlanks(keyText)).append("=").append(newValue).append(lineEnd);
+        Replace(text_.size(), text_.size(), header);
+        return true;
     }
+    const Section found = SectionAt(*index);
+    const auto entry = Find(found, Trimmed(keyText));
+    if (entry && entry->value == newValue)
+        return false;
+    std::string line(entry ? entry->name : WithoutLeadingBlanks(keyText));
+    line.append("=").append(newValue).append(lineEnd);
+    const std::size_t place = entry ? entry->begin : BehindLastKey(found);
+    Replace(place, entry ? entry->end : place, line);
+    return true;
 }
 
-void ProfileText::Remove(std::string_view section, std::string_view key) {
-    const auto found = Find(section);
-    if (const auto entry = found ? Find(*found, key) : std::nullopt)
-        Replace(entry->begin, entry->end, {});
+bool ProfileText::Remove(std::string_view section, std::string_view key) {
+    const std::string sectionText = FromCodePage(section, encoding_);
+    const std::string keyText = FromCodePage(key, encoding_);
+    // Unlike the others this call looks through all sections of the name.
+    for (auto index = Find(sectionText); index; index = Find(sectionText, *index + 1)) {
+        if (const auto entry = Find(SectionAt(*index), keyText)) {
+            Replace(entry->begin, entry->end, {});
+            return true;
+        }
+    }
+    return false;
 }
 
-void ProfileText::RemoveSection(std::string_view section) {
-    if (const auto found = Find(section))
-        Replace(found->header, found->end, {});
+bool ProfileText::RemoveSection(std::string_view section) {
+    const auto index = Find(FromCodePage(section, encoding_));
+    if (!index)
+        return false;
+    const Section found = SectionAt(*index);
+    Replace(found.begin, found.end, {});
+    return found.begin != found.end;
 }
 
 void ProfileText::Replace(std::size_t begin, std::size_t end, const std::string& lines) {
-    const bool unfinished = begin > 0 && bytes_[begin - 1] != '\n' && !lines.empty();
-    bytes_.replace(begin, end - begin, unfinished ? std::string(lineEnd) + lines : lines);
+    const auto endsLine = [](char c) { return c == '\r' || c == '\n'; };
+    const bool unfinished = begin > 0 && !endsLine(text_[begin - 1]) && !lines.empty();
+    text_.replace(begin, end - begin, unfinished ? std::string(lineEnd) + lines : lines);
     IndexSections();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/posix/TextEncoding.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -9,34 +11,41 @@
 
 namespace platform::posix {
 
-/// The text of a private-profile file: finding values and changing single lines. Section and key
-/// names compare without regard to case, blanks around names and values do not count, the first of
-/// two equal sections or keys counts. Whatever is neither a section line nor a line with "=", and
-/// what stands before the first section, is skipped on reading and kept on changing.
+/// The text of a private-profile file: finding values and changing single lines. Names compare
+/// without regard to the case of ASCII letters, blanks around names and values do not count, the
+/// first of two equal sections or keys counts. What stands before the first section line belongs
+/// to a section of the empty name. A line without "=" is a key without a value.
 class ProfileText {
 public:
-    explicit ProfileText(std::string bytes);
+    /// The file's bytes: Windows-1252, or Unicode where a byte order mark says so.
+    explicit ProfileText(std::string_view bytes);
 
-    const std::string& Bytes() const { return bytes_; }
+    /// The file's bytes after the changes.
+    std::string Bytes() const { return Encoded(text_, encoding_); }
 
-    /// The value as it stands in the file, without the blanks around it; nothing where section or
-    /// key is missing. Valid until the next change.
-    std::optional<std::string_view> Value(std::string_view section, std::string_view key) const;
+    /// The value as Windows-1252, as it stands in the file without the blanks around it; nothing
+    /// where section, key or value is missing.
+    std::optional<std::string> Value(std::string_view section, std::string_view key) const;
 
-    /// Replaces the key's line, or adds it behind the last key of its section, or adds both at the
-    /// end of the file.
-    void Set(std::string_view section, std::string_view key, std::string_view value);
+    /// Gives the key's line this value, or adds the line behind the last key of its section, or
+    /// adds both at the end of the file. False when the file already says so.
+    bool Set(std::string_view section, std::string_view key, std::string_view value);
 
-    /// Removes the key's line; no change where it is missing.
-    void Remove(std::string_view section, std::string_view key);
+    /// Removes the key's line; false where there is none.
+    bool Remove(std::string_view section, std::string_view key);
 
-    /// Removes the first section of the name, up to the next section line.
-    void RemoveSection(std::string_view section);
+    /// Removes the first section of the name, up to the next section line; false where there is
+    /// none.
+    bool RemoveSection(std::string_view section);
 
 private:
-    /// Where a section's header line stands and where its lines begin and end.
+    struct Header {
+        std::size_t begin = 0; ///< of the section line; 0 for what stands before the first one
+        std::size_t body = 0;  ///< behind the section line
+        std::uint32_t hash = 0;
+    };
     struct Section {
-        std::size_t header = 0;
+        std::size_t begin = 0;
         std::size_t body = 0;
         std::size_t end = 0;
     };
@@ -44,18 +53,21 @@ private:
         std::size_t begin = 0; ///< of the line
         std::size_t end = 0;   ///< behind its line end
         std::string_view name;
-        std::string_view value;
+        std::optional<std::string_view> value;
     };
 
     void IndexSections();
-    std::optional<Section> Find(std::string_view section) const;
-    std::optional<Entry> Find(const Section& section, std::string_view key) const;
+    Section SectionAt(std::size_t index) const;
+    std::string_view NameAt(std::size_t index) const;
+    std::optional<std::size_t> Find(std::string_view name, std::size_t from = 0) const;
+    std::optional<Entry> Find(const Section& section, std::string_view name) const;
     std::optional<Entry> NextEntry(std::size_t& position, std::size_t end) const;
-    std::size_t BehindLastEntry(const Section& section) const;
+    std::size_t BehindLastKey(const Section& section) const;
     void Replace(std::size_t begin, std::size_t end, const std::string& lines);
 
-    std::string bytes_;
-    std::vector<std::size_t> headers_; ///< where the section lines begin, in the file's order
+    TextEncoding encoding_;
+    std::string text_;
+    std::vector<Header> headers_; ///< in the file's order; the first is that of the empty name
 };
 
 } // namespace platform::posix
