@@ -78,8 +78,8 @@ Decimal ToDecimal(float value) {
 /// The text of a value that is no finite number.
 std::string NotFinite(float value) {
     if (std::isnan(value))
-        return "NaN";
-    return value < 0 ? "-Inf" : "Inf";
+        return "NAN";
+    return value < 0 ? "-INF" : "INF";
 }
 
 /// All digits of the decimal in fixed notation, without a point, for the place 10^lowestPlace and

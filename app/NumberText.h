@@ -7,7 +7,7 @@
 
 /// Numbers as text: the one place that knows patterns, rounding and parsing. No locale changes any
 /// of it. Patterns round half away from zero on the value's decimal text of seven significant
-/// digits; a value that is no finite number is "NaN", "Inf" or "-Inf" in each of them.
+/// digits; a value that is no finite number is "NAN", "INF" or "-INF" in each of them.
 namespace NumberText {
 
 enum class Pattern {

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <filesystem>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,8 +16,7 @@
 namespace mWinInit {
 
 inline constexpr int maxChannels = electrodePositions;
-inline constexpr std::string_view projectPlaceholder =
-    "< Please type the name of this project >";
+inline constexpr std::string_view projectPlaceholder = "< Please type the name of this project >";
 inline constexpr std::string_view analystPlaceholder = "< Please type the name of analyst >";
 
 struct ProjectInfoRecord {
@@ -50,6 +50,11 @@ extern std::array<TempSensorCalibration, tempSensorCount> TempSensor;
 extern std::int16_t WindowX;
 extern std::int16_t WindowY;
 
+/// The folder for measurement files that a new user starts with.
+std::filesystem::path DefaultDataFolder();
+
+/// Fills every record from the settings file; a missing file or key gives the defaults. Slopes
+/// are computed anew. A stored location that is empty means DefaultDataFolder().
 void LoadSettings();
 
 /// Writes every record. Returns a message for each thing that the file will not give back (a line

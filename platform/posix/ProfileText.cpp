@@ -10,7 +10,9 @@ constexpr std::string_view lineEnd = "\r\n";
 
 /// What the private-profile calls drop at both ends of names and values; 26 is the end-of-file
 /// mark of old editors.
-bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r') || c == '\x1A'; }
+bool IsBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r') || c == '\x1A';
+}
 
 std::string_view WithoutLeadingBlanks(std::string_view text) {
     while (!text.empty() && IsBlank(text.front()))
@@ -26,14 +28,17 @@ std::string_view Trimmed(std::string_view text) {
 }
 
 /// The part that the calls, which end every text at a NUL, give back.
-std::string_view UpToNul(std::string_view text) { return text.substr(0, text.find('\0')); }
+std::string_view UpToNul(std::string_view text) {
+    return text.substr(0, text.find('\0'));
+}
 
-char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+char Upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
 bool SameName(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-               return Upper(x) == Upper(y);
-           });
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
+                                              [](char x, char y) { return Upper(x) == Upper(y); });
 }
 
 /// FNV-1a of the name in upper case: equal names have equal hashes.
@@ -69,7 +74,9 @@ std::optional<std::string_view> SectionName(std::string_view line) {
     return UpToNul(Trimmed(line.substr(1, close - 1)));
 }
 
-bool IsComment(std::string_view line) { return !line.empty() && line.front() == ';'; }
+bool IsComment(std::string_view line) {
+    return !line.empty() && line.front() == ';';
+}
 
 } // namespace
 

@@ -13,9 +13,7 @@ constexpr std::string_view utf16LittleMark = "\xFF\xFE";
 constexpr std::string_view utf16BigMark = "\xFE\xFF";
 
 void AppendUtf8(std::string& text, char32_t c) {
-    const auto tail = [&](int shift) {
-        text += static_cast<char>(0x80U | ((c >> shift) & 0x3FU));
-    };
+    const auto tail = [&](int shift) { text += static_cast<char>(0x80U | ((c >> shift) & 0x3FU)); };
     if (c < 0x80) {
         text += static_cast<char>(c);
     } else if (c < 0x800) {
@@ -52,8 +50,12 @@ char32_t TakeUtf8(std::string_view& text) {
     return c;
 }
 
-bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
-bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
+bool IsHighSurrogate(char32_t unit) {
+    return unit >= 0xD800 && unit < 0xDC00;
+}
+bool IsLowSurrogate(char32_t unit) {
+    return unit >= 0xDC00 && unit < 0xE000;
+}
 
 std::string FromUtf16(std::string_view bytes, bool bigEndian) {
     const auto unitAt = [&](std::size_t i) -> char32_t {

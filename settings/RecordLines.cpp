@@ -1,0 +1,206 @@
+#include "settings/RecordLines.h"
+
+#include "app/Electrode.h"
+#include "app/Mcommon.h"
+#include "app/NumberText.h"
+#include "platform/Platform.h"
+
+#include <algorithm>
+#include <array>
+
+namespace mWinInit {
+
+namespace {
+
+constexpr char separator = '\x0F';
+constexpr std::string_view notApplicable = "N/A";
+constexpr std::string_view noReference = "None";
+
+/// Number of the character behind field `index` (from 1) and its separator; nothing where the
+/// text has fewer fields.
+std::optional<std::size_t> FieldBegin(std::string_view text, int index) {
+    std::size_t begin = 0;
+    for (int i = 1; i < index; ++i) {
+        const std::size_t end = text.find(separator, begin);
+        if (end == std::string_view::npos)
+            return std::nullopt;
+        begin = end + 1;
+    }
+    return begin;
+}
+
+int FieldCount(std::string_view text) {
+    return static_cast<int>(std::count(text.begin(), text.end(), separator)) + 1;
+}
+
+std::string Pair(float first, float second) {
+    return NumberText::Plain(first) + ";" + NumberText::Plain(second);
+}
+
+bool IsNotApplicable(std::string_view field) {
+    return std::equal(field.begin(), field.end(), notApplicable.begin(), notApplicable.end(),
+                      [](char a, char b) { return a == b || (b >= 'A' && a == b - 'A' + 'a'); });
+}
+
+/// What a line can hold: a control character inside a text would end the line or its field.
+std::string Storable(std::string text) {
+    constexpr unsigned char firstPrintable = 32;
+    std::replace_if(
+        text.begin(), text.end(),
+        [](char c) { return static_cast<unsigned char>(c) < firstPrintable; }, ' ');
+    return text;
+}
+
+/// "4", "4 and 5" or "4 to 6".
+std::string Numbers(int first, int last) {
+    if (first == last)
+        return std::to_string(first);
+    return std::to_string(first) + (last == first + 1 ? " and " : " to ") + std::to_string(last);
+}
+
+} // namespace
+
+std::string JoinFields(std::span<const std::string> fields) {
+    std::string line;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (i > 0)
+            line += separator;
+        line += fields[i];
+    }
+    return line;
+}
+
+std::string GetField(std::string_view text, int index, int part) {
+    const auto begin = index < 1 ? std::nullopt : FieldBegin(text, index);
+    if (!begin)
+        return {};
+    std::string_view field = text.substr(*begin);
+    field = field.substr(0, field.find(separator));
+    const std::size_t semicolon = field.find(';');
+    if (semicolon != std::string_view::npos)
+        field = part == 1 ? field.substr(0, semicolon) : field.substr(semicolon + 1);
+    return Mcommon::TrimControl(field);
+}
+
+std::string ReadTableLine(const std::string& section, const std::string& key, int countField,
+                          int firstPoint) {
+    constexpr std::size_t oneMore = longestValue + 2; // with its closing NUL
+    std::string line = platform::Current().profile.GetString(section, key, {}, oneMore);
+    if (line.size() <= longestValue)
+        return line;
+    line.resize(longestValue);
+    line.resize(std::min(line.rfind(separator), line.size())); // the point that the cut fell into
+    const int whole = std::max(FieldCount(line) - firstPoint + 1, 0);
+    const auto begin = FieldBegin(line, countField);
+    if (begin && NumberText::LeadingInteger(GetField(line, countField, 1)) > whole) {
+        const std::size_t end = std::min(line.find(separator, *begin), line.size());
+        line.replace(*begin, end - *begin, NumberText::Plain(std::int32_t{whole}));
+    }
+    return line;
+}
+
+std::string ChannelLine(const ChannelSetupRecord& channel) {
+    const std::array<std::string, 6> fields = {
+        Storable(channel.Electrode),
+        Storable(channel.SerialNo),
+        Storable(channel.RefType),
+        Storable(channel.RefSerialNo),
+        channel.MolarMass == 0 ? std::string(notApplicable) : NumberText::Plain(channel.MolarMass),
+        NumberText::Plain(std::int32_t{channel.TempSensor})};
+    return JoinFields(fields);
+}
+
+void DecodeChannel(ChannelSetupRecord& channel, std::string_view line) {
+    if (line.empty()) { // the molar mass stays
+        channel.Electrode = Electrode::noneName;
+        channel.SerialNo.clear();
+        channel.RefType = noReference;
+        channel.RefSerialNo.clear();
+        channel.TempSensor = 0;
+        return;
+    }
+    channel.Electrode = GetField(line, 1, 1);
+    channel.SerialNo = GetField(line, 2, 1);
+    channel.RefType = GetField(line, 3, 1);
+    channel.RefSerialNo = GetField(line, 4, 1);
+    const std::string mass = GetField(line, 5, 1);
+    channel.MolarMass = IsNotApplicable(mass) ? 0 : NumberText::LeadingSingle(mass);
+    channel.TempSensor = NumberText::LeadingInteger(GetField(line, 6, 1));
+}
+
+std::string CalibrationLine(const CalibrationRecord& record) {
+    const int points = std::clamp<int>(record.PointCount, 0, maxCalibrationPoints);
+    std::vector<std::string> fields = {Storable(record.CalibrationDate),
+                                       NumberText::Plain(std::int32_t{points}),
+                                       NumberText::Plain(record.StdUnit)};
+    for (std::size_t j = 0; j < static_cast<std::size_t>(points); ++j)
+        fields.push_back(Pair(record.Standard[j], record.CaliData[j]));
+    return JoinFields(fields);
+}
+
+void DecodeCalibration(CalibrationRecord& record, std::string_view line, bool isPH) {
+    record.PointCount = 0;
+    record.StdUnit = 0;
+    if (!line.empty()) {
+        record.CalibrationDate = GetField(line, 1, 1);
+        const int claimed = NumberText::LeadingInteger(GetField(line, calibrationCountField, 1));
+        record.StdUnit = NumberText::LeadingSingle(GetField(line, 3, 1));
+        record.PointCount = static_cast<std::int16_t>(std::clamp(claimed, 0, maxCalibrationPoints));
+    }
+    for (int j = 0; j < record.PointCount; ++j) {
+        const auto point = static_cast<std::size_t>(j);
+        const int field = firstCalibrationPoint + j;
+        record.Standard[point] = NumberText::LeadingSingle(GetField(line, field, 1));
+        record.CaliData[point] = NumberText::LeadingSingle(GetField(line, field, 2));
+    }
+    Measure::RestoreSlopes(record, isPH); // the line holds none
+}
+
+void LineWriter::WriteLine(const std::string& section, const std::string& key,
+                           const std::string& line) {
+    if (platform::Current().profile.Write(section, key, line) || unwritable_)
+        return;
+    unwritable_ = true; // said once, however many lines fail
+    messages_.emplace_back("The settings could not be saved: the settings file cannot be written.");
+}
+
+void LineWriter::WriteText(const std::string& section, const std::string& key,
+                           const std::string& text, const std::string& name) {
+    WriteLine(section, key, Storable(text));
+    if (text.size() > longestValue)
+        messages_.push_back("The " + name + " is longer than " + std::to_string(longestValue) +
+                            " characters. Only its beginning will come back.");
+}
+
+void LineWriter::WriteNumber(const std::string& section, const std::string& key,
+                             std::int16_t number) {
+    WriteLine(section, key, NumberText::Plain(std::int32_t{number}));
+}
+
+void LineWriter::WriteCalibration(const std::string& section, const std::string& key,
+                                  const CalibrationRecord& record, int channel) {
+    const std::string line = CalibrationLine(record);
+    WriteLine(section, key, line);
+    if (line.size() <= longestValue)
+        return;
+    std::string whole = line.substr(0, longestValue + 1);
+    whole.resize(whole.rfind(separator));
+    const int kept = std::max(FieldCount(whole) - firstCalibrationPoint + 1, 0);
+    const int points = FieldCount(line) - firstCalibrationPoint + 1;
+    const bool one = kept + 1 == points;
+    messages_.push_back("Channel " + std::to_string(channel + 1) + ": calibration point" +
+                        (one ? " " : "s ") + Numbers(kept + 1, points) + (one ? " does" : " do") +
+                        " not fit into the settings file and will not come back.");
+}
+
+void LineWriter::WriteChannel(const std::string& section, const std::string& key,
+                              const ChannelSetupRecord& setup, int channel) {
+    const std::string line = ChannelLine(setup);
+    WriteLine(section, key, line);
+    if (line.size() > longestValue)
+        messages_.push_back("Channel " + std::to_string(channel + 1) +
+                            ": the names and serial numbers are longer than the settings file "
+                            "can hold. Only their beginning will come back.");
+}
+
+} // namespace mWinInit

@@ -1,0 +1,88 @@
+#include "settings/TempSensorTable.h"
+#include "settings/RecordLines.h"
+
+#include "app/NumberText.h"
+#include "platform/Platform.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace mWinInit {
+
+namespace {
+
+struct Row {
+    float temperature_C;
+    float reading;
+};
+
+/// The table of the sensors that the instrument is delivered with.
+constexpr std::array<Row, 10> defaultTable = {{{80, 205.5F},
+                                               {70, 271.9F},
+                                               {60, 355.9F},
+                                               {50, 456.9F},
+                                               {40, 570.8F},
+                                               {30, 688.7F},
+                                               {25, 745.8F},
+                                               {20, 799.6F},
+                                               {10, 894.0F},
+                                               {0, 966.8F}}};
+
+TempSensorCalibration DefaultTable() {
+    TempSensorCalibration table;
+    table.PointCount = static_cast<std::int16_t>(defaultTable.size());
+    for (std::size_t row = 0; row < defaultTable.size(); ++row) {
+        table.Temperature[row] = defaultTable[row].temperature_C;
+        table.Reading[row] = defaultTable[row].reading;
+    }
+    return table;
+}
+
+std::string SensorLine(const TempSensorCalibration& table) {
+    std::vector<std::string> fields = {NumberText::Plain(std::int32_t{table.PointCount})};
+    for (std::size_t row = 0; row < static_cast<std::size_t>(table.PointCount); ++row)
+        fields.push_back(NumberText::Plain(table.Temperature[row]) + ";" +
+                         NumberText::Plain(table.Reading[row]));
+    return JoinFields(fields);
+}
+
+} // namespace
+
+void LoadTempSensorMatrix(int sensor, const std::string& line) {
+    const auto index = static_cast<std::size_t>(sensor);
+    if (line.empty()) {
+        TempSensor[index] = DefaultTable();
+        platform::Current().profile.Write(std::string(tempSensorSection),
+                                          std::string(tempSensorKeys[index]),
+                                          SensorLine(TempSensor[index]));
+        return;
+    }
+    const int claimed = NumberText::LeadingInteger(GetField(line, sensorCountField, 1));
+    TempSensorCalibration table;
+    table.PointCount = static_cast<std::int16_t>(std::clamp(claimed, 0, maxTempSensorRows));
+    for (int row = 0; row < table.PointCount; ++row) {
+        const auto place = static_cast<std::size_t>(row);
+        const int field = firstSensorRow + row;
+        table.Temperature[place] = NumberText::LeadingSingle(GetField(line, field, 1));
+        table.Reading[place] = NumberText::LeadingSingle(GetField(line, field, 2));
+    }
+    SortPairs(0, table.PointCount - 1, table.Reading, table.Temperature);
+    TempSensor[index] = table;
+}
+
+void SortPairs(int low, int high, std::span<float> keys, std::span<float> values) {
+    // The full double loop instead of a shorter sort: where keys are equal, the order of their
+    // values is what it has always been.
+    for (int i = low; i <= high; ++i) {
+        for (int j = low; j <= high; ++j) {
+            const auto a = static_cast<std::size_t>(i);
+            const auto b = static_cast<std::size_t>(j);
+            if (keys[a] < keys[b]) {
+                std::swap(keys[a], keys[b]);
+                std::swap(values[a], values[b]);
+            }
+        }
+    }
+}
+
+} // namespace mWinInit
