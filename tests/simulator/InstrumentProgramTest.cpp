@@ -1,5 +1,6 @@
 #include "TestPort.h"
 #include "simulator/Port.h"
+#include "support/FakePlatform.h"
 #include "support/InstrumentProcess.h"
 
 #include <array>
@@ -21,15 +22,8 @@ constexpr std::size_t frameLength = 48;
 /// A configuration folder of the test's own.
 class InstrumentProgram : public testing::Test {
 protected:
-    fs::path configHome;
-
-    void SetUp() override {
-        std::string name = (fs::temp_directory_path() / "vantrel-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(name.data()), nullptr);
-        configHome = name;
-    }
-
-    void TearDown() override { fs::remove_all(configHome); }
+    fake::TemporaryFolder folder;
+    const fs::path& configHome = folder.Path();
 
     fs::path LinkOf(int number) const {
         return configHome / "Vantrel" / "ports" / ("com" + std::to_string(number));

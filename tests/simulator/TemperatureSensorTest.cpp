@@ -2,14 +2,17 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <utility>
 
 using namespace simulator;
 
+// The table that the program uses for a sensor until it has another one.
 TEST(SensorReading, Is_the_tables_at_its_rows) {
-    EXPECT_DOUBLE_EQ(SensorReading(0), 966.8);
-    EXPECT_DOUBLE_EQ(SensorReading(25), 745.8);
-    EXPECT_DOUBLE_EQ(SensorReading(60), 355.9);
-    EXPECT_DOUBLE_EQ(SensorReading(80), 205.5);
+    constexpr std::pair<double, double> rows[] = {
+        {80, 205.5}, {70, 271.9}, {60, 355.9}, {50, 456.9}, {40, 570.8},
+        {30, 688.7}, {25, 745.8}, {20, 799.6}, {10, 894.0}, {0, 966.8}};
+    for (const auto& [temperature_C, reading] : rows)
+        EXPECT_DOUBLE_EQ(SensorReading(temperature_C), reading) << temperature_C;
 }
 
 // Between 20 (799.6) and 25 (745.8): 799.6 - 53.8 * 2 / 5 = 778.08.
