@@ -1,0 +1,196 @@
+#include "app/RunTimeError.h"
+#include "files/FileOpr.h"
+#include "files/MeasurementReader.h"
+#include "files/SetUpRun.h"
+#include "settings/mWinInit.h"
+#include "support/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Flush : public testing::Test {
+protected:
+    Flush() : target(platform.folder.Path() / "run.4ch") {
+        SetUpRun();
+        FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
+        temporary = FileOpr::currentMeasurementPath;
+    }
+
+    void Record(std::int32_t number) {
+        FileOpr::SaveMeasure(FileOpr::currentMeasurementPath, number, "", DisplayedRun());
+    }
+
+    static std::vector<std::int32_t> NumbersIn(const fs::path& file) {
+        std::vector<std::int32_t> numbers;
+        for (const auto& record : FileOpr::ReadMeasurementFile(file).records)
+            numbers.push_back(record.number);
+        return numbers;
+    }
+
+    std::size_t FilesInTemporaryFolder() const {
+        const fs::directory_iterator files(platform.places.TemporaryFolder());
+        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+    }
+
+    using Numbers = std::vector<std::int32_t>;
+
+    fake::Platform platform;
+    fs::path target;
+    fs::path temporary;
+};
+
+TEST_F(Flush, The_temporary_file_is_new_empty_and_named_after_the_channel_count) {
+    EXPECT_EQ(temporary.parent_path(), platform.places.TemporaryFolder());
+    EXPECT_TRUE(temporary.filename().string().starts_with("4ch"));
+    EXPECT_EQ(ReadBytes(temporary), "");
+    mWinInit::HardwareSettings.ChannelCount = 8;
+    const auto second = FileOpr::GetTempFile();
+    EXPECT_TRUE(second.filename().string().starts_with("8ch"));
+    EXPECT_NE(second, temporary);
+}
+
+TEST_F(Flush, Records_wait_in_the_temporary_file_until_it_is_flushed) {
+    FileOpr::BeginTarget(target);
+    Record(1);
+    Record(2);
+    EXPECT_FALSE(fs::exists(target));
+    const std::string recorded = ReadBytes(temporary);
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(ReadBytes(target), recorded);
+    EXPECT_FALSE(fs::exists(temporary));
+}
+
+TEST_F(Flush, A_flush_before_any_record_deletes_the_temporary_file_and_makes_no_target) {
+    FileOpr::FlushTempFile();
+    EXPECT_FALSE(fs::exists(temporary));
+    EXPECT_FALSE(fs::exists(target));
+}
+
+TEST_F(Flush, Later_records_are_appended_without_a_second_header) {
+    FileOpr::BeginTarget(target);
+    Record(1);
+    FileOpr::FlushTempFile();
+    const std::string first = ReadBytes(target);
+    Record(2);
+    EXPECT_TRUE(fs::exists(temporary));
+    FileOpr::FlushTempFile();
+    FileOpr::FlushTempFile();
+    const std::string both = ReadBytes(target);
+    EXPECT_TRUE(both.starts_with(first));
+    EXPECT_TRUE(both.substr(first.size()).starts_with("Record 2\t"));
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
+}
+
+TEST_F(Flush, A_new_target_deletes_a_file_of_that_name) {
+    WriteBytes(target, "an old measurement");
+    FileOpr::BeginTarget(target);
+    EXPECT_FALSE(fs::exists(target));
+    Record(1);
+    FileOpr::FlushTempFile();
+    EXPECT_TRUE(ReadBytes(target).starts_with("-----"));
+}
+
+TEST_F(Flush, A_new_target_leaves_the_records_of_the_old_one_in_the_old_one) {
+    FileOpr::BeginTarget(target);
+    Record(1);
+    const auto second = platform.folder.Path() / "second.4ch";
+    FileOpr::BeginTarget(second);
+    Record(1);
+    Record(2);
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1}));
+    EXPECT_EQ(NumbersIn(second), (Numbers{1, 2}));
+}
+
+TEST_F(Flush, A_target_that_is_a_folder_is_refused_and_stays) {
+    fs::create_directory(target);
+    EXPECT_THROW(FileOpr::BeginTarget(target), RunTimeError);
+    EXPECT_TRUE(fs::is_directory(target));
+    EXPECT_TRUE(FileOpr::targetFile.empty());
+}
+
+TEST_F(Flush, A_target_in_a_folder_that_is_missing_is_refused_before_anything_is_recorded) {
+    EXPECT_THROW(FileOpr::BeginTarget(platform.folder.Path() / "gone" / "run.4ch"), RunTimeError);
+    EXPECT_TRUE(FileOpr::targetFile.empty());
+    EXPECT_EQ(ReadBytes(temporary), "");
+}
+
+TEST_F(Flush, While_the_report_follows_records_go_straight_into_the_target_in_order) {
+    FileOpr::BeginTarget(target);
+    Record(1);
+    FileOpr::FollowTarget(true);
+    EXPECT_TRUE(FileOpr::IsFollowing());
+    EXPECT_EQ(NumbersIn(target), (Numbers{1}));
+    Record(2);
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
+    EXPECT_FALSE(fs::exists(temporary));
+    FileOpr::FollowTarget(false);
+    Record(3);
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
+    EXPECT_EQ(NumbersIn(temporary), (Numbers{3}));
+    FileOpr::FollowTarget(true);
+    Record(4);
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3, 4}));
+}
+
+TEST_F(Flush, Without_a_target_there_is_nothing_to_follow) {
+    FileOpr::FollowTarget(true);
+    EXPECT_FALSE(FileOpr::IsFollowing());
+    EXPECT_EQ(FileOpr::currentMeasurementPath, temporary);
+}
+
+TEST_F(Flush, A_flush_into_a_vanished_folder_says_so_and_keeps_the_records) {
+    const auto folder = platform.folder.Path() / "stick";
+    fs::create_directory(folder);
+    FileOpr::BeginTarget(folder / "run.4ch");
+    Record(1);
+    const std::string recorded = ReadBytes(temporary);
+    fs::remove_all(folder);
+    try {
+        FileOpr::FlushTempFile();
+        FAIL() << "no error";
+    } catch (const RunTimeError& error) {
+        EXPECT_NE(std::string(error.what()).find("run.4ch"), std::string::npos) << error.what();
+        EXPECT_NE(std::string(error.what()).find(temporary.string()), std::string::npos);
+    }
+    EXPECT_EQ(ReadBytes(temporary), recorded);
+    fs::create_directory(folder); // the stick is back
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(ReadBytes(folder / "run.4ch"), recorded);
+}
+
+TEST_F(Flush, A_flush_into_what_has_become_a_folder_keeps_the_records) {
+    FileOpr::BeginTarget(target);
+    Record(1);
+    fs::create_directory(target);
+    EXPECT_THROW(FileOpr::FlushTempFile(), RunTimeError);
+    EXPECT_EQ(NumbersIn(temporary), (Numbers{1}));
+    EXPECT_TRUE(fs::is_directory(target));
+    Record(2); // recording goes on
+    fs::remove(target);
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
+}
+
+TEST_F(Flush, An_ordinary_end_leaves_nothing_in_the_temporary_folder) {
+    FileOpr::BeginTarget(target);
+    Record(1);
+    EXPECT_EQ(FilesInTemporaryFolder(), 3U); // the records, their note, their lock
+    FileOpr::FlushTempFile();
+    FileOpr::ReleaseTempFile();
+    EXPECT_EQ(FilesInTemporaryFolder(), 0U);
+}
+
+TEST_F(Flush, A_file_that_is_gone_from_the_temporary_folder_is_made_anew) {
+    FileOpr::BeginTarget(target);
+    fs::remove(temporary);
+    Record(1);
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1}));
+}
+
+} // namespace

@@ -1,0 +1,175 @@
+#include "app/RunTimeError.h"
+#include "files/FileOpr.h"
+#include "files/SetUpRun.h"
+#include "settings/mWinInit.h"
+#include "support/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using FileOpr::Quantity;
+using Values = std::array<float, electrodePositions>;
+
+class SaveMeasure : public testing::Test {
+protected:
+    SaveMeasure() : file(platform.folder.Path() / "run.4ch") {
+        SetUpRun();
+        FileOpr::CreateHeadLines(file);
+        WriteBytes(file, "");
+    }
+
+    std::string Save(std::int32_t number, const std::string& comment) {
+        FileOpr::SaveMeasure(file, number, comment, displayed);
+        return ReadBytes(file);
+    }
+
+    void MakeAll(const std::string& electrode) {
+        for (auto& channel : mWinInit::ChannelSetup)
+            channel.Electrode = electrode;
+        FileOpr::CreateHeadLines(file);
+        WriteBytes(file, "");
+    }
+
+    void OpenReport(Quantity quantity) {
+        FileOpr::SetLiveReport({[this](std::string_view line) { echoed.emplace_back(line); },
+                                [this](std::int32_t number, const Values& values) {
+                                    graphRecords.push_back(number);
+                                    graphValues.push_back(values);
+                                },
+                                [quantity] { return quantity; }});
+    }
+
+    fake::Platform platform;
+    std::filesystem::path file;
+    FileOpr::DisplayedChannels displayed = DisplayedRun();
+    std::vector<std::string> echoed;
+    std::vector<std::int32_t> graphRecords;
+    std::vector<Values> graphValues;
+};
+
+const std::string firstRecord =
+    "Record 1\tAt\t14:05:33 07.Mar.2003\r\n"
+    "Comment:\tfirst look\r\n"
+    "mV             \t59.0        \t-12.3       \t-412.0      \tNA          \r\n"
+    "pH             \t6.00        \t            \t            \tNA          \r\n"
+    "ppm            \t            \t40.1        \t            \tNA          \r\n"
+    "mol/l          \t            \t1.00E-03    \t            \tNA          \r\n"
+    "\xB0"
+    "C             \t21.5        \t22.0        \t            \tNA          \r\n";
+
+TEST_F(SaveMeasure, A_record_is_written_byte_for_byte) {
+    EXPECT_EQ(Save(1, "first look"), firstRecord + Separator());
+}
+
+TEST_F(SaveMeasure, Records_are_appended_and_the_comment_may_be_empty) {
+    Save(1, "first look");
+    platform.clock.now.second = 34;
+    const std::string bytes = Save(2, "");
+    EXPECT_TRUE(bytes.starts_with(firstRecord + Separator() +
+                                  "Record 2\tAt\t14:05:34 07.Mar.2003\r\nComment:\t\r\nmV  "));
+}
+
+TEST_F(SaveMeasure, A_run_of_None_and_Redox_has_only_potential_and_temperature) {
+    MakeAll("Redox");
+    EXPECT_EQ(Save(7, ""),
+              "Record 7\tAt\t14:05:33 07.Mar.2003\r\nComment:\t\r\n"
+              "mV             \t59.0        \t-12.3       \t-412.0      \tNA          \r\n"
+              "\xB0"
+              "C             \t21.5        \t22.0        \t            \tNA          \r\n" +
+                  Separator());
+}
+
+TEST_F(SaveMeasure, A_name_with_pH_has_the_pH_row_even_on_a_Redox_electrode) {
+    MakeAll("Redox/PH");
+    const std::string bytes = Save(7, "");
+    EXPECT_NE(bytes.find("\r\npH             \t6.00"), std::string::npos);
+    EXPECT_EQ(bytes.find("\r\nppm"), std::string::npos);
+}
+
+TEST_F(SaveMeasure, The_rows_are_those_of_the_header_whatever_the_setup_is_now) {
+    for (auto& channel : mWinInit::ChannelSetup)
+        channel.Electrode = "None";
+    EXPECT_EQ(Save(1, "first look"), firstRecord + Separator());
+}
+
+TEST_F(SaveMeasure, A_channel_whose_potential_shows_only_blanks_is_idle) {
+    displayed[0][0] = " \t\r\n ";
+    EXPECT_NE(Save(1, "").find("mV             \tNA          \t-12.3       \t"), std::string::npos);
+}
+
+TEST_F(SaveMeasure, A_displayed_text_is_cut_at_twelve_characters) {
+    displayed[0][0] = "1234567890123";
+    EXPECT_NE(Save(1, "").find("mV             \t123456789012\t-12.3       \t"), std::string::npos);
+}
+
+TEST_F(SaveMeasure, A_long_comment_is_written_whole) {
+    const std::string comment(10000, 'c');
+    EXPECT_NE(Save(1, comment).find("\r\nComment:\t" + comment + "\r\nmV  "), std::string::npos);
+}
+
+TEST_F(SaveMeasure, A_line_break_in_a_comment_becomes_a_blank_and_a_tab_stays) {
+    EXPECT_NE(Save(1, "a\r\nRecord 9\tb").find("\r\nComment:\ta  Record 9\tb\r\nmV  "),
+              std::string::npos);
+}
+
+TEST_F(SaveMeasure, Without_a_live_report_nothing_is_echoed) {
+    Save(1, "");
+    EXPECT_TRUE(echoed.empty());
+    EXPECT_TRUE(graphRecords.empty());
+}
+
+TEST_F(SaveMeasure, The_live_report_receives_each_line_and_a_wider_separator) {
+    OpenReport(Quantity::mV);
+    Save(1, "first look");
+    ASSERT_EQ(echoed.size(), 8U);
+    EXPECT_EQ(echoed[0], "Record 1\tAt\t14:05:33 07.Mar.2003");
+    EXPECT_EQ(echoed[1], "Comment:\tfirst look");
+    EXPECT_EQ(echoed[2], "mV             \t59.0        \t-12.3       \t-412.0      \tNA          ");
+    EXPECT_EQ(echoed[7], std::string(200, '-'));
+    EXPECT_EQ(graphRecords, std::vector<std::int32_t>{1});
+}
+
+TEST_F(SaveMeasure, The_graph_receives_the_leading_number_of_each_used_channel) {
+    OpenReport(Quantity::mV);
+    displayed[0][0] = "  59.5 mV";
+    displayed[1][0] = "Error";
+    displayed[3] = {" ", "", "", "", "9"}; // idle
+    Save(1, "");
+    EXPECT_EQ(graphValues.at(0), (Values{59.5F, 0, -412.0F, 0}));
+}
+
+TEST_F(SaveMeasure, The_graph_receives_concentrations_in_the_chosen_unit) {
+    OpenReport(Quantity::mol_l);
+    Save(3, "");
+    EXPECT_EQ(graphValues.at(0), (Values{0, 0.001F, 0, 0}));
+    EXPECT_EQ(graphRecords.at(0), 3);
+}
+
+TEST_F(SaveMeasure, The_graph_receives_temperatures_by_sensor) {
+    OpenReport(Quantity::celsius);
+    mWinInit::ChannelSetup[0].TempSensor = 4;
+    mWinInit::ChannelSetup[2].TempSensor = 0;
+    displayed[2][4] = "77";
+    Save(1, "");
+    EXPECT_EQ(graphValues.at(0), (Values{0, 22.0F, 0, 21.5F}));
+}
+
+TEST_F(SaveMeasure, A_record_that_cannot_be_written_is_not_echoed) {
+    OpenReport(Quantity::mV);
+    file = platform.folder.Path() / "gone" / "run.4ch";
+    EXPECT_THROW(FileOpr::SaveMeasure(file, 1, "", displayed), RunTimeError);
+    EXPECT_TRUE(echoed.empty());
+    EXPECT_TRUE(graphRecords.empty());
+}
+
+TEST_F(SaveMeasure, Eight_channels_have_eight_cells) {
+    SetUpRun(8);
+    const std::string bytes = Save(1, "");
+    EXPECT_NE(
+        bytes.find("\r\nmV             \t59.0        \t-12.3       \t-412.0      \tNA          "
+                   "\t59.0        \t-12.3       \t-412.0      \tNA          \r\n"),
+        std::string::npos);
+}
+
+} // namespace

@@ -1,0 +1,179 @@
+#include "app/RunTimeError.h"
+#include "files/FileOpr.h"
+#include "files/MeasurementReader.h"
+#include "files/Recovery.h"
+#include "files/SetUpRun.h"
+#include "support/FakePlatform.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Numbers = std::vector<std::int32_t>;
+
+/// No file of this process may grow beyond a size, as on a full disk, while the object lives.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        ::getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit limit{bytes, old_.rlim_max};
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    ~FullDisk() {
+        ::setrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, oldHandler_);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit old_{};
+    void (*oldHandler_)(int);
+};
+
+class WriteFailure : public testing::Test {
+protected:
+    WriteFailure() : target(platform.folder.Path() / "run.4ch") {
+        SetUpRun();
+        FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
+        temporary = FileOpr::currentMeasurementPath;
+        FileOpr::BeginTarget(target);
+    }
+
+    void Record(std::int32_t number) {
+        FileOpr::SaveMeasure(FileOpr::currentMeasurementPath, number, "", DisplayedRun());
+    }
+
+    template <class Action>
+    static std::string ErrorOf(Action action) {
+        try {
+            action();
+        } catch (const RunTimeError& error) {
+            return error.what();
+        }
+        return "no error";
+    }
+
+    static Numbers NumbersIn(const fs::path& file) {
+        Numbers numbers;
+        for (const auto& record : FileOpr::ReadMeasurementFile(file).records)
+            numbers.push_back(record.number);
+        return numbers;
+    }
+
+    fake::Platform platform;
+    fs::path target;
+    fs::path temporary;
+};
+
+TEST_F(WriteFailure, A_record_that_a_full_disk_refuses_leaves_the_file_as_it_was) {
+    Record(1);
+    const std::string before = ReadBytes(temporary);
+    {
+        const FullDisk limit(before.size() + 100);
+        const auto error = ErrorOf([&] { Record(2); });
+        EXPECT_NE(error.find("Disk full"), std::string::npos) << error;
+    }
+    EXPECT_EQ(ReadBytes(temporary), before);
+    Record(2); // there is room again
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
+}
+
+TEST_F(WriteFailure, A_flush_that_a_full_disk_refuses_says_so_and_loses_nothing) {
+    for (std::int32_t number = 1; number <= 2000; ++number) // several pieces of the copy
+        Record(number);
+    const std::string recorded = ReadBytes(temporary);
+    {
+        const FullDisk limit(recorded.size() - 100);
+        const auto error = ErrorOf([] { FileOpr::FlushTempFile(); });
+        EXPECT_NE(error.find("run.4ch: Disk full"), std::string::npos) << error;
+        EXPECT_NE(error.find("kept in " + temporary.string()), std::string::npos) << error;
+    }
+    EXPECT_FALSE(fs::exists(target));
+    EXPECT_EQ(ReadBytes(temporary), recorded);
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(ReadBytes(target), recorded);
+}
+
+TEST_F(WriteFailure, A_refused_flush_leaves_an_older_part_of_the_target_as_it_was) {
+    Record(1);
+    FileOpr::FlushTempFile();
+    const std::string before = ReadBytes(target);
+    for (std::int32_t number = 2; number <= 5; ++number)
+        Record(number);
+    {
+        const FullDisk limit(fs::file_size(temporary) + 50);
+        EXPECT_NE(ErrorOf([] { FileOpr::FlushTempFile(); }).find("Disk full"), std::string::npos);
+    }
+    EXPECT_EQ(ReadBytes(target), before);
+    Record(6);
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3, 4, 5, 6}));
+}
+
+TEST_F(WriteFailure, A_flush_that_failed_at_the_end_is_found_at_the_next_start) {
+    Record(1);
+    fs::create_directory(target);
+    EXPECT_NE(ErrorOf([] { FileOpr::FlushTempFile(); }), "no error");
+    FileOpr::ReleaseTempFile();
+    fs::remove(target);
+    auto found = FileOpr::FindUnfinishedRecordings();
+    ASSERT_EQ(found.size(), 1U);
+    FileOpr::Recover(found[0]);
+    EXPECT_EQ(NumbersIn(target), (Numbers{1}));
+}
+
+TEST_F(WriteFailure, A_folder_that_may_not_be_written_keeps_the_records) {
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "root may write into any folder";
+    Record(1);
+    fs::permissions(platform.folder.Path(), fs::perms::owner_read | fs::perms::owner_exec);
+    const auto error = ErrorOf([] { FileOpr::FlushTempFile(); });
+    fs::permissions(platform.folder.Path(), fs::perms::owner_all);
+    EXPECT_NE(error.find("Permission denied"), std::string::npos) << error;
+    EXPECT_EQ(NumbersIn(temporary), (Numbers{1}));
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1}));
+}
+
+TEST_F(WriteFailure, The_temporary_file_its_note_and_its_lock_are_for_their_user_alone) {
+    Record(1);
+    FileOpr::FlushTempFile();
+    Record(2); // made anew
+    int files = 0;
+    for (const auto& entry : fs::directory_iterator(platform.places.TemporaryFolder())) {
+        struct stat status {};
+        ASSERT_EQ(::stat(entry.path().c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0777, 0600U) << entry.path();
+        ++files;
+    }
+    EXPECT_EQ(files, 3);
+}
+
+TEST_F(WriteFailure,
+       A_link_or_a_shared_file_in_the_temporary_folder_is_never_taken_for_a_recording) {
+    Record(1);
+    FileOpr::ReleaseTempFile();
+    const auto folder = platform.places.TemporaryFolder();
+    const auto elsewhere = platform.folder.Path() / "elsewhere";
+    fs::rename(folder, elsewhere);
+    fs::create_directory(folder);
+    for (const auto& entry : fs::directory_iterator(elsewhere))
+        fs::create_symlink(entry.path(), folder / entry.path().filename());
+    EXPECT_TRUE(FileOpr::FindUnfinishedRecordings().empty());
+    fs::remove_all(folder);
+    fs::rename(elsewhere, folder);
+    for (const auto& entry : fs::directory_iterator(folder))
+        fs::permissions(entry.path(), fs::perms::others_write, fs::perm_options::add);
+    EXPECT_TRUE(FileOpr::FindUnfinishedRecordings().empty());
+    EXPECT_FALSE(fs::exists(target));
+}
+
+} // namespace
