@@ -137,7 +137,8 @@ void ReleaseTempFile() {
 
 void BeginTarget(const fs::path& target) {
     FollowTarget(false);
-    FlushTempFile();
+    if (temporaryRecording && !temporaryRecording->IsEmpty())
+        FlushTempFile();
     try {
         DeleteOldTarget(target);
     } catch (const fs::filesystem_error& error) {

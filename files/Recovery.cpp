@@ -27,20 +27,30 @@ bool HasPrefix(const fs::path& file) {
     return name.starts_with("4ch") || name.starts_with("8ch");
 }
 
-/// The temporary files in the folder, present or only known by their note or lock.
+/// The temporary file that a note, a lock, or a half-written one of these belongs to; the file
+/// itself where it is none.
+fs::path RecordingOf(const fs::path& file) {
+    const auto name = file.filename().string();
+    for (const auto* suffix : {RecordingFiles::noteSuffix, RecordingFiles::lockSuffix})
+        if (const auto end = name.find(suffix); end != std::string::npos)
+            return file.parent_path() / name.substr(0, end);
+    return file;
+}
+
+std::vector<fs::path> FilesIn(const fs::path& folder) {
+    std::vector<fs::path> files;
+    std::error_code unreadable;
+    for (const auto& entry : fs::directory_iterator(folder, unreadable))
+        if (HasPrefix(entry.path()) && platform::Current().files.IsPrivate(entry.path()))
+            files.push_back(entry.path());
+    return files;
+}
+
+/// The recordings in the folder, whichever of their files are left.
 std::set<fs::path> ListRecordings(const fs::path& folder) {
     std::set<fs::path> found;
-    std::error_code unreadable;
-    for (const auto& entry : fs::directory_iterator(folder, unreadable)) {
-        fs::path file = entry.path();
-        if (!HasPrefix(file) || !platform::Current().files.IsPrivate(file))
-            continue;
-        const auto suffix = file.extension();
-        if (suffix == RecordingFiles::noteSuffix || suffix == RecordingFiles::lockSuffix)
-            found.insert(file.replace_extension());
-        else
-            found.insert(file);
-    }
+    for (const auto& file : FilesIn(folder))
+        found.insert(RecordingOf(file));
     return found;
 }
 
@@ -67,7 +77,17 @@ fs::path Canonical(const fs::path& file) {
     return unreadable ? file.lexically_normal() : canonical;
 }
 
+/// What a replacement of one of the files left when its program ended.
+void RemoveHalfWritten(const RecordingFiles& files) {
+    const auto prefix = files.temporary.filename().string() + ".";
+    for (const auto& file : FilesIn(files.temporary.parent_path()))
+        if (file != files.note && file != files.lock &&
+            file.filename().string().starts_with(prefix))
+            RemoveQuietly(file);
+}
+
 void RemoveFiles(const RecordingFiles& files, std::shared_ptr<platform::FileLock>& lock) {
+    RemoveHalfWritten(files); // first: nothing else leads to them
     RemoveQuietly(files.temporary);
     RemoveQuietly(files.note);
     lock.reset(); // some systems refuse to remove a locked file
@@ -95,8 +115,10 @@ void RemoveLoneFile(const RecordingFiles& files) {
     const auto written = fs::last_write_time(files.temporary, missing);
     if (missing || fs::file_size(files.temporary, missing) != 0 || missing)
         return;
-    if (fs::file_time_type::clock::now() - written > aboutToLock)
+    if (fs::file_time_type::clock::now() - written > aboutToLock) {
+        RemoveHalfWritten(files);
         RemoveQuietly(files.temporary);
+    }
 }
 
 fs::path FreeNameBeside(const fs::path& file) {

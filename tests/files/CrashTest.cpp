@@ -1,5 +1,5 @@
 #include "files/MeasurementReader.h"
-#include "files/SetUpRun.h"
+#include "files/RecordingNote.h"
 #include "support/FakePlatform.h"
 
 #include <fcntl.h>
@@ -97,8 +97,19 @@ private:
 
 struct Tally {
     int records = 0;
+    int killsInsideFlush = 0;
     int interruptedRecoveries = 0;
 };
+
+/// Whether the killed program has left a flush that had begun.
+bool WasInsideFlush(const fs::path& root) {
+    for (const auto& entry : fs::directory_iterator(root / "tmp")) {
+        const auto note = FileOpr::ReadNote(entry.path());
+        if (note && note->flush)
+            return true;
+    }
+    return false;
+}
 
 /// One life: record, be killed, recover (itself killed a few times), and compare.
 void LiveOnce(const fs::path& root, std::mt19937& random, Tally& tally) {
@@ -106,11 +117,12 @@ void LiveOnce(const fs::path& root, std::mt19937& random, Tally& tally) {
         std::this_thread::sleep_for(
             std::chrono::microseconds(std::uniform_int_distribution<int>(0, most_us)(random)));
     };
-    Recorder recorder(root, random(), false);
+    Recorder recorder(root, static_cast<unsigned>(random()), false);
     recorder.AwaitFirstLine();
-    pause(20000);
+    pause(10000);
     ASSERT_FALSE(recorder.Kill()) << "the recorder ended by itself";
     const std::int32_t returned = recorder.LastReturned();
+    tally.killsInsideFlush += WasInsideFlush(root) ? 1 : 0;
 
     for (int tries = 0; tries < 2; ++tries) {
         Recorder recovery(root, 0, true);
@@ -146,7 +158,9 @@ TEST(Crash, Every_record_whose_writing_returned_is_in_the_target_once_and_in_ord
         fs::remove_all(root);
     }
     EXPECT_GT(tally.records, lives);                    // the kills came in the midst of recording,
+    EXPECT_GT(tally.killsInsideFlush, lives / 50);      // of flushing,
     EXPECT_GT(tally.interruptedRecoveries, lives / 10); // and of recovering
+    RecordProperty("kills_inside_flush", tally.killsInsideFlush);
     RecordProperty("records", tally.records);
     RecordProperty("interrupted_recoveries", tally.interruptedRecoveries);
 }

@@ -170,7 +170,7 @@ TEST_F(Recovery, A_flush_interrupted_at_any_byte_is_completed_exactly) {
     EndProgram();
     const RecordingFiles files(temporary);
     const std::string lock = ReadBytes(files.lock);
-    for (std::size_t copied = 0; copied <= recorded.size(); copied += 7) {
+    for (std::size_t copied = 0; copied <= recorded.size(); copied += 31) {
         WriteBytes(temporary, recorded);
         WriteBytes(files.lock, lock);
         FileOpr::WriteNote(files.note, {target, FileOpr::FlushMark{before.size(), 0}});

@@ -46,8 +46,8 @@ protected:
         FileOpr::BeginTarget(target);
     }
 
-    void Record(std::int32_t number) {
-        FileOpr::SaveMeasure(FileOpr::currentMeasurementPath, number, "", DisplayedRun());
+    static void Record(std::int32_t number, const std::string& comment = "") {
+        FileOpr::SaveMeasure(FileOpr::currentMeasurementPath, number, comment, DisplayedRun());
     }
 
     template <class Action>
@@ -87,8 +87,8 @@ TEST_F(WriteFailure, A_record_that_a_full_disk_refuses_leaves_the_file_as_it_was
 }
 
 TEST_F(WriteFailure, A_flush_that_a_full_disk_refuses_says_so_and_loses_nothing) {
-    for (std::int32_t number = 1; number <= 2000; ++number) // several pieces of the copy
-        Record(number);
+    for (std::int32_t number = 1; number <= 40; ++number) // several pieces of the copy
+        Record(number, std::string(20000, 'c'));
     const std::string recorded = ReadBytes(temporary);
     {
         const FullDisk limit(recorded.size() - 100);
