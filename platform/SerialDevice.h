@@ -23,6 +23,9 @@ public:
 /// before the handle is closed.
 std::unique_ptr<DeviceClaim> ClaimDevice(std::intptr_t handle);
 
+/// True when the device behind an open handle has been unplugged.
+bool DeviceHasGone(std::intptr_t handle);
+
 /// Sets the driver's time-out record of an open device, where the system has one.
 void SetDriverTimeouts(std::intptr_t handle, const CommTimeouts& timeouts);
 

@@ -4,8 +4,10 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <grp.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <termios.h>
 #include <unistd.h>
 
 namespace platform {
@@ -65,6 +67,13 @@ std::unique_ptr<DeviceClaim> ClaimDevice(std::intptr_t handle) {
     if (flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
         return nullptr;
     return std::make_unique<PosixDeviceClaim>(descriptor);
+}
+
+bool DeviceHasGone(std::intptr_t handle) {
+    pollfd state{static_cast<int>(handle), 0, 0};
+    termios settings{};
+    return (poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0) ||
+           tcgetattr(state.fd, &settings) != 0;
 }
 
 void SetDriverTimeouts(std::intptr_t /*handle*/, const CommTimeouts& /*timeouts*/) {

@@ -111,9 +111,6 @@ void QtSerialControl::Close() {
 }
 
 std::size_t QtSerialControl::InBufferCount() const {
-    // Bytes that the system holds already count, even if the event loop has not told them yet.
-    if (port_.isOpen() && !lost_)
-        port_.waitForReadyRead(0);
     TakeFromPort();
     return input_.size();
 }
@@ -147,8 +144,7 @@ void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
     const bool written =
         !lost_ && port_.write(reinterpret_cast<const char*>(bytes.data()), size) == size;
     port_.flush();
-    if (!written || port_.error() == QSerialPort::WriteError ||
-        port_.error() == QSerialPort::ResourceError)
+    if (!written || lost_)
         throw RunTimeError("Writing to " + PortName() + ": " +
                            (lost_ ? "the port has gone" : CoreText(port_.errorString())));
 }
@@ -160,13 +156,18 @@ void QtSerialControl::SetCommTimeouts(const CommTimeouts& timeouts) {
 }
 
 void QtSerialControl::ErrorOccurred(QSerialPort::SerialPortError error) {
-    // What a look without waiting leaves behind is no error of the line.
-    const bool deviceGone = error == QSerialPort::ResourceError ||
-                            error == QSerialPort::ReadError || error == QSerialPort::WriteError;
-    if (!deviceGone || lost_ || !port_.isOpen())
+    const bool mayBeGone = error == QSerialPort::ResourceError || error == QSerialPort::ReadError;
+    if (!mayBeGone || lost_ || !port_.isOpen())
         return;
-    lost_ = true;
-    PostDelivery();
+    if (DeviceHasGone(HandleOf(port_))) {
+        lost_ = true;
+        PostDelivery();
+        return;
+    }
+    // The port takes a read without bytes for a loss, and stops listening. That happens when the
+    // input is emptied just after the system has announced bytes; reading makes it listen again.
+    char nothing = 0;
+    port_.read(&nothing, 0);
 }
 
 void QtSerialControl::PostDelivery() {

@@ -53,7 +53,7 @@ private:
 
     // The port's own buffer is emptied into this one whenever somebody looks, also from const
     // functions: what counts as received must not depend on who looks first.
-    mutable QSerialPort port_;
+    mutable QSerialPort port_{this};
     mutable std::vector<std::uint8_t> input_;
 
     std::unique_ptr<DeviceClaim> claim_;

@@ -20,6 +20,12 @@ std::unique_ptr<DeviceClaim> ClaimDevice(std::intptr_t /*handle*/) {
     return std::make_unique<Win32DeviceClaim>();
 }
 
+bool DeviceHasGone(std::intptr_t handle) {
+    DCB state{};
+    state.DCBlength = sizeof state;
+    return !::GetCommState(reinterpret_cast<HANDLE>(handle), &state);
+}
+
 void SetDriverTimeouts(std::intptr_t handle, const CommTimeouts& timeouts) {
     COMMTIMEOUTS record{};
     record.ReadIntervalTimeout = timeouts.readInterval;

@@ -26,10 +26,11 @@ int NumberOfPort(const QString& name) {
 frmPortSettings::frmPortSettings(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmPortSettings>()) {
     ui_->setupUi(this);
+    MSComm1.setObjectName("MSComm1");
     tmrTimeout.setObjectName("tmrTimeout");
     tmrTransferInterval.setObjectName("tmrTransferInterval");
     for (QTimer* timer : {&tmrTimeout, &tmrTransferInterval})
-        timer->setParent(this);
+        timer->setTimerType(Qt::PreciseTimer);
     Form_Load();
     AttachControls();
     ConnectSignals();
@@ -83,8 +84,10 @@ void frmPortSettings::ConnectSignals() {
             guarded("frmPortSettings - txtInterval", [this] { IntervalChanged(); }));
     connect(ui_->cboIntervalUnit, &QComboBox::activated, this,
             guarded("frmPortSettings - cboIntervalUnit", [this] { IntervalChanged(); }));
+    // One pass of the event loop later, so that bytes which the system holds already are counted.
     connect(&tmrTimeout, &QTimer::timeout, this,
-            guarded("frmPortSettings - tmrTimeout", CommPort::tmrTimeout_Timer));
+            guarded("frmPortSettings - tmrTimeout", CommPort::tmrTimeout_Timer),
+            Qt::QueuedConnection);
     connect(&tmrTransferInterval, &QTimer::timeout, this,
             guarded("frmPortSettings - tmrTransferInterval", CommPort::tmrTransferInterval_Timer));
 }

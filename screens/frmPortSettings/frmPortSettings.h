@@ -44,9 +44,9 @@ private:
     void ShowProblems();
 
     std::unique_ptr<Ui::frmPortSettings> ui_;
-    platform::QtSerialControl MSComm1;
-    QTimer tmrTimeout;
-    QTimer tmrTransferInterval;
+    platform::QtSerialControl MSComm1{this};
+    QTimer tmrTimeout{this};
+    QTimer tmrTransferInterval{this};
     FormTimer timeout_{tmrTimeout};
     FormTimer transferInterval_{tmrTransferInterval};
     EventGuard guard_{"Unexpected Error - "};
