@@ -4,6 +4,7 @@
 #include "app/RunTimeError.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -39,6 +40,22 @@ std::string Reason(int error) {
 /// The file as the core names it; a name beyond the code page is shown in UTF-8.
 std::string NameOf(const std::filesystem::path& file) {
     return CodePage::FromPath(file).value_or(file.string());
+}
+
+constexpr const char* halfMark = ".new-"; ///< in the name of a file that is not yet in place
+
+/// Removes the half-made files that killed processes left beside `file`. One that another process
+/// is just writing is younger than the limit.
+void RemoveLeftOvers(const std::filesystem::path& file) {
+    constexpr std::chrono::minutes limit{10};
+    const auto oldest = std::filesystem::file_time_type::clock::now() - limit;
+    const std::string start = file.filename().string() + halfMark;
+    const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
+    std::error_code ignored; // what cannot be removed now is tried again at the next write
+    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored))
+        if (entry.path().filename().string().starts_with(start) &&
+            entry.last_write_time(ignored) < oldest)
+            std::filesystem::remove(entry.path(), ignored);
 }
 
 /// Removes a half-made file unless it has been put into place.
@@ -120,7 +137,8 @@ bool WriteAll(int descriptor, std::string_view bytes) {
 
 void ReplaceFile(const std::filesystem::path& file, std::string_view bytes) {
     const std::filesystem::path target = BehindLink(file);
-    std::string name = target.string() + ".XXXXXX";
+    RemoveLeftOvers(target);
+    std::string name = target.string() + halfMark + "XXXXXX";
     Descriptor descriptor(::mkstemp(name.data()));
     if (!descriptor.IsOpen())
         ThrowError("Writing", target);

@@ -5,6 +5,7 @@
 #include "platform/posix/ProfileText.h"
 
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
@@ -32,6 +33,16 @@ struct Stamp {
 
 Stamp StampOf(const struct stat& status) {
     return {status.st_dev, status.st_ino, status.st_size, status.st_mtim};
+}
+
+/// True when a further change of the file would give it another time. File systems count time in
+/// steps, so a change within the step of the last one shows nothing.
+bool IsSettled(const struct stat& status) {
+    constexpr std::chrono::milliseconds longestStep{100};
+    const auto changed = std::chrono::seconds(status.st_mtim.tv_sec) +
+                         std::chrono::nanoseconds(status.st_mtim.tv_nsec);
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return now > changed + longestStep;
 }
 
 std::string ReadAll(int descriptor, off_t size) {
@@ -129,12 +140,14 @@ public:
     bool Write(const std::string& section, const std::optional<std::string>& key,
                const std::optional<std::string>& value) override {
         try {
-            ProfileText text = Text();
-            const bool changed = !key     ? text.RemoveSection(section)
-                                 : !value ? text.Remove(section, *key)
-                                          : text.Set(section, *key, *value);
-            if (changed)
-                posix::ReplaceFile(file_, text.Bytes());
+            Text();
+            const bool changed = !key     ? text_.RemoveSection(section)
+                                 : !value ? text_.Remove(section, *key)
+                                          : text_.Set(section, *key, *value);
+            if (changed) {
+                stamp_.reset();
+                posix::ReplaceFile(file_, text_.Bytes());
+            }
             return true;
         } catch (const RunTimeError&) {
             return false; // the caller tells the user; the file is as it was
@@ -152,8 +165,10 @@ private:
             stamp_.reset();
             text_ = ProfileText({});
         } else if (stamp_ != StampOf(status)) {
-            text_ = ProfileText(ReadAll(descriptor.Number(), status.st_size));
-            stamp_ = StampOf(status);
+            const std::string bytes = ReadAll(descriptor.Number(), status.st_size);
+            if (!text_.Holds(bytes))
+                text_ = ProfileText(bytes);
+            stamp_ = IsSettled(status) ? std::optional(StampOf(status)) : std::nullopt;
         }
         return text_;
     }

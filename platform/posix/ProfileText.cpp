@@ -49,20 +49,45 @@ std::uint32_t HashOf(std::string_view name) {
     return hash;
 }
 
-/// Behind the line that begins at `begin`, its line end included: CR, LF, CR LF, or the CR CR LF
-/// of a file that was converted twice.
-std::size_t LineEnd(std::string_view text, std::size_t begin) {
-    while (begin < text.size() && text[begin] != '\r' && text[begin] != '\n')
-        ++begin;
-    for (const std::string_view end : {"\r\r\n", "\r\n"})
-        if (text.substr(begin, end.size()) == end)
-            return begin + end.size();
-    return std::min(begin + 1, text.size());
-}
+/// Goes through the lines of a part of a text. A line ends with CR, LF, CR LF, or the CR CR LF of a
+/// file that was converted twice.
+class Lines {
+public:
+    Lines(std::string_view text, std::size_t begin, std::size_t end)
+        : text_(text.substr(0, end)), next_(begin), feed_(begin) {
+        FindFeed();
+    }
 
-std::string_view LineText(std::string_view text, std::size_t begin, std::size_t end) {
-    return Trimmed(text.substr(begin, end - begin));
-}
+    /// Moves to the next line; false behind the last one.
+    bool Next() {
+        begin_ = next_;
+        if (begin_ >= text_.size())
+            return false;
+        if (feed_ < begin_)
+            FindFeed();
+        const std::string_view line = text_.substr(begin_, feed_ - begin_);
+        const std::size_t cr = line.find('\r');
+        if (cr == std::string_view::npos || cr + 1 == line.size() ||
+            (cr + 2 == line.size() && line.back() == '\r'))
+            next_ = std::min(feed_ + 1, text_.size());
+        else
+            next_ = begin_ + cr + 1;
+        return true;
+    }
+
+    std::size_t Begin() const { return begin_; }
+    std::size_t End() const { return next_; }
+    std::string_view Text() const { return Trimmed(text_.substr(begin_, next_ - begin_)); }
+
+private:
+    /// Looked for once, not once a line: a file of carriage returns alone has no line feed at all.
+    void FindFeed() { feed_ = std::min(text_.find('\n', next_), text_.size()); }
+
+    std::string_view text_;
+    std::size_t begin_ = 0;
+    std::size_t next_;
+    std::size_t feed_; ///< the next line feed at or behind `begin_`
+};
 
 /// The name in a section line; nothing for another line. Text behind the last bracket is ignored.
 std::optional<std::string_view> SectionName(std::string_view line) {
@@ -85,25 +110,36 @@ ProfileText::ProfileText(std::string_view bytes)
     IndexSections();
 }
 
-void ProfileText::IndexSections() {
-    headers_.assign(1, {0, 0, HashOf({})});
-    const std::string_view text = text_;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = LineEnd(text, begin);
-        if (const auto name = SectionName(LineText(text, begin, end)))
-            headers_.push_back({begin, end, HashOf(*name)});
-        begin = end;
-    }
+bool ProfileText::Holds(std::string_view bytes) const {
+    return EncodingOf(bytes) == encoding_ &&
+           (encoding_ == TextEncoding::codePage ? bytes == text_
+                                                : Decoded(bytes, encoding_) == text_);
 }
 
+void ProfileText::IndexSections() {
+    headers_.assign(1, {0, HashOf({})});
+    for (Lines lines(text_, 0, text_.size()); lines.Next();)
+        if (const auto name = SectionName(lines.Text()))
+            headers_.push_back({lines.Begin(), HashOf(*name)});
+}
+
+/// The section of headers_[index]. Its body begins behind its section line.
 ProfileText::Section ProfileText::SectionAt(std::size_t index) const {
+    const std::size_t begin = headers_[index].begin;
     const std::size_t end = index + 1 < headers_.size() ? headers_[index + 1].begin : text_.size();
-    return {headers_[index].begin, headers_[index].body, end};
+    if (index == 0)
+        return {begin, begin, end};
+    Lines lines(text_, begin, end);
+    lines.Next();
+    return {begin, lines.End(), end};
 }
 
 std::string_view ProfileText::NameAt(std::size_t index) const {
-    const Header& header = headers_[index];
-    return SectionName(LineText(text_, header.begin, header.body)).value_or("");
+    if (index == 0)
+        return {};
+    Lines lines(text_, headers_[index].begin, text_.size());
+    lines.Next();
+    return SectionName(lines.Text()).value_or("");
 }
 
 /// Index of the first section of the name, at or behind `from`.
@@ -115,29 +151,35 @@ std::optional<std::size_t> ProfileText::Find(std::string_view name, std::size_t 
     return std::nullopt;
 }
 
-/// The next line that is not blank; `position` moves behind it.
-std::optional<ProfileText::Entry> ProfileText::NextEntry(std::size_t& position,
-                                                         std::size_t end) const {
-    const std::string_view text = text_;
-    while (position < end) {
-        const std::size_t begin = position;
-        position = LineEnd(text, begin);
-        const std::string_view line = LineText(text, begin, position);
-        if (line.empty())
-            continue;
+/// Goes through the lines of a section that are not blank.
+class ProfileText::Entries {
+public:
+    Entries(std::string_view text, const Section& section)
+        : lines_(text, section.body, section.end) {}
+
+    std::optional<Entry> Next() {
+        while (lines_.Next())
+            if (const std::string_view line = lines_.Text(); !line.empty())
+                return Parts(line);
+        return std::nullopt;
+    }
+
+private:
+    Entry Parts(std::string_view line) const {
         const std::size_t equals = line.find('=');
         if (equals == std::string_view::npos)
-            return Entry{begin, position, UpToNul(line), std::nullopt};
-        return Entry{begin, position, UpToNul(Trimmed(line.substr(0, equals))),
-                     UpToNul(Trimmed(line.substr(equals + 1)))};
+            return {lines_.Begin(), lines_.End(), UpToNul(line), std::nullopt};
+        return {lines_.Begin(), lines_.End(), UpToNul(Trimmed(line.substr(0, equals))),
+                UpToNul(Trimmed(line.substr(equals + 1)))};
     }
-    return std::nullopt;
-}
+
+    Lines lines_;
+};
 
 std::optional<ProfileText::Entry> ProfileText::Find(const Section& section,
                                                     std::string_view name) const {
-    std::size_t position = section.body;
-    while (const auto entry = NextEntry(position, section.end))
+    Entries entries(text_, section);
+    while (const auto entry = entries.Next())
         if (SameName(entry->name, name))
             return entry;
     return std::nullopt;
@@ -146,8 +188,8 @@ std::optional<ProfileText::Entry> ProfileText::Find(const Section& section,
 /// Where a new key goes: before the blank lines and comments that lead to the next section.
 std::size_t ProfileText::BehindLastKey(const Section& section) const {
     std::size_t behind = section.body;
-    std::size_t position = section.body;
-    while (const auto entry = NextEntry(position, section.end))
+    Entries entries(text_, section);
+    while (const auto entry = entries.Next())
         if (!IsComment(entry->name))
             behind = entry->end;
     return behind;
@@ -205,15 +247,28 @@ bool ProfileText::RemoveSection(std::string_view section) {
     if (!index)
         return false;
     const Section found = SectionAt(*index);
-    Replace(found.begin, found.end, {});
+    text_.erase(found.begin, found.end - found.begin);
+    IndexSections();
     return found.begin != found.end;
 }
 
+/// Puts lines in the place of others of the same section, or behind the last line of the file.
 void ProfileText::Replace(std::size_t begin, std::size_t end, const std::string& lines) {
     const auto endsLine = [](char c) { return c == '\r' || c == '\n'; };
     const bool unfinished = begin > 0 && !endsLine(text_[begin - 1]) && !lines.empty();
-    text_.replace(begin, end - begin, unfinished ? std::string(lineEnd) + lines : lines);
-    IndexSections();
+    const std::string inserted = unfinished ? std::string(lineEnd) + lines : lines;
+    text_.replace(begin, end - begin, inserted);
+    if (inserted.find('[') == std::string::npos)
+        MoveHeaders(begin, end - begin, inserted.size());
+    else
+        IndexSections();
+}
+
+/// The sections behind a change that is none of a section line.
+void ProfileText::MoveHeaders(std::size_t behind, std::size_t removed, std::size_t added) {
+    for (std::size_t i = 1; i < headers_.size(); ++i)
+        if (headers_[i].begin >= behind + removed)
+            headers_[i].begin = headers_[i].begin - removed + added;
 }
 
 } // namespace platform::posix

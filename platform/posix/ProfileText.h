@@ -23,6 +23,9 @@ public:
     /// The file's bytes after the changes.
     std::string Bytes() const { return Encoded(text_, encoding_); }
 
+    /// True when a file of these bytes holds what this text does.
+    bool Holds(std::string_view bytes) const;
+
     /// The value as Windows-1252, as it stands in the file without the blanks around it; nothing
     /// where section, key or value is missing.
     std::optional<std::string> Value(std::string_view section, std::string_view key) const;
@@ -39,31 +42,31 @@ public:
     bool RemoveSection(std::string_view section);
 
 private:
+    /// A line that is not blank, taken apart.
+    struct Entry {
+        std::size_t begin = 0;
+        std::size_t end = 0; ///< behind its line end
+        std::string_view name;
+        std::optional<std::string_view> value;
+    };
+    class Entries;
     struct Header {
-        std::size_t begin = 0; ///< of the section line; 0 for what stands before the first one
-        std::size_t body = 0;  ///< behind the section line
-        std::uint32_t hash = 0;
+        std::size_t begin = 0;  ///< of the section line; 0 for what stands before the first one
+        std::uint32_t hash = 0; ///< of the name in upper case
     };
     struct Section {
         std::size_t begin = 0;
         std::size_t body = 0;
         std::size_t end = 0;
     };
-    struct Entry {
-        std::size_t begin = 0; ///< of the line
-        std::size_t end = 0;   ///< behind its line end
-        std::string_view name;
-        std::optional<std::string_view> value;
-    };
-
     void IndexSections();
     Section SectionAt(std::size_t index) const;
     std::string_view NameAt(std::size_t index) const;
     std::optional<std::size_t> Find(std::string_view name, std::size_t from = 0) const;
     std::optional<Entry> Find(const Section& section, std::string_view name) const;
-    std::optional<Entry> NextEntry(std::size_t& position, std::size_t end) const;
     std::size_t BehindLastKey(const Section& section) const;
     void Replace(std::size_t begin, std::size_t end, const std::string& lines);
+    void MoveHeaders(std::size_t behind, std::size_t removed, std::size_t added);
 
     TextEncoding encoding_;
     std::string text_;
