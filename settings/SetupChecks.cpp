@@ -1,0 +1,133 @@
+#include "settings/SetupChecks.h"
+
+#include "app/Electrode.h"
+#include "app/Mcommon.h"
+#include "app/NumberText.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace SetupChecks {
+
+namespace {
+
+constexpr std::string_view prompt = "< Please";
+
+std::optional<Finding> CheckHardware(const Entries& entries) {
+    const char* const message =
+        "The hardware properties have not been completed yet. Please complete it before "
+        "activating the measurement.";
+    if (!Averaging(entries.averagingForCalibration))
+        return Finding{message, Box::averagingForCalibration};
+    if (!Averaging(entries.averagingForMeasurement))
+        return Finding{message, Box::averagingForMeasurement};
+    return std::nullopt;
+}
+
+std::optional<Finding> CheckProject(const Entries& entries) {
+    const char* const message =
+        "The project details have not been completely filled yet. Please complete it before "
+        "activating the measurement.";
+    if (!IsFilled(entries.projectName))
+        return Finding{message, Box::projectName};
+    if (!IsFilled(entries.analyst))
+        return Finding{message, Box::analyst};
+    return std::nullopt;
+}
+
+/// The first box of a channel in use that lacks its entry.
+std::optional<Box> MissingBox(const ChannelEntry& channel) {
+    if (!channel.selected || channel.electrode == Electrode::noneIndex)
+        return std::nullopt;
+    if (channel.electrode < 0)
+        return Box::electrode;
+    if (!IsFilled(channel.serialNo))
+        return Box::serialNo;
+    if (!MolarMass(channel.molarMass))
+        return Box::molarMass;
+    return std::nullopt;
+}
+
+std::optional<Finding> CheckBoxes(const Entries& entries) {
+    for (int i = 0; i < entries.channelCount; ++i)
+        if (const auto box = MissingBox(entries.channels[static_cast<std::size_t>(i)]))
+            return Finding{"Please complete all appropriate boxes for the selected electrode "
+                           "before activating measurement",
+                           *box, i};
+    return std::nullopt;
+}
+
+std::optional<Finding> CheckCalibrations(const Entries& entries) {
+    for (int i = 0; i < entries.channelCount; ++i) {
+        const ChannelEntry& channel = entries.channels[static_cast<std::size_t>(i)];
+        if (!channel.selected || channel.electrode == Electrode::noneIndex ||
+            channel.pointCount >= 2)
+            continue;
+        return Finding{"The electrode in channel " + NumberText::Plain(std::int32_t{i + 1}) +
+                           " has not been calibrated.\nYou must either calibrate it or de-select "
+                           "it before continuing to measure.",
+                       Box::calibrate, i};
+    }
+    return std::nullopt;
+}
+
+std::optional<Finding> CheckSelection(const Entries& entries) {
+    const auto end = entries.channels.begin() + entries.channelCount;
+    if (std::any_of(entries.channels.begin(), end,
+                    [](const ChannelEntry& channel) { return channel.selected; }))
+        return std::nullopt;
+    return Finding{"There has not channel being selected, please at least select one of those.",
+                   Box::select};
+}
+
+} // namespace
+
+std::optional<Finding> FirstFinding(const Entries& entries) {
+    for (const auto check :
+         {CheckHardware, CheckProject, CheckBoxes, CheckCalibrations, CheckSelection})
+        if (auto finding = check(entries))
+            return finding;
+    return std::nullopt;
+}
+
+std::optional<std::int16_t> Averaging(std::string_view text) {
+    const auto number = NumberText::StrictSingle(text);
+    const auto whole = NumberText::StrictInteger(text);
+    if (!number || !whole || *number != static_cast<float>(*whole))
+        return std::nullopt;
+    if (*whole < minAveraging || *whole > maxAveraging)
+        return std::nullopt;
+    return whole;
+}
+
+std::optional<float> MolarMass(std::string_view text) {
+    std::string trimmed = Mcommon::TrimControl(text);
+    std::transform(trimmed.begin(), trimmed.end(), trimmed.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    if (trimmed.empty() || trimmed == "N/A")
+        return 0.0F;
+    const auto number = NumberText::StrictSingle(trimmed);
+    if (!number || *number < 0)
+        return std::nullopt;
+    return number;
+}
+
+bool IsFilled(std::string_view text) {
+    return !Mcommon::TrimControl(text).empty() && text.find(prompt) == std::string_view::npos;
+}
+
+bool HasSimultaneousPair() {
+    const int count = mWinInit::HardwareSettings.ChannelCount;
+    for (int i = 0; i < count; ++i) {
+        const std::string& electrode =
+            mWinInit::ChannelSetup[static_cast<std::size_t>(i)].Electrode;
+        if (electrode == Electrode::noneName || electrode.find("mV") != std::string::npos)
+            continue;
+        for (int j = i + 1; j < count; ++j)
+            if (mWinInit::ChannelSetup[static_cast<std::size_t>(j)].Electrode == electrode)
+                return true;
+    }
+    return false;
+}
+
+} // namespace SetupChecks

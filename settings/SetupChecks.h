@@ -1,0 +1,73 @@
+#pragma once
+
+#include "settings/mWinInit.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// What must hold before a measurement may begin, checked on the texts as they stand in the setup
+/// page's boxes.
+namespace SetupChecks {
+
+inline constexpr std::int16_t minAveraging = 1;
+inline constexpr std::int16_t maxAveraging = 1000;
+
+/// One channel's row of the setup page.
+struct ChannelEntry {
+    bool selected = false;
+    int electrode = -1; ///< position in Electrode::names, -1 where nothing is chosen
+    std::string serialNo;
+    std::string molarMass;       ///< g/mol; empty or "N/A" where it does not apply
+    std::int16_t pointCount = 0; ///< points of the stored calibration
+};
+
+/// The setup page as it stands.
+struct Entries {
+    std::string averagingForCalibration;
+    std::string averagingForMeasurement;
+    std::string projectName;
+    std::string analyst;
+    std::int16_t channelCount = 4;
+    std::array<ChannelEntry, mWinInit::maxChannels> channels;
+};
+
+/// The box that a finding is about.
+enum class Box {
+    averagingForCalibration,
+    averagingForMeasurement,
+    projectName,
+    analyst,
+    electrode,
+    serialNo,
+    molarMass,
+    calibrate,
+    select,
+};
+
+/// Why the measurement may not begin.
+struct Finding {
+    std::string message;
+    Box box;
+    int channel = 0; ///< of the boxes that each channel has
+};
+
+/// The first thing that is missing; nothing when the measurement may begin.
+std::optional<Finding> FirstFinding(const Entries& entries);
+
+/// The averaging number that a text holds: a whole number in range, nothing otherwise.
+std::optional<std::int16_t> Averaging(std::string_view text);
+
+/// The molar mass that a text holds in g/mol: 0 for an empty text and "N/A", nothing for a text
+/// that is no number of at least 0.
+std::optional<float> MolarMass(std::string_view text);
+
+/// Filled: neither empty nor still the prompt.
+bool IsFilled(std::string_view text);
+
+/// Two channels bear the same electrode, so that they can be calibrated together.
+bool HasSimultaneousPair();
+
+} // namespace SetupChecks
