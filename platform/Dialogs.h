@@ -29,9 +29,10 @@ inline constexpr std::int16_t yes = 6;
 inline constexpr std::int16_t no = 7;
 } // namespace button
 
-/// What the open and save dialogs are asked, and what the user chose.
+/// What the open, save and folder dialogs are asked; a folder dialog takes title and initial
+/// folder alone.
 struct FileDialogRequest {
-    enum class Kind { open, save };
+    enum class Kind { open, save, folder };
     Kind kind = Kind::open;
     std::string title;
     std::string fileName;         ///< name or mask shown first
@@ -56,7 +57,7 @@ public:
     virtual std::string AskText(const std::string& prompt, const std::string& title,
                                 const std::string& proposal) = 0;
 
-    /// The chosen file, nothing when the dialog was cancelled.
+    /// The chosen file or folder, nothing when the dialog was cancelled.
     virtual std::optional<std::filesystem::path> ChooseFile(const FileDialogRequest& request) = 0;
 };
 

@@ -84,6 +84,17 @@ QString FilterOf(const std::string& filter) {
     return filters.join(";;");
 }
 
+std::optional<std::filesystem::path> ChooseFolder(const FileDialogRequest& request) {
+    QFileDialog dialog(QApplication::activeWindow(), Text::ToQt(request.title),
+                       Text::FromPath(request.initialFolder));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return Text::ToPath(dialog.selectedFiles().constFirst());
+}
+
 } // namespace
 
 void QtDialogs::Beep() {
@@ -112,6 +123,8 @@ std::string QtDialogs::AskText(const std::string& prompt, const std::string& tit
 
 std::optional<std::filesystem::path> QtDialogs::ChooseFile(const FileDialogRequest& request) {
     const ArrowWhileAsking arrow;
+    if (request.kind == FileDialogRequest::Kind::folder)
+        return ChooseFolder(request);
     const bool opening = request.kind == FileDialogRequest::Kind::open;
     QFileDialog dialog(QApplication::activeWindow(), Text::ToQt(request.title),
                        Text::FromPath(request.initialFolder), FilterOf(request.filter));
