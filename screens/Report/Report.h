@@ -20,7 +20,13 @@ public:
     /// Opens a measurement file in the viewer.
     void ViewFile(const std::filesystem::path& fileName);
 
+    /// The update menu can be used: an automatic run goes on.
+    void SetUpdateEnabled(bool enabled);
+
 Q_SIGNALS:
+    /// The viewer shows this file from now on.
+    void FileShown(const std::filesystem::path& fileName);
+
     /// The viewer has been closed.
     void Closed();
 

@@ -20,6 +20,14 @@ QColor Good(const QPalette& palette) {
     return IsDark(palette) ? QColor(129, 199, 132) : QColor(27, 94, 32);
 }
 
+QColor BlinkOn(const QPalette& palette) {
+    return IsDark(palette) ? Error(palette) : QColor(255, 0, 0);
+}
+
+QColor BlinkOff(const QPalette& palette) {
+    return IsDark(palette) ? palette.color(QPalette::WindowText) : QColor(0, 0, 0);
+}
+
 void MarkError(QWidget& control, bool error) {
     QPalette palette = control.palette();
     const QPalette around = control.parentWidget()->palette();

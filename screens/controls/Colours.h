@@ -11,6 +11,11 @@ namespace Colours {
 QColor Error(const QPalette& palette);
 QColor Good(const QPalette& palette);
 
+/// The two colours of a title that blinks: red and black, on a dark palette light red and the
+/// palette's text.
+QColor BlinkOn(const QPalette& palette);
+QColor BlinkOff(const QPalette& palette);
+
 /// Shows a control's text in the error colour and bold, or as the palette has it; never by colour
 /// alone.
 void MarkError(QWidget& control, bool error);

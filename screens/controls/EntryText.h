@@ -7,3 +7,7 @@ class QLineEdit;
 /// control characters, which would break the fields of the files.
 void AcceptCodePageOnly(QLineEdit& box);
 void AcceptCodePageOnly(QComboBox& editableBox);
+
+/// The same, and refuses the semicolon too, which parts a stored field in two.
+void AcceptFieldTextOnly(QLineEdit& box);
+void AcceptFieldTextOnly(QComboBox& editableBox);
