@@ -7,7 +7,6 @@
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QApplication::setApplicationName("vantrel");
-    QApplication::setApplicationDisplayName("Vantrel Data Acquisition");
     QApplication::setDesktopFileName("vantrel");
 
     platform::QtPlaces places;

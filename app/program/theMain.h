@@ -1,9 +1,10 @@
 #pragma once
 
+#include "app/Version.h"
+
 #include <QPointer>
 
 #include <memory>
-#include <string_view>
 
 class frmMain;
 class frmPortSettings;
@@ -12,7 +13,6 @@ class frmSplash;
 /// Start-up and main flow.
 namespace theMain {
 
-inline constexpr std::string_view versionText = "Version 6.4.44sa";
 inline constexpr short channelCount = 4;
 
 /// The forms that live as long as the program.
