@@ -18,13 +18,18 @@
 namespace fake {
 
 Dialogs::~Dialogs() {
-    EXPECT_TRUE(messages_.empty()) << "message never shown: " << messages_.front().prompt;
+    EXPECT_TRUE(messages_.empty())
+        << "message never shown: " << messages_.front().prompt.value_or("(any)");
     EXPECT_TRUE(inputs_.empty()) << "input box never shown: " << inputs_.front().prompt;
     EXPECT_TRUE(fileDialogs_.empty()) << "a file dialog was never shown";
 }
 
 void Dialogs::ExpectMessage(const std::string& prompt, std::int16_t style, std::int16_t answer) {
     messages_.push_back({prompt, style, answer});
+}
+
+void Dialogs::ExpectAnyMessage(std::int16_t style, std::int16_t answer) {
+    messages_.push_back({std::nullopt, style, answer});
 }
 
 void Dialogs::ExpectInput(const std::string& prompt, const std::string& proposal,
@@ -53,8 +58,8 @@ std::int16_t Dialogs::ShowMessage(const std::string& prompt, std::int16_t style,
     }
     const Message expected = messages_.front();
     messages_.pop_front();
-    EXPECT_EQ(prompt, expected.prompt);
-    EXPECT_EQ(style, expected.style);
+    EXPECT_EQ(prompt, expected.prompt.value_or(prompt));
+    EXPECT_EQ(style, expected.style) << prompt;
     if (whileMessageIsOpen)
         whileMessageIsOpen();
     return expected.answer;

@@ -23,6 +23,8 @@ public:
 
     void ExpectMessage(const std::string& prompt, std::int16_t style,
                        std::int16_t answer = platform::button::ok);
+    /// A message whose text comes from the system in part.
+    void ExpectAnyMessage(std::int16_t style, std::int16_t answer = platform::button::ok);
     void ExpectInput(const std::string& prompt, const std::string& proposal,
                      const std::string& answer);
     void ExpectFileDialog(
@@ -46,7 +48,7 @@ public:
 
 private:
     struct Message {
-        std::string prompt;
+        std::optional<std::string> prompt; ///< nothing: any
         std::int16_t style;
         std::int16_t answer;
     };

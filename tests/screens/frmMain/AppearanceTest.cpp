@@ -1,0 +1,151 @@
+#include "screens/frmMain/MainScreenTest.h"
+
+#include "settings/mWinInit.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// The screen of a small laboratory computer, less what a desktop's panel takes.
+constexpr QSize smallScreen(1024, 728);
+
+class Appearance : public MainScreenTest {
+protected:
+    /// No part of the page is out of sight.
+    void ExpectFits(const char* scrollArea) {
+        form->resize(smallScreen);
+        Settle();
+        const auto& area = Find<QScrollArea>(*form, scrollArea);
+        EXPECT_EQ(area.horizontalScrollBar()->maximum(), 0) << scrollArea;
+        EXPECT_EQ(area.verticalScrollBar()->maximum(), 0) << scrollArea;
+    }
+};
+
+double Luminance(const QColor& colour) {
+    const auto channel = [](double value) {
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF()) +
+           0.0722 * channel(colour.blueF());
+}
+
+double Contrast(const QColor& one, const QColor& other) {
+    const double a = Luminance(one);
+    const double b = Luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+/// A dark palette for the life of the object.
+class DarkPalette {
+public:
+    DarkPalette() : before_(QApplication::palette()) {
+        QPalette dark(QColor(45, 45, 48), QColor(35, 35, 38));
+        QApplication::setPalette(dark);
+    }
+    ~DarkPalette() { QApplication::setPalette(before_); }
+    DarkPalette(const DarkPalette&) = delete;
+    DarkPalette& operator=(const DarkPalette&) = delete;
+
+private:
+    QPalette before_;
+};
+
+} // namespace
+
+TEST_F(Appearance, Every_control_has_an_accessible_name) {
+    Open();
+    EXPECT_EQ(ControlsWithoutName(*form), std::vector<std::string>());
+}
+
+TEST_F(Appearance, No_two_controls_of_a_page_share_a_mnemonic) {
+    mWinInit::HardwareSettings.ChannelCount = 8;
+    Open();
+    EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>());
+    Click(*form, "cmdPage", 0);
+    EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>());
+}
+
+TEST_F(Appearance, Both_pages_of_eight_channels_fit_a_small_screen) {
+    mWinInit::HardwareSettings.ChannelCount = 8;
+    Open();
+    ExpectFits("scrSetup");
+    Click(*form, "cmdPage", 0);
+    ExpectFits("scrMeasure");
+}
+
+TEST_F(Appearance, The_window_itself_fits_a_quarter_of_a_small_screen) {
+    mWinInit::HardwareSettings.ChannelCount = 8;
+    Open();
+    EXPECT_LE(form->minimumSizeHint().width(), smallScreen.width() / 2);
+    EXPECT_LE(form->minimumSizeHint().height(), smallScreen.height() / 2);
+    Click(*form, "cmdPage", 0);
+    EXPECT_LE(form->minimumSizeHint().width(), smallScreen.width() / 2);
+}
+
+TEST_F(Appearance, Nothing_moves_when_the_figures_change) {
+    OpenReading();
+    Settle();
+    const auto& cell = Element<QLabel>(*form, "lblEntry", 18);
+    const QRect before = cell.geometry();
+    for (const int tenths : {-9999, 1, 0, 9999, -5}) {
+        ReadFrame({tenths, 7458, 590, 7996, tenths, 9000, tenths, 9000});
+        Settle();
+        EXPECT_EQ(cell.geometry(), before) << tenths;
+        EXPECT_LE(cell.fontMetrics().horizontalAdvance(cell.text()), cell.contentsRect().width());
+    }
+}
+
+TEST_F(Appearance, Title_and_errors_are_readable_on_a_dark_palette) {
+    const DarkPalette dark;
+    OpenReading();
+    const auto& title = Element<QLabel>(*form, "lblEntry", 47);
+    for (int tick = 0; tick < 2; ++tick) {
+        ReadFrame({1885, 7458, 5000, 7996, 2300, 9000, -123, 9000});
+        EXPECT_GE(Contrast(title.palette().color(QPalette::WindowText),
+                           form->palette().color(QPalette::Window)),
+                  4.5);
+    }
+    const auto& error = Element<QLabel>(*form, "lblEntry", 33);
+    EXPECT_EQ(error.text(), "Error");
+    EXPECT_GE(Contrast(error.palette().color(QPalette::WindowText),
+                       error.palette().color(QPalette::Base)),
+              4.5);
+}
+
+TEST_F(Appearance, A_palette_changed_while_measuring_is_taken_up) {
+    OpenReading();
+    const DarkPalette dark;
+    Settle(); // the form takes the palette
+    Settle(); // then its controls
+    const auto& cell = Element<QLabel>(*form, "lblEntry", 16);
+    EXPECT_GE(
+        Contrast(cell.palette().color(QPalette::WindowText), cell.palette().color(QPalette::Base)),
+        4.5);
+}
+
+TEST_F(Appearance, The_tab_key_reaches_every_control_of_the_setup_page) {
+    Open();
+    std::vector<QWidget*> reached;
+    QWidget* first = form->focusWidget();
+    QWidget* at = first;
+    for (int step = 0; step < 200 && at != nullptr; ++step) {
+        reached.push_back(at);
+        QTest::keyClick(at, Qt::Key_Tab);
+        at = form->focusWidget();
+        if (at == first)
+            break;
+    }
+    for (const char* name : {"txtEntry_0", "txtEntry_2", "txtExperimentDate", "cmdBrowse",
+                             "txtPortNumber", "cmdPort", "chkSelect_0", "cboEntry_0", "txtEntry_4",
+                             "txtMolarMass_3", "cmdCalib_3", "cmdSimult", "cmdPage_0", "cmdPage_3"})
+        EXPECT_NE(std::find(reached.begin(), reached.end(), &Find<QWidget>(*form, name)),
+                  reached.end())
+            << name;
+}

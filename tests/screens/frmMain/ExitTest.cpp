@@ -1,0 +1,169 @@
+#include "screens/frmMain/MainScreenTest.h"
+
+#include "files/FileOpr.h"
+#include "files/MeasurementReader.h"
+#include "settings/mWinInit.h"
+
+#include <QCloseEvent>
+#include <QLineEdit>
+
+namespace {
+
+using namespace std::chrono_literals;
+using platform::style::defaultButton2;
+using platform::style::question;
+using platform::style::yesNo;
+
+class ExitTest : public MainScreenTest {
+protected:
+    int ended = 0;
+
+    void AnswerExit(std::int16_t answer) {
+        QObject::connect(form.get(), &frmMain::Ended, [this] { ++ended; });
+        platform.dialogs.ExpectMessage("Are you sure you want to exit?", 292, answer);
+    }
+
+    /// Two records into run.4ch, still in the temporary file.
+    std::filesystem::path RecordTwo() {
+        OpenReading();
+        auto target = AnswerSaveDialog("target/run.4ch");
+        std::filesystem::create_directories(target.parent_path());
+        Click(*form, "cmdPage", 1);
+        Click(*form, "cmdPage", 1);
+        return target;
+    }
+
+    std::string RecoveryPrompt(const std::filesystem::path& target) {
+        return "A recording was interrupted before its records reached their file.\n\nRecords: 2, "
+               "the last at 14:05:33 07.Mar.2003\nFile: " +
+               target.string() +
+               "\n\nBring the records into the file now? Otherwise they are offered again at the "
+               "next start.";
+    }
+
+    /// As after a crash: the form is gone, the temporary file stays without its lock.
+    void Crash() {
+        form.reset();
+        FileOpr::Reset();
+    }
+};
+
+} // namespace
+
+TEST_F(ExitTest, No_keeps_the_program_running_with_nothing_saved) {
+    Open();
+    const std::string before = ReadBytes(platform.SettingsFile());
+    Type(*form, "txtEntry_2", "Lake");
+    AnswerExit(platform::button::no);
+    Click(*form, "cmdPage", 3);
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(ended, 0);
+    EXPECT_TRUE(link->serial.PortOpen());
+    EXPECT_EQ(ReadBytes(platform.SettingsFile()), before);
+}
+
+TEST_F(ExitTest, Yes_saves_the_settings_closes_the_port_and_ends) {
+    Open();
+    form->move(120, 80);
+    Type(*form, "txtEntry_2", "Lake");
+    AnswerExit(platform::button::yes);
+    Click(*form, "cmdPage", 3);
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(ended, 1);
+    EXPECT_FALSE(link->serial.PortOpen());
+    EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
+    mWinInit::Reset();
+    mWinInit::LoadSettings();
+    EXPECT_EQ(mWinInit::ProjectInfo.ProjectName, "Lake");
+    EXPECT_EQ(mWinInit::WindowX, 120);
+    EXPECT_EQ(mWinInit::WindowY, 80);
+    EXPECT_EQ(mWinInit::ChannelSetup[0].SerialNo, "CA-1");
+}
+
+TEST_F(ExitTest, The_windows_own_close_button_asks_too) {
+    Open();
+    AnswerExit(platform::button::no);
+    EXPECT_FALSE(form->close());
+}
+
+TEST_F(ExitTest, Without_a_recording_no_temporary_file_stays) {
+    OpenReading();
+    AnswerExit(platform::button::yes);
+    Click(*form, "cmdPage", 3);
+    EXPECT_TRUE(std::filesystem::is_empty(platform.places.TemporaryFolder()));
+}
+
+TEST_F(ExitTest, Leaving_moves_the_records_into_their_file) {
+    const auto target = RecordTwo();
+    AnswerExit(platform::button::yes);
+    Click(*form, "cmdPage", 3);
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
+    EXPECT_TRUE(std::filesystem::is_empty(platform.places.TemporaryFolder()));
+}
+
+TEST_F(ExitTest, Leaving_during_an_automatic_run_keeps_every_record) {
+    OpenReading();
+    const auto target = AnswerSaveDialog("run.4ch");
+    Pick(*form, "cboAcqr", "Automatic");
+    Click(*form, "cmdPage", 1);
+    TimePasses(1s);
+    AnswerExit(platform::button::yes);
+    Click(*form, "cmdPage", 3);
+    EXPECT_EQ(ended, 1);
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
+}
+
+TEST_F(ExitTest, Records_that_cannot_be_moved_are_left_behind_only_after_a_second_yes) {
+    const auto target = RecordTwo();
+    std::filesystem::remove_all(target.parent_path());
+    AnswerExit(platform::button::yes);
+    platform.dialogs.ExpectAnyMessage(Style(yesNo, platform::style::exclamation, defaultButton2),
+                                      platform::button::no);
+    Click(*form, "cmdPage", 3);
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(ended, 0);
+    ReadFrame(frame); // reading goes on
+    EXPECT_EQ(RunButton(), "&Record");
+
+    platform.dialogs.ExpectMessage("Are you sure you want to exit?", 292, platform::button::yes);
+    platform.dialogs.ExpectAnyMessage(Style(yesNo, platform::style::exclamation, defaultButton2),
+                                      platform::button::yes);
+    Click(*form, "cmdPage", 3);
+    EXPECT_EQ(ended, 1);
+    EXPECT_FALSE(std::filesystem::is_empty(platform.places.TemporaryFolder()));
+}
+
+TEST_F(ExitTest, A_failed_move_on_Back_is_said_and_the_records_wait_for_the_next) {
+    const auto target = RecordTwo();
+    std::filesystem::remove_all(target.parent_path());
+    platform.dialogs.ExpectAnyMessage(critical);
+    Click(*form, "cmdPage", 0);
+    EXPECT_EQ(form->ShownPage(), frmMain::Page::setup);
+    std::filesystem::create_directories(target.parent_path());
+    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", 0);
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
+}
+
+TEST_F(ExitTest, An_interrupted_recording_is_offered_at_the_next_start) {
+    const auto target = RecordTwo();
+    Crash();
+    platform.dialogs.ExpectMessage(RecoveryPrompt(target), Style(yesNo, question),
+                                   platform::button::yes);
+    Open();
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
+}
+
+TEST_F(ExitTest, An_interrupted_recording_that_is_declined_is_offered_again) {
+    const auto target = RecordTwo();
+    Crash();
+    platform.dialogs.ExpectMessage(RecoveryPrompt(target), Style(yesNo, question),
+                                   platform::button::no);
+    Open();
+    EXPECT_FALSE(std::filesystem::exists(target));
+    Crash();
+    platform.dialogs.ExpectMessage(RecoveryPrompt(target), Style(yesNo, question),
+                                   platform::button::yes);
+    Open();
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
+}

@@ -1,0 +1,145 @@
+#include "screens/support/ScreenTest.h"
+
+#include "link/CommPort.h"
+
+#include <QAbstractSpinBox>
+#include <QAccessible>
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+#include <map>
+
+ScreenTest::ScreenTest() {
+    platform.desktop.onEvents = [] { QCoreApplication::processEvents(); };
+}
+
+ScreenTest::~ScreenTest() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+std::vector<int> ScreenTest::IndicesOf(const QObject& form, const QString& name) {
+    std::vector<int> indices;
+    const QRegularExpression pattern("^" + name + "_(\\d+)$");
+    for (const QObject* control : form.findChildren<QObject*>(pattern))
+        indices.push_back(control->objectName().mid(name.size() + 1).toInt());
+    std::sort(indices.begin(), indices.end());
+    return indices;
+}
+
+void ScreenTest::Click(const QWidget& form, const QString& name) {
+    auto& button = Find<QAbstractButton>(form, name);
+    ASSERT_TRUE(button.isVisibleTo(&form)) << name.toStdString() << " is hidden";
+    ASSERT_TRUE(button.isEnabled()) << name.toStdString() << " is disabled";
+    QTest::mouseClick(&button, Qt::LeftButton);
+}
+
+void ScreenTest::Choose(const QWidget& form, const QString& name) {
+    auto& action = Find<QAction>(form, name);
+    ASSERT_TRUE(action.isEnabled()) << name.toStdString() << " is disabled";
+    action.trigger();
+}
+
+void ScreenTest::Pick(const QWidget& form, const QString& name, const QString& text) {
+    auto& box = Find<QComboBox>(form, name);
+    ASSERT_TRUE(box.isVisibleTo(&form) && box.isEnabled()) << name.toStdString();
+    const int entry = box.findText(text);
+    ASSERT_GE(entry, 0) << name.toStdString() << " has no entry " << text.toStdString();
+    box.setCurrentIndex(entry);
+    Q_EMIT box.activated(entry);
+}
+
+void ScreenTest::Type(const QWidget& form, const QString& name, const QString& text) {
+    auto& box = Find<QLineEdit>(form, name);
+    ASSERT_TRUE(box.isVisibleTo(&form) && box.isEnabled() && !box.isReadOnly())
+        << name.toStdString();
+    box.selectAll();
+    QTest::keyClick(&box, Qt::Key_Delete);
+    for (const QChar character : text) { // QTest's own typing knows Latin letters only
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, character);
+        QCoreApplication::sendEvent(&box, &press);
+    }
+}
+
+void ScreenTest::Tick(const QObject& form, const QString& timerName) {
+    auto* timer = form.findChild<QTimer*>(timerName);
+    ASSERT_NE(timer, nullptr) << timerName.toStdString();
+    ASSERT_TRUE(timer->isActive()) << timerName.toStdString() << " does not run";
+    ASSERT_TRUE(QMetaObject::invokeMethod(timer, "timeout"));
+}
+
+void ScreenTest::Settle() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void ScreenTest::Show(QWidget& form) {
+    form.show();
+    form.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    Settle();
+}
+
+void ScreenTest::Arrive(const std::array<int, 8>& tenths) {
+    link->serial.Arrive(FrameOf(tenths));
+}
+
+void ScreenTest::TimeOut() {
+    link->TimeoutTicks();
+}
+
+namespace {
+
+bool IsReachedByUser(const QWidget& control) {
+    return qobject_cast<const QAbstractButton*>(&control) != nullptr ||
+           qobject_cast<const QLineEdit*>(&control) != nullptr ||
+           qobject_cast<const QComboBox*>(&control) != nullptr ||
+           qobject_cast<const QAbstractSpinBox*>(&control) != nullptr;
+}
+
+QString MnemonicText(const QWidget& control) {
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&control))
+        return button->text();
+    if (const auto* label = qobject_cast<const QLabel*>(&control))
+        return label->buddy() != nullptr ? label->text() : QString();
+    if (const auto* box = qobject_cast<const QGroupBox*>(&control))
+        return box->title();
+    return {};
+}
+
+} // namespace
+
+std::vector<std::string> ControlsWithoutName(const QWidget& form) {
+    std::vector<std::string> found;
+    for (QWidget* control : form.findChildren<QWidget*>()) {
+        const QString name = control->objectName();
+        if (!IsReachedByUser(*control) || name.isEmpty() || name.startsWith("qt_"))
+            continue;
+        QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(control);
+        if (accessible == nullptr || accessible->text(QAccessible::Name).isEmpty())
+            found.push_back(name.toStdString());
+    }
+    return found;
+}
+
+std::vector<std::string> SharedMnemonics(const QWidget& form) {
+    std::map<QString, int> uses;
+    for (const QWidget* control : form.findChildren<QWidget*>()) {
+        const QKeySequence key = QKeySequence::mnemonic(MnemonicText(*control));
+        if (!key.isEmpty() && control->isVisibleTo(&form))
+            ++uses[key.toString()];
+    }
+    std::vector<std::string> shared;
+    for (const auto& [key, count] : uses)
+        if (count > 1)
+            shared.push_back(key.toStdString());
+    return shared;
+}
