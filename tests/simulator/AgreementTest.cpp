@@ -1,6 +1,8 @@
 #include "link/Frame.h"
+#include "settings/mWinInit.h"
 #include "simulator/FrameEncoder.h"
 #include "simulator/Instrument.h"
+#include "support/FakePlatform.h"
 
 #include <gtest/gtest.h>
 
@@ -42,4 +44,14 @@ TEST(Agreement, Electrodes_and_sensors_alternate_in_the_frame) {
     }
     const ::Frame::Values expected = {100, 894.0F, 200, 799.6F, 300, 688.7F, 400, 570.8F};
     EXPECT_EQ(::Frame::Decode(EncodeFrame(instrument.Sample(Seconds(0)))), expected);
+}
+
+TEST(Agreement, The_sensors_are_those_of_the_programs_default_table) {
+    fake::Platform platform;
+    mWinInit::LoadTempSensorMatrix(0, "");
+    const TempSensorCalibration& table = mWinInit::TempSensor[0];
+    ASSERT_EQ(table.PointCount, 10);
+    for (std::size_t row = 0; row < 10; ++row)
+        EXPECT_FLOAT_EQ(static_cast<float>(SensorReading(double{table.Temperature[row]})),
+                        table.Reading[row]);
 }
