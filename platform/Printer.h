@@ -62,8 +62,8 @@ public:
     /// Ends the page; the next one starts at its top left corner with the same font.
     virtual void NewPage() = 0;
 
-    /// True once the user has asked to stop (ESC). The document is then left as it is; what has
-    /// not been handed to the printer yet is thrown away.
+    /// True once the user has asked to stop (ESC). The document may end where it is; nothing of it
+    /// is printed then.
     virtual bool StopRequested() const = 0;
 };
 

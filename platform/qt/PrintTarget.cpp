@@ -36,7 +36,7 @@ bool IsWholePdf(const QString& name) {
 } // namespace
 
 PrintTarget::PrintTarget(QPrinter& printer) : printer_(printer), file_(printer.outputFileName()) {
-    if (!file_.isEmpty()) {
+    if (IsFile()) {
         partial_ = file_ + ".part";
         printer_.setOutputFileName(partial_);
         return;
@@ -49,14 +49,14 @@ PrintTarget::PrintTarget(QPrinter& printer) : printer_(printer), file_(printer.o
 }
 
 PrintTarget::~PrintTarget() {
-    if (file_.isEmpty())
+    if (!IsFile())
         return;
     printer_.setOutputFileName(file_);
     QFile::remove(partial_);
 }
 
 void PrintTarget::Finish() {
-    if (file_.isEmpty()) {
+    if (!IsFile()) {
         const QString error = QueueError();
         if (!error.isEmpty())
             throw RunTimeError(printer_.printerName().toStdString() + ": " + error.toStdString());

@@ -16,6 +16,9 @@ public:
     PrintTarget(const PrintTarget&) = delete;
     PrintTarget& operator=(const PrintTarget&) = delete;
 
+    /// A file can be given up while it is painted; what a queue has been given is printed.
+    bool IsFile() const { return !file_.isEmpty(); }
+
     /// To be called after the document has ended: the file is put in place of an older one. Throws
     /// RunTimeError when the document did not arrive whole; an older file is then as it was.
     void Finish();

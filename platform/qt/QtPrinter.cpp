@@ -1,5 +1,6 @@
 #include "platform/qt/QtPrinter.h"
 
+#include "app/Mcommon.h"
 #include "app/RunTimeError.h"
 #include "platform/qt/Text.h"
 
@@ -23,24 +24,56 @@ QFont QtFont(PrintFont font) {
     return fixed;
 }
 
+template <class... Visitors>
+struct Overloaded : Visitors... {
+    using Visitors::operator()...;
+};
+template <class... Visitors>
+Overloaded(Visitors...) -> Overloaded<Visitors...>;
+
 } // namespace
 
 QtPrinter::QtPrinter(QPrinter& printer, std::function<bool()> stopRequested)
     : printer_(printer), stopRequested_(std::move(stopRequested)),
-      pixelsPerPoint_(printer.resolution() / pointsPerInch), metrics_(QtFont(font_), &printer) {
-    if (!painter_.begin(&printer))
+      pixelsPerPoint_(printer.resolution() / pointsPerInch), metrics_(QtFont(font_), &printer) {}
+
+bool QtPrinter::Paint(bool mayStop) {
+    QPainter painter;
+    if (!painter.begin(&printer_))
         throw RunTimeError("the printer or file cannot be opened");
-    SetFont(font_);
-}
-
-void QtPrinter::End() {
-    if (!painter_.end())
+    for (std::size_t page = 0; page < pages_.size(); ++page) {
+        Mcommon::LetEventsRun();
+        if (mayStop && stopRequested_()) {
+            printer_.abort();
+            return false;
+        }
+        if (page > 0 && !printer_.newPage())
+            throw RunTimeError("the printer does not start page " + std::to_string(page + 1));
+        PaintPage(painter, pages_[page]);
+    }
+    if (!painter.end())
         throw RunTimeError("the document could not be ended");
+    return true;
 }
 
-void QtPrinter::Abort() {
-    printer_.abort();
-    painter_.end();
+void QtPrinter::PaintPage(QPainter& painter, const Page& page) const {
+    PrintFont font;
+    painter.setFont(QtFont(font));
+    painter.setPen(QPen(Qt::black, ruleWidth_pt * pixelsPerPoint_));
+    const Overloaded paint{[&](const TextStep& step) {
+                               if (step.font != font)
+                                   painter.setFont(QtFont(step.font));
+                               font = step.font;
+                               painter.drawText(step.baseline, step.text);
+                           },
+                           [&](const LineStep& step) { painter.drawLine(step.from, step.to); },
+                           [&](const PictureStep& step) {
+                               painter.save();
+                               step.picture.DrawOn(painter, step.area);
+                               painter.restore();
+                           }};
+    for (const auto& step : page)
+        std::visit(paint, step);
 }
 
 float QtPrinter::PageWidth() const {
@@ -53,9 +86,7 @@ float QtPrinter::PageHeight() const {
 
 void QtPrinter::SetFont(PrintFont font) {
     font_ = font;
-    const QFont qtFont = QtFont(font);
-    painter_.setFont(qtFont);
-    metrics_ = QFontMetricsF(qtFont, &printer_);
+    metrics_ = QFontMetricsF(QtFont(font), &printer_);
 }
 
 float QtPrinter::TextWidth(std::string_view text) const {
@@ -67,29 +98,24 @@ float QtPrinter::TextHeight(std::string_view) const {
 }
 
 void QtPrinter::PrintText(std::string_view text) {
-    const QPointF topLeft = ToDevice(position_);
-    painter_.drawText(topLeft + QPointF(0, metrics_.ascent()), Text::ToQt(text));
+    const QPointF baseline = ToDevice(position_) + QPointF(0, metrics_.ascent());
+    pages_.back().push_back(TextStep{baseline, Text::ToQt(text), font_});
     position_.x_pt += TextWidth(text);
 }
 
 void QtPrinter::DrawLine(PrintPosition from, PrintPosition to) {
-    painter_.setPen(QPen(Qt::black, ruleWidth_pt * pixelsPerPoint_));
-    painter_.drawLine(ToDevice(from), ToDevice(to));
+    pages_.back().push_back(LineStep{ToDevice(from), ToDevice(to)});
 }
 
 void QtPrinter::DrawPicture(const Picture& picture, const PrintArea& area) {
     const QRectF place(ToDevice(area.topLeft),
                        QSizeF(static_cast<double>(area.width_pt) * pixelsPerPoint_,
                               static_cast<double>(area.height_pt) * pixelsPerPoint_));
-    painter_.save();
-    dynamic_cast<const QtPicture&>(picture).DrawOn(painter_, place);
-    painter_.restore();
+    pages_.back().push_back(PictureStep{dynamic_cast<const QtPicture&>(picture), place});
 }
 
 void QtPrinter::NewPage() {
-    if (!printer_.newPage())
-        throw RunTimeError("the printer does not start page " + std::to_string(page_ + 1));
-    ++page_;
+    pages_.emplace_back();
     position_ = {};
 }
 

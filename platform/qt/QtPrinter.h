@@ -2,12 +2,14 @@
 
 #include "platform/Printer.h"
 
+#include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QRectF>
 
 #include <functional>
-#include <memory>
+#include <variant>
+#include <vector>
 
 class QPrinter;
 
@@ -26,17 +28,16 @@ private:
     Draw draw_;
 };
 
-/// One document on a QPrinter, whichever paper, file or preview stands behind it.
+/// Takes a document for the paper of a QPrinter and keeps it until it is painted: a print system
+/// cannot be made to forget the pages that it has, so it gets none before the document is complete.
 class QtPrinter : public Printer {
 public:
-    /// Opens the document. Throws RunTimeError when the printer or file cannot be opened.
     QtPrinter(QPrinter& printer, std::function<bool()> stopRequested);
 
-    /// Ends the document and hands it to the printer. Throws RunTimeError when that fails.
-    void End();
-
-    /// Gives the document up.
-    void Abort();
+    /// Paints the document on its printer and lets events run at each page. `mayStop`: gives up
+    /// when asked to stop, and returns false. Throws RunTimeError when the printer or file cannot
+    /// be opened or fails.
+    bool Paint(bool mayStop);
 
     float PageWidth() const override;
     float PageHeight() const override;
@@ -48,22 +49,37 @@ public:
     void PrintText(std::string_view text) override;
     void DrawLine(PrintPosition from, PrintPosition to) override;
     void DrawPicture(const Picture& picture, const PrintArea& area) override;
-    int PageNumber() const override { return page_; }
+    int PageNumber() const override { return static_cast<int>(pages_.size()); }
     void NewPage() override;
     bool StopRequested() const override { return stopRequested_(); }
 
 private:
+    struct TextStep {
+        QPointF baseline;
+        QString text;
+        PrintFont font;
+    };
+    struct LineStep {
+        QPointF from;
+        QPointF to;
+    };
+    struct PictureStep {
+        QtPicture picture;
+        QRectF area;
+    };
+    using Page = std::vector<std::variant<TextStep, LineStep, PictureStep>>;
+
+    void PaintPage(QPainter& painter, const Page& page) const;
     QPointF ToDevice(PrintPosition position) const;
     float ToPoints(double devicePixels) const;
 
     QPrinter& printer_;
     std::function<bool()> stopRequested_;
-    QPainter painter_;
     double pixelsPerPoint_;
     PrintFont font_;
     QFontMetricsF metrics_;
     PrintPosition position_;
-    int page_ = 1;
+    std::vector<Page> pages_{1};
 };
 
 } // namespace platform

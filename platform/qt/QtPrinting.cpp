@@ -20,21 +20,12 @@ namespace {
 /// Left is wider: pages are filed there, and the rules of a table end short of the right edge.
 const QMarginsF margins_mm(15, 12, 10, 12);
 
-PrintOutcome Draw(QPrinter& printer, const PrintDocument& document) {
+PrintOutcome Draw(QPrinter& printer, const PrintDocument& document, bool mayStopPainting) {
     const InputGate gate;
     QtPrinter pages(printer, [&gate] { return gate.StopRequested(); });
-    try {
-        document(pages);
-    } catch (...) {
-        pages.Abort();
-        throw;
-    }
-    if (gate.StopRequested()) {
-        pages.Abort();
-        return PrintOutcome::stopped;
-    }
-    pages.End();
-    return PrintOutcome::printed;
+    document(pages);
+    const bool complete = !gate.StopRequested() && pages.Paint(mayStopPainting);
+    return complete ? PrintOutcome::printed : PrintOutcome::stopped;
 }
 
 /// Draws whenever the preview asks; what a drawing throws must not reach the event loop, so it
@@ -63,7 +54,8 @@ private:
         try {
             // The preview draws into a picture, the print run on the printer or into a file.
             const bool isPreview = printer_.paintEngine()->type() == QPaintEngine::Picture;
-            outcome_ = isPreview ? Draw(printer_, document_) : PrintOn(printer_, name_, document_);
+            outcome_ =
+                isPreview ? Draw(printer_, document_, true) : PrintOn(printer_, name_, document_);
         } catch (...) {
             error_ = std::current_exception();
         }
@@ -84,7 +76,7 @@ private:
 PrintOutcome PrintOn(QPrinter& printer, const std::string& name, const PrintDocument& document) {
     try {
         PrintTarget target(printer);
-        const PrintOutcome outcome = Draw(printer, document);
+        const PrintOutcome outcome = Draw(printer, document, target.IsFile());
         if (outcome == PrintOutcome::printed)
             target.Finish();
         return outcome;
