@@ -84,7 +84,7 @@ CalibrationSession::Action CalibrationSession::MainAction() const {
         return Action::record;
     // A point of an earlier calibration is offered for reading anew: old data must not get a new
     // date by a few strokes of the Enter key.
-    return IsComplete() && At(current_).recordedHere ? Action::showSummary : Action::read;
+    return IsComplete() && IsRecordedHere(current_) ? Action::showSummary : Action::read;
 }
 
 void CalibrationSession::BeginReading() {
@@ -97,9 +97,13 @@ void CalibrationSession::SetLive(int channel, float potential_mV) {
         live_mV_.at(static_cast<std::size_t>(channel)) = AsDisplayed(potential_mV);
 }
 
+std::optional<float> CalibrationSession::Live(int channel) const {
+    return live_mV_.at(static_cast<std::size_t>(channel));
+}
+
 bool CalibrationSession::HasLive() const {
     return !channels_.empty() && std::ranges::all_of(channels_, [this](int channel) {
-        return live_mV_[static_cast<std::size_t>(channel)].has_value();
+        return Live(channel).has_value();
     });
 }
 
@@ -149,6 +153,10 @@ bool CalibrationSession::IsRecorded(int point) const {
     return !channels_.empty() && std::ranges::all_of(channels_, [&](int channel) {
         return Reading(channel, point).has_value();
     });
+}
+
+bool CalibrationSession::IsRecordedHere(int point) const {
+    return At(point).recordedHere && IsRecorded(point);
 }
 
 bool CalibrationSession::IsComplete() const {

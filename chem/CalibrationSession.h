@@ -66,6 +66,9 @@ public:
     /// The averaged mV of a channel for the point being read.
     void SetLive(int channel, float potential_mV);
 
+    /// What would be recorded of a channel: nothing before its first reading.
+    std::optional<float> Live(int channel) const;
+
     /// True once every channel has a reading of the point being read.
     bool HasLive() const;
 
@@ -80,6 +83,7 @@ public:
     /// The recorded mV, as displayed.
     std::optional<float> Reading(int channel, int point) const;
     bool IsRecorded(int point) const;
+    bool IsRecordedHere(int point) const; ///< in this session, not taken from a stored calibration
     bool IsComplete() const;
 
     /// The record of a channel with its slopes; where the data allows no slope, those before it.
@@ -98,7 +102,7 @@ private:
     struct Point {
         std::optional<float> standard;
         std::array<std::optional<float>, electrodePositions> potential_mV{};
-        bool recordedHere = false; ///< in this session, not taken from a stored calibration
+        bool recordedHere = false;
     };
 
     Point& At(int point);
