@@ -46,12 +46,21 @@ private:
 
 platform::PrintOutcome PrintCalibSummary(std::string_view electrode, std::int16_t channel,
                                          const CalibrationRecord& record) {
-    Mcommon::errorLocation = "PrintCalibSummary";
     const CalibrationSummary::Summary summary =
         CalibrationSummary::Compose(electrode, channel, record);
-    return platform::Current().printing.Print(
-        summary.title,
-        [&summary](platform::Printer& printer) { DrawCalibSummary(summary, printer); });
+    return PrintCalibSummaries(std::span(&summary, 1));
+}
+
+platform::PrintOutcome PrintCalibSummaries(std::span<const CalibrationSummary::Summary> summaries) {
+    Mcommon::errorLocation = "PrintCalibSummary";
+    const auto draw = [summaries](platform::Printer& printer) {
+        for (std::size_t i = 0; i < summaries.size(); ++i) {
+            if (i > 0)
+                printer.NewPage();
+            DrawCalibSummary(summaries[i], printer);
+        }
+    };
+    return platform::Current().printing.Print(summaries.front().title, draw);
 }
 
 void DrawCalibSummary(const CalibrationSummary::Summary& summary, platform::Printer& printer) {

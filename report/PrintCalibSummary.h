@@ -5,6 +5,7 @@
 #include "platform/Printer.h"
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 /// The printed calibration summary.
@@ -15,6 +16,9 @@ namespace Measure {
 /// printed.
 platform::PrintOutcome PrintCalibSummary(std::string_view electrode, std::int16_t channel,
                                          const CalibrationRecord& record);
+
+/// Prints several summaries (at least one) as one document, a page each.
+platform::PrintOutcome PrintCalibSummaries(std::span<const CalibrationSummary::Summary> summaries);
 
 /// The summary's one page.
 void DrawCalibSummary(const CalibrationSummary::Summary& summary, platform::Printer& printer);
