@@ -1,25 +1,81 @@
 #pragma once
 
-#include <QDialog>
+#include "screens/controls/CalibrationForm.h"
+#include "screens/controls/ControlArray.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class SimultCalib;
 }
 
-/// Calibration of several electrodes of the same kind in one vessel.
-class SimultCalib : public QDialog {
+/// Calibration of several electrodes of the same kind in one vessel: the channels are chosen, then
+/// the points are read for all of them at once, then each channel's summary is shown.
+class SimultCalib : public CalibrationForm {
     Q_OBJECT
 
 public:
     explicit SimultCalib(QWidget* parent = nullptr);
     ~SimultCalib() override;
 
-Q_SIGNALS:
-    /// The calibration of a channel (0-based) has been stored.
-    void CalibrationStored(int channel);
+protected:
+    bool Form_QueryUnload() override;
+    void ShowState() override;
+    void EntryEntered(int point) override;
+    void EntryChanged() override;
 
 private:
+    enum class Step { channels, points, summary };
+
+    void Form_Load();
+    void ConnectEvents();
+    void ShowInstructions();
+
+    void chkSimult_Click(int Index);
+    void cboCalibPtrs_Click();
+    void cboUnits_Click();
+    void tabChannel_Click();
+    void cmdSys_Click(int Index);
+
+    void NextOrBack();
+    void ChooseChannels();
+    void StartSession(const std::string& electrode, int firstChannel);
+    void MainButton();
+    void ReadPoint();
+    void RecordPoint();
+    void StopButton();
+    void AskAveraging();
+    void ShowSummary();
+    void PrintSummaries();
+
+    void ShowStep(Step step);
+    void WidenForChannels();
+    void ShowButtons();
+    void ShowPoint(int point);
+    void ShowChannel(int channel);
+    QString ReadingText(int channel, int point) const;
+    bool IsLastSummary() const;
+    std::vector<int> TickedChannels() const;
+    bool TakesPart(int channel) const;
+
     std::unique_ptr<Ui::SimultCalib> ui_;
+    ControlArray<QCheckBox> chkSimult;
+    ControlArray<QLabel> lblInfo;
+    ControlArray<QLabel> lblHead;
+    ControlArray<QLabel> lblPoint;
+    ControlArray<QLabel> lblDat;
+    ControlArray<QLineEdit> txtDat;
+    ControlArray<QLabel> lblSig; ///< point * 8 + channel
+    ControlArray<QLabel> lblMark;
+    ControlArray<QPushButton> cmdSys;
+
+    Step step_ = Step::channels;
+    std::string electrode_;                             ///< of the session
+    std::vector<CalibrationSession::Outcome> outcomes_; ///< one for each channel of the session
 };

@@ -1,9 +1,304 @@
 #include "screens/frmCalib/frmCalib.h"
 
+#include "app/DateText.h"
+#include "app/Electrode.h"
+#include "app/Mcommon.h"
+#include "app/NumberText.h"
+#include "chem/CalibrationSummary.h"
+#include "chem/Measure.h"
+#include "platform/Platform.h"
+#include "platform/qt/Text.h"
+#include "screens/controls/CalibrationTexts.h"
+#include "settings/mWinInit.h"
 #include "ui_frmCalib.h"
 
-frmCalib::frmCalib(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmCalib>()) {
+#include <QEvent>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr auto notANumber = "Input not correct.";
+constexpr auto quitQuestion = "The calibration process has not been achieved yet.\n"
+                              "Would you like to quit the process?";
+constexpr auto firstReading = "0.0"; // stands until the first value has arrived
+
+enum Button { mainButton, secondButton, helpButton, finishButton, closeButton };
+enum Info { channelInfo, electrodeInfo, dateInfo, standardsHeading };
+
+} // namespace
+
+frmCalib::frmCalib(QWidget* parent)
+    : CalibrationForm("frmCalib", parent), ui_(std::make_unique<Ui::frmCalib>()),
+      channel_(Measure::ChannelToCalibrate), before_(Record()) {
     ui_->setupUi(this);
+    lblInfo = ControlArray<QLabel>(*this, "lblInfo");
+    lblPoint = ControlArray<QLabel>(*this, "lblPoint");
+    txtEntry = ControlArray<QLineEdit>(*this, "txtEntry");
+    lblReading = ControlArray<QLabel>(*this, "lblReading");
+    lblMark = ControlArray<QLabel>(*this, "lblMark");
+    cmdSys = ControlArray<QPushButton>(*this, "cmdSys");
+    SetElapsedLabel(*ui_->lblElapsed);
+    Guarded("Form_Load", [this] { Form_Load(); });
+    ConnectEvents();
 }
 
 frmCalib::~frmCalib() = default;
+
+void frmCalib::ConnectEvents() {
+    cmdSys.Connect(*this, &QPushButton::clicked,
+                   [this](int Index) { Guarded("cmdSys_Click", [&] { cmdSys_Click(Index); }); });
+    // However a list is changed (mouse, wheel, keys, an assistive tool), the points must follow.
+    connect(ui_->cboCalibPtrs, &QComboBox::currentIndexChanged, this,
+            [this] { Guarded("cboCalibPtrs_Click", [this] { cboCalibPtrs_Click(); }); });
+    connect(ui_->cboUnits, &QComboBox::currentIndexChanged, this,
+            [this] { Guarded("cboUnits_Click", [this] { cboUnits_Click(); }); });
+}
+
+CalibrationRecord& frmCalib::Record() const {
+    return mWinInit::Calibration.at(static_cast<std::size_t>(channel_));
+}
+
+std::string frmCalib::ElectrodeName() const {
+    return mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel_)).Electrode;
+}
+
+void frmCalib::Form_Load() {
+    const bool isPH = Electrode::KindOf(ElectrodeName()) == Electrode::Kind::pH;
+    Measure::IsPHMode = isPH;
+    session_.Start(isPH, UnitOf(Record().StdUnit));
+    session_.SetChannels({channel_});
+    session_.Load(channel_, Record());
+    FillPointCounts(*ui_->cboCalibPtrs);
+    Select(*ui_->cboCalibPtrs, ui_->cboCalibPtrs->findData(session_.PointCount()));
+    FillUnits(*ui_->cboUnits);
+    Select(*ui_->cboUnits, ui_->cboUnits->findData(static_cast<int>(session_.Unit())));
+    ui_->cboUnits->setVisible(!isPH);
+    ui_->lblUnits->setVisible(!isPH);
+
+    lblInfo(channelInfo).setText(QString("Channel %1").arg(channel_ + 1));
+    lblInfo(electrodeInfo).setText(Text::ToQt(ElectrodeName()));
+    lblInfo(dateInfo).setText(Measure::IsUsable(Record()) ? Text::ToQt(Record().CalibrationDate)
+                                                          : QString("None"));
+    lblInfo(standardsHeading).setText(Text::ToQt(StandardEntry::ColumnHeading(isPH)));
+    FillStoredPoints();
+    std::vector<QLineEdit*> entries;
+    for (const auto& [index, entry] : txtEntry)
+        entries.push_back(entry);
+    SetEntries(std::move(entries));
+    ShowEntryPage();
+}
+
+void frmCalib::FillStoredPoints() {
+    for (const auto& [point, entry] : txtEntry)
+        if (const auto standard = session_.Standard(point))
+            entry->setText(Text::ToQt(NumberText::Plain(*standard)));
+    ShowPrompts();
+}
+
+/// Every field without a standard asks for one in the unit in force.
+void frmCalib::ShowPrompts() {
+    const QString prompt = Text::ToQt(StandardEntry::Prompt(session_.IsPH(), session_.Unit()));
+    for (const auto& [point, entry] : txtEntry) {
+        const QSignalBlocker quiet(entry); // a prompt is no change of a standard
+        if (StandardEntry::IsBlank(entry->text().toStdString()))
+            entry->setText(prompt);
+    }
+}
+
+// ---- What the session says, shown ------------------------------------------------------------
+
+bool frmCalib::OnSummaryPage() const {
+    return ui_->stkPages->currentWidget() == ui_->picPage;
+}
+
+void frmCalib::ShowState() {
+    for (int point = 0; point < CalibrationSession::maxPoints; ++point)
+        ShowPoint(point);
+    ui_->cboCalibPtrs->setEnabled(!session_.IsReading());
+    ui_->cboUnits->setEnabled(!session_.IsReading());
+    ShowButtons();
+}
+
+void frmCalib::ShowPoint(int point) {
+    const bool chosen = point < session_.PointCount();
+    lblPoint(point).setVisible(chosen);
+    ShowEntryState(point, chosen);
+    lblReading(point).setVisible(chosen);
+    lblReading(point).setText(ReadingText(point));
+    lblMark(point).setVisible(chosen);
+    ShowMark(lblMark(point), PointMark(point));
+}
+
+QString frmCalib::ReadingText(int point) const {
+    const bool beingRead = session_.IsReading() && point == session_.CurrentPoint();
+    const auto reading = beingRead ? session_.Live(channel_) : session_.Reading(channel_, point);
+    if (reading)
+        return Text::ToQt(Mcommon::FormatReading(*reading));
+    return beingRead ? QString(firstReading) : QString();
+}
+
+QString frmCalib::PointMark(int point) const {
+    if (session_.IsReading() && point == session_.CurrentPoint())
+        return MarkText(channel_);
+    if (session_.IsRecordedHere(point))
+        return "recorded";
+    return session_.IsRecorded(point) ? QString("last calibration") : QString();
+}
+
+void frmCalib::ShowButtons() {
+    using Action = CalibrationSession::Action;
+    const bool summary = OnSummaryPage();
+    const Action action = session_.MainAction();
+    const auto caption = summary                    ? CalibrationTexts::print
+                         : action == Action::record ? CalibrationTexts::record
+                         : action == Action::read   ? CalibrationTexts::read
+                                                    : CalibrationTexts::showSummary;
+    cmdSys(mainButton).setText(Text::ToQt(caption));
+    cmdSys(mainButton).setEnabled(!summary || outcome_.usable);
+    cmdSys(secondButton).setText(summary ? "&Back" : "&Clear");
+    cmdSys(finishButton).setVisible(summary && session_.IsFinished());
+    cmdSys(closeButton).setVisible(!cmdSys(finishButton).isVisibleTo(this));
+}
+
+// ---- Handlers --------------------------------------------------------------------------------
+
+void frmCalib::EntryEntered(int point) {
+    session_.SetCurrentPoint(point);
+    ShowState();
+}
+
+void frmCalib::EntryChanged() {
+    session_.Touch();
+}
+
+bool frmCalib::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusOut)
+        ShowPrompts();
+    return CalibrationForm::eventFilter(watched, event);
+}
+
+void frmCalib::cboCalibPtrs_Click() {
+    session_.SetPointCount(ui_->cboCalibPtrs->currentData().toInt());
+    ShowState();
+}
+
+void frmCalib::cboUnits_Click() {
+    const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel_));
+    ChangeUnit(*ui_->cboUnits, setup.Electrode, setup.MolarMass);
+    Record().StdUnit = static_cast<float>(session_.Unit());
+    ShowPrompts();
+    ShowState();
+}
+
+void frmCalib::cmdSys_Click(int Index) {
+    switch (Index) {
+    case mainButton:
+        MainButton();
+        break;
+    case secondButton:
+        SecondButton();
+        break;
+    case helpButton:
+        ShowHelp();
+        break;
+    default:
+        close();
+    }
+}
+
+void frmCalib::MainButton() {
+    if (OnSummaryPage()) {
+        PrintSummary();
+        return;
+    }
+    switch (session_.MainAction()) {
+    case CalibrationSession::Action::read:
+        ReadPoint();
+        break;
+    case CalibrationSession::Action::record:
+        RecordPoint();
+        break;
+    case CalibrationSession::Action::showSummary:
+        ShowSummary();
+        break;
+    }
+}
+
+void frmCalib::SecondButton() {
+    if (OnSummaryPage())
+        ShowEntryPage();
+    else
+        ClearPoint();
+}
+
+void frmCalib::ReadPoint() {
+    if (TakeStandard(session_.CurrentPoint(), notANumber))
+        BeginReading();
+}
+
+void frmCalib::RecordPoint() {
+    const auto recorded = session_.Record();
+    if (recorded == CalibrationSession::Recorded::nothing)
+        return;
+    StopReading();
+    ShowState();
+    if (recorded == CalibrationSession::Recorded::allPoints)
+        cmdSys(mainButton).setFocus();
+    else
+        FocusEntry(session_.CurrentPoint());
+}
+
+void frmCalib::ClearPoint() {
+    StopReading();
+    session_.ClearPoint(session_.CurrentPoint());
+    ShowState();
+    FocusEntry(session_.CurrentPoint());
+}
+
+void frmCalib::ShowSummary() {
+    if (!TakeAllStandards(notANumber))
+        return;
+    outcome_ = session_.OutcomeOf(channel_);
+    Record().Slope = outcome_.record.Slope;
+    if (outcome_.usable)
+        session_.SetFinished();
+    ui_->lblTitle->setText(Text::ToQt(CalibrationTexts::summaryTitle));
+    ui_->picPage->ShowCalibration(outcome_.record, ElectrodeName(), outcome_.usable);
+    session_.SetCurrentPoint(0);
+    txtEntry(0).setFocus(); // where the cursor stands after "Back"
+    ui_->stkPages->setCurrentWidget(ui_->picPage);
+    ShowState();
+    QPushButton& next = cmdSys(outcome_.usable ? finishButton : secondButton);
+    next.setDefault(true);
+    next.setFocus();
+    if (!outcome_.usable)
+        Mcommon::MessageBoxEx(std::string(CalibrationSummary::invalidDataMessage),
+                              platform::style::okOnly, platform::style::exclamation);
+}
+
+void frmCalib::ShowEntryPage() {
+    ui_->lblTitle->setText(Text::ToQt(CalibrationTexts::entryTitle));
+    ui_->stkPages->setCurrentWidget(ui_->fraEntry);
+    cmdSys(mainButton).setDefault(true);
+    ShowState();
+    FocusEntry(session_.CurrentPoint());
+}
+
+void frmCalib::PrintSummary() {
+    CalibrationRecord record = outcome_.record;
+    record.CalibrationDate = DateText::SingleCalibration(platform::Current().clock.Now());
+    Measure::PrintCalibSummary(ElectrodeName(), static_cast<std::int16_t>(channel_), record);
+}
+
+bool frmCalib::Form_QueryUnload() {
+    if (session_.IsFinished()) {
+        StopReading();
+        Store(channel_, outcome_.record,
+              DateText::SingleCalibration(platform::Current().clock.Now()));
+        return true;
+    }
+    if (Ask(quitQuestion) != platform::button::yes)
+        return false;
+    Record() = before_;
+    return true;
+}

@@ -1,6 +1,12 @@
 #pragma once
 
-#include <QDialog>
+#include "chem/CalibrationRecord.h"
+#include "screens/controls/CalibrationForm.h"
+#include "screens/controls/ControlArray.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 
 #include <memory>
 
@@ -8,18 +14,60 @@ namespace Ui {
 class frmCalib;
 }
 
-/// Calibration of the electrode of one channel.
-class frmCalib : public QDialog {
+/// Calibration of the electrode of one channel, Measure::ChannelToCalibrate. While the form is
+/// open the channel's record may hold its unit and slopes already; a calibration that is given up
+/// puts the record back as it was.
+class frmCalib : public CalibrationForm {
     Q_OBJECT
 
 public:
     explicit frmCalib(QWidget* parent = nullptr);
     ~frmCalib() override;
 
-Q_SIGNALS:
-    /// The calibration of a channel (0-based) has been stored.
-    void CalibrationStored(int channel);
+protected:
+    bool Form_QueryUnload() override;
+    void ShowState() override;
+    void EntryEntered(int point) override;
+    void EntryChanged() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void Form_Load();
+    void ConnectEvents();
+    void FillStoredPoints();
+    void ShowPrompts();
+
+    void cboCalibPtrs_Click();
+    void cboUnits_Click();
+    void cmdSys_Click(int Index);
+
+    void MainButton();
+    void SecondButton();
+    void ReadPoint();
+    void RecordPoint();
+    void ClearPoint();
+    void ShowSummary();
+    void ShowEntryPage();
+    void PrintSummary();
+
+    bool OnSummaryPage() const;
+    void ShowButtons();
+    void ShowPoint(int point);
+    QString ReadingText(int point) const;
+    QString PointMark(int point) const;
+
+    CalibrationRecord& Record() const;
+    std::string ElectrodeName() const;
+
     std::unique_ptr<Ui::frmCalib> ui_;
+    ControlArray<QLabel> lblInfo;
+    ControlArray<QLabel> lblPoint;
+    ControlArray<QLineEdit> txtEntry;
+    ControlArray<QLabel> lblReading;
+    ControlArray<QLabel> lblMark;
+    ControlArray<QPushButton> cmdSys;
+
+    int channel_;
+    CalibrationRecord before_; ///< the channel's record when the form was opened
+    CalibrationSession::Outcome outcome_;
 };

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "chem/CalibrationSession.h"
+#include "chem/StabilityMark.h"
+#include "link/ReadingSeries.h"
+#include "report/PrintCalibSummary.h"
+#include "screens/controls/EventGuard.h"
+#include "screens/controls/FormTimer.h"
+
+#include <QDialog>
+#include <QTimer>
+
+#include <array>
+#include <span>
+#include <string>
+#include <vector>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+
+/// What the two calibration screens have in common: the session, the reading of a point, the
+/// entry fields of the standards, closing and storing.
+class CalibrationForm : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Escape and the window's close button ask as the close buttons do.
+    void reject() override;
+
+Q_SIGNALS:
+    /// The calibration of a channel (0-based) has been stored.
+    void CalibrationStored(int channel);
+
+protected:
+    /// `name` is the form's own, for the error message box.
+    CalibrationForm(std::string name, QWidget* parent);
+    ~CalibrationForm() override;
+
+    /// Asks where something would be lost and stores what is finished; false keeps the form open.
+    virtual bool Form_QueryUnload() = 0;
+
+    /// Shows buttons, fields and readings as the session stands.
+    virtual void ShowState() = 0;
+
+    /// The cursor has come into the entry field of a point.
+    virtual void EntryEntered(int point) = 0;
+
+    /// The text of an entry field has changed.
+    virtual void EntryChanged() = 0;
+
+    /// Runs a handler under the form's guard.
+    void Guarded(const std::string& handler, const std::function<void()>& work) const;
+
+    /// Takes the entry fields of the standards, one per point, and watches them.
+    void SetEntries(std::vector<QLineEdit*> entries);
+    QLineEdit& Entry(int point) const { return *entries_.at(static_cast<std::size_t>(point)); }
+    void FocusEntry(int point);
+
+    /// Takes the standard of a point from its field; shows `complaint` and goes to the field when
+    /// it is no number.
+    bool TakeStandard(int point, const std::string& complaint);
+    bool TakeAllStandards(const std::string& complaint);
+
+    /// Brings the typed standards into the unit chosen in the list; where that is impossible, says
+    /// why and puts the list back.
+    void ChangeUnit(QComboBox& cboUnits, const std::string& electrode, float molarMass_g_per_mol);
+
+    static void FillPointCounts(QComboBox& cboCalibPtrs);
+    static void FillUnits(QComboBox& cboUnits);
+    /// Selects an entry without telling the list's handler.
+    static void Select(QComboBox& list, int index);
+
+    void BeginReading();
+    void StopReading();
+    void RestartAveraging();
+
+    /// "steady" or "drifting" while a value is there, empty otherwise.
+    QString MarkText(int channel) const;
+    static void ShowMark(QLabel& label, const QString& text);
+
+    /// While a point is read, its field can be read only and those of the others wait.
+    void ShowEntryState(int point, bool chosen);
+    /// Takes the label that shows the time since "&Read" while a point is read.
+    void SetElapsedLabel(QLabel& label);
+
+    std::int16_t Ask(const std::string& question);
+    void ShowHelp() const;
+    void Store(int channel, CalibrationRecord record, const std::string& date);
+
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    CalibrationSession session_;
+    QTimer tmrRead;
+    bool boxOpen_ = false; ///< a box of this form waits for its answer
+
+private:
+    void tmrRead_Timer();
+    void ShowAverages(std::span<const float, cyclePositions> averages);
+    void StartMarks();
+    void tmrElapsed_Timer();
+    bool CanConvert(float molarMass_g_per_mol) const;
+
+    std::string name_;
+    EventGuard guard_{"Unexpected Error - "};
+    FormTimer readTimer_{tmrRead};
+    ReadingSeries series_{readTimer_};
+    std::array<StabilityMark, electrodePositions> marks_;
+    std::vector<QLineEdit*> entries_;
+    QTimer tmrElapsed;
+    QLabel* elapsedLabel_ = nullptr;
+};

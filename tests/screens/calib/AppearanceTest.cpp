@@ -1,0 +1,144 @@
+#include "chem/Measure.h"
+#include "screens/SimultCalib/SimultCalib.h"
+#include "screens/calib/CalibTest.h"
+#include "screens/frmCalib/frmCalib.h"
+#include "settings/mWinInit.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QStyleFactory>
+
+namespace {
+
+constexpr QSize smallestScreen(1024, 768);
+
+QPalette DarkPalette() {
+    QPalette dark(QColor(53, 53, 53));
+    dark.setColor(QPalette::Base, QColor(35, 35, 35));
+    return dark;
+}
+
+class Appearance : public CalibTest {
+protected:
+    ~Appearance() override { QApplication::setPalette(QPalette()); }
+
+    /// Keeps a picture for people to look at, in the folder that the environment names.
+    static void Picture(QWidget& form, const QString& name) {
+        Settle();
+        const QString folder = qEnvironmentVariable("VANTREL_PICTURES");
+        if (folder.isEmpty())
+            return;
+        EXPECT_TRUE(form.grab().save(QDir(folder).filePath(name + ".png")));
+    }
+
+    std::unique_ptr<frmCalib> OpenSingle(int channel) {
+        Measure::ChannelToCalibrate = static_cast<std::int16_t>(channel);
+        auto form = std::make_unique<frmCalib>();
+        Show(*form);
+        return form;
+    }
+
+    void ReadPoint(const QWidget& form, const QString& entry, const QString& standard, int button,
+                   double potential_mV) {
+        Type(form, entry, standard);
+        Click(form, "cmdSys", button);
+        for (int i = 0; i < 10; ++i)
+            ReadingArrives(form, potential_mV);
+    }
+
+    /// Goes through the single calibration with three buffers.
+    void WalkSingle(const QString& suffix) {
+        const auto form = OpenSingle(pHChannel);
+        Pick(*form, "cboCalibPtrs", "3");
+        ReadPoint(*form, "txtEntry_0", "4", 0, 177.5);
+        Click(*form, "cmdSys_0");
+        ReadPoint(*form, "txtEntry_1", "7", 0, 2.1);
+        Picture(*form, "calib-entry" + suffix);
+        Click(*form, "cmdSys_0");
+        ReadPoint(*form, "txtEntry_2", "10", 0, -140.2);
+        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys_0");
+        Picture(*form, "calib-summary" + suffix);
+        form->close();
+    }
+
+    void WalkSimultaneous(const QString& suffix) {
+        SimultCalib form;
+        Show(form);
+        for (const int channel : {firstCa, secondCa})
+            Element<QCheckBox>(form, "chkSimult", channel).click();
+        Picture(form, "simult-choice" + suffix);
+        Click(form, "cmdSys_0");
+        ReadPoint(form, "txtDat_0", "1", 1, 100);
+        Click(form, "cmdSys_1");
+        ReadPoint(form, "txtDat_1", "10", 1, 129);
+        Picture(form, "simult-points" + suffix);
+        Click(form, "cmdSys_1");
+        Picture(form, "simult-summary" + suffix);
+        form.close();
+    }
+};
+
+} // namespace
+
+TEST_F(Appearance, Both_forms_pass_through_all_steps_in_the_light_and_the_dark) {
+    WalkSingle("-light");
+    WalkSimultaneous("-light");
+    QApplication::setPalette(DarkPalette());
+    WalkSingle("-dark");
+    WalkSimultaneous("-dark");
+    EXPECT_EQ(Stored(pHChannel).PointCount, 3);
+    EXPECT_EQ(Stored(secondCa).PointCount, 2);
+}
+
+TEST_F(Appearance, Incorrect_data_is_shown_in_place_of_the_slopes) {
+    const auto form = OpenSingle(firstCa);
+    ReadPoint(*form, "txtEntry_0", "0", 0, 100);
+    Click(*form, "cmdSys_0");
+    ReadPoint(*form, "txtEntry_1", "10", 0, 129);
+    Click(*form, "cmdSys_0");
+    platform.dialogs.ExpectMessage("Incorrect calibration data encountered.", exclamation);
+    Click(*form, "cmdSys_0");
+    Picture(*form, "calib-incorrect");
+    EXPECT_TRUE(Find<QLabel>(*form, "lblIncorrect").isVisible());
+    EXPECT_FALSE(Find<QWidget>(*form, "lstSlopes").isVisible());
+}
+
+TEST_F(Appearance, Every_control_that_a_user_reaches_has_a_name) {
+    const auto single = OpenSingle(firstCa);
+    EXPECT_EQ(ControlsWithoutName(*single), std::vector<std::string>());
+    SimultCalib simultaneous;
+    Show(simultaneous);
+    EXPECT_EQ(ControlsWithoutName(simultaneous), std::vector<std::string>());
+}
+
+TEST_F(Appearance, No_two_controls_share_a_key) {
+    const auto single = OpenSingle(firstCa);
+    Pick(*single, "cboCalibPtrs", "6");
+    EXPECT_EQ(SharedMnemonics(*single), std::vector<std::string>());
+    SimultCalib simultaneous;
+    Show(simultaneous);
+    EXPECT_EQ(SharedMnemonics(simultaneous), std::vector<std::string>());
+    for (const int channel : {firstCa, secondCa})
+        Element<QCheckBox>(simultaneous, "chkSimult", channel).click();
+    Click(simultaneous, "cmdSys_0");
+    EXPECT_EQ(SharedMnemonics(simultaneous), std::vector<std::string>());
+}
+
+TEST_F(Appearance, Both_forms_fit_the_smallest_screen) {
+    mWinInit::HardwareSettings.ChannelCount = 8;
+    for (auto& setup : mWinInit::ChannelSetup)
+        setup.Electrode = "Ca";
+    const auto single = OpenSingle(firstCa);
+    Pick(*single, "cboCalibPtrs", "6");
+    Settle();
+    EXPECT_TRUE(smallestScreen.expandedTo(single->minimumSizeHint()) == smallestScreen);
+    SimultCalib simultaneous;
+    Show(simultaneous);
+    for (int channel = 0; channel < 8; ++channel)
+        Element<QCheckBox>(simultaneous, "chkSimult", channel).click();
+    Click(simultaneous, "cmdSys_0");
+    Picture(simultaneous, "simult-eight");
+    EXPECT_TRUE(smallestScreen.expandedTo(simultaneous.minimumSizeHint()) == smallestScreen);
+}

@@ -1,0 +1,390 @@
+#include "link/DataAcq.h"
+#include "screens/SimultCalib/SimultCalib.h"
+#include "screens/calib/CalibTest.h"
+#include "settings/mWinInit.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QSignalSpy>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QTableWidget>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr const char* quitQuestion = "Calibration is not completed, quit anyway?";
+constexpr const char* averagingPrompt = "Input new averaging number for the calibration.";
+constexpr char separator = '\x0F';
+
+class SimultaneousPoints : public CalibTest {
+protected:
+    void OpenWith(std::initializer_list<int> channels) {
+        form = std::make_unique<SimultCalib>();
+        Show(*form);
+        for (const int channel : channels)
+            Element<QCheckBox>(*form, "chkSimult", channel).click();
+        Click(*form, "cmdSys_0");
+    }
+
+    /// mV of the two Ca electrodes.
+    void FrameArrives(double first_mV, double second_mV) {
+        Arrive({0, 250, static_cast<int>(std::lround(first_mV * 10)), 250,
+                static_cast<int>(std::lround(second_mV * 10)), 250, 0, 250});
+        Tick(*form, "tmrRead");
+    }
+
+    void RecordPoint(int point, const QString& standard, double first_mV, double second_mV) {
+        Type(*form, "txtDat_" + QString::number(point), standard);
+        Click(*form, "cmdSys_1");
+        FrameArrives(first_mV, second_mV);
+        Click(*form, "cmdSys_1");
+    }
+
+    /// Two standards, up to the summary.
+    void CalibrateCa() {
+        OpenWith({firstCa, secondCa});
+        RecordPoint(0, "1", 100, 80);
+        RecordPoint(1, "10", 129, 108.5);
+    }
+
+    void ExpectQuestion(std::int16_t answer) {
+        platform.dialogs.ExpectMessage(quitQuestion,
+                                       Style(platform::style::yesNo, platform::style::exclamation,
+                                             platform::style::defaultButton2),
+                                       answer);
+    }
+
+    std::string Text(const QString& name) const { return TextOf(*form, name); }
+    std::string Signal(int channel, int point) const {
+        return Text("lblSig_" + QString::number(point * 8 + channel));
+    }
+    QString Page() const {
+        return Find<QStackedWidget>(*form, "picPage").currentWidget()->objectName();
+    }
+
+    std::unique_ptr<SimultCalib> form;
+};
+
+} // namespace
+
+// ---- Labels and units ------------------------------------------------------------------------
+
+TEST_F(SimultaneousPoints, The_point_labels_follow_the_unit) {
+    OpenWith({firstCa, secondCa});
+    EXPECT_EQ(Text("lblDat_0"), "ppm:");
+    Pick(*form, "cboUnits", "Concentration (mol/l)");
+    EXPECT_EQ(Text("lblDat_0"), "mol/l:");
+    EXPECT_EQ(Text("lblDat_5"), "mol/l:");
+}
+
+TEST_F(SimultaneousPoints, PH_electrodes_have_pH_labels_and_no_units) {
+    mWinInit::ChannelSetup[clChannel].Electrode = "H (pH)";
+    OpenWith({pHChannel, clChannel});
+    EXPECT_EQ(Text("lblDat_0"), "pH:");
+    EXPECT_EQ(Text("lblInfo_1"), "Calibration Point:");
+    EXPECT_FALSE(Find<QComboBox>(*form, "cboUnits").isVisible());
+}
+
+TEST_F(SimultaneousPoints, Another_unit_converts_the_typed_standards) {
+    OpenWith({firstCa, secondCa});
+    Type(*form, "txtDat_0", "400.78");
+    Pick(*form, "cboUnits", "Concentration (mol/l)");
+    EXPECT_EQ(Text("txtDat_0"), "1.00E-02");
+    EXPECT_EQ(Text("txtDat_1"), "");
+    EXPECT_EQ(Stored(firstCa).StdUnit, 0.0F) << "the unit is stored with the result";
+}
+
+// ---- Reading ---------------------------------------------------------------------------------
+
+TEST_F(SimultaneousPoints, A_standard_is_demanded) {
+    OpenWith({firstCa, secondCa});
+    for (const char* text : {"", "ten", "1,5"}) {
+        Type(*form, "txtDat_0", text);
+        platform.dialogs.ExpectMessage("Manual data entry required", exclamation);
+        Click(*form, "cmdSys_1");
+        EXPECT_EQ(Caption(*form, 1), "&Read");
+        EXPECT_EQ(FocusName(*form), "txtDat_0");
+        EXPECT_EQ(link->Requests(), 0U);
+    }
+}
+
+TEST_F(SimultaneousPoints, Read_starts_a_series_and_each_tick_shows_every_chosen_channel) {
+    mWinInit::HardwareSettings.AveragingForCalibration = 3;
+    OpenWith({firstCa, secondCa});
+    Type(*form, "txtDat_0", "1");
+    Click(*form, "cmdSys_1");
+    EXPECT_EQ(Caption(*form, 1), "&Record");
+    EXPECT_TRUE(Hourglass());
+    EXPECT_EQ(DataAcq::AverageCount, 3);
+    EXPECT_EQ(Find<QTimer>(*form, "tmrRead").interval(), 50);
+    FrameArrives(100, 80.5);
+    EXPECT_EQ(Signal(firstCa, 0), "100.0");
+    EXPECT_EQ(Signal(secondCa, 0), "80.5");
+    EXPECT_EQ(Signal(pHChannel, 0), "");
+    EXPECT_FALSE(Hourglass());
+    EXPECT_EQ(Find<QTimer>(*form, "tmrRead").interval(), 1500);
+}
+
+TEST_F(SimultaneousPoints, Record_is_ignored_while_the_hourglass_stands) {
+    OpenWith({firstCa, secondCa});
+    Type(*form, "txtDat_0", "1");
+    Click(*form, "cmdSys_1");
+    Tick(*form, "tmrRead");
+    Click(*form, "cmdSys_1");
+    EXPECT_EQ(Caption(*form, 1), "&Record");
+    EXPECT_TRUE(Find<QTimer>(*form, "tmrRead").isActive());
+    FrameArrives(100, 80);
+    Click(*form, "cmdSys_1");
+    EXPECT_EQ(Caption(*form, 1), "&Read");
+    EXPECT_EQ(FocusName(*form), "txtDat_1");
+    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_EQ(Signal(firstCa, 0), "100.0");
+}
+
+TEST_F(SimultaneousPoints, The_stop_button_ends_a_reading_without_recording) {
+    OpenWith({firstCa, secondCa});
+    EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", 2).isEnabled());
+    Type(*form, "txtDat_0", "1");
+    Click(*form, "cmdSys_1");
+    FrameArrives(100, 80);
+    Click(*form, "cmdSys_2");
+    EXPECT_EQ(Caption(*form, 1), "&Read");
+    EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
+    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(Hourglass());
+    EXPECT_EQ(Signal(firstCa, 0), "");
+}
+
+TEST_F(SimultaneousPoints, A_failed_link_says_so_once_and_keeps_the_recorded_points) {
+    OpenWith({firstCa, secondCa});
+    RecordPoint(0, "1", 100, 80);
+    Type(*form, "txtDat_1", "10");
+    Click(*form, "cmdSys_1");
+    TimeOut();
+    platform.dialogs.ExpectMessage(connectionMessage, exclamation);
+    Tick(*form, "tmrRead");
+    EXPECT_EQ(Caption(*form, 1), "&Read");
+    EXPECT_EQ(Signal(firstCa, 0), "100.0");
+    EXPECT_EQ(Signal(firstCa, 1), "");
+    Click(*form, "cmdSys_1");
+    FrameArrives(129, 108);
+    Click(*form, "cmdSys_1");
+    EXPECT_EQ(Page(), "fraSummary");
+    form->close();
+}
+
+TEST_F(SimultaneousPoints, The_keyboard_alone_calibrates) {
+    OpenWith({firstCa, secondCa});
+    for (const char* standard : {"1", "10"}) {
+        QTest::keyClicks(form->focusWidget(), standard);
+        QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+        FrameArrives(std::string(standard) == "1" ? 100 : 129, 80);
+        QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+    }
+    EXPECT_EQ(Page(), "fraSummary");
+    QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(Stored(firstCa).PointCount, 2);
+}
+
+TEST_F(SimultaneousPoints, Each_channel_has_its_own_stability_mark) {
+    OpenWith({firstCa, secondCa});
+    Type(*form, "txtDat_0", "1");
+    Click(*form, "cmdSys_1");
+    for (int i = 0; i < 10; ++i)
+        FrameArrives(100, 80 + i);
+    EXPECT_EQ(Text("lblMark_1"), "steady");
+    EXPECT_EQ(Text("lblMark_2"), "drifting");
+}
+
+// ---- Averaging number ------------------------------------------------------------------------
+
+TEST_F(SimultaneousPoints, A_new_averaging_number_restarts_a_reading) {
+    mWinInit::HardwareSettings.AveragingForCalibration = 2;
+    OpenWith({firstCa, secondCa});
+    Type(*form, "txtDat_0", "1");
+    Click(*form, "cmdSys_1");
+    FrameArrives(100, 80);
+    platform.dialogs.ExpectInput(averagingPrompt, "2", "5");
+    Click(*form, "cmdSys_3");
+    EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 5);
+    EXPECT_EQ(DataAcq::AverageCount, 5);
+    EXPECT_FALSE(DataAcq::AveragePrimed);
+    EXPECT_TRUE(Hourglass());
+    EXPECT_EQ(Caption(*form, 1), "&Record");
+    Click(*form, "cmdSys_1");
+    EXPECT_EQ(Caption(*form, 1), "&Record") << "the first new average is still awaited";
+    FrameArrives(90, 70);
+    EXPECT_EQ(Signal(firstCa, 0), "90.0") << "nothing of the old average is left";
+}
+
+TEST_F(SimultaneousPoints, An_empty_averaging_answer_keeps_the_old_number) {
+    mWinInit::HardwareSettings.AveragingForCalibration = 2;
+    OpenWith({firstCa, secondCa});
+    platform.dialogs.ExpectInput(averagingPrompt, "2", "");
+    Click(*form, "cmdSys_3");
+    EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 2);
+    EXPECT_FALSE(Hourglass());
+}
+
+TEST_F(SimultaneousPoints, Without_a_reading_a_new_averaging_number_shows_no_hourglass) {
+    OpenWith({firstCa, secondCa});
+    platform.dialogs.ExpectInput(averagingPrompt, "1", "1000");
+    Click(*form, "cmdSys_3");
+    EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 1000);
+    EXPECT_FALSE(Hourglass());
+}
+
+TEST_F(SimultaneousPoints, An_averaging_number_out_of_range_is_refused) {
+    OpenWith({firstCa, secondCa});
+    for (const char* answer : {"0", "-3", "1001", "many"}) {
+        platform.dialogs.ExpectInput(averagingPrompt, "1", answer);
+        platform.dialogs.ExpectMessage("The averaging number is a whole number from 1 to 1000.",
+                                       exclamation);
+        Click(*form, "cmdSys_3");
+        EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 1);
+    }
+}
+
+TEST_F(SimultaneousPoints, Help_shows_the_calibration_help_text) {
+    OpenWith({firstCa, secondCa});
+    Click(*form, "cmdSys_4");
+    ASSERT_EQ(platform.desktop.helpShown.size(), 1U);
+    EXPECT_EQ(platform.desktop.helpShown[0], platform.places.ProgramFolder() / "CalibHlp.txt");
+}
+
+// ---- Back to the choice ----------------------------------------------------------------------
+
+TEST_F(SimultaneousPoints, Back_stops_a_reading_and_the_points_recorded_stay) {
+    OpenWith({firstCa, secondCa});
+    RecordPoint(0, "1", 100, 80);
+    Type(*form, "txtDat_1", "10");
+    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys_0");
+    EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
+    EXPECT_FALSE(Hourglass());
+    Click(*form, "cmdSys_0");
+    EXPECT_EQ(Signal(firstCa, 0), "100.0");
+    EXPECT_EQ(Text("txtDat_1"), "10");
+}
+
+TEST_F(SimultaneousPoints, Another_kind_of_electrode_starts_anew) {
+    mWinInit::ChannelSetup[pHChannel].Electrode = "Cl";
+    OpenWith({firstCa, secondCa});
+    RecordPoint(0, "1", 100, 80);
+    Click(*form, "cmdSys_0");
+    for (const int channel : {firstCa, secondCa, pHChannel, clChannel})
+        Element<QCheckBox>(*form, "chkSimult", channel).click();
+    Click(*form, "cmdSys_0");
+    EXPECT_EQ(Text("txtDat_0"), "");
+    EXPECT_EQ(Signal(pHChannel, 0), "");
+    EXPECT_EQ(Text("lblInfo_0"), "Electrode: Cl");
+}
+
+// ---- Summary, closing ------------------------------------------------------------------------
+
+TEST_F(SimultaneousPoints, The_last_point_shows_a_summary_of_each_channel_one_after_another) {
+    CalibrateCa();
+    EXPECT_EQ(Page(), "fraSummary");
+    EXPECT_EQ(Text("lblTitle"), "Calibration Summary");
+    const auto& tabs = Find<QTabBar>(*form, "tabChannel");
+    ASSERT_EQ(tabs.count(), 2);
+    Settle();
+    EXPECT_GE(tabs.height(), tabs.tabRect(0).height());
+    EXPECT_EQ(tabs.tabText(0), "Channel 2");
+    const auto& slopes = Find<QTableWidget>(*form, "lstSlopes");
+    EXPECT_EQ(slopes.item(0, 1)->text(), "29.0");
+    EXPECT_EQ(Caption(*form, 0), "&Next >");
+    Click(*form, "cmdSys_0");
+    EXPECT_EQ(tabs.currentIndex(), 1);
+    EXPECT_EQ(slopes.item(0, 1)->text(), "28.5");
+    EXPECT_EQ(Caption(*form, 0), "< &Back");
+    Click(*form, "cmdSys_0");
+    EXPECT_EQ(Page(), "fraPoints");
+    EXPECT_EQ(Caption(*form, 1), "Contin&ue");
+    form->close();
+    EXPECT_EQ(Stored(firstCa).PointCount, 2);
+}
+
+TEST_F(SimultaneousPoints, Closing_stores_every_channel_with_the_date_with_seconds) {
+    CalibrateCa();
+    QSignalSpy stored(form.get(), &SimultCalib::CalibrationStored);
+    Click(*form, "cmdSys_5");
+    EXPECT_FALSE(form->isVisible());
+    ASSERT_EQ(stored.count(), 2);
+    EXPECT_EQ(stored[0][0].toInt(), firstCa);
+    EXPECT_EQ(stored[1][0].toInt(), secondCa);
+    EXPECT_EQ(Stored(firstCa).CalibrationDate, "14:05:33 07.Mar.2003");
+    EXPECT_EQ(Stored(firstCa).CaliData[1], 129.0F);
+    EXPECT_EQ(Stored(firstCa).Slope[0], 29.0F);
+    EXPECT_EQ(Stored(secondCa).CaliData[1], 108.5F);
+    EXPECT_EQ(Stored(secondCa).Slope[0], 28.5F);
+    EXPECT_EQ(Stored(secondCa).Standard[1], 10.0F);
+    EXPECT_EQ(LibraryLine(secondCa), std::string("14:05:33 07.Mar.2003") + separator + "2" +
+                                         separator + "0" + separator + "1;80" + separator +
+                                         "10;108.5");
+    EXPECT_EQ(Stored(clChannel).PointCount, 0);
+}
+
+TEST_F(SimultaneousPoints, An_uncompleted_calibration_asks_and_stores_nothing) {
+    OpenWith({firstCa, secondCa});
+    RecordPoint(0, "1", 100, 80);
+    ExpectQuestion(platform::button::no);
+    QTest::keyClick(form.get(), Qt::Key_Escape);
+    EXPECT_TRUE(form->isVisible());
+    ExpectQuestion(platform::button::yes);
+    Click(*form, "cmdSys_6");
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(Stored(firstCa), CalibrationRecord());
+    EXPECT_EQ(LibraryLine(firstCa), "");
+}
+
+TEST_F(SimultaneousPoints, Incorrect_data_is_said_once_and_not_stored) {
+    OpenWith({firstCa, secondCa});
+    RecordPoint(0, "0", 100, 80);
+    platform.dialogs.ExpectMessage("Incorrect calibration data encountered.", exclamation);
+    RecordPoint(1, "10", 129, 108);
+    EXPECT_EQ(Page(), "fraSummary");
+    EXPECT_TRUE(Find<QLabel>(*form, "lblIncorrect").isVisible());
+    EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", 1).isEnabled());
+    ExpectQuestion(platform::button::yes);
+    form->close();
+    EXPECT_EQ(Stored(firstCa).PointCount, 0);
+}
+
+TEST_F(SimultaneousPoints, A_change_after_the_summary_needs_a_new_one) {
+    CalibrateCa();
+    Find<QTabBar>(*form, "tabChannel").setCurrentIndex(1);
+    Click(*form, "cmdSys_0");
+    Type(*form, "txtDat_1", "100");
+    ExpectQuestion(platform::button::no);
+    form->close();
+    Click(*form, "cmdSys_1");
+    EXPECT_EQ(Page(), "fraSummary");
+    form->close();
+    EXPECT_EQ(Stored(firstCa).Standard[1], 100.0F);
+    EXPECT_EQ(Stored(firstCa).Slope[0], 14.5F);
+}
+
+TEST_F(SimultaneousPoints, Print_prints_a_page_for_each_channel) {
+    CalibrateCa();
+    EXPECT_EQ(Caption(*form, 1), "&Print");
+    Click(*form, "cmdSys_1");
+    ASSERT_EQ(platform.printing.documents.size(), 1U);
+    const auto& document = platform.printing.documents[0];
+    EXPECT_EQ(document.PageNumber(), 2);
+    const auto onPage = [&](int page, const std::string& text) {
+        return std::ranges::any_of(document.texts, [&](const auto& item) {
+            return item.page == page && item.text == text;
+        });
+    };
+    EXPECT_TRUE(onPage(1, "Channel 2"));
+    EXPECT_TRUE(onPage(1, "14:05:33 07.Mar.2003"));
+    EXPECT_TRUE(onPage(2, "Channel 3"));
+    EXPECT_TRUE(onPage(2, "108.5"));
+    form->close();
+}
