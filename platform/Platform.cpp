@@ -8,7 +8,9 @@ namespace {
 const Services* installed = nullptr;
 }
 
-void Install(const Services* services) { installed = services; }
+void Install(const Services* services) {
+    installed = services;
+}
 
 const Services& Current() {
     if (installed == nullptr)
