@@ -26,15 +26,18 @@ void Program::Main() {
     mWinInit::LoadSettings();
     port_ = std::make_unique<frmPortSettings>(); // owns the port that the link is opened on
     main_ = std::make_unique<frmMain>();
-    QObject::connect(splash_.get(), &frmSplash::Continued, main_.get(), [this] { main_->show(); });
-    QObject::connect(main_.get(), &frmMain::PortSettingsRequested, port_.get(), [this] {
-        port_->show();
-        port_->raise();
-        port_->activateWindow();
-    });
-    QObject::connect(main_.get(), &frmMain::Ended, [] { QApplication::exit(0); });
+    ConnectForms();
     desktop.SetMousePointer(platform::MousePointer::normal);
     CommPort::fncInitializeComPort();
+}
+
+void Program::ConnectForms() {
+    QObject::connect(splash_.get(), &frmSplash::Continued, main_.get(), [this] { main_->show(); });
+    QObject::connect(main_.get(), &frmMain::PortSettingsRequested, port_.get(), [this] {
+        port_->setWindowModality(Qt::ApplicationModal);
+        port_->show();
+    });
+    QObject::connect(main_.get(), &frmMain::Ended, qApp, &QApplication::quit);
 }
 
 } // namespace theMain

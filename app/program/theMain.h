@@ -28,6 +28,8 @@ public:
     void Main();
 
 private:
+    void ConnectForms();
+
     std::unique_ptr<frmSplash> splash_;
     std::unique_ptr<frmPortSettings> port_; ///< outlives the screens that read over it
     std::unique_ptr<frmMain> main_;
