@@ -1,8 +1,9 @@
 #include "app/program/SystemServices.h"
 #include "app/program/theMain.h"
+#include "files/MeasurementReader.h"
 #include "platform/qt/QtPlaces.h"
-#include "support/InstrumentProcess.h"
-#include "tour/DialogAnswers.h"
+#include "settings/mWinInit.h"
+#include "tour/Analyst.h"
 #include "tour/Stage.h"
 
 #include <QTemporaryDir>
@@ -23,21 +24,58 @@ private:
     QTemporaryDir folder_;
 };
 
+constexpr int recordsByHand = 10;
+
+/// Ten records, or ten minutes of one record a second.
+int RecordsByClock() {
+    return qEnvironmentVariable("VANTREL_TOUR_LENGTH") == "long" ? 600 : 10;
+}
+
+void CheckSlopes() {
+    // Two percent of the slopes that the electrodes were plugged in with.
+    const auto& calibration = mWinInit::Calibration;
+    for (std::size_t segment = 0; segment < 2; ++segment) {
+        EXPECT_NEAR(calibration[0].Slope[segment], -57.98, 0.02 * 57.98);
+        EXPECT_NEAR(calibration[1].Slope[segment], 0.97 * 29.58, 0.02 * 29.58);
+        EXPECT_NEAR(calibration[2].Slope[segment], 0.95 * 29.58, 0.02 * 29.58);
+    }
+}
+
+void CheckMeasurementFile(const std::filesystem::path& file, int records) {
+    const auto run = FileOpr::ReadMeasurementFile(file);
+    ASSERT_EQ(run.records.size(), static_cast<std::size_t>(records));
+    EXPECT_EQ(run.records[2].comment, "stirrer on");
+    for (std::size_t i = 0; i < run.records.size(); ++i)
+        EXPECT_EQ(run.records[i].number, static_cast<std::int32_t>(i) + 1);
+}
+
 TEST(Tour, An_analyst_sets_up_calibrates_measures_views_and_prints) {
     TourPlaces places;
     const InstrumentProcess instrument(places.ConfigurationFolder().parent_path(),
                                        {"--ideal", "--fast"});
+    instrument.Command("electrode 1 H (pH) slope 98 offset 4");
+    instrument.Command("electrode 2 Ca slope 97 offset 12");
+    instrument.Command("electrode 3 Ca slope 95 offset -7");
     const theMain::SystemServices services(places);
     DialogAnswers answers;
+    Analyst analyst(instrument, answers);
+    std::filesystem::remove(analyst.MeasurementFile());
     theMain::Program program;
     program.Main();
 
     QWidget& splash = stage::Window("frmSplash");
     stage::Picture(splash, "splash");
     stage::Click(splash, "cmdCommand1");
-    QWidget& main = stage::Window("frmMain");
     EXPECT_FALSE(splash.isVisible());
-    stage::Picture(main, "setup");
+    analyst.SetUpProject();
+    analyst.CalibratePH();
+    analyst.CalibrateCalcium();
+    CheckSlopes();
+    analyst.BeginMeasuring();
+    analyst.RecordByHand(recordsByHand);
+    analyst.RecordByClock(RecordsByClock(), 1);
+    CheckMeasurementFile(analyst.MeasurementFile(), recordsByHand + RecordsByClock());
+    analyst.Exit();
 }
 
 } // namespace

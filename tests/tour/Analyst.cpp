@@ -1,0 +1,169 @@
+#include "tour/Analyst.h"
+
+#include "tour/Stage.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+
+#include <string>
+
+using namespace stage;
+
+namespace {
+
+QString Element(const char* array, int index) {
+    return QString("%1_%2").arg(array).arg(index);
+}
+
+bool Shows(const QWidget& form, const QString& label, double value, double tolerance) {
+    bool isNumber = false;
+    const double shown = TextOf(form, label).toDouble(&isNumber);
+    return isNumber && std::abs(shown - value) <= tolerance;
+}
+
+/// Readings are shown with one decimal, and the moving average runs over two frames.
+constexpr double reading_mV = 0.11;
+
+} // namespace
+
+QWidget& Analyst::Main() const {
+    return Window("frmMain");
+}
+
+std::filesystem::path Analyst::MeasurementFile() const {
+    return std::filesystem::path(Folder().toStdString()) / "tour.4ch";
+}
+
+void Analyst::ChooseElectrode(int channel, const QString& electrode, const QString& serialNo,
+                              int tempSensor) {
+    constexpr int serialNumbers = 4;
+    constexpr int tempSensors = 16;
+    Pick(Main(), Element("cboEntry", channel), electrode);
+    Type(Main(), Element("txtEntry", serialNumbers + channel), serialNo);
+    Pick(Main(), Element("cboEntry", tempSensors + channel), QString::number(tempSensor));
+}
+
+void Analyst::SetUpProject() {
+    Type(Main(), "txtEntry_2", "Spring water survey");
+    Type(Main(), "txtEntry_3", "Analyst on duty");
+    ChooseElectrode(0, "H (pH)", "PH-1001", 1);
+    ChooseElectrode(1, "Ca", "CA-1002", 2);
+    ChooseElectrode(2, "Ca", "CA-1003", 3);
+    Picture(Main(), "setup");
+
+    // An electrode that is not calibrated yet is refused.
+    answers_.Message("The electrode in channel 1 has not been calibrated.", QMessageBox::Ok,
+                     "not-calibrated");
+    Click(Main(), "cmdPage_0");
+    WaitFor("the refusal", [this] { return answers_.AllGiven(); });
+}
+
+void Analyst::CalibratePH() {
+    constexpr double offset_mV = 4;
+    constexpr double slope_mV_per_pH = 57.98; // 98 % of the ideal slope
+    Click(Main(), "cmdCalib_0");
+    QWidget& calibration = Window("frmCalib");
+    Pick(calibration, "cboCalibPtrs", "3");
+    const std::vector<std::string> buffers = {"4.01", "7.00", "10.01"};
+    for (int point = 0; point < 3; ++point) {
+        const std::string& buffer = buffers[static_cast<std::size_t>(point)];
+        instrument_.Command("solution 1 pH " + buffer);
+        Type(calibration, Element("txtEntry", point), QString::fromStdString(buffer));
+        PressEnter(calibration, Element("txtEntry", point));
+        const double expected = offset_mV + slope_mV_per_pH * (7 - std::stod(buffer));
+        WaitFor("the reading in buffer " + buffer, [&] {
+            return Shows(calibration, Element("lblReading", point), expected, reading_mV);
+        });
+        if (point == 1)
+            Picture(calibration, "calibration-pH");
+        Click(calibration, "cmdSys_0"); // "&Record"
+    }
+    WaitFor("the offer of the summary",
+            [&] { return TextOf(calibration, "cmdSys_0") == "Continue"; });
+    Click(calibration, "cmdSys_0");
+    WaitFor("the summary",
+            [&] { return TextOf(calibration, "lblTitle") == "Calibration Summary"; });
+    Picture(calibration, "calibration-pH-summary");
+    Click(calibration, "cmdSys_3");
+    WaitFor("the end of the calibration", [&] { return Main().isEnabled(); });
+}
+
+void Analyst::CalibrateCalcium() {
+    Click(Main(), "cmdSimult");
+    QWidget& calibration = Window("SimultCalib");
+    Picture(calibration, "simultaneous-choice");
+    for (const char* channel : {"chkSimult_1", "chkSimult_2"})
+        if (!Find<QAbstractButton>(calibration, channel).isChecked())
+            Click(calibration, channel);
+    Click(calibration, "cmdSys_0"); // "&Next >"
+    Pick(calibration, "cboCalibPtrs", "3");
+    const std::vector<std::string> standards = {"1", "10", "100"};
+    for (int point = 0; point < 3; ++point) {
+        const std::string& standard = standards[static_cast<std::size_t>(point)];
+        instrument_.Command("solution 2 Ca " + standard + " ppm");
+        instrument_.Command("solution 3 Ca " + standard + " ppm");
+        Type(calibration, Element("txtDat", point), QString::fromStdString(standard));
+        PressEnter(calibration, Element("txtDat", point));
+        // Two frames, one a second, fill the moving average with the new solution alone.
+        WaitFor("the busy pointer to go",
+                [&] { return QApplication::overrideCursor() == nullptr; });
+        Watch(std::chrono::milliseconds(4500));
+        if (point == 1)
+            Picture(calibration, "simultaneous-reading");
+        Click(calibration, "cmdSys_1"); // "&Record"
+    }
+    Watch(std::chrono::milliseconds(200));
+    Picture(calibration, "simultaneous-summary");
+    Click(calibration, "cmdSys_5");
+    WaitFor("the end of the calibration", [&] { return Main().isEnabled(); });
+}
+
+void Analyst::BeginMeasuring() {
+    instrument_.Command("solution 1 pH 6.8");
+    instrument_.Command("solution 2 Ca 42 ppm");
+    instrument_.Command("solution 3 Ca 17 ppm");
+    Click(Main(), "cmdPage_0");
+    WaitFor("the measuring page",
+            [this] { return Main().windowTitle() == "4-Channel Vantrel : Data Acquisition"; });
+    WaitFor("pH 6.80", [this] { return Shows(Main(), "lblEntry_24", 6.8, 0.011); });
+    WaitFor("42 ppm", [this] { return Shows(Main(), "lblEntry_33", 42, 1.0); });
+    Picture(Main(), "measuring");
+}
+
+void Analyst::WaitForRecords(int count, int period_s) {
+    WaitFor(
+        "record " + std::to_string(count),
+        [&] { return TextOf(Main(), "lblRec") == QString::number(count); },
+        std::chrono::seconds(10 + count * period_s));
+}
+
+void Analyst::RecordByHand(int records) {
+    answers_.File("Save File As", QString::fromStdString(MeasurementFile().string()), "save");
+    for (int record = 1; record <= records; ++record) {
+        if (record == 3)
+            Type(Main(), "txtComment", "stirrer on");
+        Click(Main(), "cmdPage_1"); // "&Record"
+        WaitForRecords(record, 1);
+    }
+    Picture(Main(), "recorded-by-hand");
+}
+
+void Analyst::RecordByClock(int records, int period_s) {
+    const int before = TextOf(Main(), "lblRec").toInt();
+    Pick(Main(), "cboAcqr", "Automatic");
+    Type(Main(), "txtTimer", QString::number(period_s));
+    Click(Main(), "cmdPage_1"); // "&Record"
+    WaitForRecords(before + records, period_s);
+    Picture(Main(), "recording-by-clock");
+    Click(Main(), "cmdPage_1"); // "&Stop"
+    Click(Main(), "cmdPage_0"); // "< &Back"
+    WaitFor("the setup page",
+            [this] { return Main().windowTitle() == "4-Channel Vantrel: Setup"; });
+}
+
+void Analyst::Exit() {
+    answers_.Message("Are you sure you want to exit?", QMessageBox::Yes, "exit");
+    QWidget& main = Main();
+    Click(main, "cmdPage_3");
+    WaitFor("the end", [&] { return !main.isVisible(); });
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "support/InstrumentProcess.h"
+#include "tour/DialogAnswers.h"
+
+#include <QWidget>
+
+#include <filesystem>
+#include <vector>
+
+/// Works with the program as a person at the bench does: reads the screens, presses the buttons,
+/// changes the solutions of the simulated instrument.
+class Analyst {
+public:
+    Analyst(const InstrumentProcess& instrument, DialogAnswers& answers)
+        : instrument_(instrument), answers_(answers) {}
+
+    void SetUpProject();
+
+    /// Buffers 4.01, 7.00 and 10.01 in channel 1.
+    void CalibratePH();
+
+    /// Standards of 1, 10 and 100 ppm, channels 2 and 3 in one vessel.
+    void CalibrateCalcium();
+
+    void BeginMeasuring();
+    void RecordByHand(int records);
+    void RecordByClock(int records, int period_s);
+
+    /// Through all quantities, to a record and into a CSV file.
+    void ViewReport(const std::filesystem::path& file);
+
+    void Exit();
+
+    std::filesystem::path MeasurementFile() const;
+
+private:
+    QWidget& Main() const;
+    void ChooseElectrode(int channel, const QString& electrode, const QString& serialNo,
+                         int tempSensor);
+    void WaitForRecords(int count, int period_s);
+
+    const InstrumentProcess& instrument_;
+    DialogAnswers& answers_;
+};
