@@ -61,7 +61,7 @@ std::string FromUtf16(std::string_view bytes, bool bigEndian) {
     const auto unitAt = [&](std::size_t i) -> char32_t {
         const auto first = static_cast<unsigned char>(bytes[i]);
         const auto second = static_cast<unsigned char>(bytes[i + 1]);
-        return bigEndian ? first << 8U | second : second << 8U | first;
+        return bigEndian ? 256U * first + second : 256U * second + first;
     };
     std::string text;
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {

@@ -1,0 +1,1 @@
+vantrel_core_bench(bench_settings ${CMAKE_CURRENT_SOURCE_DIR}/BenchSettings.cpp)
