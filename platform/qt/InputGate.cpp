@@ -1,17 +1,23 @@
 #include "platform/qt/InputGate.h"
 
+#include "platform/Platform.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QWidget>
 
 namespace platform {
 
-InputGate::InputGate() : modalAtStart_(QApplication::activeModalWidget()) {
+InputGate::InputGate()
+    : pointerBefore_(Current().desktop.GetMousePointer()),
+      modalAtStart_(QApplication::activeModalWidget()) {
+    Current().desktop.SetMousePointer(MousePointer::hourglass);
     qApp->installEventFilter(this);
 }
 
 InputGate::~InputGate() {
     qApp->removeEventFilter(this);
+    Current().desktop.SetMousePointer(pointerBefore_);
 }
 
 bool InputGate::eventFilter(QObject*, QEvent* event) {

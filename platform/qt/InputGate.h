@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Desktop.h"
+
 #include <QObject>
 #include <QPointer>
 
@@ -8,7 +10,8 @@ class QWidget;
 namespace platform {
 
 /// While it lives, clicks and keys wait outside, so that a long drawing may let events run without
-/// its own screens being closed or clicked meanwhile; ESC asks to stop. A box that opens in the
+/// its own screens being closed or clicked meanwhile, and the pointer is the hourglass; ESC asks to
+/// stop. A box that opens in the
 /// meantime, over everything else, is answered as usual.
 class InputGate : public QObject {
 public:
@@ -21,6 +24,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    MousePointer pointerBefore_;
     QPointer<QWidget> modalAtStart_;
     bool stopRequested_ = false;
 };

@@ -24,13 +24,6 @@ QFont QtFont(PrintFont font) {
     return fixed;
 }
 
-template <class... Visitors>
-struct Overloaded : Visitors... {
-    using Visitors::operator()...;
-};
-template <class... Visitors>
-Overloaded(Visitors...) -> Overloaded<Visitors...>;
-
 } // namespace
 
 QtPrinter::QtPrinter(QPrinter& printer, std::function<bool()> stopRequested)
@@ -57,23 +50,22 @@ bool QtPrinter::Paint(bool mayStop) {
 }
 
 void QtPrinter::PaintPage(QPainter& painter, const Page& page) const {
+    for (const PictureStep& step : page.pictures) {
+        painter.save();
+        step.picture.DrawOn(painter, step.area);
+        painter.restore();
+    }
+    painter.setPen(QPen(Qt::black, ruleWidth_pt * pixelsPerPoint_));
+    for (const LineStep& step : page.lines)
+        painter.drawLine(step.from, step.to);
     PrintFont font;
     painter.setFont(QtFont(font));
-    painter.setPen(QPen(Qt::black, ruleWidth_pt * pixelsPerPoint_));
-    const Overloaded paint{[&](const TextStep& step) {
-                               if (step.font != font)
-                                   painter.setFont(QtFont(step.font));
-                               font = step.font;
-                               painter.drawText(step.baseline, step.text);
-                           },
-                           [&](const LineStep& step) { painter.drawLine(step.from, step.to); },
-                           [&](const PictureStep& step) {
-                               painter.save();
-                               step.picture.DrawOn(painter, step.area);
-                               painter.restore();
-                           }};
-    for (const auto& step : page)
-        std::visit(paint, step);
+    for (const TextStep& step : page.texts) {
+        if (step.font != font)
+            painter.setFont(QtFont(step.font));
+        font = step.font;
+        painter.drawText(step.baseline, step.text);
+    }
 }
 
 float QtPrinter::PageWidth() const {
@@ -99,19 +91,19 @@ float QtPrinter::TextHeight(std::string_view) const {
 
 void QtPrinter::PrintText(std::string_view text) {
     const QPointF baseline = ToDevice(position_) + QPointF(0, metrics_.ascent());
-    pages_.back().push_back(TextStep{baseline, Text::ToQt(text), font_});
+    pages_.back().texts.push_back(TextStep{baseline, Text::ToQt(text), font_});
     position_.x_pt += TextWidth(text);
 }
 
 void QtPrinter::DrawLine(PrintPosition from, PrintPosition to) {
-    pages_.back().push_back(LineStep{ToDevice(from), ToDevice(to)});
+    pages_.back().lines.push_back(LineStep{ToDevice(from), ToDevice(to)});
 }
 
 void QtPrinter::DrawPicture(const Picture& picture, const PrintArea& area) {
     const QRectF place(ToDevice(area.topLeft),
                        QSizeF(static_cast<double>(area.width_pt) * pixelsPerPoint_,
                               static_cast<double>(area.height_pt) * pixelsPerPoint_));
-    pages_.back().push_back(PictureStep{dynamic_cast<const QtPicture&>(picture), place});
+    pages_.back().pictures.push_back(PictureStep{dynamic_cast<const QtPicture&>(picture), place});
 }
 
 void QtPrinter::NewPage() {

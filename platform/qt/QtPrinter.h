@@ -8,7 +8,6 @@
 #include <QRectF>
 
 #include <functional>
-#include <variant>
 #include <vector>
 
 class QPrinter;
@@ -67,7 +66,11 @@ private:
         QtPicture picture;
         QRectF area;
     };
-    using Page = std::vector<std::variant<TextStep, LineStep, PictureStep>>;
+    struct Page {
+        std::vector<PictureStep> pictures;
+        std::vector<LineStep> lines;
+        std::vector<TextStep> texts;
+    };
 
     void PaintPage(QPainter& painter, const Page& page) const;
     QPointF ToDevice(PrintPosition position) const;
