@@ -121,7 +121,8 @@ bool HasSimultaneousPair() {
     for (int i = 0; i < count; ++i) {
         const std::string& electrode =
             mWinInit::ChannelSetup[static_cast<std::size_t>(i)].Electrode;
-        if (electrode == Electrode::noneName || electrode.find("mV") != std::string::npos)
+        if (Electrode::KindOf(electrode) == Electrode::Kind::none ||
+            electrode.find("mV") != std::string::npos)
             continue;
         for (int j = i + 1; j < count; ++j)
             if (mWinInit::ChannelSetup[static_cast<std::size_t>(j)].Electrode == electrode)
