@@ -68,12 +68,26 @@ struct Shape {
     int channels = 0;
 };
 
+/// Lines looked at between two looks at the event queue: some tenths of a millisecond. The pages
+/// may grow meanwhile, so no walk over them is under way when events run.
+constexpr std::size_t linesPerStep = 512;
+
+/// Visits all lines of all pages until `stop` says so; false then.
 template <class Visit>
-void ForEachLineOfFile(const Visit& visit) {
-    for (int page = 0; page < pages.Count(); ++page)
-        pages.ForEachLine(
-            page, 0, pages.LineCount(page),
-            [&visit](ReportPages::Line, std::string_view text) { return visit(text); });
+bool ForEachLineOfFile(const Visit& visit, const std::function<bool()>& stop) {
+    for (int page = 0; page < pages.Count(); ++page) {
+        for (std::size_t line = 0; line < pages.LineCount(page); line += linesPerStep) {
+            Mcommon::LetEventsRun();
+            if (stop())
+                return false;
+            pages.ForEachLine(page, line, line + linesPerStep,
+                              [&visit](ReportPages::Line, std::string_view text) {
+                                  visit(text);
+                                  return true;
+                              });
+        }
+    }
+    return true;
 }
 
 class Exporter {
@@ -83,29 +97,28 @@ public:
 
     /// False when it was stopped.
     bool Run() {
-        FindShape();
+        if (!FindShape())
+            return false;
         WriteHeading();
-        ForEachLineOfFile([this](std::string_view line) { return TakeLine(line); });
-        if (!stopped_)
-            WriteRecord();
-        return !stopped_;
+        if (!ForEachLineOfFile([this](std::string_view line) { TakeLine(line); }, stop_))
+            return false;
+        WriteRecord();
+        return true;
     }
 
     std::int32_t Records() const { return records_; }
 
 private:
-    void FindShape() {
+    bool FindShape() {
         shape_.channels = channelCount;
-        ForEachLineOfFile([this](std::string_view line) {
-            Mcommon::LetEventsRun();
-            stopped_ = stopped_ || stop_();
+        const auto note = [this](std::string_view line) {
             if (const auto quantity = MeasurementLines::QuantityOf(line)) {
                 shape_.rows[static_cast<std::size_t>(*quantity)] = true;
                 shape_.channels =
                     std::max(shape_.channels, MeasurementLines::SplitCells(line).count);
             }
-            return !stopped_;
-        });
+        };
+        return ForEachLineOfFile(note, stop_);
     }
 
     void WriteHeading() {
@@ -117,17 +130,13 @@ private:
         Write(row);
     }
 
-    bool TakeLine(std::string_view line) {
-        if (stopped_)
-            return false;
+    void TakeLine(std::string_view line) {
         if (MeasurementLines::IsRecordStart(line)) {
             candidate_ = line;
-            return true;
+            return;
         }
         if (!candidate_.empty() && MeasurementLines::IsComment(line)) {
             WriteRecord();
-            Mcommon::LetEventsRun();
-            stopped_ = stop_();
             recordLine_ = candidate_;
             comment_ = MeasurementLines::CommentText(line);
         } else if (const auto quantity = MeasurementLines::QuantityOf(line);
@@ -135,7 +144,6 @@ private:
             KeepRow(static_cast<std::size_t>(*quantity), line);
         }
         candidate_.clear();
-        return !stopped_;
     }
 
     void KeepRow(std::size_t quantity, std::string_view line) {
@@ -180,7 +188,6 @@ private:
     std::string comment_;
     Cells cells_;
     std::int32_t records_ = 0;
-    bool stopped_ = false;
 };
 
 } // namespace

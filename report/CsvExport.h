@@ -10,7 +10,7 @@ namespace Mreport {
 
 /// Writes every record of the list pages into a CSV file: UTF-8, comma-separated, CR LF, a heading
 /// with the units, one row a record, the time as ISO 8601, an empty cell for a missing value.
-/// Lets events run; `stop` is asked at each record. Returns the number of records; a stopped
+/// Lets events run; `stop` is asked after them. Returns the number of records; a stopped
 /// export leaves no file. Throws RunTimeError when the file cannot be written; an older file of
 /// that name then stays.
 std::int32_t ExportCsv(const std::filesystem::path& file, const std::function<bool()>& stop);

@@ -1,23 +1,345 @@
 #include "screens/Report/Report.h"
 
+#include "app/Mcommon.h"
+#include "platform/Platform.h"
 #include "platform/qt/Text.h"
+#include "report/GraphSpan.h"
+#include "report/PrintLayout.h"
+#include "report/RecentFiles.h"
 #include "screens/controls/ControlArray.h"
+#include "screens/controls/LineListView.h"
+#include "screens/controls/Placement.h"
+#include "screens/frmSrch/frmSrch.h"
 #include "ui_Report.h"
 
-#include <QAction>
+#include <QCloseEvent>
+#include <QFontDatabase>
+#include <QKeyEvent>
+
+namespace {
+
+constexpr auto placeApplication = "Report";
+constexpr auto placeSection = "Window";
+constexpr auto widestFirstColumn = "Rec. 31000";
+constexpr auto widestColumn = "+1.33E+13";
+constexpr auto busyText = "Press ESC to stop current data loading.";
+constexpr int headLines = 4;
+constexpr int tableTab = 1;
+
+} // namespace
 
 Report::Report(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::Report>()) {
     ui_->setupUi(this);
+    guard_("Report - Form_Load", [this] { Form_Load(); });
+    ConnectMenus();
+    ConnectControls();
 }
 
-Report::~Report() = default;
+Report::~Report() {
+    FileOpr::SetLiveReport({});
+}
+
+void Report::Form_Load() {
+    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    ui_->txtHead->setFont(fixed);
+    ui_->txtHead->setFixedHeight(QFontMetrics(fixed).lineSpacing() * headLines + 12);
+    ui_->TabStrip->addTab("&Graph");
+    ui_->TabStrip->addTab("&Table");
+    ui_->Pages->setUsesScrollButtons(true);
+    ui_->Pages->setExpanding(false);
+    ui_->TabStrip->setExpanding(false);
+    ResetPages();
+    AllowMenus();
+    RestorePlace();
+}
+
+void Report::RestorePlace() {
+    const platform::UserStore& store = platform::Current().userStore;
+    const std::string left = store.GetSetting(placeApplication, placeSection, "Left", "");
+    const std::string top = store.GetSetting(placeApplication, placeSection, "Top", "");
+    if (!left.empty() && !top.empty())
+        Mcommon::MoveOntoScreen(*this, std::atoi(left.c_str()), std::atoi(top.c_str()));
+}
+
+void Report::ConnectControls() {
+    connect(ui_->TabStrip, &QTabBar::currentChanged, this,
+            [this](int tab) { guard_("Report - TabStrip", [this, tab] { TabStrip_Click(tab); }); });
+    connect(ui_->Pages, &QTabBar::currentChanged, this,
+            [this](int page) { guard_("Report - Pages", [this, page] { Pages_Click(page); }); });
+    connect(ui_->HScroll, &QScrollBar::valueChanged, this, [this](int value) {
+        guard_("Report - HScroll", [this, value] { HScroll_Change(value); });
+    });
+    connect(ui_->HScroll, &QScrollBar::sliderMoved, this,
+            [this](int value) { HScroll_Scroll(value); });
+    connect(ui_->HScroll, &QScrollBar::sliderReleased, this, [this] { setWindowTitle(Caption()); });
+    connect(ui_->graReport, &GraphControl::PointClicked, this, [this](int set, int point) {
+        guard_("Report - graReport", [this, set, point] { graReport_Click(set, point); });
+    });
+    connect(ui_->graReport, &GraphControl::PointHovered, this,
+            [this](int set, int point) { graReport_MouseMove(set, point); });
+}
+
+bool Report::IsIdle() const {
+    return loader_.Idle() && !exporting_;
+}
+
+bool Report::Refuse(const std::string& message) {
+    if (IsIdle())
+        return false;
+    Mcommon::MessageBoxEx(message, platform::style::okOnly, platform::style::information);
+    return true;
+}
 
 void Report::ViewFile(const std::filesystem::path& fileName) {
-    setWindowTitle("Report - " + Text::FromPath(fileName));
-    Q_EMIT FileShown(fileName);
+    guard_("Report - ViewFile", [this, &fileName] { OpenFile(fileName); });
+}
+
+void Report::OpenFile(const std::filesystem::path& fileName) {
+    if (Refuse(busyText))
+        return;
+    loader_.ViewFile(fileName);
+    FollowLive();
+    AllowMenus();
+    NoticeDamage();
+}
+
+/// Registers the viewer for the records that are written while it shows their file.
+void Report::FollowLive() {
+    if (!Mreport::viewingLiveFile) {
+        FileOpr::SetLiveReport({});
+        return;
+    }
+    FileOpr::LiveReport live;
+    live.addRecord = [this](std::int32_t record, const auto& values) {
+        // Before a run follows the report, its records wait in the temporary file.
+        if (FileOpr::IsFollowing())
+            guard_("DynUpdate", [this, record, &values] { loader_.LiveRecord(record, values); });
+    };
+    live.quantity = [] { return Mreport::unitCode; };
+    FileOpr::SetLiveReport(std::move(live));
+}
+
+void Report::NoticeDamage() {
+    if (Mreport::pages.Damaged())
+        ui_->lblStatus->setText(
+            tr("The file has become shorter since it was loaded; what is gone is shown blank."));
+}
+
+void Report::AllowMenus() {
+    const bool file = !Mreport::viewedFile.empty();
+    const ControlArray<QAction> fileItems(*this, "mnuFileItem");
+    for (const int item : {1, 2, 3})
+        fileItems(item).setEnabled(file);
+    ui_->mnuToolItem_2->setEnabled(file);
+    ui_->mnuViewItem_0->setEnabled(file && !Mreport::viewingLiveFile);
+    for (const auto& [index, item] : ControlArray<QAction>(*this, "mnuUpdateItem"))
+        item->setEnabled(updateEnabled_ && Mreport::viewingLiveFile);
+    ui_->mnuUpdateItem_1->setChecked(Mreport::autoUpdate);
+    ui_->HScroll->setVisible(!Mreport::autoUpdate);
 }
 
 void Report::SetUpdateEnabled(bool enabled) {
-    for (const auto& [index, item] : ControlArray<QAction>(*this, "mnuUpdateItem"))
-        item->setEnabled(enabled);
+    updateEnabled_ = enabled;
+    if (!enabled && Mreport::autoUpdate)
+        guard_("Report - mnuUpdateItem", [this] { loader_.SetAutoUpdate(false); });
+    AllowMenus();
+}
+
+void Report::keyPressEvent(QKeyEvent* event) {
+    Form_KeyDown(event->key());
+    QMainWindow::keyPressEvent(event);
+}
+
+void Report::Form_KeyDown(int keyCode) {
+    if (keyCode != Qt::Key_Escape)
+        return;
+    loader_.RequestStop();
+    exportStopped_ = true;
+}
+
+void Report::closeEvent(QCloseEvent* event) {
+    bool unload = false; // stays so when the handler fails
+    guard_("Report - Form_QueryUnload", [this, &unload] { unload = Form_QueryUnload(); });
+    event->setAccepted(unload);
+    if (!unload)
+        return;
+    guard_("Report - Form_Unload", [this] { Form_Unload(); });
+    Q_EMIT Closed();
+}
+
+bool Report::Form_QueryUnload() {
+    return !Refuse(busyText);
+}
+
+/// The next showing starts empty, and the file is free for others.
+void Report::Form_Unload() {
+    delete search_;
+    FileOpr::SetLiveReport({});
+    platform::UserStore& store = platform::Current().userStore;
+    store.SaveSetting(placeApplication, placeSection, "Left", std::to_string(pos().x()));
+    store.SaveSetting(placeApplication, placeSection, "Top", std::to_string(pos().y()));
+    Mreport::Reset();
+    ResetPages();
+    ui_->txtHead->clear();
+    ui_->txtInfo->clear();
+    ui_->graReport->SetGraphTitle({});
+    setWindowTitle("Report");
+    AllowMenus();
+}
+
+QString Report::Caption() const {
+    return "Report - " + Text::FromPath(Mreport::viewedFile);
+}
+
+void Report::ShowCaption(const std::filesystem::path& file) {
+    setWindowTitle(Caption());
+    RecentFiles::Add(file);
+    Q_EMIT FileShown(file);
+}
+
+void Report::ResetPages() {
+    ShowView(false);
+    const QSignalBlocker quiet(ui_->Pages);
+    while (ui_->Pages->count() > 0)
+        ui_->Pages->removeTab(ui_->Pages->count() - 1);
+    ui_->Pages->addTab("List &1");
+    for (LineListView* list : lstData_)
+        delete list;
+    lstData_.clear();
+    AddList();
+    ui_->graReport->SetLeftTitle("mV");
+    ui_->graReport->SetNumSets(0);
+    ui_->graReport->SetDataReset(Mreport::graph::resetAllData);
+    ui_->graReport->SetDrawMode(Mreport::graph::draw);
+    AllowMenus();
+}
+
+LineListView* Report::AddList() {
+    const int page = static_cast<int>(lstData_.size());
+    auto* list = new LineListView;
+    list->setObjectName("lstData_" + QString::number(page));
+    list->setAccessibleName(tr("Lines of list %1").arg(page + 1));
+    list->SetTabStops(widestFirstColumn, widestColumn);
+    list->SetSource([page] { return static_cast<int>(Mreport::pages.LineCount(page)); },
+                    [page](int line) {
+                        return Text::ToQt(
+                            Mreport::pages.Shown(page, static_cast<std::size_t>(line)));
+                    });
+    lstData_.push_back(list);
+    ui_->stkLists->addWidget(list);
+    return list;
+}
+
+void Report::ShowHead(const std::string& headerLines) {
+    ui_->txtHead->setPlainText(Text::ToQt(headerLines));
+    ui_->graReport->SetGraphTitle(Mreport::PrintTitle(Mreport::channelCount, Mreport::projectName,
+                                                      Mreport::PrintKind::graph));
+}
+
+void Report::ShowStatus(const std::string& text) {
+    ui_->lblStatus->setText(Text::ToQt(text));
+}
+
+void Report::PageAdded(int page, bool selectNew) {
+    AddList();
+    const QSignalBlocker quiet(ui_->Pages);
+    ui_->Pages->addTab("List &" + QString::number(page + 1));
+    if (!selectNew)
+        return;
+    ui_->Pages->setCurrentIndex(page);
+    ui_->stkLists->setCurrentIndex(page);
+}
+
+void Report::LinesAdded() {
+    lstData_.back()->LinesChanged();
+    if (Mreport::shownPageIndex < static_cast<int>(lstData_.size()))
+        List(Mreport::shownPageIndex).LinesChanged();
+}
+
+void Report::SelectShownPage() {
+    const QSignalBlocker quiet(ui_->Pages);
+    ui_->Pages->setCurrentIndex(Mreport::shownPageIndex);
+    ui_->stkLists->setCurrentIndex(Mreport::shownPageIndex);
+}
+
+void Report::SetScroll(const Mreport::ScrollLimits& limits) {
+    ui_->HScroll->setPageStep(static_cast<int>(Mreport::spanLength));
+    ui_->HScroll->setRange(limits.min, limits.max);
+    if (limits.value)
+        ui_->HScroll->setValue(*limits.value);
+}
+
+std::int32_t Report::ScrollValue() const {
+    return ui_->HScroll->value();
+}
+
+Mreport::ReportGraph& Report::Graph() {
+    return *ui_->graReport;
+}
+
+void Report::GraphDrawn(std::int32_t firstRecord) {
+    firstRecord_ = firstRecord;
+}
+
+void Report::ShowView(bool table) {
+    ui_->picMode->setVisible(table);
+    ui_->picGraph->setVisible(!table);
+    const QSignalBlocker quiet(ui_->TabStrip);
+    ui_->TabStrip->setCurrentIndex(table ? tableTab : 0);
+    ui_->mnuViewItem_1->setChecked(!table);
+    ui_->mnuViewItem_2->setChecked(table);
+    for (QAction* item : {ui_->mnuViewItem_3, ui_->mnuViewItem_4, ui_->mnuViewItem_5})
+        item->setEnabled(!table);
+    for (QAction* item : {ui_->mnuToolItem_3, ui_->mnuToolItem_4})
+        item->setEnabled(table);
+}
+
+void Report::TabStrip_Click(int tab) {
+    ShowView(tab == tableTab);
+    AllowMenus();
+    if (tab == tableTab)
+        SelectShownPage();
+    NoticeDamage();
+}
+
+void Report::Pages_Click(int page) {
+    if (page < 0 || page >= static_cast<int>(lstData_.size()))
+        return;
+    ui_->stkLists->setCurrentIndex(page);
+    List(page).LinesChanged();
+    loader_.SelectPage(page);
+    NoticeDamage();
+}
+
+void Report::HScroll_Change(int value) {
+    if (Mreport::scrollGuard)
+        return;
+    loader_.Redraw(value);
+    NoticeDamage();
+}
+
+/// While the thumb is dragged the caption tells where the span will end.
+void Report::HScroll_Scroll(int value) {
+    setWindowTitle(Caption() + " [End With Record " +
+                   QString::number(value + Mreport::pageFirstRecordOffset) + "]");
+}
+
+std::string Report::PointInfo(int set, int point) const {
+    const auto series = Mreport::Series(Mreport::unitCode);
+    if (set < 1 || set > static_cast<int>(series.size()))
+        return {};
+    const double value = ui_->graReport->DataGetAmp(static_cast<std::int16_t>(set),
+                                                    static_cast<std::int16_t>(point));
+    return Mreport::PointText(Mreport::unitCode, series[static_cast<std::size_t>(set - 1)],
+                              firstRecord_ + point - 1, value);
+}
+
+void Report::graReport_Click(int set, int point) {
+    const std::string text = PointInfo(set, point);
+    if (!text.empty())
+        Mcommon::MessageBoxEx(text, platform::style::okOnly, platform::style::information);
+}
+
+void Report::graReport_MouseMove(int set, int point) {
+    ui_->txtInfo->setText(Text::ToQt(PointInfo(set, point)));
 }

@@ -1,16 +1,27 @@
 #pragma once
 
+#include "report/ReportLoader.h"
+#include "report/ReportView.h"
+#include "screens/controls/EventGuard.h"
+
 #include <QMainWindow>
+#include <QPointer>
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class Report;
 }
+class GraphControl;
+class LineListView;
+class frmSrch;
 
-/// The viewer of one measurement file.
-class Report : public QMainWindow {
+/// The viewer of one measurement file: its lines as list pages and its values as a graph. Loading
+/// runs inside ViewFile while events go on; the form must not be deleted before it has returned,
+/// and it refuses to close until then.
+class Report : public QMainWindow, private Mreport::ReportView {
     Q_OBJECT
 
 public:
@@ -20,8 +31,11 @@ public:
     /// Opens a measurement file in the viewer.
     void ViewFile(const std::filesystem::path& fileName);
 
-    /// The update menu can be used: an automatic run goes on.
+    /// The update menu can be used: an automatic run goes on. Ending it ends the automatic update.
     void SetUpdateEnabled(bool enabled);
+
+    /// No load and no export runs.
+    bool IsIdle() const;
 
 Q_SIGNALS:
     /// The viewer shows this file from now on.
@@ -30,6 +44,71 @@ Q_SIGNALS:
     /// The viewer has been closed.
     void Closed();
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
 private:
+    void Form_Load();
+    void ConnectMenus();
+    void ConnectControls();
+    void Form_KeyDown(int keyCode);
+    bool Form_QueryUnload();
+    void Form_Unload();
+    void RestorePlace();
+
+    void mnuFileItem_Click(int Index);
+    void mnuRecent_Click(const std::filesystem::path& file);
+    void mnuRecent_Show();
+    void mnuViewItem_Click(int Index);
+    void mnuToolItem_Click(int Index);
+    void mnuUpdateItem_Click(int Index);
+    void mnuHelp_Click();
+    void TabStrip_Click(int tab);
+    void Pages_Click(int page);
+    void HScroll_Change(int value);
+    void HScroll_Scroll(int value);
+    void graReport_Click(int set, int point);
+    void graReport_MouseMove(int set, int point);
+
+    void OpenFile(const std::filesystem::path& fileName);
+    void OpenThroughDialog();
+    void Print();
+    void ExportRecords();
+    void ExportGraphPicture();
+    void SelectChannels();
+    void FindRecord();
+    void GoTo(int page, int line);
+    void ShowView(bool table);
+    void AllowMenus();
+    void FollowLive();
+    void NoticeDamage();
+    /// False, and it is said, while a load or an export runs.
+    bool Refuse(const std::string& message);
+    LineListView& List(int page) const { return *lstData_.at(static_cast<std::size_t>(page)); }
+    LineListView* AddList();
+    std::string PointInfo(int set, int point) const;
+    QString Caption() const;
+
+    void ShowCaption(const std::filesystem::path& file) override;
+    void ResetPages() override;
+    void ShowHead(const std::string& headerLines) override;
+    void ShowStatus(const std::string& text) override;
+    void PageAdded(int page, bool selectNew) override;
+    void LinesAdded() override;
+    void SelectShownPage() override;
+    void SetScroll(const Mreport::ScrollLimits& limits) override;
+    std::int32_t ScrollValue() const override;
+    Mreport::ReportGraph& Graph() override;
+    void GraphDrawn(std::int32_t firstRecord) override;
+
+    EventGuard guard_{"Unexpected error - "};
     std::unique_ptr<Ui::Report> ui_;
+    Mreport::ReportLoader loader_{*this};
+    std::vector<LineListView*> lstData_;
+    QPointer<frmSrch> search_;
+    std::int32_t firstRecord_ = 1; ///< that point 1 of the graph stands for
+    bool updateEnabled_ = true;
+    bool exporting_ = false;
+    bool exportStopped_ = false;
 };

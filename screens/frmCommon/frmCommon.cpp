@@ -1,9 +1,106 @@
 #include "screens/frmCommon/frmCommon.h"
 
+#include "app/Mcommon.h"
+#include "platform/Dialogs.h"
+#include "platform/qt/Text.h"
+#include "report/ReportGraph.h"
 #include "ui_frmCommon.h"
 
-frmCommon::frmCommon(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmCommon>()) {
+#include <array>
+
+namespace {
+
+constexpr int acceptButton = 0;
+constexpr int heading = 8; ///< of lblChan
+constexpr auto busyTick = std::chrono::milliseconds(100);
+constexpr std::array busyCycle = {"/", "--", "\\", "|"};
+
+} // namespace
+
+frmCommon::frmCommon(Mreport::ReportGraph& graph, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmCommon>()), graph_(graph) {
     ui_->setupUi(this);
+    Timer1.setObjectName("Timer1");
+    Timer1.setParent(this);
+    Timer1.setInterval(busyTick);
+    optData = ControlArray<QRadioButton>(*this, "optData");
+    chkChan = ControlArray<QCheckBox>(*this, "chkChan");
+    lblChan = ControlArray<QLabel>(*this, "lblChan");
+    cmdBtn = ControlArray<QPushButton>(*this, "cmdBtn");
+    optData(static_cast<int>(selection_.Unit())).setChecked(true);
+    ShowBoxes();
+
+    const auto guarded = [this](const std::string& location, void (frmCommon::*handler)(int)) {
+        return [this, location, handler](int index) {
+            guard_(location, [this, handler, index] { (this->*handler)(index); });
+        };
+    };
+    optData.Connect(*this, &QRadioButton::clicked,
+                    guarded("frmCommon - optData", &frmCommon::optData_Click));
+    chkChan.Connect(*this, &QCheckBox::clicked,
+                    guarded("frmCommon - chkChan", &frmCommon::chkChan_Click));
+    cmdBtn.Connect(*this, &QPushButton::clicked,
+                   guarded("frmCommon - cmdBtn", &frmCommon::cmdBtn_Click));
+    connect(&Timer1, &QTimer::timeout, this, [this] { Timer1_Timer(); });
 }
 
 frmCommon::~frmCommon() = default;
+
+void frmCommon::optData_Click(int Index) {
+    const auto unit = static_cast<FileOpr::Quantity>(Index);
+    if (unit == selection_.Unit())
+        return;
+    selection_.ChooseUnit(unit);
+    ShowBoxes();
+}
+
+void frmCommon::chkChan_Click(int Index) {
+    selection_.Check(Index, chkChan(Index).isChecked());
+}
+
+void frmCommon::ShowBoxes() {
+    lblChan(heading).setText(Text::ToQt(selection_.Heading()));
+    for (const int index : chkChan.Indices()) {
+        const Mreport::Selection::Box& box = selection_.BoxAt(index);
+        const QString caption = Text::ToQt(selection_.Caption(index));
+        chkChan(index).setVisible(box.visible);
+        chkChan(index).setEnabled(box.enabled);
+        chkChan(index).setChecked(box.checked);
+        chkChan(index).setAccessibleName(caption);
+        lblChan(index).setVisible(box.visible);
+        lblChan(index).setEnabled(box.enabled);
+        lblChan(index).setText(QString(caption).insert(caption.size() - 1, '&'));
+    }
+}
+
+void frmCommon::cmdBtn_Click(int Index) {
+    if (Index == acceptButton)
+        AcceptSelection();
+    else
+        reject();
+}
+
+void frmCommon::AcceptSelection() {
+    if (!selection_.Fits(graph_.NumPoints())) {
+        Mcommon::MessageBoxEx(std::string(Mreport::tooManyPointsText), platform::style::okOnly,
+                              platform::style::exclamation);
+        return;
+    }
+    selection_.Accept();
+    graph_.SetNumSets(selection_.CheckedCount());
+    graph_.SetLeftTitle(selection_.UnitName());
+    cmdBtn(acceptButton).setEnabled(false);
+    ui_->Label1->setText(busyCycle[0]);
+    Timer1.start();
+    Redraw();
+    Timer1.stop();
+    ui_->Label1->clear();
+    cmdBtn(acceptButton).setEnabled(true);
+    accept();
+}
+
+void frmCommon::Timer1_Timer() {
+    for (std::size_t step = 0; step < busyCycle.size(); ++step)
+        if (ui_->Label1->text() == busyCycle[step])
+            return ui_->Label1->setText(busyCycle[(step + 1) % busyCycle.size()]);
+}

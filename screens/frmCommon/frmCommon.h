@@ -1,9 +1,22 @@
 #pragma once
 
-#include <QDialog>
+#include "report/Selection.h"
+#include "screens/controls/ControlArray.h"
+#include "screens/controls/EventGuard.h"
 
+#include <QCheckBox>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+
+#include <functional>
 #include <memory>
 
+namespace Mreport {
+class ReportGraph;
+}
 namespace Ui {
 class frmCommon;
 }
@@ -13,9 +26,29 @@ class frmCommon : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmCommon(QWidget* parent = nullptr);
+    /// Shows what is selected now. The graph gives the number of points and takes the number of
+    /// sets and the left title.
+    explicit frmCommon(Mreport::ReportGraph& graph, QWidget* parent = nullptr);
     ~frmCommon() override;
 
+    /// Draws the graph with the accepted selection.
+    std::function<void()> Redraw = [] {};
+
 private:
+    void optData_Click(int Index);
+    void chkChan_Click(int Index);
+    void cmdBtn_Click(int Index);
+    void Timer1_Timer();
+    void ShowBoxes();
+    void AcceptSelection();
+
+    EventGuard guard_{"Unexpected error - "};
     std::unique_ptr<Ui::frmCommon> ui_;
+    Mreport::ReportGraph& graph_;
+    Mreport::Selection selection_;
+    ControlArray<QRadioButton> optData;
+    ControlArray<QCheckBox> chkChan;
+    ControlArray<QLabel> lblChan;
+    ControlArray<QPushButton> cmdBtn;
+    QTimer Timer1;
 };

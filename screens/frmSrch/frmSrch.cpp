@@ -1,9 +1,120 @@
 #include "screens/frmSrch/frmSrch.h"
 
+#include "app/Mcommon.h"
+#include "platform/qt/Text.h"
 #include "ui_frmSrch.h"
+
+#include <QRegularExpressionValidator>
+
+#include <exception>
 
 frmSrch::frmSrch(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmSrch>()) {
     ui_->setupUi(this);
+    // Digits alone; every other key is discarded.
+    ui_->txtEntry->setValidator(
+        new QRegularExpressionValidator(QRegularExpression("[0-9]*"), ui_->txtEntry));
+    AllowChoice(false);
+    connect(ui_->txtEntry, &QLineEdit::textEdited, this, [this] { txtEntry_Change(); });
+    connect(ui_->txtEntry, &QLineEdit::returnPressed, this,
+            [this] { guard_("frmSrch - txtEntry", [this] { txtEntry_KeyPress(); }); });
+    connect(ui_->cmdFind, &QPushButton::clicked, this,
+            [this] { guard_("frmSrch - cmdFind", [this] { txtEntry_KeyPress(); }); });
+    connect(ui_->cboChan, &QComboBox::activated, this,
+            [this] { guard_("frmSrch - cboChan", [this] { cboChan_Click(); }); });
+    connect(ui_->cboUnit, &QComboBox::activated, this,
+            [this] { guard_("frmSrch - cboUnit", [this] { cboUnit_Click(); }); });
+    connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::close);
 }
 
 frmSrch::~frmSrch() = default;
+
+void frmSrch::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    FillChannels();
+    ui_->txtEntry->setFocus();
+    ui_->txtEntry->selectAll();
+}
+
+void frmSrch::AllowChoice(bool allowed) {
+    ui_->cboChan->setEnabled(allowed);
+    ui_->cboUnit->setEnabled(allowed);
+}
+
+void frmSrch::txtEntry_Change() {
+    AllowChoice(false);
+}
+
+/// Enter starts the search.
+void frmSrch::txtEntry_KeyPress() {
+    if (ui_->txtEntry->text().isEmpty())
+        return;
+    ui_->txtEntry->selectAll();
+    SearchRecord();
+}
+
+void frmSrch::SearchRecord() {
+    ui_->lblStatus->setText("Searching the record...");
+    ui_->lblStatus->repaint();
+    bool found = false;
+    try {
+        found = search_.Find(Mreport::RecordNumberOf(Text::FromQt(ui_->txtEntry->text())));
+    } catch (const std::exception&) {
+        found = false; // whatever goes wrong in a search, the record was not found
+    }
+    if (found)
+        ShowFound();
+    else
+        ShowNotFound();
+}
+
+void frmSrch::ShowFound() {
+    FillChannels(); // another file may have been opened since
+    ui_->txtComment->setText(Text::ToQt(search_.Comment()));
+    FillUnits();
+    ShowValue();
+    ui_->lblStatus->setText("Ready");
+    AllowChoice(true);
+    Q_EMIT RecordFound(search_.Page(), static_cast<int>(search_.Line()));
+}
+
+void frmSrch::ShowNotFound() {
+    ui_->cboUnit->clear();
+    ui_->lblStatus->setText("Not Found");
+    ui_->txtComment->clear();
+    ui_->lblRtn->clear();
+}
+
+void frmSrch::FillChannels() {
+    const QVariant chosen = ui_->cboChan->currentData();
+    ui_->cboChan->clear();
+    for (const auto& entry : Mreport::RecordSearch::Entries())
+        ui_->cboChan->addItem(Text::ToQt(entry.text), entry.index);
+    ui_->cboChan->setCurrentIndex(std::max(0, ui_->cboChan->findData(chosen)));
+}
+
+void frmSrch::FillUnits() {
+    ui_->cboUnit->clear();
+    if (ui_->cboChan->currentIndex() < 0)
+        return;
+    for (const auto unit : Mreport::RecordSearch::Units(ui_->cboChan->currentData().toInt()))
+        ui_->cboUnit->addItem(Text::ToQt(Mreport::UnitText(unit)), static_cast<int>(unit));
+    ui_->cboUnit->setCurrentIndex(0);
+}
+
+void frmSrch::ShowValue() {
+    QString text = Text::ToQt(search_.TimeStamp());
+    if (ui_->cboChan->currentIndex() >= 0 && ui_->cboUnit->currentIndex() >= 0)
+        text += "    " + Text::ToQt(search_.ValueText(
+                             ui_->cboChan->currentData().toInt(),
+                             static_cast<FileOpr::Quantity>(ui_->cboUnit->currentData().toInt())));
+    ui_->lblRtn->setText(text);
+}
+
+void frmSrch::cboChan_Click() {
+    FillUnits();
+    ShowValue();
+}
+
+void frmSrch::cboUnit_Click() {
+    ShowValue();
+}

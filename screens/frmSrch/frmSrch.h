@@ -1,5 +1,8 @@
 #pragma once
 
+#include "report/RecordSearch.h"
+#include "screens/controls/EventGuard.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -8,7 +11,7 @@ namespace Ui {
 class frmSrch;
 }
 
-/// Search of one record by its number.
+/// Search of one record by its number, in the viewer's list pages.
 class frmSrch : public QDialog {
     Q_OBJECT
 
@@ -16,6 +19,27 @@ public:
     explicit frmSrch(QWidget* parent = nullptr);
     ~frmSrch() override;
 
+Q_SIGNALS:
+    /// Where the record that was found begins.
+    void RecordFound(int page, int line);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    void txtEntry_Change();
+    void txtEntry_KeyPress();
+    void cboChan_Click();
+    void cboUnit_Click();
+    void SearchRecord();
+    void ShowFound();
+    void ShowNotFound();
+    void FillChannels();
+    void FillUnits();
+    void ShowValue();
+    void AllowChoice(bool allowed);
+
+    EventGuard guard_{"Unexpected error - "};
     std::unique_ptr<Ui::frmSrch> ui_;
+    Mreport::RecordSearch search_;
 };

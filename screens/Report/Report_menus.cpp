@@ -1,0 +1,226 @@
+#include "app/CodePage.h"
+#include "app/Mcommon.h"
+#include "platform/Platform.h"
+#include "platform/qt/Text.h"
+#include "report/CsvExport.h"
+#include "report/RecentFiles.h"
+#include "screens/Report/Report.h"
+#include "screens/controls/ControlArray.h"
+#include "screens/controls/GraphExport.h"
+#include "screens/controls/LineListView.h"
+#include "screens/frmCommon/frmCommon.h"
+#include "screens/frmPrint/frmPrint.h"
+#include "screens/frmSrch/frmSrch.h"
+#include "ui_Report.h"
+
+namespace {
+
+constexpr auto busyText = "Press ESC to stop current data loading.";
+constexpr auto loadingText = "Cannot choose this option while data is loading.";
+constexpr auto helpFile = "ViewHlp.txt";
+constexpr double zoomStep = 1.25;
+
+// Entries of the menus' arrays.
+constexpr int fileOpen = 0;
+constexpr int filePrint = 1;
+constexpr int fileExportRecords = 2;
+constexpr int fileExportGraph = 3;
+constexpr int viewSelect = 0;
+constexpr int viewGraph = 1;
+constexpr int viewTable = 2;
+constexpr int viewZoomIn = 3;
+constexpr int viewZoomOut = 4;
+constexpr int toolCalculator = 0;
+constexpr int toolNotepad = 1;
+constexpr int toolFind = 2;
+constexpr int toolCopy = 3;
+constexpr int updateAutomatic = 1;
+
+/// The shown file's name with another ending, beside it.
+std::filesystem::path Proposal(const char* extension) {
+    return Mreport::viewedFile.filename().replace_extension(extension);
+}
+
+std::optional<std::filesystem::path> AskTarget(const std::string& title, const char* extension,
+                                               const std::string& filter) {
+    platform::FileDialogRequest request;
+    request.kind = platform::FileDialogRequest::Kind::save;
+    request.title = title;
+    request.fileName =
+        CodePage::FromPath(Proposal(extension)).value_or(std::string("report.") + extension);
+    request.defaultExtension = extension;
+    request.filter = filter;
+    request.initialFolder = Mreport::viewedFile.parent_path();
+    auto chosen = platform::Current().dialogs.ChooseFile(request);
+    if (chosen && !chosen->has_extension())
+        chosen->replace_extension(extension);
+    return chosen;
+}
+
+} // namespace
+
+void Report::ConnectMenus() {
+    const auto connectArray = [this](const QString& name, const std::string& location,
+                                     void (Report::*handler)(int)) {
+        ControlArray<QAction>(*this, name)
+            .Connect(*this, &QAction::triggered, [this, location, handler](int index) {
+                guard_(location, [this, handler, index] { (this->*handler)(index); });
+            });
+    };
+    connectArray("mnuFileItem", "Report - mnuFileItem", &Report::mnuFileItem_Click);
+    connectArray("mnuViewItem", "Report - mnuViewItem", &Report::mnuViewItem_Click);
+    connectArray("mnuToolItem", "Report - mnuToolItem", &Report::mnuToolItem_Click);
+    connectArray("mnuUpdateItem", "Report - mnuUpdateItem", &Report::mnuUpdateItem_Click);
+    connect(ui_->mnuRecent, &QMenu::aboutToShow, this, [this] { mnuRecent_Show(); });
+    connect(ui_->mnuHelp, &QAction::triggered, this,
+            [this] { guard_("Report - mnuHelp", [this] { mnuHelp_Click(); }); });
+    connect(ui_->mnuBack, &QAction::triggered, this, [this] { close(); });
+}
+
+void Report::mnuFileItem_Click(int Index) {
+    switch (Index) {
+    case fileOpen:
+        return OpenThroughDialog();
+    case filePrint:
+        return Print();
+    case fileExportRecords:
+        return ExportRecords();
+    case fileExportGraph:
+        return ExportGraphPicture();
+    default:
+        close();
+    }
+}
+
+void Report::OpenThroughDialog() {
+    if (Refuse(busyText))
+        return;
+    std::filesystem::path file;
+    if (FileOpr::ShowFileDialog(file, FileOpr::DialogMode::open))
+        OpenFile(file);
+}
+
+void Report::mnuRecent_Show() {
+    ui_->mnuRecent->clear();
+    const auto files = RecentFiles::List();
+    for (const auto& file : files) {
+        // An ampersand of the name is no mnemonic.
+        QAction* item = ui_->mnuRecent->addAction(Text::FromPath(file).replace("&", "&&"));
+        connect(item, &QAction::triggered, this, [this, file] { mnuRecent_Click(file); });
+    }
+    if (files.empty())
+        ui_->mnuRecent->addAction(tr("No file yet"))->setEnabled(false);
+}
+
+void Report::mnuRecent_Click(const std::filesystem::path& file) {
+    guard_("Report - mnuFileItem", [this, &file] {
+        if (!Refuse(busyText) && !Mcommon::FileExists(file))
+            RecentFiles::Remove(file);
+        OpenFile(file);
+    });
+}
+
+void Report::Print() {
+    if (Refuse(loadingText))
+        return;
+    frmPrint form(this);
+    form.exec();
+}
+
+void Report::ExportRecords() {
+    if (Refuse(loadingText))
+        return;
+    const auto file = AskTarget("Export Records", "csv", "Comma-separated values (*.csv)|*.csv");
+    if (!file)
+        return;
+    exporting_ = true;
+    exportStopped_ = false;
+    const auto done = qScopeGuard([this] { exporting_ = false; });
+    ui_->lblStatus->setText(tr("Exporting records... [Press ESC to stop exporting]"));
+    ui_->lblStatus->repaint();
+    const auto records = Mreport::ExportCsv(*file, [this] { return exportStopped_; });
+    ui_->lblStatus->setText(exportStopped_ ? tr("Ready")
+                                           : tr("Ready: %1 records exported").arg(records));
+}
+
+void Report::ExportGraphPicture() {
+    if (Refuse(loadingText))
+        return;
+    const auto file =
+        AskTarget("Export Graph", "png",
+                  "Picture (*.png)|*.png|Vector graphic (*.svg)|*.svg|PDF document (*.pdf)|*.pdf");
+    if (file)
+        ExportGraph(*ui_->graReport, Text::FromPath(*file));
+}
+
+void Report::mnuViewItem_Click(int Index) {
+    switch (Index) {
+    case viewSelect:
+        return SelectChannels();
+    case viewGraph:
+    case viewTable:
+        ui_->TabStrip->setCurrentIndex(Index == viewTable ? 1 : 0);
+        return ShowView(Index == viewTable);
+    case viewZoomIn:
+        return ui_->graReport->Zoom(zoomStep);
+    case viewZoomOut:
+        return ui_->graReport->Zoom(1 / zoomStep);
+    default:
+        ui_->graReport->ResetZoom();
+    }
+}
+
+void Report::SelectChannels() {
+    if (Refuse(loadingText))
+        return;
+    frmCommon form(*ui_->graReport, this);
+    form.Redraw = [this] { loader_.Redraw(ScrollValue()); };
+    form.exec();
+}
+
+void Report::mnuToolItem_Click(int Index) {
+    switch (Index) {
+    case toolCalculator:
+        return platform::Current().desktop.ShowCalculator();
+    case toolNotepad:
+        return platform::Current().desktop.ShowNotepad();
+    case toolFind:
+        return FindRecord();
+    case toolCopy:
+        return List(ui_->stkLists->currentIndex()).CopySelection();
+    default:
+        List(ui_->stkLists->currentIndex()).SelectAll();
+    }
+}
+
+void Report::FindRecord() {
+    if (!search_) {
+        search_ = new frmSrch(this);
+        connect(search_, &frmSrch::RecordFound, this,
+                [this](int page, int line) { GoTo(page, line); });
+    }
+    search_->show();
+    search_->raise();
+    search_->activateWindow();
+}
+
+/// Brings a record that was found into the list view.
+void Report::GoTo(int page, int line) {
+    if (page >= static_cast<int>(lstData_.size()))
+        return;
+    ui_->Pages->setCurrentIndex(page);
+    List(page).LinesChanged();
+    List(page).SetCurrentLine(line);
+}
+
+void Report::mnuUpdateItem_Click(int Index) {
+    if (Index == updateAutomatic)
+        loader_.SetAutoUpdate(ui_->mnuUpdateItem_1->isChecked());
+    else
+        loader_.UpdateList();
+    AllowMenus();
+}
+
+void Report::mnuHelp_Click() {
+    platform::Current().desktop.ShowHelpText(platform::Current().places.ProgramFolder() / helpFile);
+}

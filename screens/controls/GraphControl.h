@@ -1,0 +1,103 @@
+#pragma once
+
+#include "report/ReportGraph.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+class QCPAxis;
+class QCPGraph;
+class QCPItemTracer;
+class QCPTextElement;
+class QCustomPlot;
+class QPainter;
+class RecordTicker;
+
+/// The graph of a report: series of points above record numbers. Points that carry no value leave
+/// a gap. The mouse zooms (wheel) and pans (drag), a double click returns to the whole span; from
+/// the keyboard + and - zoom, the arrow keys walk along the points, Enter tells about the point,
+/// Escape is left to the form.
+class GraphControl : public QWidget, public Mreport::ReportGraph {
+    Q_OBJECT
+
+public:
+    explicit GraphControl(QWidget* parent = nullptr);
+    ~GraphControl() override;
+
+    std::int16_t NumSets() const override { return numSets_; }
+    void SetNumSets(std::int16_t sets) override;
+    std::int16_t NumPoints() const override { return numPoints_; }
+    void SetNumPoints(std::int16_t points) override;
+    void SetThisSet(std::int16_t set) override;
+    void SetLegend(std::int16_t set, const std::string& text) override;
+    void SetData(std::int16_t point, double value) override;
+    void SetExtra(std::int16_t point, std::int16_t mark) override;
+    void SetLabel(std::int16_t point, const std::string& text) override;
+    void SetXAxisMinorTicks(std::int16_t minor) override { minorTicks_ = minor; }
+    void SetTickEvery(std::int16_t points) override { tickEvery_ = points; }
+    std::string LeftTitle() const override;
+    void SetLeftTitle(const std::string& text) override;
+    void SetGraphTitle(const std::string& text) override;
+    void SetDataReset(std::int16_t what) override;
+    void SetDrawMode(std::int16_t mode) override;
+    double DataGetAmp(std::int16_t set, std::int16_t point) const override;
+
+    /// Draws the graph as on white paper, whatever the screen's palette.
+    void PaintOnPaper(QPainter& painter, const QRectF& place);
+
+    /// Shows the whole span again.
+    void ResetZoom();
+    void Zoom(double factor); ///< above 1: closer
+
+    /// Draws at once instead of at the next paint.
+    void DrawNow();
+
+Q_SIGNALS:
+    void PointClicked(int set, int point);
+    /// The point under the mouse or the keyboard's mark; set 0 where there is none.
+    void PointHovered(int set, int point);
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct Set {
+        QString legend;
+        std::vector<double> data; ///< not-a-number where a point carries no value
+    };
+    struct Hit {
+        int set = 0;
+        int point = 0;
+    };
+
+    void MakePlot();
+    void ApplyLook(const QPalette& palette, const QFont& font);
+    void ApplyPens(const QPalette& palette);
+    void ShowSets();
+    void FitAxes();
+    Hit HitAt(const QPointF& position) const;
+    double ValueAt(int set, int point) const;
+    void MarkPoint(const Hit& hit);
+    void StepPoint(int points);
+    void StepSet(int sets);
+    void Clicked(const QPointF& position);
+
+    QCustomPlot* plot_ = nullptr;
+    QCPTextElement* title_ = nullptr;
+    QCPItemTracer* tracer_ = nullptr;
+    std::shared_ptr<RecordTicker> ticker_;
+    std::vector<QCPGraph*> graphs_;
+    std::vector<Set> sets_;
+    std::int16_t numSets_ = 0;
+    std::int16_t numPoints_ = 0;
+    std::int16_t thisSet_ = 1;
+    std::int16_t minorTicks_ = 0;
+    std::int16_t tickEvery_ = 1;
+    Hit marked_;
+    QPointF pressed_;
+};

@@ -1,0 +1,72 @@
+#include "screens/controls/GraphExport.h"
+
+#include "app/RunTimeError.h"
+#include "screens/controls/GraphControl.h"
+
+#include <QFileInfo>
+#include <QImage>
+#include <QPageLayout>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+
+namespace {
+
+constexpr QSize picture_px(1600, 1120);
+constexpr int pdfResolution_dpi = 300;
+constexpr double pdfMargin_mm = 15;
+
+void DrawPng(GraphControl& graph, QIODevice& file) {
+    QImage image(picture_px, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    graph.PaintOnPaper(painter, QRectF(QPointF(), picture_px));
+    painter.end();
+    image.save(&file, "PNG");
+}
+
+void DrawSvg(GraphControl& graph, QIODevice& file) {
+    QSvgGenerator generator;
+    generator.setOutputDevice(&file);
+    generator.setSize(picture_px);
+    generator.setViewBox(QRect(QPoint(), picture_px));
+    QPainter painter(&generator);
+    graph.PaintOnPaper(painter, QRectF(QPointF(), picture_px));
+}
+
+void DrawPdf(GraphControl& graph, QIODevice& file) {
+    QPdfWriter writer(&file);
+    writer.setResolution(pdfResolution_dpi);
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    writer.setPageOrientation(QPageLayout::Landscape);
+    writer.setPageMargins(QMarginsF(pdfMargin_mm, pdfMargin_mm, pdfMargin_mm, pdfMargin_mm),
+                          QPageLayout::Millimeter);
+    QPainter painter(&writer);
+    graph.PaintOnPaper(painter, QRectF(0, 0, writer.width(), writer.height()));
+}
+
+} // namespace
+
+void ExportGraph(GraphControl& graph, const QString& fileName) {
+    const QFileInfo info(fileName);
+    const auto fail = [&info](const QString& reason) {
+        // A message only: a character that the code page lacks shows as "?".
+        throw RunTimeError("Writing " + info.fileName().toLatin1().toStdString() + ": " +
+                           reason.toLatin1().toStdString());
+    };
+    const QString kind = info.suffix().toLower();
+    if (kind != "png" && kind != "svg" && kind != "pdf")
+        fail("The name must end with .png, .svg or .pdf");
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly))
+        fail(file.errorString());
+    if (kind == "png")
+        DrawPng(graph, file);
+    else if (kind == "svg")
+        DrawSvg(graph, file);
+    else
+        DrawPdf(graph, file);
+    if (!file.commit())
+        fail(file.errorString());
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "report/Mreport.h"
+#include "report/support/MeasurementText.h"
+#include "screens/Report/Report.h"
+#include "screens/controls/GraphControl.h"
+#include "screens/controls/LineListView.h"
+#include "screens/support/ScreenTest.h"
+
+#include <QLabel>
+#include <QScrollBar>
+#include <QTabBar>
+
+#include <fstream>
+
+/// The viewer on files of the test's own folder.
+class ReportScreen : public ScreenTest {
+protected:
+    ReportScreen() {
+        platform.clock.step = std::chrono::milliseconds(1); // events run wherever they may
+        form = std::make_unique<Report>();
+        Show(*form);
+    }
+
+    std::unique_ptr<Report> form;
+
+    std::filesystem::path File(const std::string& name = "run.4ch") const {
+        return platform.folder.Path() / name;
+    }
+    void View(const std::string& text, const std::string& name = "run.4ch") {
+        WriteBytes(File(name), text);
+        form->ViewFile(File(name));
+        Settle();
+    }
+    void Append(const std::string& text) const {
+        std::ofstream stream(File(), std::ios::binary | std::ios::app);
+        stream << text;
+        ASSERT_TRUE(stream.flush());
+    }
+
+    QString Status() const { return Find<QLabel>(*form, "lblStatus").text(); }
+    GraphControl& Graph() const { return Find<GraphControl>(*form, "graReport"); }
+    QScrollBar& Scroll() const { return Find<QScrollBar>(*form, "HScroll"); }
+    LineListView& List(int page) const { return Element<LineListView>(*form, "lstData", page); }
+};
