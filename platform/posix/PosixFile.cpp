@@ -75,13 +75,6 @@ private:
     std::filesystem::path name_;
 };
 
-void FlushFolder(const std::filesystem::path& file) {
-    const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
-    const Descriptor opened = Open(folder, O_RDONLY | O_DIRECTORY, 0, "Flushing");
-    if (::fsync(opened.Number()) != 0 && errno != EINVAL) // some file systems have no such flush
-        ThrowError("Flushing", folder);
-}
-
 /// The file behind a symbolic link; the name itself where there is none.
 std::filesystem::path BehindLink(const std::filesystem::path& file) {
     std::error_code noSuchFile;
@@ -133,6 +126,15 @@ bool WriteAll(int descriptor, std::string_view bytes) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
+}
+
+void FlushFolder(const std::filesystem::path& file) {
+    const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
+    if (::access(folder.c_str(), R_OK) != 0)
+        return;
+    const Descriptor opened = Open(folder, O_RDONLY | O_DIRECTORY, 0, "Flushing");
+    if (::fsync(opened.Number()) != 0 && errno != EINVAL) // some file systems have no such flush
+        ThrowError("Flushing", folder);
 }
 
 void ReplaceFile(const std::filesystem::path& file, std::string_view bytes) {

@@ -36,6 +36,10 @@ Descriptor Open(const std::filesystem::path& file, int flags, unsigned int mode,
 /// Writes all bytes; false, with errno set, when the system took only a part of them.
 bool WriteAll(int descriptor, std::string_view bytes);
 
+/// Puts the names in the file's folder on the disk. Throws RunTimeError; a folder that may not be
+/// read is left to the system.
+void FlushFolder(const std::filesystem::path& file);
+
 /// Puts a file with these bytes in place of `file`: a new file beside it, flushed, renamed, and the
 /// folder flushed. A symbolic link stays and its target is replaced. Permissions of an existing
 /// file are kept; a new one is readable by its user only. Throws RunTimeError.

@@ -18,11 +18,21 @@ using posix::ThrowError;
 
 constexpr unsigned int readableByAll = 0666; ///< less what the user's umask takes away
 
+/// A new file's name is put on the disk at once: bytes that are durable in a file without a name
+/// would be lost all the same.
+Descriptor OpenOrMake(const std::filesystem::path& file) {
+    constexpr int flags = O_WRONLY | O_CREAT | O_APPEND;
+    const bool exists = ::access(file.c_str(), F_OK) == 0;
+    auto descriptor = posix::Open(file, flags, readableByAll, "Opening");
+    if (!exists)
+        posix::FlushFolder(file);
+    return descriptor;
+}
+
 class PosixAppendFile : public AppendFile {
 public:
     explicit PosixAppendFile(const std::filesystem::path& file)
-        : file_(file),
-          descriptor_(posix::Open(file, O_WRONLY | O_CREAT | O_APPEND, readableByAll, "Opening")) {}
+        : file_(file), descriptor_(OpenOrMake(file)) {}
 
     void Append(std::string_view bytes, bool durable) override {
         const std::uint64_t before = Size();

@@ -1,0 +1,96 @@
+// Conversion, and the whole live cycle from the frame's bytes to the texts that are shown.
+
+#include "chem/ChannelDisplay.h"
+#include "chem/Measure.h"
+#include "link/CommPort.h"
+#include "link/DataAcq.h"
+#include "link/Frame.h"
+#include "settings/mWinInit.h"
+#include "support/FakePlatform.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+/// Eight channels, the larger cycle: pH and ion electrodes in turn, each with a sensor.
+void SetUpEightChannels() {
+    mWinInit::Reset(8);
+    for (std::size_t i = 0; i < electrodePositions; ++i) {
+        const bool pH = i % 2 == 0;
+        const auto sensor = static_cast<std::int16_t>(i % tempSensorCount + 1);
+        mWinInit::ChannelSetup[i] = {pH ? "H (pH)" : "Ca", "S-1", "Double", "R-1", 40.078F, sensor};
+        mWinInit::Calibration[i] =
+            pH ? CalibrationRecord{"", 3, 0, {4, 7, 10}, {177.5F, 0, -177.5F}, {}}
+               : CalibrationRecord{
+                     "", 6, 0, {0.1F, 1, 10, 100, 1000, 1E4F}, {-100, -41, 18, 77, 136, 195}, {}};
+    }
+    for (int sensor = 0; sensor < tempSensorCount; ++sensor)
+        mWinInit::LoadTempSensorMatrix(sensor, "");
+}
+
+std::array<std::int16_t, cyclePositions> AllPositions() {
+    std::array<std::int16_t, cyclePositions> selected{};
+    selected.fill(-1);
+    return selected;
+}
+
+void ConvertCycle(benchmark::State& state) {
+    fake::Platform platform;
+    SetUpEightChannels();
+    const auto selected = AllPositions();
+    const std::array<float, cyclePositions> readings{59,  11, -59, 60,  100, 120,
+                                                     -12, 30, 150, 140, 130, 120};
+    std::array<float, cyclePositions> converted{};
+    const auto tables = mWinInit::ConversionTables();
+    for (auto _ : state) {
+        const auto failures = Measure::ConvertReadings(tables, selected, readings, converted);
+        if (std::ranges::any_of(failures, [](const auto& failure) { return failure.has_value(); }))
+            state.SkipWithError("a position was not converted");
+        benchmark::DoNotOptimize(converted);
+    }
+}
+BENCHMARK(ConvertCycle);
+
+/// A channel's state as the measuring page hands it to the display.
+ChannelDisplay::ChannelState StateOf(std::size_t i,
+                                     const std::array<float, cyclePositions>& averages,
+                                     const std::array<float, cyclePositions>& converted) {
+    const auto& setup = mWinInit::ChannelSetup[i];
+    ChannelDisplay::ChannelState channel;
+    channel.kind = Electrode::KindOf(setup.Electrode);
+    channel.potential_mV = averages[i];
+    channel.converted = converted[i];
+    channel.stdUnit = mWinInit::Calibration[i].StdUnit;
+    channel.molarMass_g_per_mol = setup.MolarMass;
+    channel.temperature_celsius =
+        converted[static_cast<std::size_t>(electrodePositions + setup.TempSensor - 1)];
+    return channel;
+}
+
+void LiveCycle(benchmark::State& state) {
+    fake::Platform platform;
+    SetUpEightChannels();
+    const auto selected = AllPositions();
+    Frame::Bytes frame{};
+    std::memcpy(frame.data(), "+0590\t+1500\t+0110\t+1400\t-0590\t+1300\t+0600\t+1200\x04",
+                Frame::length);
+    std::array<float, cyclePositions> averages{};
+    std::array<float, cyclePositions> converted{};
+    DataAcq::StartSeries(10);
+    for (auto _ : state) {
+        const auto values = Frame::Decode(frame);
+        std::ranges::copy(values, CommPort::Readings.begin());
+        DataAcq::ReadChannels(averages);
+        Measure::ConvertReadings(mWinInit::ConversionTables(), selected, averages, converted);
+        for (std::size_t i = 0; i < electrodePositions; ++i) {
+            auto cells = ChannelDisplay::Compose(StateOf(i, averages, converted));
+            benchmark::DoNotOptimize(cells);
+        }
+    }
+}
+BENCHMARK(LiveCycle);
+
+} // namespace
