@@ -34,6 +34,9 @@ public:
 
     bool IsRunning() const { return running_; }
 
+    /// A tick is on the stack; whoever owns the series must not destroy it now.
+    bool IsAtWork() const { return atWork_; }
+
     /// To be called at each tick of the timer. Lets events run; a tick that comes in meanwhile does
     /// nothing.
     Tick OnTimer(std::span<float, cyclePositions> averages);

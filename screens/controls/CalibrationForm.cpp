@@ -51,7 +51,8 @@ void CalibrationForm::Guarded(const std::string& handler, const std::function<vo
 
 void CalibrationForm::reject() {
     Guarded("Form_QueryUnload", [this] {
-        if (boxOpen_ || !Form_QueryUnload())
+        closeWanted_ = series_.IsAtWork(); // a form that deletes itself waits for the tick to end
+        if (boxOpen_ || closeWanted_ || !Form_QueryUnload())
             return;
         StopReading();
         QDialog::reject();
@@ -243,6 +244,8 @@ void CalibrationForm::tmrRead_Timer() {
         break;
     }
     }
+    if (closeWanted_)
+        reject();
 }
 
 void CalibrationForm::ShowAverages(std::span<const float, cyclePositions> averages) {

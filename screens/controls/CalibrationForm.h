@@ -109,5 +109,6 @@ private:
     std::array<StabilityMark, electrodePositions> marks_;
     std::vector<QLineEdit*> entries_;
     QTimer tmrElapsed;
+    bool closeWanted_ = false;
     QLabel* elapsedLabel_ = nullptr;
 };

@@ -5,6 +5,7 @@
 #include "settings/mWinInit.h"
 
 #include <QComboBox>
+#include <QPointer>
 #include <QTest>
 
 namespace {
@@ -483,6 +484,29 @@ TEST_F(SingleCalibration, Closing_in_the_middle_of_a_reading_ends_it) {
     EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
     EXPECT_FALSE(DataAcq::ReadingEnabled);
     EXPECT_FALSE(Hourglass());
+}
+
+TEST_F(SingleCalibration, A_form_closed_while_a_tick_is_at_work_goes_after_the_tick) {
+    Open(firstCa);
+    QPointer<frmCalib> opened = form.release();
+    opened->setAttribute(Qt::WA_DeleteOnClose);
+    Type(*opened, "txtEntry_0", "10");
+    Click(*opened, "cmdSys_0");
+    Arrive({1, 2, 3, 4, 5, 6, 7, 8});
+    platform.clock.step = std::chrono::milliseconds(1); // events run at every channel
+    platform.dialogs.ExpectMessage(quitQuestion, quitStyle, platform::button::yes);
+    int passes = 0;
+    platform.desktop.onEvents = [&] {
+        if (passes++ == 0)
+            opened->close();
+        EXPECT_TRUE(opened && opened->isVisible());
+        Settle();
+    };
+    Tick(*opened, "tmrRead");
+    platform.desktop.onEvents = nullptr;
+    EXPECT_GT(passes, 1);
+    Settle();
+    EXPECT_TRUE(opened.isNull());
 }
 
 TEST_F(SingleCalibration, All_points_recorded_but_no_summary_shown_stores_nothing) {

@@ -1,0 +1,147 @@
+#include "link/ReadingSeries.h"
+
+#include "link/CommPort.h"
+#include "link/DataAcq.h"
+#include "support/FakeLink.h"
+#include "support/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+using namespace std::chrono_literals;
+using Tick = ReadingSeries::Tick;
+
+namespace {
+
+class Series : public testing::Test {
+protected:
+    void SetUp() override {
+        CommPort::fncInitializeComPort();
+        platform.clock.step = 1ms; // events run at every value taken
+    }
+
+    bool Hourglass() const { return platform.desktop.pointer == platform::MousePointer::hourglass; }
+
+    void FrameArrives(int firstElectrode_tenths) {
+        link.serial.Arrive(FrameOf({firstElectrode_tenths, 0, 0, 0, 0, 0, 0, 0}));
+    }
+
+    /// Runs once, at the first moment of the next tick at which events run.
+    void DuringNextTick(const std::function<void()>& step) {
+        platform.desktop.onEvents = [step, done = false]() mutable {
+            if (!std::exchange(done, true))
+                step();
+        };
+    }
+
+    fake::Platform platform;
+    fake::Link link;
+    fake::Timer timer;
+    ReadingSeries series{timer};
+    std::array<float, cyclePositions> averages{};
+};
+
+} // namespace
+
+TEST_F(Series, Starting_requests_a_frame_and_shows_the_hourglass) {
+    series.Start(5);
+    EXPECT_EQ(link.Requests(), 1U);
+    EXPECT_TRUE(timer.Enabled());
+    EXPECT_EQ(timer.Interval(), 50ms);
+    EXPECT_EQ(DataAcq::AverageCount, 5);
+    EXPECT_TRUE(DataAcq::ReadingEnabled);
+    EXPECT_TRUE(Hourglass());
+}
+
+TEST_F(Series, No_value_is_taken_before_the_first_good_frame) {
+    CommPort::Readings.fill(77); // of an earlier reading
+    series.Start(2);
+    EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
+    EXPECT_EQ(DataAcq::ConnectionState, 0);
+    EXPECT_TRUE(Hourglass());
+    FrameArrives(100);
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    EXPECT_EQ(averages[0], 10.0F);
+}
+
+TEST_F(Series, The_first_average_ends_the_hourglass_and_slows_the_timer) {
+    series.Start(2);
+    FrameArrives(100);
+    series.OnTimer(averages);
+    EXPECT_FALSE(Hourglass());
+    EXPECT_EQ(timer.Interval(), 1500ms);
+    series.Stop();
+    series.Start(2);
+    EXPECT_EQ(timer.Interval(), 1500ms) << "the instrument has been heard before";
+}
+
+TEST_F(Series, A_failed_link_ends_the_series_once) {
+    series.Start(2);
+    link.TimeoutTicks();
+    EXPECT_EQ(series.OnTimer(averages), Tick::failed);
+    EXPECT_FALSE(series.IsRunning());
+    EXPECT_FALSE(timer.Enabled());
+    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(Hourglass());
+    EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
+}
+
+TEST_F(Series, A_tick_within_a_tick_does_nothing) {
+    series.Start(3);
+    FrameArrives(100);
+    Tick inner = Tick::values;
+    DuringNextTick([&] {
+        EXPECT_TRUE(series.IsAtWork());
+        inner = series.OnTimer(averages);
+    });
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    EXPECT_EQ(inner, Tick::nothing);
+    EXPECT_FALSE(series.IsAtWork());
+}
+
+TEST_F(Series, Stopped_in_the_middle_of_a_tick_it_gives_no_values) {
+    series.Start(3);
+    FrameArrives(100);
+    DuringNextTick([&] { series.Stop(); });
+    EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
+    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(timer.Enabled());
+}
+
+TEST_F(Series, Averaging_begun_in_the_middle_of_a_tick_starts_after_it) {
+    series.Start(1000);
+    FrameArrives(100);
+    DuringNextTick([&] { series.RestartAveraging(2); });
+    EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
+    EXPECT_TRUE(Hourglass());
+    EXPECT_EQ(DataAcq::AverageCount, 2);
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    EXPECT_EQ(averages[0], 10.0F);
+    EXPECT_FALSE(Hourglass());
+}
+
+TEST_F(Series, Started_anew_in_the_middle_of_a_tick_it_waits_for_its_own_frame) {
+    series.Start(1000);
+    FrameArrives(100);
+    DuringNextTick([&] {
+        series.Stop();
+        series.Start(1);
+    });
+    EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
+    EXPECT_TRUE(series.IsRunning());
+    EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
+    FrameArrives(200);
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    EXPECT_EQ(averages[0], 20.0F);
+}
+
+TEST_F(Series, Its_end_of_life_ends_the_reading) {
+    {
+        ReadingSeries shortLived(timer);
+        shortLived.Start(1);
+    }
+    EXPECT_FALSE(timer.Enabled());
+    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(Hourglass());
+}
