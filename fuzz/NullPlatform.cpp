@@ -14,9 +14,14 @@ namespace {
 
 class Dialogs : public platform::Dialogs {
 public:
+    explicit Dialogs(const std::function<void()>& whileMessageIsOpen)
+        : whileMessageIsOpen_(whileMessageIsOpen) {}
+
     void Beep() override {}
     std::int16_t ShowMessage(const std::string& /*prompt*/, std::int16_t /*style*/,
                              const std::string& /*caption*/) override {
+        if (whileMessageIsOpen_)
+            whileMessageIsOpen_();
         return platform::button::no;
     }
     std::string AskText(const std::string& /*prompt*/, const std::string& /*title*/,
@@ -27,6 +32,9 @@ public:
     ChooseFile(const platform::FileDialogRequest& /*request*/) override {
         return std::nullopt;
     }
+
+private:
+    const std::function<void()>& whileMessageIsOpen_;
 };
 
 class Desktop : public platform::Desktop {
@@ -96,8 +104,9 @@ std::filesystem::path NewFolder() {
 } // namespace
 
 struct NullPlatform::Parts {
-    explicit Parts(const std::filesystem::path& folder)
-        : profile(platform::MakeProfileFile(folder / "Vantrel.ini")), places(folder) {}
+    Parts(const std::filesystem::path& folder, const std::function<void()>& whileMessageIsOpen)
+        : dialogs(whileMessageIsOpen), profile(platform::MakeProfileFile(folder / "Vantrel.ini")),
+          places(folder) {}
 
     Dialogs dialogs;
     Desktop desktop;
@@ -111,7 +120,8 @@ struct NullPlatform::Parts {
                                 userStore, places,  *files, printing};
 };
 
-NullPlatform::NullPlatform() : folder_(NewFolder()), parts_(std::make_unique<Parts>(folder_)) {
+NullPlatform::NullPlatform()
+    : folder_(NewFolder()), parts_(std::make_unique<Parts>(folder_, whileMessageIsOpen)) {
     platform::Install(&parts_->services);
 }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,6 +21,9 @@ public:
     ~NullPlatform();
     NullPlatform(const NullPlatform&) = delete;
     NullPlatform& operator=(const NullPlatform&) = delete;
+
+    /// Runs while a message box is open, before its answer.
+    std::function<void()> whileMessageIsOpen;
 
     const std::filesystem::path& Folder() const { return folder_; }
     std::filesystem::path SettingsFile() const;

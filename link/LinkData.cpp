@@ -33,8 +33,10 @@ void SetStatus(const std::string& text) {
 
 void SetState(LinkState state) {
     // The end of the message about a bad frame fails the link; until then no screen may.
-    if (Data().messageOpen && state == LinkState::failed)
+    if (Data().messageOpen && state == LinkState::failed) {
+        Data().failedMeanwhile = true;
         return;
+    }
     if (std::exchange(Data().state, state) != state)
         TellObservers();
 }

@@ -71,11 +71,12 @@ public:
 void ShowBadFrameMessage(const std::string& text) {
     const auto session = Data().session;
     internal::SetState(LinkState::waiting);
+    Data().failedMeanwhile = false;
     {
         const MessageOpen open;
         Mcommon::MessageBoxEx(text, platform::style::okOnly, platform::style::exclamation);
     }
-    if (Data().session == session)
+    if (Data().session == session || Data().failedMeanwhile)
         internal::SetState(LinkState::failed);
 }
 
@@ -308,6 +309,7 @@ void MSComm1_OnArrival() {
 
 void BeginReading() {
     ++Data().session;
+    Data().failedMeanwhile = false;
     Data().reading = true;
     internal::SetState(LinkState::waiting);
     try {

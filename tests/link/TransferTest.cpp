@@ -384,6 +384,18 @@ TEST_F(OpenMessage, A_port_that_goes_meanwhile_leaves_the_link_failed_and_closed
     EXPECT_FALSE(CommPort::Busy);
 }
 
+TEST_F(OpenMessage, Reading_that_begins_meanwhile_on_a_port_that_is_away_has_failed_afterwards) {
+    ReceiveBadFrameWhile([this] {
+        link.serial.Unplug();
+        CommPort::EndReading();
+        CommPort::BeginReading();
+        EXPECT_EQ(CommPort::State(), LinkState::waiting);
+    });
+
+    EXPECT_EQ(CommPort::State(), LinkState::failed);
+    EXPECT_FALSE(CommPort::Busy);
+}
+
 TEST_F(OpenMessage, Reading_that_begins_meanwhile_gets_its_request_after_the_answer) {
     ReceiveBadFrameWhile([this] {
         CommPort::EndReading();

@@ -1,6 +1,7 @@
 #include "LinkTest.h"
 #include "PtyPeer.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>

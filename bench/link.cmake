@@ -1,0 +1,1 @@
+vantrel_core_bench(bench_link BenchLink.cpp)
