@@ -17,6 +17,7 @@ namespace FileOpr {
 
 std::filesystem::path currentMeasurementPath;
 std::filesystem::path targetFile;
+bool measuring = false;
 std::filesystem::path lastFolder;
 
 namespace {
@@ -177,6 +178,7 @@ void Reset() {
     temporaryRecording.reset();
     currentMeasurementPath.clear();
     targetFile.clear();
+    measuring = false;
     lastFolder.clear();
     liveReport = {};
     runRows = {};

@@ -19,6 +19,8 @@ namespace FileOpr {
 extern std::filesystem::path currentMeasurementPath;
 /// The file chosen in the save dialog; empty until the first record.
 extern std::filesystem::path targetFile;
+/// The measuring page is open: what it records goes into targetFile.
+extern bool measuring;
 /// Folder of the last file chosen in a dialog; the next dialog starts there. While it is empty,
 /// dialogs start in the project's folder for measurement files.
 extern std::filesystem::path lastFolder;

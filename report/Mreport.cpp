@@ -31,7 +31,7 @@ std::string UnitText(FileOpr::Quantity unit) {
 }
 
 bool IsLiveFile(const std::filesystem::path& file) {
-    return !FileOpr::targetFile.empty() &&
+    return FileOpr::measuring && !FileOpr::targetFile.empty() &&
            file.lexically_normal() == FileOpr::targetFile.lexically_normal();
 }
 

@@ -60,6 +60,7 @@ void frmMain::EnterMeasuringPage() {
     ShowChannelLabels();
     ui_->lblRec->setText("0");
     ui_->txtComment->clear();
+    FileOpr::measuring = true;
     ShowPage(Page::measuring);
     tmrTime_Timer();
     tmrTime.start();
@@ -69,6 +70,7 @@ void frmMain::EnterMeasuringPage() {
 
 void frmMain::LeaveMeasuringPage() {
     StopReading();
+    FileOpr::measuring = false;
     tmrTime.stop();
     // Records that cannot be moved now stay in the temporary file; the next move takes them along.
     guard_("frmMain - FlushTempFile", [] {

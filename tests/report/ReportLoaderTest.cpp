@@ -277,6 +277,7 @@ TEST_F(ReportLoader, A_file_that_shrinks_gives_blank_lines_and_says_so) {
 }
 
 TEST_F(ReportLoader, Updating_the_live_file_adds_what_was_recorded_since) {
+    FileOpr::measuring = true;
     FileOpr::targetFile = File();
     const MeasurementText text;
     View(text.File(60));
@@ -296,6 +297,7 @@ TEST_F(ReportLoader, Updating_the_live_file_adds_what_was_recorded_since) {
 }
 
 TEST_F(ReportLoader, A_last_line_that_was_incomplete_is_completed_by_an_update) {
+    FileOpr::measuring = true;
     FileOpr::targetFile = File();
     const MeasurementText text;
     const std::string whole = text.File(5);

@@ -168,6 +168,7 @@ TEST_F(ReportScreen, The_menus_offer_what_the_shown_file_allows) {
     View(MeasurementText().File(5));
     EXPECT_TRUE(Find<QAction>(*form, "mnuViewItem_0").isEnabled());
     EXPECT_FALSE(Find<QAction>(*form, "mnuUpdateItem_0").isEnabled());
+    FileOpr::measuring = true;
     FileOpr::targetFile = File();
     View(MeasurementText().File(5));
     EXPECT_FALSE(Find<QAction>(*form, "mnuViewItem_0").isEnabled());
@@ -188,6 +189,7 @@ TEST_F(ReportScreen, Calculator_notepad_and_help_are_the_desktops) {
 }
 
 TEST_F(ReportScreen, A_live_file_is_updated_by_hand) {
+    FileOpr::measuring = true;
     FileOpr::targetFile = File();
     View(MeasurementText().File(60));
     Append(MeasurementText().Record(61));
@@ -198,6 +200,7 @@ TEST_F(ReportScreen, A_live_file_is_updated_by_hand) {
 }
 
 TEST_F(ReportScreen, Automatic_update_hides_the_scroll_bar_until_the_run_ends) {
+    FileOpr::measuring = true;
     FileOpr::targetFile = File();
     View(MeasurementText().File(60));
     Choose(*form, "mnuUpdateItem_1");
@@ -211,6 +214,7 @@ TEST_F(ReportScreen, Automatic_update_hides_the_scroll_bar_until_the_run_ends) {
 }
 
 TEST_F(ReportScreen, Opening_a_file_resets_update_and_view) {
+    FileOpr::measuring = true;
     FileOpr::targetFile = File();
     View(MeasurementText().File(60));
     Choose(*form, "mnuUpdateItem_1");
