@@ -34,6 +34,10 @@ std::filesystem::path Analyst::MeasurementFile() const {
     return std::filesystem::path(Folder().toStdString()) / "tour.4ch";
 }
 
+std::filesystem::path Analyst::ExportedFile() const {
+    return std::filesystem::path(Folder().toStdString()) / "tour.csv";
+}
+
 void Analyst::ChooseElectrode(int channel, const QString& electrode, const QString& serialNo,
                               int tempSensor) {
     constexpr int serialNumbers = 4;
@@ -150,15 +154,60 @@ void Analyst::RecordByHand(int records) {
 
 void Analyst::RecordByClock(int records, int period_s) {
     const int before = TextOf(Main(), "lblRec").toInt();
+    Click(Main(), "cmdPage_2");
+    QWidget& report = Window("Report");
+    WaitFor("the report", [&] { return TextOf(report, "lblStatus") == "Ready"; });
     Pick(Main(), "cboAcqr", "Automatic");
     Type(Main(), "txtTimer", QString::number(period_s));
     Click(Main(), "cmdPage_1"); // "&Record"
+    Choose(report, "mnuUpdateItem_1");
     WaitForRecords(before + records, period_s);
     Picture(Main(), "recording-by-clock");
+    Picture(report, "report-live");
     Click(Main(), "cmdPage_1"); // "&Stop"
     Click(Main(), "cmdPage_0"); // "< &Back"
     WaitFor("the setup page",
             [this] { return Main().windowTitle() == "4-Channel Vantrel: Setup"; });
+}
+
+void Analyst::SelectQuantity(QWidget& report, int unit, const QString& pictureName) {
+    answers_.Other("frmCommon", [=](QWidget& dialog) {
+        Click(dialog, Element("optData", unit));
+        if (unit == 0)
+            Picture(dialog, "select-channels");
+        Click(dialog, "cmdBtn_0");
+    });
+    Choose(report, "mnuViewItem_0");
+    WaitFor("the selection", [this] { return answers_.AllGiven(); });
+    Picture(report, pictureName);
+}
+
+void Analyst::FindRecord(QWidget& report, int record) {
+    Choose(report, "mnuToolItem_2");
+    QWidget& search = Window("frmSrch");
+    Type(search, "txtEntry", QString::number(record));
+    PressEnter(search, "txtEntry");
+    WaitFor("the record", [&] { return TextOf(search, "lblStatus") == "Ready"; });
+    Picture(search, "search");
+    search.close();
+}
+
+void Analyst::ViewReport() {
+    QWidget& report = Window("Report");
+    answers_.File("Open File", QString::fromStdString(MeasurementFile().string()));
+    Choose(report, "mnuFileItem_0");
+    WaitFor("the loaded file", [&] { return TextOf(report, "lblStatus") == "Ready"; });
+    const QStringList quantities = {"mV", "pH", "ppm", "mol-l", "celsius"};
+    for (int unit = 0; unit < quantities.size(); ++unit)
+        SelectQuantity(report, unit, "report-" + quantities[unit]);
+    FindRecord(report, 3);
+    Choose(report, "mnuViewItem_2");
+    Picture(report, "report-table");
+    answers_.File("Export Records", QString::fromStdString(ExportedFile().string()));
+    Choose(report, "mnuFileItem_2");
+    WaitFor("the export", [this] { return std::filesystem::exists(ExportedFile()); });
+    Choose(report, "mnuBack");
+    WaitFor("the viewer to close", [&] { return !report.isVisible(); });
 }
 
 void Analyst::Exit() {

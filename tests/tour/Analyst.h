@@ -25,20 +25,25 @@ public:
 
     void BeginMeasuring();
     void RecordByHand(int records);
+
+    /// While the report follows the records as they arrive.
     void RecordByClock(int records, int period_s);
 
     /// Through all quantities, to a record and into a CSV file.
-    void ViewReport(const std::filesystem::path& file);
+    void ViewReport();
 
     void Exit();
 
     std::filesystem::path MeasurementFile() const;
+    std::filesystem::path ExportedFile() const;
 
 private:
     QWidget& Main() const;
     void ChooseElectrode(int channel, const QString& electrode, const QString& serialNo,
                          int tempSensor);
     void WaitForRecords(int count, int period_s);
+    void SelectQuantity(QWidget& report, int unit, const QString& pictureName);
+    void FindRecord(QWidget& report, int record);
 
     const InstrumentProcess& instrument_;
     DialogAnswers& answers_;

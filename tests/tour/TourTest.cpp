@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 namespace {
 
 /// The user's folders, but for the temporary one: unfinished recordings of others are not the
@@ -49,6 +51,16 @@ void CheckMeasurementFile(const std::filesystem::path& file, int records) {
         EXPECT_EQ(run.records[i].number, static_cast<std::int32_t>(i) + 1);
 }
 
+/// A heading and a row for each record.
+void CheckExport(const std::filesystem::path& file, int records) {
+    std::ifstream stream(file);
+    std::string line;
+    int lines = 0;
+    while (std::getline(stream, line))
+        ++lines;
+    EXPECT_EQ(lines, records + 1);
+}
+
 TEST(Tour, An_analyst_sets_up_calibrates_measures_views_and_prints) {
     TourPlaces places;
     const InstrumentProcess instrument(places.ConfigurationFolder().parent_path(),
@@ -60,6 +72,7 @@ TEST(Tour, An_analyst_sets_up_calibrates_measures_views_and_prints) {
     DialogAnswers answers;
     Analyst analyst(instrument, answers);
     std::filesystem::remove(analyst.MeasurementFile());
+    std::filesystem::remove(analyst.ExportedFile());
     theMain::Program program;
     program.Main();
 
@@ -74,7 +87,10 @@ TEST(Tour, An_analyst_sets_up_calibrates_measures_views_and_prints) {
     analyst.BeginMeasuring();
     analyst.RecordByHand(recordsByHand);
     analyst.RecordByClock(RecordsByClock(), 1);
-    CheckMeasurementFile(analyst.MeasurementFile(), recordsByHand + RecordsByClock());
+    const int records = recordsByHand + RecordsByClock();
+    CheckMeasurementFile(analyst.MeasurementFile(), records);
+    analyst.ViewReport();
+    CheckExport(analyst.ExportedFile(), records);
     analyst.Exit();
 }
 
