@@ -53,6 +53,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // The form (frmMain.cpp).
@@ -90,6 +91,7 @@ private:
 
     // Reading and showing (frmMain_measure.cpp).
     void PrepareMeasuringPage();
+    void FitFigures(QSize cellSize);
     void EnterMeasuringPage();
     void LeaveMeasuringPage();
     void ShowChannelLabels();

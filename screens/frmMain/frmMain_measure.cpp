@@ -10,11 +10,16 @@
 #include "settings/mWinInit.h"
 #include "ui_frmMain.h"
 
+#include <QResizeEvent>
 #include <QScopeGuard>
 
 namespace {
 
 constexpr int titleLabel = 47;
+
+constexpr const char* widestReading = "-8.88E+88";
+constexpr int smallestFigure_pt = 16; ///< as the form is designed
+constexpr int largestFigure_pt = 36;
 
 /// Offsets of the channels' labels in lblEntry, in the order of the cells: mV, pH, ppm, mol/l, °C.
 constexpr std::array<int, ChannelDisplay::cellCount> cellLabels = {16, 24, 32, 64, 56};
@@ -33,17 +38,48 @@ void frmMain::PrepareMeasuringPage() {
     for (int i = 0; i < electrodePositions; ++i) {
         for (const int offset : cellLabels) {
             QLabel& cell = lblEntry(offset + i);
-            // Wide enough for any reading, and never wider, so that nothing moves when it changes.
-            const int widest = cell.fontMetrics().horizontalAdvance("-8.88E+88");
-            cell.setMinimumWidth(widest + 2 * (cell.margin() + cell.frameWidth()));
-            cell.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
+            // Wide enough for any reading; the layout alone decides beyond that, never the text, so
+            // that nothing moves when a figure changes.
+            const QFontMetrics metrics = cell.fontMetrics();
+            const int frame = 2 * (cell.margin() + cell.frameWidth());
+            cell.setMinimumSize(metrics.horizontalAdvance(widestReading) + frame,
+                                metrics.height() + frame);
+            cell.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
             cell.setBackgroundRole(QPalette::Base);
             cell.setVisible(i < ChannelCount());
         }
         for (QLabel* label : {&lblChannel(i), &lblElectrode(i), &lblSerialNo(i), &lblSensor(i)})
             label->setVisible(i < ChannelCount());
     }
+    lblEntry(cellLabels[0]).installEventFilter(this);
     ShowColours();
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &lblEntry(cellLabels[0]) && event->type() == QEvent::Resize)
+        FitFigures(static_cast<QResizeEvent*>(event)->size());
+    return QMainWindow::eventFilter(watched, event);
+}
+
+/// The largest figures that cells of this size hold.
+void frmMain::FitFigures(QSize cellSize) {
+    const QLabel& sample = lblEntry(cellLabels[0]);
+    const int frame = 2 * (sample.margin() + sample.frameWidth());
+    QFont font = sample.font();
+    font.setBold(false);
+    for (int size = largestFigure_pt; size >= smallestFigure_pt; --size) {
+        font.setPointSize(size);
+        const QFontMetrics metrics(font);
+        if (metrics.horizontalAdvance(widestReading) + frame <= cellSize.width() &&
+            metrics.height() + frame <= cellSize.height())
+            break;
+    }
+    for (int i = 0; i < electrodePositions; ++i)
+        for (const int offset : cellLabels) {
+            QLabel& cell = lblEntry(offset + i);
+            font.setBold(cell.font().bold());
+            cell.setFont(font);
+        }
 }
 
 void frmMain::EnterMeasuringPage() {

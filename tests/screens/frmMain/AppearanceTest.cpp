@@ -102,6 +102,21 @@ TEST_F(Appearance, Nothing_moves_when_the_figures_change) {
     }
 }
 
+TEST_F(Appearance, Figures_grow_with_the_window_and_shrink_back) {
+    OpenReading();
+    form->resize(smallScreen);
+    Settle();
+    const auto& cell = Element<QLabel>(*form, "lblEntry", 18);
+    const int small = cell.font().pointSize();
+    form->resize(1900, 1000);
+    Settle();
+    EXPECT_GT(cell.font().pointSize(), small);
+    EXPECT_LE(cell.fontMetrics().horizontalAdvance("-8.88E+88"), cell.contentsRect().width());
+    form->resize(smallScreen);
+    Settle();
+    EXPECT_EQ(cell.font().pointSize(), small);
+}
+
 TEST_F(Appearance, Title_and_errors_are_readable_on_a_dark_palette) {
     const DarkPalette dark;
     OpenReading();
