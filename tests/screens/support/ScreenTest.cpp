@@ -19,7 +19,10 @@
 #include <map>
 
 ScreenTest::ScreenTest() {
-    platform.desktop.onEvents = [] { QCoreApplication::processEvents(); };
+    platform.desktop.onEvents = [this] {
+        QCoreApplication::processEvents();
+        platform.clock.monotonic += std::chrono::milliseconds(1); // waits come to their end
+    };
 }
 
 ScreenTest::~ScreenTest() {
