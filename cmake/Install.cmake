@@ -1,6 +1,6 @@
 # What `cmake --install` puts where, and the Debian package. The simulated instrument installs itself
 # in simulator/.
-if(TARGET vantrel)
+if(VANTREL_SCREENS)
   install(TARGETS vantrel RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 set(packaging ${PROJECT_SOURCE_DIR}/packaging)

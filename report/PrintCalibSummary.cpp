@@ -8,7 +8,7 @@ namespace Measure {
 
 namespace {
 
-constexpr int widestColumn = 100; // the slope column and a slope such as -1.23E+04
+constexpr int widestColumn = 96; // to the end of a slope such as -1.23E+04
 constexpr int largestText_pt = 10;
 constexpr int smallestText_pt = 5;
 constexpr float titleScale = 1.8F;

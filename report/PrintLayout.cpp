@@ -23,6 +23,8 @@ constexpr int smallestText_pt = 5;
 /// above the end of the page.
 constexpr int headerLines = 2;
 constexpr int linesKept = 3;
+constexpr float headerRuleHeight =
+    1.9F; // of its lines; clear of the headings and of the first line
 
 constexpr std::string_view commentLabel = "Comment:";
 constexpr std::string_view projectMark = "Project Name:";
@@ -61,9 +63,9 @@ class TablePrint {
 public:
     TablePrint(platform::Printer& printer, const TableReport& report)
         : printer_(printer), report_(report), columns_(Columns(report.channelCount)) {
-        const float size = PrintColumns::FittingSize(printer, columns_.back() + widestValue,
-                                                     largestText_pt, smallestText_pt);
-        printer_.SetFont({size});
+        size_pt_ = PrintColumns::FittingSize(printer, columns_.back() + widestValue, largestText_pt,
+                                             smallestText_pt);
+        printer_.SetFont({size_pt_});
         lineHeight_ = PrintColumns::LineHeight(printer_);
         ruleEnd_ = printer_.PageWidth() - 2 * printer_.TextWidth("ABC");
         PrintHeader();
@@ -82,6 +84,7 @@ public:
 
 private:
     void PrintHeader() {
+        printer_.SetFont({size_pt_, true});
         const std::string pageAndDate =
             "Page " + std::to_string(printer_.PageNumber()) + "   " + report_.date;
         const float right = ruleEnd_ - printer_.TextWidth(pageAndDate);
@@ -90,7 +93,8 @@ private:
         for (std::size_t channel = 1; channel < columns_.size(); ++channel)
             PrintColumns::PrintAt(printer_, {ColumnX(channel), lineHeight_},
                                   "Chan " + std::to_string(channel));
-        Rule(headerLines * lineHeight_);
+        Rule(headerRuleHeight * lineHeight_);
+        printer_.SetFont({size_pt_});
         linesOnPage_ = 0;
     }
 
@@ -157,6 +161,7 @@ private:
     platform::Printer& printer_;
     const TableReport& report_;
     std::span<const int> columns_;
+    float size_pt_ = 0;
     float lineHeight_ = 0;
     float ruleEnd_ = 0;
     int linesOnPage_ = 0;

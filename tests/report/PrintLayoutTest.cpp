@@ -46,7 +46,7 @@ protected:
     }
 };
 
-TEST_F(PrintLayout, A_page_starts_with_title_page_number_date_headings_and_a_rule) {
+TEST_F(PrintLayout, A_page_starts_with_a_bold_title_page_number_date_headings_and_a_rule) {
     page.AddRecord(1);
 
     Print({1, 1});
@@ -57,8 +57,10 @@ TEST_F(PrintLayout, A_page_starts_with_title_page_number_date_headings_and_a_rul
               (Lines{"0,0 4-Channel Vantrel - Well 7 Report: Table",
                      "384,0 Page 1   07-Mar-2003", // 20 characters to the end of the rule
                      "120,12.5 Chan 1", "210,12.5 Chan 2", "300,12.5 Chan 3", "390,12.5 Chan 4"}));
-    EXPECT_EQ(printer.rules.at(0).from, (platform::PrintPosition{0, 25}));
-    EXPECT_EQ(printer.rules.at(0).to, (platform::PrintPosition{504, 25}));
+    EXPECT_EQ(printer.rules.at(0).from, (platform::PrintPosition{0, 23.75F}));
+    EXPECT_EQ(printer.rules.at(0).to, (platform::PrintPosition{504, 23.75F}));
+    EXPECT_TRUE(printer.texts.at(5).font.bold);
+    EXPECT_FALSE(printer.texts.at(6).font.bold);
 }
 
 TEST_F(PrintLayout, A_record_s_parts_stand_in_the_columns_of_four_channels) {
@@ -191,7 +193,7 @@ TEST_F(PrintLayout, The_line_behind_a_full_page_follows_a_new_header_with_page_n
                      "120,12.5 Chan 1", "210,12.5 Chan 2", "300,12.5 Chan 3", "390,12.5 Chan 4",
                      "0,25 mV", "120,25 57"}));
     EXPECT_EQ(printer.rules.back().page, 2);
-    EXPECT_EQ(printer.rules.back().from.y_pt, 25.0F);
+    EXPECT_EQ(printer.rules.back().from.y_pt, 23.75F);
 }
 
 TEST_F(PrintLayout, A_separator_that_no_longer_fits_is_ruled_on_the_next_page) {
