@@ -87,11 +87,17 @@ void GraphControl::MakePlot() {
     tracer_->setStyle(QCPItemTracer::tsCircle);
     tracer_->setSize(2 * markSize_px);
     tracer_->setVisible(false);
-    connect(plot_, &QCustomPlot::beforeReplot, this, [this] {
-        const QFontMetrics metrics(plot_->xAxis->tickLabelFont());
-        const int widest = metrics.horizontalAdvance(QStringLiteral("0000000"));
-        ticker_->SetRoom(plot_->axisRect()->width() / std::max(widest, 1));
-    });
+    connect(plot_, &QCustomPlot::beforeReplot, this, &GraphControl::FitLabels);
+}
+
+int GraphControl::AxisWidth() const {
+    return sheetWidth_ > 0 ? sheetWidth_ : plot_->axisRect()->width();
+}
+
+void GraphControl::FitLabels() {
+    const QFontMetrics metrics(plot_->xAxis->tickLabelFont());
+    const int widest = metrics.horizontalAdvance(QStringLiteral("0000000"));
+    ticker_->SetRoom(AxisWidth() / std::max(widest, 1));
 }
 
 void GraphControl::SetNumSets(std::int16_t sets) {
@@ -243,7 +249,7 @@ void GraphControl::Zoom(double factor) {
 }
 
 void GraphControl::ApplyPens(const QPalette& palette) {
-    const double width_px = std::max(plot_->axisRect()->width(), 1); // not laid out yet: 0
+    const double width_px = std::max(AxisWidth(), 1); // not laid out yet: 0
     const double pointsPerMark = markDistance_px * std::max<double>(numPoints_, 1) / width_px;
     const int skip = std::max(0, static_cast<int>(std::ceil(pointsPerMark)) - 1);
     const bool dense = numPoints_ > densePoints;
@@ -309,7 +315,9 @@ void GraphControl::PaintOnPaper(QPainter& painter, const QRectF& place) {
     paperFont.setPixelSize(paperFont_px);
     const bool marked = tracer_->visible();
     tracer_->setVisible(false);
+    sheetWidth_ = sheet.width();
     ApplyLook(PaperPalette(), paperFont);
+    FitLabels();
     QPicture picture;
     {
         QCPPainter plotPainter(&picture);
@@ -319,10 +327,14 @@ void GraphControl::PaintOnPaper(QPainter& painter, const QRectF& place) {
     }
     painter.save();
     painter.translate(place.topLeft());
-    painter.scale(place.width() / sheet.width(), place.height() / sheet.height());
+    // Playing enlarges a picture by the resolution of its device; the place says all of it.
+    const double enlarged = 1.0 * painter.device()->logicalDpiX() / picture.logicalDpiX();
+    painter.scale(place.width() / sheet.width() / enlarged,
+                  place.height() / sheet.height() / enlarged);
     painter.setRenderHint(QPainter::Antialiasing);
     picture.play(&painter);
     painter.restore();
+    sheetWidth_ = 0;
     tracer_->setVisible(marked);
     ApplyLook(palette(), font());
     plot_->replot(QCustomPlot::rpQueuedReplot);

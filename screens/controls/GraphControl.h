@@ -76,6 +76,8 @@ private:
     };
 
     void MakePlot();
+    int AxisWidth() const; ///< on the screen, or on the sheet while it is painted
+    void FitLabels();
     void ApplyLook(const QPalette& palette, const QFont& font);
     void ApplyPens(const QPalette& palette);
     void ShowSets();
@@ -93,6 +95,7 @@ private:
     std::shared_ptr<RecordTicker> ticker_;
     std::vector<QCPGraph*> graphs_;
     std::vector<Set> sets_;
+    int sheetWidth_ = 0; ///< 0 while the graph is drawn on the screen
     std::int16_t numSets_ = 0;
     std::int16_t numPoints_ = 0;
     std::int16_t thisSet_ = 1;

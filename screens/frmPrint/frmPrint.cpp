@@ -1,9 +1,146 @@
 #include "screens/frmPrint/frmPrint.h"
 
+#include "app/Mcommon.h"
+#include "platform/Dialogs.h"
+#include "platform/qt/QtPrinter.h"
+#include "platform/qt/Text.h"
+#include "report/GraphSpan.h"
+#include "report/Mreport.h"
+#include "report/PrintJob.h"
 #include "ui_frmPrint.h"
+
+#include <QScopeGuard>
+
+namespace {
+
+constexpr int asTable = 0;
+constexpr int asGraph = 1;
+constexpr int allRecords = 0;
+constexpr int someRecords = 1;
+constexpr int firstBox = 0;
+constexpr int lastBox = 1;
+
+} // namespace
 
 frmPrint::frmPrint(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmPrint>()) {
     ui_->setupUi(this);
+    optPrintOpt = ControlArray<QRadioButton>(*this, "optPrintOpt");
+    optRange = ControlArray<QRadioButton>(*this, "optRange");
+    txtRange = ControlArray<QLineEdit>(*this, "txtRange");
+    lblRange = ControlArray<QLabel>(*this, "lblRange");
+    connect(ui_->cboList, &QComboBox::activated, this,
+            [this] { guard_("frmPrint - cboList", [this] { cboList_Click(); }); });
+    connect(ui_->cmdPrint, &QPushButton::clicked, this,
+            [this] { guard_("frmPrint - cmdPrint", [this] { cmdPrint_Click(); }); });
+    connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+    // Who types a number means a range.
+    txtRange.Connect(*this, &QLineEdit::textEdited,
+                     [this](int) { optRange(someRecords).setChecked(true); });
+    guard_("frmPrint - Form_Load", [this] { Form_Load(); });
 }
 
 frmPrint::~frmPrint() = default;
+
+void frmPrint::Form_Load() {
+    ui_->graReport->hide(); // it is drawn on paper alone
+    for (int page = 0; page <= Mreport::lastPageIndex; ++page)
+        ui_->cboList->addItem(QString("List %1").arg(page + 1), page);
+    ui_->cboList->setCurrentIndex(ui_->cboList->findData(Mreport::shownPageIndex));
+    ShowBusy({}, {});
+    cboList_Click();
+}
+
+int frmPrint::ChosenPage() const {
+    return ui_->cboList->currentData().toInt();
+}
+
+void frmPrint::cboList_Click() {
+    const Mreport::RecordRange records = Mreport::RecordsOfPage(ChosenPage());
+    lblRange(firstBox).setText(QString::number(records.first));
+    lblRange(lastBox).setText(QString::number(records.last));
+}
+
+void frmPrint::cmdPrint_Click() {
+    const std::optional<Mreport::RecordRange> range = ChosenRange();
+    if (!range)
+        return;
+    const bool graph = optPrintOpt(asGraph).isChecked();
+    ShowBusy(QString("Please be patient, printing the report ") +
+                 (graph ? "in graph..." : "in text..."),
+             "Loading...");
+    // A failure must leave the form as ready as before.
+    auto ready = qScopeGuard([this] { ShowBusy({}, {}); });
+    const platform::PrintOutcome outcome = graph ? PrintGraph(*range) : PrintTable(*range);
+    if (outcome == platform::PrintOutcome::printed)
+        accept();
+    if (outcome != platform::PrintOutcome::stopped)
+        return;
+    ready.dismiss();
+    ShowBusy({}, "Printing was stopped.");
+}
+
+std::optional<Mreport::RecordRange> frmPrint::ChosenRange() {
+    const Mreport::RecordRange page = Mreport::RecordsOfPage(ChosenPage());
+    Mreport::RecordRange range = page;
+    if (optRange(someRecords).isChecked())
+        range = {Mreport::TypedRecordNumber(Text::FromQt(txtRange(firstBox).text())),
+                 Mreport::TypedRecordNumber(Text::FromQt(txtRange(lastBox).text()))};
+    if (const std::string_view message = Mreport::RefuseRange(range, page); !message.empty()) {
+        const bool firstFits = range.first >= page.first && range.first <= page.last;
+        Refuse(message, firstFits && range.first != 0 ? lastBox : firstBox);
+        return std::nullopt;
+    }
+    if (!optPrintOpt(asGraph).isChecked())
+        return range;
+    if (const std::string_view message = Mreport::RefuseGraphRange(range); !message.empty()) {
+        optRange(someRecords).setChecked(true);
+        Refuse(message, firstBox);
+        return std::nullopt;
+    }
+    return range;
+}
+
+void frmPrint::Refuse(std::string_view message, int box) {
+    Mcommon::MessageBoxEx(std::string(message), platform::style::okOnly,
+                          platform::style::exclamation);
+    txtRange(box).setFocus();
+    txtRange(box).selectAll();
+}
+
+platform::PrintOutcome frmPrint::PrintTable(Mreport::RecordRange range) {
+    shownPercent_ = -1;
+    return Mreport::PrintPageTable(
+        ChosenPage(), range,
+        [this](const Mreport::TableProgress& progress) { ShowProgress(progress); });
+}
+
+platform::PrintOutcome frmPrint::PrintGraph(Mreport::RecordRange range) {
+    GraphControl& graph = *ui_->graReport;
+    graph.SetNumSets(static_cast<std::int16_t>(Mreport::Series(Mreport::unitCode).size()));
+    graph.SetLeftTitle(Mreport::UnitText(Mreport::unitCode));
+    graph.SetGraphTitle(Mreport::ReportTitle(Mreport::PrintKind::graph));
+    Mreport::Span span;
+    span.page = ChosenPage();
+    span.endRecord = range.last - Mreport::RecordsOfPage(span.page).first + 1;
+    span.numPoints = static_cast<std::int32_t>(range.Count());
+    Mreport::DrawSpan(graph, graph, span);
+    const auto asOnScreen = qScopeGuard([&graph] { graph.SetNumPoints(Mreport::spanLength); });
+    const platform::QtPicture picture(
+        [&graph](QPainter& painter, const QRectF& area) { graph.PaintOnPaper(painter, area); });
+    return Mreport::PrintGraph(picture);
+}
+
+void frmPrint::ShowBusy(const QString& busy, const QString& status) {
+    ui_->lblBusy->setText(busy);
+    ui_->lblStatus->setText(status);
+}
+
+void frmPrint::ShowProgress(const Mreport::TableProgress& progress) {
+    const int percent = static_cast<int>(100 * progress.linesPrinted / progress.linesTotal);
+    if (percent == shownPercent_)
+        return;
+    shownPercent_ = percent;
+    ui_->lblStatus->setText(QString("Page %1, %2% complete. [Press ESC to stop printing]")
+                                .arg(progress.page)
+                                .arg(percent));
+}

@@ -1,14 +1,25 @@
 #pragma once
 
+#include "platform/Printer.h"
+#include "report/PrintLayout.h"
+#include "report/PrintRange.h"
+#include "screens/controls/ControlArray.h"
+#include "screens/controls/EventGuard.h"
+
 #include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
 
 #include <memory>
+#include <optional>
+#include <string_view>
 
 namespace Ui {
 class frmPrint;
 }
 
-/// Printing of a table or a graph.
+/// Prints records of a list page as a table or as the viewer's graph.
 class frmPrint : public QDialog {
     Q_OBJECT
 
@@ -17,5 +28,24 @@ public:
     ~frmPrint() override;
 
 private:
+    void Form_Load();
+    void cboList_Click();
+    void cmdPrint_Click();
+
+    int ChosenPage() const;
+    /// The range to print; nothing after it was refused.
+    std::optional<Mreport::RecordRange> ChosenRange();
+    void Refuse(std::string_view message, int box);
+    platform::PrintOutcome PrintTable(Mreport::RecordRange range);
+    platform::PrintOutcome PrintGraph(Mreport::RecordRange range);
+    void ShowBusy(const QString& busy, const QString& status);
+    void ShowProgress(const Mreport::TableProgress& progress);
+
     std::unique_ptr<Ui::frmPrint> ui_;
+    EventGuard guard_{"Unexpected error - "};
+    ControlArray<QRadioButton> optPrintOpt;
+    ControlArray<QRadioButton> optRange;
+    ControlArray<QLineEdit> txtRange;
+    ControlArray<QLabel> lblRange;
+    int shownPercent_ = -1;
 };

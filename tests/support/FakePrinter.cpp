@@ -47,6 +47,8 @@ void Printer::NewPage() {
 platform::PrintOutcome Printing::Print(const std::string& name,
                                        const platform::PrintDocument& document) {
     names.push_back(name);
+    if (onPrint)
+        return onPrint(name, document);
     Printer printer = paper;
     document(printer);
     documents.push_back(printer);

@@ -65,6 +65,9 @@ public:
     Printer paper; ///< what each document starts on
     platform::PrintOutcome outcome = platform::PrintOutcome::printed;
     std::string failure; ///< thrown after the drawing when it is not empty
+    /// Prints instead of the fake printer.
+    std::function<platform::PrintOutcome(const std::string&, const platform::PrintDocument&)>
+        onPrint;
 
     platform::PrintOutcome Print(const std::string& name,
                                  const platform::PrintDocument& document) override;

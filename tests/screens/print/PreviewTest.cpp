@@ -1,0 +1,127 @@
+#include "PdfText.h"
+
+#include "app/RunTimeError.h"
+#include "platform/qt/QtPrinting.h"
+#include "screens/support/ScreenTest.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+using platform::PrintOutcome;
+
+/// Drives the preview and the print dialog as a user does, from the event loops that they run.
+class Preview : public ScreenTest {
+protected:
+    /// Called at each turn of an event loop with the dialog on top.
+    void WithDialogs(std::function<void(QDialog&)> act) {
+        user_.setInterval(10);
+        QObject::connect(&user_, &QTimer::timeout, &user_, [act = std::move(act)] {
+            if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+                act(*dialog);
+        });
+        user_.start();
+    }
+
+    static void ThreePages(platform::Printer& printer) {
+        for (int page = 1; page <= 3; ++page) {
+            if (page > 1)
+                printer.NewPage();
+            printer.PrintText("This is page " + std::to_string(page));
+        }
+    }
+
+    platform::QtPrinting printing;
+
+private:
+    QTimer user_;
+};
+
+TEST_F(Preview, Shows_every_page_and_prints_nothing_when_it_is_closed) {
+    int pages = 0;
+    QString title;
+    WithDialogs([&](QDialog& dialog) {
+        pages = dialog.findChild<QPrintPreviewWidget*>()->pageCount();
+        title = dialog.windowTitle();
+        dialog.reject();
+    });
+
+    EXPECT_EQ(printing.Print("Table", ThreePages), PrintOutcome::cancelled);
+
+    EXPECT_EQ(pages, 3);
+    EXPECT_EQ(title, "Print Preview - Table");
+    EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
+}
+
+TEST_F(Preview, Prints_into_a_file_where_no_printer_is_set_up) {
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("pages.pdf");
+    qputenv("CUPS_SERVER", folder.filePath("no-server").toLocal8Bit());
+    WithDialogs([&](QDialog& dialog) {
+        if (auto* print = qobject_cast<QPrintDialog*>(&dialog)) {
+            print->findChild<QLineEdit*>("filename")->setText(file);
+            print->accept();
+            return;
+        }
+        for (QAction* action : dialog.findChildren<QAction*>())
+            if (action->text() == "Print")
+                QTimer::singleShot(0, action, &QAction::trigger);
+    });
+
+    EXPECT_EQ(printing.Print("Table", ThreePages), PrintOutcome::printed);
+
+    EXPECT_EQ(PdfPageCount(file), 3);
+    EXPECT_EQ(PdfLines(file, 3), std::vector<std::string>{"This is page 3"});
+}
+
+TEST_F(Preview, A_document_that_fails_closes_the_preview_and_tells_why) {
+    EXPECT_THROW(printing.Print("Table", [](platform::Printer&) { throw RunTimeError("no text"); }),
+                 RunTimeError);
+}
+
+TEST_F(Preview, ESC_while_the_pages_are_drawn_closes_the_preview) {
+    const auto pressEscape = [](platform::Printer& printer) {
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QApplication::sendEvent(qApp, &escape);
+        EXPECT_TRUE(printer.StopRequested());
+    };
+
+    EXPECT_EQ(printing.Print("Table", pressEscape), PrintOutcome::stopped);
+}
+
+TEST_F(Preview, A_click_while_the_pages_are_drawn_waits_outside) {
+    QWidget button;
+    int presses = 0;
+    class Counter : public QObject {
+    public:
+        explicit Counter(int& presses) : presses_(presses) {}
+        bool eventFilter(QObject*, QEvent* event) override {
+            presses_ += event->type() == QEvent::MouseButtonPress ? 1 : 0;
+            return false;
+        }
+
+    private:
+        int& presses_;
+    } counter(presses);
+    button.installEventFilter(&counter);
+    WithDialogs([](QDialog& dialog) { dialog.reject(); });
+
+    printing.Print("Table",
+                   [&](platform::Printer&) { QTest::mouseClick(&button, Qt::LeftButton); });
+    EXPECT_EQ(presses, 0);
+
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_EQ(presses, 1);
+}
+
+} // namespace
