@@ -32,7 +32,7 @@ QCPRange WithMargin(QCPRange range) {
 
 CalibrationPlot::CalibrationPlot(QWidget* parent)
     : QCustomPlot(parent), line_(new QCPCurve(xAxis, yAxis)) {
-    axisRect()->setupFullAxesBox();
+    axisRect()->setupFullAxesBox(true);
     for (QCPAxis* axis : {xAxis, yAxis})
         axis->grid()->setSubGridVisible(true);
     yAxis->setLabel("mV");
