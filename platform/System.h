@@ -17,6 +17,9 @@ std::unique_ptr<ProfileFile> MakeProfileFile(std::filesystem::path file);
 std::unique_ptr<FileStore> MakeFileStore();
 std::unique_ptr<Clock> MakeClock();
 
+/// The user's part of the registry. Windows only: elsewhere the store is a file that Qt keeps.
+std::unique_ptr<UserStore> MakeUserStore();
+
 /// The device behind COM1..COM16, for example "/dev/ttyUSB0"; a link "ports/comN" in the
 /// configuration folder overrides it. Empty where the system has no such device name.
 std::string DeviceOfPort(int number, const std::filesystem::path& configurationFolder);
