@@ -2,6 +2,8 @@
 
 #include "platform/Platform.h"
 
+#include <utility>
+
 /// The hourglass for the duration of a handler.
 class BusyPointer {
 public:
@@ -12,5 +14,11 @@ public:
     BusyPointer(const BusyPointer&) = delete;
     BusyPointer& operator=(const BusyPointer&) = delete;
 
-    void End() { platform::Current().desktop.SetMousePointer(platform::MousePointer::normal); }
+    void End() {
+        if (std::exchange(shown_, false))
+            platform::Current().desktop.SetMousePointer(platform::MousePointer::normal);
+    }
+
+private:
+    bool shown_ = true;
 };

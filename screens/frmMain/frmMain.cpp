@@ -21,6 +21,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QResizeEvent>
 #include <QScopeGuard>
 #include <QScreen>
 
@@ -261,6 +262,15 @@ void frmMain::changeEvent(QEvent* event) {
         QTimer::singleShot(0, this, [this] { ShowColours(); });
 }
 
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize && qobject_cast<QLabel*>(watched) != nullptr)
+        FitFigures(static_cast<QResizeEvent*>(event)->size());
+    auto* box = qobject_cast<QLineEdit*>(watched);
+    if (event->type() == QEvent::FocusIn && box != nullptr)
+        SelectPrompt(*box);
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void frmMain::closeEvent(QCloseEvent* event) {
     bool cancel = true; // stays so when the handler fails
     guard_("frmMain - Form_QueryUnload", [this, &cancel] { Form_QueryUnload(cancel); });
@@ -280,10 +290,12 @@ void frmMain::Form_QueryUnload(bool& cancel) {
         return;
     if (report_ && !report_->close()) // it is loading and has said so
         return;
-    const BusyPointer busy;
+    BusyPointer busy;
+    const bool wasReading = reading_;
     FinishWork();
     if (!RecordsAreSafe()) {
-        if (page_ == Page::measuring)
+        busy.End();
+        if (wasReading)
             StartReading();
         ShowRunState();
         return;

@@ -73,6 +73,7 @@ private:
     // The setup page (frmMain_setup.cpp).
     void FillLists();
     void PrepareSetupPage();
+    void SelectPrompt(QLineEdit& box);
     void ShowSetup();
     void ShowChannel(int channel);
     void ShowExperimentDate();

@@ -6,6 +6,7 @@
 #include "platform/qt/Text.h"
 #include "screens/controls/BusyPointer.h"
 #include "screens/controls/Colours.h"
+#include "screens/controls/EntryText.h"
 #include "screens/frmMain/frmMain.h"
 #include "settings/mWinInit.h"
 #include "ui_frmMain.h"
@@ -35,6 +36,8 @@ QString OrElse(const std::string& text, const char* fallback) {
 } // namespace
 
 void frmMain::PrepareMeasuringPage() {
+    AcceptCodePageOnly(*ui_->txtTimer);
+    AcceptCodePageOnly(*ui_->txtComment);
     for (int i = 0; i < electrodePositions; ++i) {
         for (const int offset : cellLabels) {
             QLabel& cell = lblEntry(offset + i);
@@ -51,14 +54,8 @@ void frmMain::PrepareMeasuringPage() {
         for (QLabel* label : {&lblChannel(i), &lblElectrode(i), &lblSerialNo(i), &lblSensor(i)})
             label->setVisible(i < ChannelCount());
     }
-    lblEntry(cellLabels[0]).installEventFilter(this);
+    lblEntry(cellLabels[0]).installEventFilter(this); // FitFigures
     ShowColours();
-}
-
-bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &lblEntry(cellLabels[0]) && event->type() == QEvent::Resize)
-        FitFigures(static_cast<QResizeEvent*>(event)->size());
-    return QMainWindow::eventFilter(watched, event);
 }
 
 /// The largest figures that cells of this size hold.

@@ -66,12 +66,14 @@ void frmMain::FillLists() {
 }
 
 void frmMain::PrepareSetupPage() {
-    AcceptCodePageOnly(txtEntry(2));
-    AcceptCodePageOnly(txtEntry(3));
-    AcceptCodePageOnly(*ui_->txtComment);
+    for (const int index : {0, 1, 2, 3})
+        AcceptCodePageOnly(txtEntry(index));
+    txtEntry(2).installEventFilter(this);
+    txtEntry(3).installEventFilter(this);
     for (int i = 0; i < mWinInit::maxChannels; ++i) {
         AcceptFieldTextOnly(txtEntry(serialNoBox + i));
         AcceptFieldTextOnly(txtEntry(refSerialNoBox + i));
+        AcceptFieldTextOnly(txtMolarMass(i));
         AcceptFieldTextOnly(cboEntry(refTypeBox + i));
         const std::array<QWidget*, 9> row = {&chkSelect(i),
                                              &cboEntry(i),
@@ -86,6 +88,12 @@ void frmMain::PrepareSetupPage() {
             control->setVisible(i < ChannelCount());
     }
     ui_->txtExperimentDate->setLocale(QLocale::c()); // month names are English everywhere
+}
+
+/// A prompt is replaced by what is typed, as if it were not there.
+void frmMain::SelectPrompt(QLineEdit& box) {
+    if (!SetupChecks::IsFilled(Text::FromQt(box.text())))
+        QTimer::singleShot(0, &box, &QLineEdit::selectAll); // after the click has set its cursor
 }
 
 void frmMain::ShowSetup() {

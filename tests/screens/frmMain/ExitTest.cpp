@@ -122,7 +122,9 @@ TEST_F(ExitTest, Records_that_cannot_be_moved_are_left_behind_only_after_a_secon
     Click(*form, "cmdPage", 3);
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(ended, 0);
+    EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::hourglass);
     ReadFrame(frame); // reading goes on
+    EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
     EXPECT_EQ(RunButton(), "&Record");
 
     platform.dialogs.ExpectMessage("Are you sure you want to exit?", 292, platform::button::yes);

@@ -308,6 +308,18 @@ TEST_F(SetupPage, A_folder_that_the_settings_cannot_hold_is_refused) {
     EXPECT_EQ(Find<QLineEdit>(*form, "txtDataFolder").text(), Text::ToQt(before));
 }
 
+TEST_F(SetupPage, A_click_into_a_prompt_selects_it_and_into_a_name_does_not) {
+    mWinInit::ProjectInfo.ProjectName = mWinInit::projectPlaceholder;
+    Open();
+    for (const char* name : {"txtEntry_2", "txtEntry_3"}) {
+        auto& box = Find<QLineEdit>(*form, name);
+        Find<QPushButton>(*form, "cmdPage_3").setFocus();
+        QTest::mouseClick(&box, Qt::LeftButton);
+        Settle();
+        EXPECT_EQ(box.selectedText(), box.text().startsWith("< Please") ? box.text() : "");
+    }
+}
+
 TEST_F(SetupPage, Entry_boxes_refuse_what_the_files_cannot_hold) {
     Open();
     Type(*form, "txtEntry_2", QString::fromUtf8("Gr\xC3\xBC\xC3\x9F\xE6\xB8\xAC\x65"));

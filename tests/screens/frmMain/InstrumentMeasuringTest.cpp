@@ -1,0 +1,68 @@
+#include "screens/frmMain/MainScreenTest.h"
+
+#include "files/MeasurementReader.h"
+#include "link/CommPort.h"
+#include "screens/frmPortSettings/frmPortSettings.h"
+#include "support/InstrumentProcess.h"
+
+#include <QTest>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The measuring page and the simulated instrument, a program of its own, over a pseudo-terminal
+/// and with the forms' own timers.
+class InstrumentMeasuring : public MainScreenTest {
+protected:
+    InstrumentMeasuring() {
+        link.reset();
+        const auto home = platform.folder.Path() / "home";
+        fs::create_directories(home);
+        instrument = std::make_unique<InstrumentProcess>(
+            home, std::vector<std::string>{"--ideal", "--fast"});
+        fs::create_directories(platform.places.ConfigurationFolder() / "ports");
+        fs::create_symlink(instrument->Link(),
+                           platform.places.ConfigurationFolder() / "ports" / "com1");
+        port = std::make_unique<frmPortSettings>();
+        CommPort::fncInitializeComPort();
+    }
+    ~InstrumentMeasuring() override { form.reset(); }
+
+    bool WaitForValues() {
+        return QTest::qWaitFor(
+            [this] { return platform.desktop.pointer == platform::MousePointer::normal; }, 10000);
+    }
+
+    std::unique_ptr<InstrumentProcess> instrument;
+    std::unique_ptr<frmPortSettings> port;
+};
+
+} // namespace
+
+TEST_F(InstrumentMeasuring, Shows_and_records_what_the_instrument_sends) {
+    OpenMeasuring();
+    ASSERT_TRUE(WaitForValues());
+    EXPECT_EQ(CellText(56), "25.0"); // the simulated sensors stand at 25 degrees
+    EXPECT_NE(CellText(16), "");
+    const auto target = AnswerSaveDialog("run.4ch");
+    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", 0);
+    const auto file = FileOpr::ReadMeasurementFile(target);
+    ASSERT_EQ(file.records.size(), 1U);
+    EXPECT_EQ(file.records[0].cells[0][4], "25.0        ");
+}
+
+TEST_F(InstrumentMeasuring, An_instrument_that_falls_silent_is_read_again_after_Start) {
+    OpenMeasuring();
+    ASSERT_TRUE(WaitForValues());
+    platform.dialogs.ExpectMessage("There are some problem on connection.\n"
+                                   "Click on button Start to start reading again.",
+                                   exclamation);
+    instrument->Command("fault silence");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return RunButton() == "&Start"; }, 10000));
+    instrument->Command("fault none");
+    Click(*form, "cmdPage", 1);
+    EXPECT_EQ(RunButton(), "&Record");
+    EXPECT_TRUE(WaitForValues());
+}
