@@ -8,9 +8,10 @@
 CalibTest::CalibTest() {
     mWinInit::HardwareSettings.AveragingForCalibration = 1;
     mWinInit::ChannelSetup[pHChannel].Electrode = "H (pH)";
-    for (const std::size_t channel : {firstCa, secondCa}) {
-        mWinInit::ChannelSetup[channel].Electrode = "Ca";
-        mWinInit::ChannelSetup[channel].MolarMass = 40.078F;
+    for (const int channel : {firstCa, secondCa}) {
+        auto& setup = mWinInit::ChannelSetup[static_cast<std::size_t>(channel)];
+        setup.Electrode = "Ca";
+        setup.MolarMass = 40.078F;
     }
     mWinInit::ChannelSetup[clChannel].Electrode = "Cl";
     CommPort::fncInitializeComPort();
