@@ -55,6 +55,16 @@ std::optional<char32_t> TakeCharacter(std::string_view& utf8) {
     return character;
 }
 
+/// Takes a byte that begins no character, with the continuation bytes behind it.
+void DropSequence(std::string_view& utf8) {
+    const auto isContinuation = [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+    };
+    do
+        utf8.remove_prefix(1);
+    while (!utf8.empty() && isContinuation(utf8.front()));
+}
+
 } // namespace
 
 char32_t ToUnicode(unsigned char byte) {
@@ -105,6 +115,25 @@ std::optional<std::string> FromPath(const std::filesystem::path& path) {
     } catch (const std::exception&) { // a name that is no Unicode text at all
         return std::nullopt;
     }
+}
+
+std::string NameOf(const std::filesystem::path& path) {
+    std::string name;
+    try {
+        const std::u8string utf8 = path.u8string();
+        const std::string text(utf8.begin(), utf8.end());
+        std::string_view rest = text;
+        while (!rest.empty()) {
+            const auto character = TakeCharacter(rest);
+            if (!character)
+                DropSequence(rest);
+            const auto byte = character ? FromUnicode(*character) : std::nullopt;
+            name += byte ? static_cast<char>(*byte) : '?';
+        }
+    } catch (const std::exception&) { // a name that is no Unicode text at all
+        name = "?";
+    }
+    return name;
 }
 
 } // namespace CodePage

@@ -25,4 +25,7 @@ std::filesystem::path ToPath(std::string_view text);
 /// Nothing when the code page lacks a character of the path.
 std::optional<std::string> FromPath(const std::filesystem::path& path);
 
+/// A path as messages name it; "?" stands for what the code page lacks.
+std::string NameOf(const std::filesystem::path& path);
+
 } // namespace CodePage

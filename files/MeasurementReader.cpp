@@ -168,7 +168,7 @@ MeasurementFile ReadMeasurementFile(const std::filesystem::path& file) {
         text.resize(static_cast<std::size_t>(stream.gcount()));
     }
     if (unknownSize || stream.bad() || !stream.is_open())
-        throw RunTimeError("Reading " + CodePage::FromPath(file).value_or(file.string()) + ": " +
+        throw RunTimeError("Reading " + CodePage::NameOf(file) + ": " +
                            (unknownSize ? "Path not found" : "Path/File access error"));
     MeasurementReader reader(text);
     MeasurementFile result;

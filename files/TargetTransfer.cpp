@@ -43,8 +43,7 @@ public:
 
 private:
     [[noreturn]] void Fail() const {
-        throw RunTimeError("Reading " + CodePage::FromPath(file_).value_or(file_.string()) +
-                           ": Path/File access error");
+        throw RunTimeError("Reading " + CodePage::NameOf(file_) + ": Path/File access error");
     }
 
     std::filesystem::path file_;

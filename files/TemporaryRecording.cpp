@@ -9,10 +9,6 @@ namespace FileOpr {
 
 namespace {
 
-std::string NameOf(const std::filesystem::path& file) {
-    return CodePage::FromPath(file).value_or(file.string());
-}
-
 void RemoveQuietly(const std::filesystem::path& file) {
     std::error_code ignored; // an empty file that stays is removed at a later start
     std::filesystem::remove(file, ignored);
@@ -28,7 +24,8 @@ TemporaryRecording::TemporaryRecording(const std::filesystem::path& folder,
     for (int i = 0; i < tries; ++i)
         if (TryCreate(folder, prefix))
             return;
-    throw RunTimeError("Locking a temporary file in " + NameOf(folder) + ": Permission denied");
+    throw RunTimeError("Locking a temporary file in " + CodePage::NameOf(folder) +
+                       ": Permission denied");
 }
 
 bool TemporaryRecording::TryCreate(const std::filesystem::path& folder, const std::string& prefix) {
@@ -82,10 +79,11 @@ void TemporaryRecording::Flush(const std::filesystem::path& target) {
         }
         std::filesystem::remove(files_.temporary);
     } catch (const std::filesystem::filesystem_error& error) {
-        throw RunTimeError("Deleting " + NameOf(files_.temporary) + ": " + error.code().message());
+        throw RunTimeError("Deleting " + CodePage::NameOf(files_.temporary) + ": " +
+                           error.code().message());
     } catch (const RunTimeError& error) {
         throw RunTimeError(std::string(error.what()) + ". The records are kept in " +
-                           NameOf(files_.temporary));
+                           CodePage::NameOf(files_.temporary));
     }
 }
 

@@ -37,11 +37,6 @@ std::string Reason(int error) {
     }
 }
 
-/// The file as the core names it; a name beyond the code page is shown in UTF-8.
-std::string NameOf(const std::filesystem::path& file) {
-    return CodePage::FromPath(file).value_or(file.string());
-}
-
 constexpr const char* halfMark = ".new-"; ///< in the name of a file that is not yet in place
 
 /// Removes the half-made files that killed processes left beside `file`. One that another process
@@ -103,7 +98,7 @@ bool Descriptor::Close() {
 
 void ThrowError(const std::string& operation, const std::filesystem::path& file) {
     const int error = errno;
-    throw RunTimeError(operation + " " + NameOf(file) + ": " + Reason(error));
+    throw RunTimeError(operation + " " + CodePage::NameOf(file) + ": " + Reason(error));
 }
 
 Descriptor Open(const std::filesystem::path& file, int flags, unsigned int mode,

@@ -59,10 +59,6 @@ std::int16_t Coordinate(int pixels) {
                                                      std::numeric_limits<std::int16_t>::max()));
 }
 
-std::string NameOf(const std::filesystem::path& file) {
-    return CodePage::FromPath(file).value_or(CodePage::FromPath(file.filename()).value_or(""));
-}
-
 } // namespace
 
 frmMain::frmMain(QWidget* parent)
@@ -239,7 +235,8 @@ void frmMain::showEvent(QShowEvent* event) {
 
 void frmMain::OfferRecovery() {
     for (FileOpr::UnfinishedRecording& recording : FileOpr::FindUnfinishedRecordings()) {
-        const std::string target = recording.target.empty() ? "" : NameOf(recording.target);
+        const std::string target =
+            recording.target.empty() ? "" : CodePage::NameOf(recording.target);
         const std::string prompt =
             "A recording was interrupted before its records reached their file.\n\nRecords: " +
             NumberText::Plain(recording.records) + ", the last at " + recording.lastTimeStamp +

@@ -60,4 +60,9 @@ TEST(CodePage, A_path_with_a_foreign_letter_has_no_text) {
     EXPECT_FALSE(CodePage::FromPath(std::filesystem::path(u8"/home/Жанна/Data")));
 }
 
+TEST(CodePage, A_message_names_a_path_with_question_marks_for_foreign_letters) {
+    EXPECT_EQ(CodePage::NameOf(std::filesystem::path(u8"/Méthode/Жук.4ch")), "/M\xE9thode/???.4ch");
+    EXPECT_EQ(CodePage::NameOf(std::filesystem::path(u8"a😀b")), "a?b");
+}
+
 } // namespace
