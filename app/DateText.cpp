@@ -37,6 +37,11 @@ std::string MinutesAndSeconds(const platform::LocalTime& time) {
 
 } // namespace
 
+int MonthOf(std::string_view name) {
+    const auto found = std::find(months.begin(), months.end(), name);
+    return found == months.end() ? 0 : static_cast<int>(found - months.begin()) + 1;
+}
+
 std::string Record(const platform::LocalTime& time) {
     return Padded(time.hour, 2) + MinutesAndSeconds(time) + " " + DatePart(time, '.');
 }

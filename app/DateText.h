@@ -3,9 +3,13 @@
 #include "platform/Clock.h"
 
 #include <string>
+#include <string_view>
 
 /// Moments as text. Month names are English in every locale.
 namespace DateText {
+
+/// The month (1..12) of its name "Jan" to "Dec"; 0 for any other text.
+int MonthOf(std::string_view name);
 
 std::string Record(const platform::LocalTime& time);            ///< "hh:mm:ss dd.mmm.yyyy"
 std::string Header(const platform::LocalTime& time);            ///< "hh:mm:ss  dd.mmm.yyyy"

@@ -1,6 +1,7 @@
 #include "report/CsvExport.h"
 
 #include "app/CodePage.h"
+#include "app/DateText.h"
 #include "app/Mcommon.h"
 #include "app/RunTimeError.h"
 #include "files/MeasurementLines.h"
@@ -18,8 +19,6 @@ namespace {
 using Rows = std::array<bool, FileOpr::quantityCount>;
 using Cells = std::array<std::array<std::string, maxChannels>, FileOpr::quantityCount>;
 
-constexpr std::array<std::string_view, 12> months = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                     "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 constexpr std::string_view timePattern = "00:00:00 00.aaa.0000";
 
 bool FitsPattern(std::string_view text) {
@@ -195,10 +194,10 @@ private:
 std::string IsoTime(std::string_view timeStamp) {
     if (!FitsPattern(timeStamp))
         return std::string(timeStamp);
-    const auto month = std::find(months.begin(), months.end(), timeStamp.substr(12, 3));
-    if (month == months.end())
+    const int month = DateText::MonthOf(timeStamp.substr(12, 3));
+    if (month == 0)
         return std::string(timeStamp);
-    const auto number = std::to_string(101 + (month - months.begin())).substr(1);
+    const auto number = std::to_string(100 + month).substr(1);
     return std::string(timeStamp.substr(16, 4)) + "-" + number + "-" +
            std::string(timeStamp.substr(9, 2)) + "T" + std::string(timeStamp.substr(0, 8));
 }

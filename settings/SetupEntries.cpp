@@ -11,8 +11,6 @@ namespace SetupEntries {
 
 namespace {
 
-constexpr std::array<std::string_view, 12> monthNames = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                         "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 constexpr std::size_t dayLength = 11; ///< of "dd.mmm.yyyy"
 constexpr std::string_view notAvailable = "N/A";
 
@@ -25,13 +23,6 @@ std::optional<int> Digits(std::string_view text) {
         value = value * 10 + (c - '0');
     }
     return value;
-}
-
-std::optional<int> Month(std::string_view name) {
-    for (std::size_t i = 0; i < monthNames.size(); ++i)
-        if (monthNames[i] == name)
-            return static_cast<int>(i) + 1;
-    return std::nullopt;
 }
 
 int DaysInMonth(int year, int month) {
@@ -47,13 +38,13 @@ std::optional<Day> DayOf(std::string_view dateText) {
         return std::nullopt;
     const std::string_view text = dateText.substr(dateText.size() - dayLength);
     const auto day = Digits(text.substr(0, 2));
-    const auto month = Month(text.substr(3, 3));
+    const int month = DateText::MonthOf(text.substr(3, 3));
     const auto year = Digits(text.substr(7));
-    if (text[2] != '.' || text[6] != '.' || !day || !month || !year)
+    if (text[2] != '.' || text[6] != '.' || !day || month == 0 || !year)
         return std::nullopt;
-    if (*year < 1 || *day < 1 || *day > DaysInMonth(*year, *month))
+    if (*year < 1 || *day < 1 || *day > DaysInMonth(*year, month))
         return std::nullopt;
-    return Day{*year, *month, *day};
+    return Day{*year, month, *day};
 }
 
 std::string OnDay(std::string_view dateText, const Day& day) {

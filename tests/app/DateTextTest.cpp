@@ -38,4 +38,11 @@ TEST(DateText, Month_names_are_the_English_ones) {
                   std::string("05.") + names[month - 1] + ".2003");
 }
 
+TEST(DateText, A_month_is_known_by_its_name_alone) {
+    EXPECT_EQ(DateText::MonthOf("Jan"), 1);
+    EXPECT_EQ(DateText::MonthOf("Dec"), 12);
+    for (const char* text : {"", "dec", "Dez", "June"})
+        EXPECT_EQ(DateText::MonthOf(text), 0) << text;
+}
+
 } // namespace
