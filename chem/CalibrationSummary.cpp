@@ -1,7 +1,6 @@
 #include "chem/CalibrationSummary.h"
 
 #include "app/Electrode.h"
-#include "app/Mcommon.h"
 #include "app/NumberText.h"
 
 #include <algorithm>
@@ -49,13 +48,6 @@ Summary Compose(std::string_view electrode, int channel, const CalibrationRecord
     for (std::size_t j = 0; j < PointsOf(record); ++j)
         summary.points.push_back(Point(record, j));
     return summary;
-}
-
-std::vector<std::string> SlopeTexts(const CalibrationRecord& record) {
-    std::vector<std::string> texts;
-    for (std::size_t s = 0; s + 1 < PointsOf(record); ++s)
-        texts.push_back(Mcommon::FormatReading(record.Slope[s]));
-    return texts;
 }
 
 } // namespace CalibrationSummary

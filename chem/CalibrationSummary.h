@@ -31,7 +31,4 @@ struct Summary {
 /// The summary of channel 0..7. A count outside 0..6 prints the points that exist.
 Summary Compose(std::string_view electrode, int channel, const CalibrationRecord& record);
 
-/// The entries of the "Slopes" list: the slope of each segment as displayed.
-std::vector<std::string> SlopeTexts(const CalibrationRecord& record);
-
 } // namespace CalibrationSummary

@@ -59,10 +59,4 @@ TEST(CalibrationSummary, A_count_beyond_the_table_prints_the_points_that_exist) 
     EXPECT_TRUE(CalibrationSummary::Compose("Ca", 0, record).points.empty());
 }
 
-TEST(CalibrationSummary, The_slopes_list_shows_slopes_as_displayed) {
-    const std::vector<std::string> expected{"-59.2", "-3.91E-03"};
-    EXPECT_EQ(CalibrationSummary::SlopeTexts(ThreeBuffers()), expected);
-    EXPECT_TRUE(CalibrationSummary::SlopeTexts({}).empty());
-}
-
 } // namespace
