@@ -13,7 +13,7 @@ fs::path InitialFolder() {
     if (!lastFolder.empty())
         return lastFolder;
     const auto& chosen = mWinInit::ProjectInfo.MeasurementFileLocation;
-    return chosen.empty() ? DefaultDataFolder() : CodePage::ToPath(chosen);
+    return chosen.empty() ? mWinInit::DefaultDataFolder() : CodePage::ToPath(chosen);
 }
 
 platform::FileDialogRequest Request(DialogMode mode) {
@@ -40,20 +40,14 @@ std::string Extension() {
     return mWinInit::HardwareSettings.ChannelCount == 8 ? "8ch" : "4ch";
 }
 
-fs::path DefaultDataFolder() {
-    return platform::Current().places.DataParentFolder() / "Data";
-}
-
 void SetDataFolder() {
     std::error_code failure;
-    const auto folder = DefaultDataFolder();
+    const auto folder = mWinInit::DefaultDataFolder();
     fs::create_directories(folder, failure);
     if (!failure)
         fs::current_path(folder, failure);
     if (failure)
-        throw RunTimeError("Opening the folder " +
-                           CodePage::FromPath(folder).value_or(folder.string()) +
-                           ": Path not found");
+        throw RunTimeError("Opening the folder " + CodePage::NameOf(folder) + ": Path not found");
 }
 
 bool ShowFileDialog(fs::path& fileName, DialogMode mode) {

@@ -93,7 +93,7 @@ TEST_F(ShowFileDialog, The_first_dialog_starts_in_the_projects_folder) {
     mWinInit::ProjectInfo.MeasurementFileLocation.clear();
     Answer(std::nullopt);
     FileOpr::ShowFileDialog(name, DialogMode::save);
-    EXPECT_EQ(asked.initialFolder, FileOpr::DefaultDataFolder());
+    EXPECT_EQ(asked.initialFolder, mWinInit::DefaultDataFolder());
 }
 
 TEST(SetDataFolder, The_data_folder_is_made_and_becomes_the_current_one) {
