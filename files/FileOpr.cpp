@@ -29,10 +29,6 @@ MeasurementFormat::RunRows runRows;
 std::unique_ptr<TemporaryRecording> temporaryRecording;
 bool following = false;
 
-std::string NameOf(const fs::path& file) {
-    return CodePage::FromPath(file).value_or(file.string());
-}
-
 MeasurementFormat::Channels ChannelsInUse() {
     const auto count = std::clamp<int>(mWinInit::HardwareSettings.ChannelCount, 0, 8);
     return std::span(mWinInit::ChannelSetup).first(static_cast<std::size_t>(count));
@@ -80,9 +76,9 @@ void TryWriting(const fs::path& target) {
 
 void DeleteOldTarget(const fs::path& target) {
     if (fs::is_directory(target))
-        throw RunTimeError("Writing " + NameOf(target) + ": Is a folder");
+        throw RunTimeError("Writing " + CodePage::NameOf(target) + ": Is a folder");
     if (IsTargetOfAnotherProgram(target))
-        throw RunTimeError("Writing " + NameOf(target) +
+        throw RunTimeError("Writing " + CodePage::NameOf(target) +
                            ": Another copy of the program is recording into it");
     fs::remove(target);
     TryWriting(target);
@@ -138,12 +134,12 @@ void ReleaseTempFile() {
 
 void BeginTarget(const fs::path& target) {
     FollowTarget(false);
-    if (temporaryRecording && !temporaryRecording->IsEmpty())
+    if (HasWaitingRecords())
         FlushTempFile();
     try {
         DeleteOldTarget(target);
     } catch (const fs::filesystem_error& error) {
-        throw RunTimeError("Writing " + NameOf(target) + ": " + error.code().message());
+        throw RunTimeError("Writing " + CodePage::NameOf(target) + ": " + error.code().message());
     }
     const auto before = std::exchange(targetFile, target);
     try {
@@ -172,6 +168,10 @@ bool IsFollowing() {
 void FlushTempFile() {
     if (temporaryRecording)
         temporaryRecording->Flush(targetFile);
+}
+
+bool HasWaitingRecords() {
+    return temporaryRecording && !temporaryRecording->IsEmpty();
 }
 
 void Reset() {

@@ -65,9 +65,8 @@ void BeginTarget(const std::filesystem::path& target);
 void FollowTarget(bool follow);
 bool IsFollowing();
 
-/// The folder for measurement files that a new user starts with; SetDataFolder makes it the
-/// current one, creating it where it is missing.
-std::filesystem::path DefaultDataFolder();
+/// Makes the folder for measurement files that a new user starts with the current one, creating it
+/// where it is missing.
 void SetDataFolder();
 
 enum class DialogMode : std::int16_t { save = 0, open = 1 };
@@ -80,6 +79,9 @@ bool ShowFileDialog(std::filesystem::path& fileName, DialogMode mode);
 /// anew. Throws RunTimeError when the target cannot be written; the target is then as it was and
 /// the temporary file is kept.
 void FlushTempFile();
+
+/// The temporary file holds something that the target lacks.
+bool HasWaitingRecords();
 
 /// "4ch" or "8ch".
 std::string Extension();

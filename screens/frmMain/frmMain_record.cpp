@@ -112,7 +112,7 @@ void frmMain::ShowLiveReport() {
     report_->activateWindow();
     report_->SetUpdateEnabled(recording_.IsAutomaticOn());
     const std::filesystem::path target = FileOpr::targetFile;
-    if (target.empty() || reportFile_ == target)
+    if (target.empty() || (reportFile_ == target && !FileOpr::HasWaitingRecords()))
         return;
     // A target that cannot be completed now is shown as it is, after the reason.
     guard_("frmMain - ShowLiveReport", [this] { recording_.ReportOpened(); });

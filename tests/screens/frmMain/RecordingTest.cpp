@@ -4,6 +4,7 @@
 #include "files/FileOpr.h"
 #include "files/MeasurementReader.h"
 #include "platform/qt/QtDialogs.h"
+#include "report/Mreport.h"
 #include "screens/Report/Report.h"
 #include "settings/mWinInit.h"
 
@@ -326,6 +327,21 @@ TEST_F(RecordingTest, The_live_report_shows_the_target_with_all_records_so_far) 
     EXPECT_TRUE(report->isVisible());
     EXPECT_TRUE(report->windowTitle().contains("run.4ch"));
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 1U);
+}
+
+TEST_F(RecordingTest, The_report_button_brings_later_records_into_an_open_report) {
+    OpenReading();
+    const auto target = AnswerSaveDialog("run.4ch");
+    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", 2);
+    std::int32_t lastRecord = 0;
+    Mreport::PageRecordRange(0, lastRecord);
+    ASSERT_EQ(lastRecord, 1);
+    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", 2);
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
+    Mreport::PageRecordRange(0, lastRecord);
+    EXPECT_EQ(lastRecord, 2);
 }
 
 TEST_F(RecordingTest, While_the_report_follows_records_go_straight_to_the_target) {
