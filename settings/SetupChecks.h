@@ -14,6 +14,9 @@ namespace SetupChecks {
 
 inline constexpr std::int16_t minAveraging = 1;
 inline constexpr std::int16_t maxAveraging = 1000;
+/// Shown where an averaging number asked for is none.
+inline constexpr std::string_view averagingRange =
+    "The averaging number must be a whole number from 1 to 1000.";
 
 /// One channel's row of the setup page.
 struct ChannelEntry {

@@ -6,10 +6,10 @@
 #include "app/NumberText.h"
 #include "chem/CalibrationInstructions.h"
 #include "chem/CalibrationSummary.h"
-#include "link/DataAcq.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/CalibrationTexts.h"
+#include "settings/SetupChecks.h"
 #include "settings/mWinInit.h"
 #include "ui_SimultCalib.h"
 
@@ -32,8 +32,6 @@ constexpr auto tooFewChannels = "At least two channels are needed for simultaneo
 constexpr auto noStandard = "Manual data entry required";
 constexpr auto quitQuestion = "Calibration is not completed, quit anyway?";
 constexpr auto averagingPrompt = "Input new averaging number for the calibration.";
-constexpr auto averagingRange = "The averaging number is a whole number from 1 to 1000.";
-constexpr std::int16_t highestAveraging = 1000;
 constexpr std::size_t fewestChannels = 2;
 
 enum Button {
@@ -63,7 +61,7 @@ bool CanBeCalibrated(const std::string& electrode) {
 } // namespace
 
 SimultCalib::SimultCalib(QWidget* parent)
-    : CalibrationForm("SimultCalib", parent), ui_(std::make_unique<Ui::SimultCalib>()) {
+    : CalibrationForm("SimultCalib", noStandard, parent), ui_(std::make_unique<Ui::SimultCalib>()) {
     ui_->setupUi(this);
     chkSimult = ControlArray<QCheckBox>(*this, "chkSimult");
     lblInfo = ControlArray<QLabel>(*this, "lblInfo");
@@ -202,16 +200,10 @@ bool SimultCalib::IsLastSummary() const {
 }
 
 void SimultCalib::ShowButtons() {
-    using Action = CalibrationSession::Action;
     const bool forward = step_ == Step::channels || (step_ == Step::summary && !IsLastSummary());
     cmdSys(nextButton).setText(forward ? "&Next >" : "< &Back");
-    const Action action = session_.MainAction();
-    const auto caption = step_ == Step::summary     ? CalibrationTexts::print
-                         : action == Action::record ? CalibrationTexts::record
-                         : action == Action::read   ? CalibrationTexts::read
-                                                    : CalibrationTexts::showSummary;
     const bool finished = session_.IsFinished();
-    cmdSys(mainButton).setText(Text::ToQt(caption));
+    cmdSys(mainButton).setText(Text::ToQt(MainCaption(step_ == Step::summary)));
     cmdSys(mainButton).setEnabled(step_ == Step::points || (step_ == Step::summary && finished));
     cmdSys(stopButton).setEnabled(session_.IsReading());
     cmdSys(averagingButton).setEnabled(step_ != Step::summary);
@@ -275,7 +267,7 @@ void SimultCalib::cmdSys_Click(int Index) {
         NextOrBack();
         break;
     case mainButton:
-        MainButton();
+        MainButton(step_ == Step::summary);
         break;
     case stopButton:
         StopButton();
@@ -338,29 +330,6 @@ void SimultCalib::StartSession(const std::string& electrode, int firstChannel) {
         entry->clear();
 }
 
-void SimultCalib::MainButton() {
-    if (step_ == Step::summary) {
-        PrintSummaries();
-        return;
-    }
-    switch (session_.MainAction()) {
-    case CalibrationSession::Action::read:
-        ReadPoint();
-        break;
-    case CalibrationSession::Action::record:
-        RecordPoint();
-        break;
-    case CalibrationSession::Action::showSummary:
-        ShowSummary();
-        break;
-    }
-}
-
-void SimultCalib::ReadPoint() {
-    if (TakeStandard(session_.CurrentPoint(), noStandard))
-        BeginReading();
-}
-
 void SimultCalib::RecordPoint() {
     // The hourglass stands until the first average is complete.
     const bool waiting =
@@ -391,17 +360,17 @@ void SimultCalib::AskAveraging() {
         averagingPrompt, std::string(Mcommon::applicationTitle), NumberText::Plain(averaging));
     if (Mcommon::TrimControl(answer).empty())
         return;
-    std::int16_t number = 0;
-    if (!DataAcq::TryGetInteger(number, answer) || number < 1 || number > highestAveraging) {
-        Mcommon::MessageBoxEx(averagingRange, okOnly, exclamation);
+    const auto number = SetupChecks::Averaging(answer);
+    if (!number) {
+        Mcommon::MessageBoxEx(std::string(SetupChecks::averagingRange), okOnly, exclamation);
         return;
     }
-    averaging = number;
+    averaging = *number;
     RestartAveraging();
 }
 
 void SimultCalib::ShowSummary() {
-    if (!TakeAllStandards(noStandard))
+    if (!TakeAllStandards())
         return;
     outcomes_.clear();
     for (const int channel : session_.Channels())
@@ -426,7 +395,7 @@ void SimultCalib::ShowSummary() {
                               exclamation);
 }
 
-void SimultCalib::PrintSummaries() {
+void SimultCalib::PrintSummary() {
     const std::string now = DateText::Record(platform::Current().clock.Now());
     std::vector<CalibrationSummary::Summary> summaries;
     for (std::size_t i = 0; i < outcomes_.size(); ++i) {

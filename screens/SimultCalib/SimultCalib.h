@@ -27,6 +27,9 @@ public:
 protected:
     bool Form_QueryUnload() override;
     void ShowState() override;
+    void RecordPoint() override;
+    void ShowSummary() override;
+    void PrintSummary() override;
     void EntryEntered(int point) override;
     void EntryChanged() override;
 
@@ -46,13 +49,8 @@ private:
     void NextOrBack();
     void ChooseChannels();
     void StartSession(const std::string& electrode, int firstChannel);
-    void MainButton();
-    void ReadPoint();
-    void RecordPoint();
     void StopButton();
     void AskAveraging();
-    void ShowSummary();
-    void PrintSummaries();
 
     void ShowStep(Step step);
     void WidenForChannels();

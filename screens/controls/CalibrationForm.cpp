@@ -28,8 +28,8 @@ constexpr auto elapsedInterval = std::chrono::milliseconds(250);
 constexpr auto steadyText = "steady";
 } // namespace
 
-CalibrationForm::CalibrationForm(std::string name, QWidget* parent)
-    : QDialog(parent), name_(std::move(name)) {
+CalibrationForm::CalibrationForm(std::string name, std::string complaint, QWidget* parent)
+    : QDialog(parent), name_(std::move(name)), complaint_(std::move(complaint)) {
     tmrRead.setParent(this);
     tmrRead.setObjectName("tmrRead");
     connect(&tmrRead, &QTimer::timeout, this,
@@ -126,11 +126,11 @@ void CalibrationForm::FocusEntry(int point) {
     Entry(point).selectAll();
 }
 
-bool CalibrationForm::TakeStandard(int point, const std::string& complaint) {
+bool CalibrationForm::TakeStandard(int point) {
     float standard = 0;
     if (!DataAcq::TryGetSingle(standard, Text::FromQt(Entry(point).text()))) {
         const QScopedValueRollback open(boxOpen_, true);
-        Mcommon::MessageBoxEx(complaint, okOnly, exclamation);
+        Mcommon::MessageBoxEx(complaint_, okOnly, exclamation);
         FocusEntry(point);
         return false;
     }
@@ -138,9 +138,9 @@ bool CalibrationForm::TakeStandard(int point, const std::string& complaint) {
     return true;
 }
 
-bool CalibrationForm::TakeAllStandards(const std::string& complaint) {
+bool CalibrationForm::TakeAllStandards() {
     for (int point = 0; point < session_.PointCount(); ++point)
-        if (!TakeStandard(point, complaint))
+        if (!TakeStandard(point))
             return false;
     return true;
 }
@@ -192,6 +192,41 @@ void CalibrationForm::ChangeUnit(QComboBox& cboUnits, const std::string& electro
     session_.SetUnit(unit);
     for (std::size_t i = 0; i < texts.size(); ++i)
         entries_[i]->setText(texts[i]);
+}
+
+// ---- The main button -------------------------------------------------------------------------
+
+std::string_view CalibrationForm::MainCaption(bool onSummary) const {
+    if (onSummary)
+        return CalibrationTexts::print;
+    switch (session_.MainAction()) {
+    case CalibrationSession::Action::read:
+        return CalibrationTexts::read;
+    case CalibrationSession::Action::record:
+        return CalibrationTexts::record;
+    case CalibrationSession::Action::showSummary:
+        break;
+    }
+    return CalibrationTexts::showSummary;
+}
+
+void CalibrationForm::MainButton(bool onSummary) {
+    if (onSummary) {
+        PrintSummary();
+        return;
+    }
+    switch (session_.MainAction()) {
+    case CalibrationSession::Action::read:
+        if (TakeStandard(session_.CurrentPoint()))
+            BeginReading();
+        break;
+    case CalibrationSession::Action::record:
+        RecordPoint();
+        break;
+    case CalibrationSession::Action::showSummary:
+        ShowSummary();
+        break;
+    }
 }
 
 // ---- Reading ---------------------------------------------------------------------------------

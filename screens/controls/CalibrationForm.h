@@ -13,6 +13,7 @@
 #include <array>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class QComboBox;
@@ -33,8 +34,9 @@ Q_SIGNALS:
     void CalibrationStored(int channel);
 
 protected:
-    /// `name` is the form's own, for the error message box.
-    CalibrationForm(std::string name, QWidget* parent);
+    /// `name` is the form's own, for the error message box; `complaint` is shown where a standard
+    /// is no number.
+    CalibrationForm(std::string name, std::string complaint, QWidget* parent);
     ~CalibrationForm() override;
 
     /// Asks where something would be lost and stores what is finished; false keeps the form open.
@@ -42,6 +44,11 @@ protected:
 
     /// Shows buttons, fields and readings as the session stands.
     virtual void ShowState() = 0;
+
+    /// Steps of the main button that differ between the forms.
+    virtual void RecordPoint() = 0;
+    virtual void ShowSummary() = 0;
+    virtual void PrintSummary() = 0;
 
     /// The cursor has come into the entry field of a point.
     virtual void EntryEntered(int point) = 0;
@@ -57,10 +64,13 @@ protected:
     QLineEdit& Entry(int point) const { return *entries_.at(static_cast<std::size_t>(point)); }
     void FocusEntry(int point);
 
-    /// Takes the standard of a point from its field; shows `complaint` and goes to the field when
-    /// it is no number.
-    bool TakeStandard(int point, const std::string& complaint);
-    bool TakeAllStandards(const std::string& complaint);
+    /// Takes the standards of all points from their fields; shows the complaint and goes to the
+    /// first that is no number.
+    bool TakeAllStandards();
+
+    /// What the main button reads and does, on the summary page or before it.
+    std::string_view MainCaption(bool onSummary) const;
+    void MainButton(bool onSummary);
 
     /// Brings the typed standards into the unit chosen in the list; where that is impossible, says
     /// why and puts the list back.
@@ -71,7 +81,6 @@ protected:
     /// Selects an entry without telling the list's handler.
     static void Select(QComboBox& list, int index);
 
-    void BeginReading();
     void StopReading();
     void RestartAveraging();
 
@@ -96,6 +105,8 @@ protected:
     bool boxOpen_ = false; ///< a box of this form waits for its answer
 
 private:
+    bool TakeStandard(int point);
+    void BeginReading();
     void tmrRead_Timer();
     void ShowAverages(std::span<const float, cyclePositions> averages);
     void StartMarks();
@@ -103,6 +114,7 @@ private:
     bool CanConvert(float molarMass_g_per_mol) const;
 
     std::string name_;
+    std::string complaint_;
     EventGuard guard_{"Unexpected Error - "};
     FormTimer readTimer_{tmrRead};
     ReadingSeries series_{readTimer_};

@@ -28,7 +28,7 @@ enum Info { channelInfo, electrodeInfo, dateInfo, standardsHeading };
 } // namespace
 
 frmCalib::frmCalib(QWidget* parent)
-    : CalibrationForm("frmCalib", parent), ui_(std::make_unique<Ui::frmCalib>()),
+    : CalibrationForm("frmCalib", notANumber, parent), ui_(std::make_unique<Ui::frmCalib>()),
       channel_(Measure::ChannelToCalibrate), before_(Record()) {
     ui_->setupUi(this);
     lblInfo = ControlArray<QLabel>(*this, "lblInfo");
@@ -146,14 +146,8 @@ QString frmCalib::PointMark(int point) const {
 }
 
 void frmCalib::ShowButtons() {
-    using Action = CalibrationSession::Action;
     const bool summary = OnSummaryPage();
-    const Action action = session_.MainAction();
-    const auto caption = summary                    ? CalibrationTexts::print
-                         : action == Action::record ? CalibrationTexts::record
-                         : action == Action::read   ? CalibrationTexts::read
-                                                    : CalibrationTexts::showSummary;
-    cmdSys(mainButton).setText(Text::ToQt(caption));
+    cmdSys(mainButton).setText(Text::ToQt(MainCaption(summary)));
     cmdSys(mainButton).setEnabled(!summary || outcome_.usable);
     cmdSys(secondButton).setText(summary ? "&Back" : "&Clear");
     cmdSys(finishButton).setVisible(summary && session_.IsFinished());
@@ -193,7 +187,7 @@ void frmCalib::cboUnits_Click() {
 void frmCalib::cmdSys_Click(int Index) {
     switch (Index) {
     case mainButton:
-        MainButton();
+        MainButton(OnSummaryPage());
         break;
     case secondButton:
         SecondButton();
@@ -206,34 +200,11 @@ void frmCalib::cmdSys_Click(int Index) {
     }
 }
 
-void frmCalib::MainButton() {
-    if (OnSummaryPage()) {
-        PrintSummary();
-        return;
-    }
-    switch (session_.MainAction()) {
-    case CalibrationSession::Action::read:
-        ReadPoint();
-        break;
-    case CalibrationSession::Action::record:
-        RecordPoint();
-        break;
-    case CalibrationSession::Action::showSummary:
-        ShowSummary();
-        break;
-    }
-}
-
 void frmCalib::SecondButton() {
     if (OnSummaryPage())
         ShowEntryPage();
     else
         ClearPoint();
-}
-
-void frmCalib::ReadPoint() {
-    if (TakeStandard(session_.CurrentPoint(), notANumber))
-        BeginReading();
 }
 
 void frmCalib::RecordPoint() {
@@ -256,7 +227,7 @@ void frmCalib::ClearPoint() {
 }
 
 void frmCalib::ShowSummary() {
-    if (!TakeAllStandards(notANumber))
+    if (!TakeAllStandards())
         return;
     outcome_ = session_.OutcomeOf(channel_);
     Record().Slope = outcome_.record.Slope;

@@ -27,6 +27,9 @@ public:
 protected:
     bool Form_QueryUnload() override;
     void ShowState() override;
+    void RecordPoint() override;
+    void ShowSummary() override;
+    void PrintSummary() override;
     void EntryEntered(int point) override;
     void EntryChanged() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -41,14 +44,9 @@ private:
     void cboUnits_Click();
     void cmdSys_Click(int Index);
 
-    void MainButton();
     void SecondButton();
-    void ReadPoint();
-    void RecordPoint();
     void ClearPoint();
-    void ShowSummary();
     void ShowEntryPage();
-    void PrintSummary();
 
     bool OnSummaryPage() const;
     void ShowButtons();

@@ -155,6 +155,7 @@ void frmMain::StopReading() {
     CommPort::EndReading();
     EndWaiting();
     BlinkTitle(false);
+    ShowProblem({}); // it is about readings that no longer come
 }
 
 void frmMain::tmrRead_Timer() {
@@ -244,8 +245,8 @@ void frmMain::AskAveraging() {
         return;
     const auto averaging = SetupChecks::Averaging(answer);
     if (!averaging) {
-        Mcommon::MessageBoxEx("The averaging number must be a whole number from 1 to 1000.",
-                              platform::style::okOnly, platform::style::information);
+        Mcommon::MessageBoxEx(std::string(SetupChecks::averagingRange), platform::style::okOnly,
+                              platform::style::information);
         return;
     }
     mWinInit::HardwareSettings.AveragingForMeasurement = *averaging;

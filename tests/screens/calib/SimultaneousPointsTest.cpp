@@ -241,10 +241,10 @@ TEST_F(SimultaneousPoints, Without_a_reading_a_new_averaging_number_shows_no_hou
 
 TEST_F(SimultaneousPoints, An_averaging_number_out_of_range_is_refused) {
     OpenWith({firstCa, secondCa});
-    for (const char* answer : {"0", "-3", "1001", "many"}) {
+    for (const char* answer : {"0", "-3", "1001", "2.5", "many"}) {
         platform.dialogs.ExpectInput(averagingPrompt, "1", answer);
-        platform.dialogs.ExpectMessage("The averaging number is a whole number from 1 to 1000.",
-                                       exclamation);
+        platform.dialogs.ExpectMessage(
+            "The averaging number must be a whole number from 1 to 1000.", exclamation);
         Click(*form, "cmdSys_3");
         EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 1);
     }

@@ -150,6 +150,16 @@ TEST_F(MeasuringPage, A_failed_conversion_leaves_the_others_and_says_why) {
     EXPECT_EQ(form->statusBar()->currentMessage(), "");
 }
 
+TEST_F(MeasuringPage, The_reason_of_a_failed_conversion_goes_with_the_readings) {
+    Open();
+    Click(*form, "chkSelect_1");
+    Click(*form, "cmdPage", 0);
+    ReadFrame({1885, 9800, 590, 7996, 2300, 9000, -123, 9000});
+    ASSERT_NE(form->statusBar()->currentMessage(), "");
+    Click(*form, "cmdPage", 0);
+    EXPECT_EQ(form->statusBar()->currentMessage(), "");
+}
+
 TEST_F(MeasuringPage, The_title_blinks_red_and_black_while_reading) {
     OpenMeasuring();
     Tick(*form, "tmrRead");
