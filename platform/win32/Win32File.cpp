@@ -31,11 +31,6 @@ std::string Reason(DWORD error) {
     }
 }
 
-/// The file as the core names it; what the code page lacks is shown as the system spells it.
-std::string NameOf(const std::filesystem::path& file) {
-    return CodePage::FromPath(file).value_or(file.string());
-}
-
 } // namespace
 
 FileHandle::~FileHandle() {
@@ -56,7 +51,7 @@ bool FileHandle::Close() {
 
 void ThrowError(const std::string& operation, const std::filesystem::path& file) {
     const DWORD error = ::GetLastError();
-    throw RunTimeError(operation + " " + NameOf(file) + ": " + Reason(error));
+    throw RunTimeError(operation + " " + CodePage::NameOf(file) + ": " + Reason(error));
 }
 
 FileHandle Open(const std::filesystem::path& file, DWORD access, DWORD disposition,
