@@ -66,7 +66,7 @@ void FollowTarget(bool follow);
 bool IsFollowing();
 
 /// Makes the folder for measurement files that a new user starts with the current one, creating it
-/// where it is missing.
+/// where it is missing. Throws RunTimeError when that fails.
 void SetDataFolder();
 
 enum class DialogMode : std::int16_t { save = 0, open = 1 };

@@ -137,6 +137,7 @@ void frmMain::Form_Load() {
     resize(size().boundedTo(room));
     Mcommon::MoveOntoScreen(*this, mWinInit::WindowX, mWinInit::WindowY);
     FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
+    FileOpr::SetDataFolder();
 }
 
 void frmMain::ShowLink() {

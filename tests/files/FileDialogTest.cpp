@@ -98,11 +98,9 @@ TEST_F(ShowFileDialog, The_first_dialog_starts_in_the_projects_folder) {
 
 TEST(SetDataFolder, The_data_folder_is_made_and_becomes_the_current_one) {
     fake::Platform platform;
-    const auto before = fs::current_path();
     const auto data = platform.places.DataParentFolder() / "Data";
     FileOpr::SetDataFolder();
     EXPECT_TRUE(fs::equivalent(fs::current_path(), data));
-    fs::current_path(before);
 }
 
 TEST(SetDataFolder, A_file_in_its_place_is_a_run_time_error) {

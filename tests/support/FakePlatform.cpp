@@ -163,6 +163,8 @@ Platform::Platform()
 Platform::~Platform() {
     ResetCore();
     platform::Install(nullptr);
+    std::error_code gone;
+    std::filesystem::current_path(currentFolder_, gone);
 }
 
 std::filesystem::path Platform::SettingsFile() const {

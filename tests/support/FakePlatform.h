@@ -133,7 +133,8 @@ private:
 };
 
 /// A whole platform for one test: fakes above the system's own settings file and file store in a
-/// folder of the test's own. Every module of the core is reset with it.
+/// folder of the test's own. Every module of the core is reset with it, and the current folder is
+/// again what it was when the test ends.
 class Platform {
 public:
     Platform();
@@ -154,6 +155,7 @@ public:
     std::filesystem::path SettingsFile() const;
 
 private:
+    std::filesystem::path currentFolder_ = std::filesystem::current_path();
     platform::Services services_;
 };
 

@@ -25,7 +25,9 @@ Control& Reachable(const QWidget& form, const QString& name) {
 } // namespace
 
 QString Folder() {
-    const QString folder = qEnvironmentVariable("VANTREL_TOUR_FOLDER", QDir::currentPath());
+    // Asked before the program starts, which makes another folder the current one.
+    static const QString folder =
+        QDir().absoluteFilePath(qEnvironmentVariable("VANTREL_TOUR_FOLDER", QDir::currentPath()));
     QDir().mkpath(folder);
     return folder;
 }
