@@ -11,7 +11,6 @@ inline constexpr std::array<std::string_view, 27> names = {
     "Ag",  "Ba",  "Br", "Ca", "Cd", "Cl",  "ClO4",   "CN",    "CO3",
     "Cu",  "F",   "H",  "Hg", "I",  "K",   "Na",     "NH3",   "NH4",
     "NO2", "NO3", "OH", "Pb", "S",  "SCN", "H (pH)", "Redox", "None"};
-inline constexpr int redoxIndex = 25;
 inline constexpr int noneIndex = 26;
 inline constexpr std::string_view noneName = "None";
 inline constexpr std::string_view redoxName = "Redox";

@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <fstream>
-#include <limits>
 #include <system_error>
 
 namespace Mcommon {
@@ -73,8 +72,8 @@ void LetEventsRun() {
     const auto now = services.clock.Monotonic();
     if (now == lastEventRun)
         return;
-    lastEventRun =
-        now; // before the events, so that a handler that lets events run does not recurse
+    // Before the events, so that a handler that lets events run does not recurse.
+    lastEventRun = now;
     services.desktop.ProcessPendingEvents();
 }
 
@@ -91,12 +90,6 @@ std::string TrimControl(std::string_view text) {
     while (!text.empty() && IsControlOrBlank(text.back()))
         text.remove_suffix(1);
     return std::string(text);
-}
-
-std::string FixedField(std::string_view text, std::size_t width) {
-    std::string field(text.substr(0, width));
-    field.resize(width, ' ');
-    return field;
 }
 
 void Reset() {

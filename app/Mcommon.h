@@ -45,9 +45,6 @@ bool FileExists(const std::filesystem::path& file);
 /// Without the characters below code 33 at both ends.
 std::string TrimControl(std::string_view text);
 
-/// Fixed field: cut or padded with blanks to `width` characters.
-std::string FixedField(std::string_view text, std::size_t width);
-
 /// Back to the state at program start.
 void Reset();
 

@@ -1,5 +1,7 @@
 #include "app/NumberText.h"
 
+#include "app/Mcommon.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -228,19 +230,9 @@ double RoundedToEven(double value) {
     return up ? below + 1 : below;
 }
 
-std::string_view Trimmed(std::string_view text) {
-    constexpr int firstPrintableCode = 33;
-    const auto isOuter = [](char c) { return static_cast<unsigned char>(c) < firstPrintableCode; };
-    while (!text.empty() && isOuter(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isOuter(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 /// The value of the whole trimmed text, nothing where it is no number.
 std::optional<double> StrictDouble(std::string_view text) {
-    const std::string_view number = Trimmed(text);
+    const std::string number = Mcommon::TrimControl(text);
     if (number.empty() || NumberLength(number) != number.size())
         return std::nullopt;
     return ValueOf(number);

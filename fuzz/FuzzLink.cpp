@@ -2,6 +2,7 @@
 
 #include "app/RunTimeError.h"
 #include "link/CommPort.h"
+#include "tests/support/FakeTimer.h"
 
 #include <algorithm>
 #include <deque>
@@ -9,18 +10,6 @@
 #include <utility>
 
 namespace {
-
-class Timer : public platform::Timer {
-public:
-    void SetInterval(std::chrono::milliseconds interval) override { interval_ = interval; }
-    std::chrono::milliseconds Interval() const override { return interval_; }
-    void SetEnabled(bool enabled) override { enabled_ = enabled; }
-    bool Enabled() const override { return enabled_; }
-
-private:
-    std::chrono::milliseconds interval_{0};
-    bool enabled_ = false;
-};
 
 class Serial : public platform::SerialControl {
 public:
@@ -196,8 +185,8 @@ private:
     fuzz::NullPlatform& platform_;
     bool boxOpen_ = false;
     Serial serial_;
-    Timer timeout_;
-    Timer interval_;
+    fake::Timer timeout_;
+    fake::Timer interval_;
     std::span<const std::uint8_t> rest_;
 };
 

@@ -33,10 +33,6 @@ int FieldCount(std::string_view text) {
     return static_cast<int>(std::count(text.begin(), text.end(), separator)) + 1;
 }
 
-std::string Pair(float first, float second) {
-    return NumberText::Plain(first) + ";" + NumberText::Plain(second);
-}
-
 bool IsNotApplicable(std::string_view field) {
     return std::equal(field.begin(), field.end(), notApplicable.begin(), notApplicable.end(),
                       [](char a, char b) { return a == b || (b >= 'A' && a == b - 'A' + 'a'); });
@@ -99,6 +95,15 @@ std::string ReadTableLine(const std::string& section, const std::string& key, in
     return line;
 }
 
+std::string Pair(float first, float second) {
+    return NumberText::Plain(first) + ";" + NumberText::Plain(second);
+}
+
+void DecodePair(std::string_view line, int field, float& first, float& second) {
+    first = NumberText::LeadingSingle(GetField(line, field, 1));
+    second = NumberText::LeadingSingle(GetField(line, field, 2));
+}
+
 std::string ChannelLine(const ChannelSetupRecord& channel) {
     const std::array<std::string, 6> fields = {
         Storable(channel.Electrode),
@@ -149,9 +154,7 @@ void DecodeCalibration(CalibrationRecord& record, std::string_view line, bool is
     }
     for (int j = 0; j < record.PointCount; ++j) {
         const auto point = static_cast<std::size_t>(j);
-        const int field = firstCalibrationPoint + j;
-        record.Standard[point] = NumberText::LeadingSingle(GetField(line, field, 1));
-        record.CaliData[point] = NumberText::LeadingSingle(GetField(line, field, 2));
+        DecodePair(line, firstCalibrationPoint + j, record.Standard[point], record.CaliData[point]);
     }
     Measure::RestoreSlopes(record, isPH); // the line holds none
 }

@@ -28,6 +28,10 @@ inline constexpr int firstCalibrationPoint = 4;
 inline constexpr int sensorCountField = 1;
 inline constexpr int firstSensorRow = 2;
 
+/// The field of two numbers, and the two numbers of field `field` (from 1) of a line.
+std::string Pair(float first, float second);
+void DecodePair(std::string_view line, int field, float& first, float& second);
+
 std::string ChannelLine(const ChannelSetupRecord& channel);
 void DecodeChannel(ChannelSetupRecord& channel, std::string_view line);
 

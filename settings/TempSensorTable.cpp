@@ -41,8 +41,7 @@ TempSensorCalibration DefaultTable() {
 std::string SensorLine(const TempSensorCalibration& table) {
     std::vector<std::string> fields = {NumberText::Plain(std::int32_t{table.PointCount})};
     for (std::size_t row = 0; row < static_cast<std::size_t>(table.PointCount); ++row)
-        fields.push_back(NumberText::Plain(table.Temperature[row]) + ";" +
-                         NumberText::Plain(table.Reading[row]));
+        fields.push_back(Pair(table.Temperature[row], table.Reading[row]));
     return JoinFields(fields);
 }
 
@@ -62,9 +61,7 @@ void LoadTempSensorMatrix(int sensor, const std::string& line) {
     table.PointCount = static_cast<std::int16_t>(std::clamp(claimed, 0, maxTempSensorRows));
     for (int row = 0; row < table.PointCount; ++row) {
         const auto place = static_cast<std::size_t>(row);
-        const int field = firstSensorRow + row;
-        table.Temperature[place] = NumberText::LeadingSingle(GetField(line, field, 1));
-        table.Reading[place] = NumberText::LeadingSingle(GetField(line, field, 2));
+        DecodePair(line, firstSensorRow + row, table.Temperature[place], table.Reading[place]);
     }
     SortPairs(0, table.PointCount - 1, table.Reading, table.Temperature);
     TempSensor[index] = table;

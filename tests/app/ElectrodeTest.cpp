@@ -26,9 +26,9 @@ TEST(Electrode, The_kind_looks_at_the_exact_letters) {
 }
 
 TEST(Electrode, The_named_positions_are_those_of_the_list) {
-    EXPECT_EQ(Electrode::names[Electrode::redoxIndex], Electrode::redoxName);
+    EXPECT_EQ(Electrode::names[25], Electrode::redoxName);
     EXPECT_EQ(Electrode::names[Electrode::noneIndex], Electrode::noneName);
-    EXPECT_EQ(Electrode::names[Electrode::redoxIndex - 1], Electrode::pHName);
+    EXPECT_EQ(Electrode::names[24], Electrode::pHName);
 }
 
 // Sums of the standard atomic weights of 2021, worked out by hand to a thousandth.

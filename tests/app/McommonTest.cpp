@@ -129,10 +129,4 @@ TEST(TrimControl, Accented_letters_are_no_controls) {
     EXPECT_EQ(Mcommon::TrimControl("\xE9t\xE9\xA0"), "\xE9t\xE9\xA0");
 }
 
-TEST(FixedField, A_text_is_cut_or_padded_to_the_width) {
-    EXPECT_EQ(Mcommon::FixedField("abc", 5), "abc  ");
-    EXPECT_EQ(Mcommon::FixedField("abcdef", 5), "abcde");
-    EXPECT_EQ(Mcommon::FixedField("", 3), "   ");
-}
-
 } // namespace

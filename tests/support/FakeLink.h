@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/CommPort.h"
+#include "support/FakeTimer.h"
 
 #include <array>
 #include <chrono>
@@ -14,19 +15,6 @@
 #include <vector>
 
 namespace fake {
-
-/// A timer that ticks when the test says so.
-class Timer : public platform::Timer {
-public:
-    void SetInterval(std::chrono::milliseconds interval) override { interval_ = interval; }
-    std::chrono::milliseconds Interval() const override { return interval_; }
-    void SetEnabled(bool enabled) override { enabled_ = enabled; }
-    bool Enabled() const override { return enabled_; }
-
-private:
-    std::chrono::milliseconds interval_{0};
-    bool enabled_ = false;
-};
 
 /// A serial control whose ports, bytes and failures the test decides.
 class SerialControl : public platform::SerialControl {
