@@ -2,6 +2,7 @@
 
 #include "link/CommPort.h"
 #include "platform/Platform.h"
+#include "screens/controls/BusyPointer.h"
 #include "screens/frmMain/frmMain.h"
 #include "screens/frmPortSettings/frmPortSettings.h"
 #include "screens/frmSplash/frmSplash.h"
@@ -15,20 +16,24 @@ Program::Program() = default;
 Program::~Program() = default;
 
 void Program::Main() {
-    platform::Desktop& desktop = platform::Current().desktop;
-    desktop.SetMousePointer(platform::MousePointer::hourglass);
+    guard_("theMain - Main", [this] {
+        LoadForms();
+        CommPort::fncInitializeComPort();
+    });
+}
+
+void Program::LoadForms() {
+    const BusyPointer busy;
     mWinInit::HardwareSettings.ChannelCount = channelCount;
 
     splash_ = std::make_unique<frmSplash>(std::string(versionText));
     splash_->show();
-    desktop.ProcessPendingEvents();
+    platform::Current().desktop.ProcessPendingEvents();
 
     mWinInit::LoadSettings();
     port_ = std::make_unique<frmPortSettings>(); // owns the port that the link is opened on
     main_ = std::make_unique<frmMain>();
     ConnectForms();
-    desktop.SetMousePointer(platform::MousePointer::normal);
-    CommPort::fncInitializeComPort();
 }
 
 void Program::ConnectForms() {

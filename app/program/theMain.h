@@ -1,8 +1,7 @@
 #pragma once
 
 #include "app/Version.h"
-
-#include <QPointer>
+#include "screens/controls/EventGuard.h"
 
 #include <memory>
 
@@ -24,12 +23,14 @@ public:
     Program& operator=(const Program&) = delete;
 
     /// Shows the splash at once, then loads the settings and the hidden main screen and opens the
-    /// port. The splash's button shows the main screen.
+    /// port. The splash's button shows the main screen. What fails is said in a message box.
     void Main();
 
 private:
+    void LoadForms();
     void ConnectForms();
 
+    EventGuard guard_{"Unexpected Error - "};
     std::unique_ptr<frmSplash> splash_;
     std::unique_ptr<frmPortSettings> port_; ///< outlives the screens that read over it
     std::unique_ptr<frmMain> main_;

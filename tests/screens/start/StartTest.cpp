@@ -1,0 +1,120 @@
+#include "app/RunTimeError.h"
+#include "app/program/theMain.h"
+#include "link/CommPort.h"
+#include "screens/support/ScreenTest.h"
+#include "settings/mWinInit.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+
+#include <filesystem>
+#include <utility>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Starts the program on a computer without instrument, settings or data folder.
+class StartTest : public ScreenTest {
+protected:
+    StartTest() {
+        fs::create_directories(platform.places.ConfigurationFolder() / "ports");
+        fs::create_symlink("nowhere", platform.places.ConfigurationFolder() / "ports" / "com1");
+    }
+
+    /// The form of the program, hidden or shown; null where there is none.
+    static QWidget* Form(const char* name) {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->objectName() == name)
+                return window;
+        return nullptr;
+    }
+
+    QLabel& Line(int index) { return Element<QLabel>(*Form("frmSplash"), "lblLabel", index); }
+
+    theMain::Program program;
+};
+
+TEST_F(StartTest, The_splash_is_shown_before_the_settings_are_loaded) {
+    bool looked = false;
+    platform.desktop.onEvents = [&] {
+        if (std::exchange(looked, true))
+            return;
+        EXPECT_TRUE(Form("frmSplash")->isVisible());
+        EXPECT_EQ(Form("frmMain"), nullptr);
+        EXPECT_EQ(mWinInit::ProjectInfo.ProjectName, "");
+        EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::hourglass);
+    };
+    program.Main();
+    EXPECT_TRUE(looked);
+    EXPECT_EQ(mWinInit::ProjectInfo.ProjectName, mWinInit::projectPlaceholder);
+    EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
+}
+
+TEST_F(StartTest, The_main_screen_is_loaded_but_hidden_until_the_splash_s_button) {
+    program.Main();
+    ASSERT_NE(Form("frmMain"), nullptr);
+    EXPECT_FALSE(Form("frmMain")->isVisible());
+    Click(*Form("frmSplash"), "cmdCommand1");
+    EXPECT_TRUE(Form("frmMain")->isVisible());
+    EXPECT_FALSE(Form("frmSplash")->isVisible());
+}
+
+TEST_F(StartTest, Escape_and_the_close_button_leave_the_splash_where_it_is) {
+    program.Main();
+    qobject_cast<QDialog*>(Form("frmSplash"))->reject();
+    Form("frmSplash")->close();
+    EXPECT_TRUE(Form("frmSplash")->isVisible());
+    EXPECT_FALSE(Form("frmMain")->isVisible());
+}
+
+TEST_F(StartTest, The_splash_names_the_product_and_the_version) {
+    program.Main();
+    EXPECT_EQ(Line(1).text(), "4-Channel Vantrel");
+    EXPECT_EQ(Line(3).text(), "Version 6.4.44sa");
+}
+
+TEST_F(StartTest, The_splash_s_lines_are_centred_and_two_stand_above_the_button) {
+    program.Main();
+    const int width = Form("frmSplash")->width();
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(Line(i).x(), (width - Line(i).width()) / 2) << i;
+    const auto& button = Find<QAbstractButton>(*Form("frmSplash"), "cmdCommand1");
+    EXPECT_EQ(button.x(), (width - button.width()) / 2);
+    EXPECT_EQ(Line(2).y(), button.y() - button.height() - Line(2).height());
+    EXPECT_EQ(Line(3).y(), Line(2).y() - Line(3).height());
+}
+
+TEST_F(StartTest, Without_settings_the_program_starts_with_their_defaults) {
+    program.Main();
+    EXPECT_EQ(mWinInit::HardwareSettings.ChannelCount, 4);
+    EXPECT_EQ(mWinInit::HardwareSettings.HardwarePortNumber, 2);
+    EXPECT_EQ(mWinInit::ProjectInfo.ExperimentDate, "14:05:33 07.Mar.2003");
+    EXPECT_EQ(mWinInit::ChannelSetup[3].Electrode, "None");
+    EXPECT_EQ(CommPort::BitRate, 9600);
+    EXPECT_EQ(CommPort::PortNumber, 1);
+}
+
+TEST_F(StartTest, A_port_that_cannot_be_opened_is_told_in_the_status_and_by_no_box) {
+    program.Main();
+    EXPECT_FALSE(CommPort::PortOK);
+    EXPECT_EQ(CommPort::StatusText().substr(0, 14), "Opening COM1: ");
+    EXPECT_EQ(platform.dialogs.beeps, 0);
+}
+
+TEST_F(StartTest, The_data_folder_is_made_and_becomes_the_current_one) {
+    program.Main();
+    EXPECT_TRUE(fs::equivalent(fs::current_path(), mWinInit::DefaultDataFolder()));
+}
+
+TEST_F(StartTest, A_step_that_fails_is_said_with_its_place) {
+    platform.desktop.onEvents = [] { throw RunTimeError("Disk full"); };
+    platform.dialogs.ExpectMessage("Unexpected Error - Disk full\nError location - theMain - Main",
+                                   critical);
+    program.Main();
+    EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
+    platform.desktop.onEvents = nullptr;
+}
+
+} // namespace
