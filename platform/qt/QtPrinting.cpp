@@ -6,6 +6,7 @@
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/Text.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QPaintEngine>
 #include <QPrintPreviewDialog>
@@ -20,12 +21,25 @@ namespace {
 /// Left is wider: pages are filed there, and the rules of a table end short of the right edge.
 const QMarginsF margins_mm(15, 12, 10, 12);
 
+/// Wide enough for the whole tool bar, of which "Print" is the last button.
+constexpr QSize previewSize(920, 700);
+
 PrintOutcome Draw(QPrinter& printer, const PrintDocument& document, bool mayStopPainting) {
     const InputGate gate;
     QtPrinter pages(printer, [&gate] { return gate.StopRequested(); });
     document(pages);
     const bool complete = !gate.StopRequested() && pages.Paint(mayStopPainting);
     return complete ? PrintOutcome::printed : PrintOutcome::stopped;
+}
+
+/// The tool bar's buttons take no focus, so the one that matters gets a key.
+void AddPrintKey(QPrintPreviewDialog& dialog) {
+    for (QAction* action : dialog.findChildren<QAction*>()) {
+        if (action->text() != QPrintPreviewDialog::tr("Print"))
+            continue;
+        action->setShortcut(QKeySequence::Print);
+        action->setToolTip(action->text() + " (" + action->shortcut().toString() + ")");
+    }
 }
 
 /// Draws whenever the preview asks; what a drawing throws must not reach the event loop, so it
@@ -35,6 +49,8 @@ public:
     PreviewSession(QPrinter& printer, const std::string& name, const PrintDocument& document)
         : printer_(printer), name_(name), document_(document),
           dialog_(&printer, QApplication::activeWindow()) {
+        dialog_.resize(previewSize);
+        AddPrintKey(dialog_);
         dialog_.setWindowTitle("Print Preview - " + Text::ToQt(name));
         QObject::connect(&dialog_, &QPrintPreviewDialog::paintRequested, &dialog_,
                          [this] { Paint(); });

@@ -13,9 +13,7 @@
 
 namespace {
 
-constexpr int asTable = 0;
 constexpr int asGraph = 1;
-constexpr int allRecords = 0;
 constexpr int someRecords = 1;
 constexpr int firstBox = 0;
 constexpr int lastBox = 1;

@@ -4,7 +4,6 @@
 #include "platform/qt/QtPrinting.h"
 #include "screens/support/ScreenTest.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QKeyEvent>
@@ -15,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 
 namespace {
 
@@ -23,10 +23,13 @@ using platform::PrintOutcome;
 /// Drives the preview and the print dialog as a user does, from the event loops that they run.
 class Preview : public ScreenTest {
 protected:
-    /// Called at each turn of an event loop with the dialog on top.
+    /// Called at each turn of an event loop with the dialog on top; a user waits while the pointer
+    /// is the hourglass.
     void WithDialogs(std::function<void(QDialog&)> act) {
         user_.setInterval(10);
-        QObject::connect(&user_, &QTimer::timeout, &user_, [act = std::move(act)] {
+        QObject::connect(&user_, &QTimer::timeout, &user_, [this, act = std::move(act)] {
+            if (platform.desktop.pointer == platform::MousePointer::hourglass)
+                return;
             if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
                 act(*dialog);
         });
@@ -63,7 +66,20 @@ TEST_F(Preview, Shows_every_page_and_prints_nothing_when_it_is_closed) {
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
-TEST_F(Preview, Prints_into_a_file_where_no_printer_is_set_up) {
+TEST_F(Preview, The_print_button_is_in_reach_without_opening_the_rest_of_the_tool_bar) {
+    bool visible = false;
+    WithDialogs([&](QDialog& dialog) {
+        for (const QToolButton* button : dialog.findChildren<QToolButton*>())
+            visible = visible || (button->text() == "Print" && button->isVisible());
+        dialog.reject();
+    });
+
+    printing.Print("Table", ThreePages);
+
+    EXPECT_TRUE(visible);
+}
+
+TEST_F(Preview, Ctrl_P_prints_into_a_file_where_no_printer_is_set_up) {
     const QTemporaryDir folder;
     const QString file = folder.filePath("pages.pdf");
     qputenv("CUPS_SERVER", folder.filePath("no-server").toLocal8Bit());
@@ -73,9 +89,8 @@ TEST_F(Preview, Prints_into_a_file_where_no_printer_is_set_up) {
             print->accept();
             return;
         }
-        for (QAction* action : dialog.findChildren<QAction*>())
-            if (action->text() == "Print")
-                QTimer::singleShot(0, action, &QAction::trigger);
+        QTimer::singleShot(0, &dialog,
+                           [&dialog] { QTest::keyClick(&dialog, Qt::Key_P, Qt::ControlModifier); });
     });
 
     EXPECT_EQ(printing.Print("Table", ThreePages), PrintOutcome::printed);
