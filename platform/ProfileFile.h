@@ -13,12 +13,12 @@ public:
     virtual ~ProfileFile() = default;
 
     /// The value of a key, or `fallback` (without its trailing blanks) where section or key is
-    /// missing; cut at `bufferSize` - 1 characters.
+    /// missing; without one pair of equal quotes around it; cut at `bufferSize` - 1 characters.
     virtual std::string GetString(const std::string& section, const std::string& key,
                                   const std::string& fallback, std::size_t bufferSize) const = 0;
 
-    /// The value of a key as a decimal integer: leading digits count, anything else gives 0; a
-    /// missing key gives `fallback`.
+    /// The value of a key as an integer: leading digits count (decimal ones, or others behind 0x,
+    /// 0o or 0b), anything else gives 0; a missing key or an empty value gives `fallback`.
     virtual int GetInt(const std::string& section, const std::string& key, int fallback) const = 0;
 
     /// Writes one key. No value deletes the key, no key deletes the section. False when the file
