@@ -76,7 +76,7 @@ private:
             error_ = std::current_exception();
         }
         if (error_ || outcome_ == PrintOutcome::stopped)
-            QMetaObject::invokeMethod(&dialog_, &QDialog::reject, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(&dialog_, "reject", Qt::QueuedConnection);
     }
 
     QPrinter& printer_;
