@@ -3,7 +3,11 @@
 #include "tour/Stage.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
+#include <QTimer>
 
 #include <string>
 
@@ -36,6 +40,14 @@ std::filesystem::path Analyst::MeasurementFile() const {
 
 std::filesystem::path Analyst::ExportedFile() const {
     return std::filesystem::path(Folder().toStdString()) / "tour.csv";
+}
+
+std::filesystem::path Analyst::PrintedTable() const {
+    return std::filesystem::path(Folder().toStdString()) / "table.pdf";
+}
+
+std::filesystem::path Analyst::PrintedGraph() const {
+    return std::filesystem::path(Folder().toStdString()) / "graph.pdf";
 }
 
 void Analyst::ChooseElectrode(int channel, const QString& electrode, const QString& serialNo,
@@ -192,6 +204,29 @@ void Analyst::FindRecord(QWidget& report, int record) {
     search.close();
 }
 
+/// Answers come from a timer's tick, in which no further dialog may be opened: the presses that do
+/// so wait for the next pass of the event loop.
+void Analyst::Print(QWidget& report, int option, const std::filesystem::path& pdf,
+                    const QString& pictureName) {
+    answers_.Other("frmPrint", [=](QWidget& form) {
+        Click(form, Element("optPrintOpt", option));
+        Picture(form, pictureName);
+        QTimer::singleShot(0, &form, [&form] { Click(form, "cmdPrint"); });
+    });
+    answers_.Other("QPrintPreviewDialog", [=](QWidget& preview) {
+        Picture(preview, pictureName + "-preview");
+        for (QAction* action : preview.findChildren<QAction*>())
+            if (action->text() == "Print")
+                QTimer::singleShot(0, action, &QAction::trigger);
+    });
+    answers_.Other("QPrintDialog", [=](QWidget& dialog) {
+        Find<QLineEdit>(dialog, "filename").setText(QString::fromStdString(pdf.string()));
+        qobject_cast<QDialog*>(&dialog)->accept();
+    });
+    Choose(report, "mnuFileItem_1");
+    WaitFor("the printed file", [&] { return answers_.AllGiven() && exists(pdf); });
+}
+
 void Analyst::ViewReport() {
     QWidget& report = Window("Report");
     answers_.File("Open File", QString::fromStdString(MeasurementFile().string()));
@@ -206,6 +241,8 @@ void Analyst::ViewReport() {
     answers_.File("Export Records", QString::fromStdString(ExportedFile().string()));
     Choose(report, "mnuFileItem_2");
     WaitFor("the export", [this] { return std::filesystem::exists(ExportedFile()); });
+    Print(report, 0, PrintedTable(), "print-table");
+    Print(report, 1, PrintedGraph(), "print-graph");
     Choose(report, "mnuBack");
     WaitFor("the viewer to close", [&] { return !report.isVisible(); });
 }

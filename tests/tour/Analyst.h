@@ -29,13 +29,15 @@ public:
     /// While the report follows the records as they arrive.
     void RecordByClock(int records, int period_s);
 
-    /// Through all quantities, to a record and into a CSV file.
+    /// Through all quantities, to a record, into a CSV file and onto paper.
     void ViewReport();
 
     void Exit();
 
     std::filesystem::path MeasurementFile() const;
     std::filesystem::path ExportedFile() const;
+    std::filesystem::path PrintedTable() const;
+    std::filesystem::path PrintedGraph() const;
 
 private:
     QWidget& Main() const;
@@ -44,6 +46,8 @@ private:
     void WaitForRecords(int count, int period_s);
     void SelectQuantity(QWidget& report, int unit, const QString& pictureName);
     void FindRecord(QWidget& report, int record);
+    void Print(QWidget& report, int option, const std::filesystem::path& pdf,
+               const QString& pictureName);
 
     const InstrumentProcess& instrument_;
     DialogAnswers& answers_;

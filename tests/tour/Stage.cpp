@@ -41,7 +41,12 @@ void Picture(QWidget& window, const QString& name) {
 }
 
 void Click(const QWidget& form, const QString& button) {
-    QTest::mouseClick(&Reachable<QAbstractButton>(form, button), Qt::LeftButton);
+    auto& target = Reachable<QAbstractButton>(form, button);
+    // A press in the middle of a wide option button may miss its short caption.
+    if (target.isCheckable())
+        target.click();
+    else
+        QTest::mouseClick(&target, Qt::LeftButton);
 }
 
 void Choose(const QWidget& form, const QString& menuEntry) {

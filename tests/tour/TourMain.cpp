@@ -13,6 +13,9 @@ int main(int argc, char* argv[]) {
         QDir().mkpath(folder);
         qputenv(variable, folder.toLocal8Bit());
     }
+    // No print queue: a tour must not come out of somebody's printer. The program prints to PDF
+    // then.
+    qputenv("CUPS_SERVER", home.filePath("no-print-server").toLocal8Bit());
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     return RUN_ALL_TESTS();

@@ -6,6 +6,7 @@
 #include "tour/Analyst.h"
 #include "tour/Stage.h"
 
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -61,6 +62,24 @@ void CheckExport(const std::filesystem::path& file, int records) {
     EXPECT_EQ(lines, records + 1);
 }
 
+QString TextOfPdf(const std::filesystem::path& pdf) {
+    QProcess pdftotext;
+    pdftotext.start("pdftotext", {"-layout", QString::fromStdString(pdf.string()), "-"});
+    EXPECT_TRUE(pdftotext.waitForFinished() && pdftotext.exitCode() == 0) << pdf;
+    return QString::fromUtf8(pdftotext.readAllStandardOutput());
+}
+
+void CheckPrints(const Analyst& analyst, int records) {
+    const QString table = TextOfPdf(analyst.PrintedTable());
+    EXPECT_TRUE(table.contains("4-Channel Vantrel - Spring water survey Report: Table"));
+    EXPECT_TRUE(table.contains("Page 2"));
+    EXPECT_TRUE(table.contains(QString("Record %1").arg(records)));
+    EXPECT_TRUE(table.contains("stirrer on"));
+    const QString graph = TextOfPdf(analyst.PrintedGraph());
+    EXPECT_TRUE(graph.contains("4-Channel Vantrel - Spring water survey Report: Graphic"));
+    EXPECT_TRUE(graph.contains("Temp. 2"));
+}
+
 TEST(Tour, An_analyst_sets_up_calibrates_measures_views_and_prints) {
     TourPlaces places;
     const InstrumentProcess instrument(places.ConfigurationFolder().parent_path(),
@@ -71,8 +90,9 @@ TEST(Tour, An_analyst_sets_up_calibrates_measures_views_and_prints) {
     const theMain::SystemServices services(places);
     DialogAnswers answers;
     Analyst analyst(instrument, answers);
-    std::filesystem::remove(analyst.MeasurementFile());
-    std::filesystem::remove(analyst.ExportedFile());
+    for (const auto& file : {analyst.MeasurementFile(), analyst.ExportedFile(),
+                             analyst.PrintedTable(), analyst.PrintedGraph()})
+        std::filesystem::remove(file);
     theMain::Program program;
     program.Main();
 
@@ -91,6 +111,7 @@ TEST(Tour, An_analyst_sets_up_calibrates_measures_views_and_prints) {
     CheckMeasurementFile(analyst.MeasurementFile(), records);
     analyst.ViewReport();
     CheckExport(analyst.ExportedFile(), records);
+    CheckPrints(analyst, records);
     analyst.Exit();
 }
 
