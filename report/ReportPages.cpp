@@ -87,10 +87,17 @@ void ReportPages::NoteRecordLine(PageIndex& page, std::string_view text) {
     if (page.candidate >= 0 && LooksLikeComment(text)) {
         page.previousRecord = page.lastRecord >= 0 ? page.lastRecord : page.candidate;
         page.lastRecord = page.candidate;
-        if (page.firstRecord < 0)
+        page.lastNumber = page.candidateNumber;
+        if (page.firstRecord < 0) {
             page.firstRecord = page.candidate;
+            page.firstNumber = page.candidateNumber;
+        }
     }
-    page.candidate = LooksLikeRecord(text) ? static_cast<std::int64_t>(page.starts.size()) - 1 : -1;
+    page.candidate = -1;
+    if (LooksLikeRecord(text)) {
+        page.candidate = static_cast<std::int64_t>(page.starts.size()) - 1;
+        page.candidateNumber = MeasurementLines::RecordNumber(text);
+    }
 }
 
 void ReportPages::ReopenLastLine() {
@@ -106,9 +113,11 @@ void ReportPages::ReopenLastLine() {
         if (page.firstRecord == page.lastRecord)
             page.firstRecord = page.previousRecord = -1;
         page.lastRecord = page.previousRecord;
+        page.lastNumber = page.lastRecord < 0 ? 0 : NumberAt(Last(), page.lastRecord);
     }
     const bool follows = line > 0 && LooksLikeRecord(Text(Last(), static_cast<Line>(line - 1)));
     page.candidate = follows ? line - 1 : -1;
+    page.candidateNumber = follows ? NumberAt(Last(), line - 1) : 0;
 }
 
 std::int32_t ReportPages::NumberAt(Page page, std::int64_t line) const {
@@ -119,8 +128,8 @@ std::optional<ReportPages::RecordRange> ReportPages::Records(Page page) const {
     const PageIndex& index = At(page);
     if (index.firstRecord < 0)
         return std::nullopt;
-    return RecordRange{NumberAt(page, index.firstRecord), NumberAt(page, index.lastRecord),
-                       static_cast<Line>(index.firstRecord), static_cast<Line>(index.lastRecord),
+    return RecordRange{index.firstNumber, index.lastNumber, static_cast<Line>(index.firstRecord),
+                       static_cast<Line>(index.lastRecord),
                        static_cast<Line>(index.previousRecord)};
 }
 

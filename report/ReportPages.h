@@ -91,6 +91,9 @@ private:
         std::int64_t firstRecord = -1;
         std::int64_t previousRecord = -1;
         std::int64_t lastRecord = -1;
+        std::int32_t candidateNumber = 0; ///< record numbers that stand in these lines
+        std::int32_t firstNumber = 0;
+        std::int32_t lastNumber = 0;
     };
     struct Extent {
         std::uint64_t offset;

@@ -1,0 +1,95 @@
+// The viewer's work without a window: indexing and splitting into pages, search, graph spans.
+
+#include "report/GraphSpan.h"
+#include "report/RecordSearch.h"
+#include "report/ReportLoader.h"
+#include "report/support/MeasurementText.h"
+#include "support/FakePlatform.h"
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+class NoGraph : public Mreport::ReportGraph {
+public:
+    std::int16_t NumSets() const override { return 4; }
+    void SetNumSets(std::int16_t) override {}
+    std::int16_t NumPoints() const override { return 50; }
+    void SetNumPoints(std::int16_t) override {}
+    void SetThisSet(std::int16_t) override {}
+    void SetLegend(std::int16_t, const std::string&) override {}
+    void SetData(std::int16_t, double value) override { benchmark::DoNotOptimize(value); }
+    void SetExtra(std::int16_t, std::int16_t) override {}
+    void SetLabel(std::int16_t, const std::string&) override {}
+    void SetXAxisMinorTicks(std::int16_t) override {}
+    void SetTickEvery(std::int16_t) override {}
+    std::string LeftTitle() const override { return {}; }
+    void SetLeftTitle(const std::string&) override {}
+    void SetGraphTitle(const std::string&) override {}
+    void SetDataReset(std::int16_t) override {}
+    void SetDrawMode(std::int16_t) override {}
+    double DataGetAmp(std::int16_t, std::int16_t) const override { return 0; }
+};
+
+class NoView : public Mreport::ReportView {
+public:
+    void ShowCaption(const std::filesystem::path&) override {}
+    void ResetPages() override {}
+    void ShowHead(const std::string&) override {}
+    void ShowStatus(const std::string&) override {}
+    void PageAdded(int, bool) override {}
+    void LinesAdded() override {}
+    void SelectShownPage() override {}
+    void SetScroll(const Mreport::ScrollLimits&) override {}
+    std::int32_t ScrollValue() const override { return 50; }
+    Mreport::ReportGraph& Graph() override { return graph; }
+    void GraphDrawn(std::int32_t) override {}
+
+    NoGraph graph;
+};
+
+/// A file of the given number of records on the disk, and a viewer for it. The clock jumps, so that
+/// the pause at a load's end does not count.
+struct Viewer {
+    explicit Viewer(int records) {
+        platform.clock.step = std::chrono::milliseconds(100);
+        WriteBytes(file, MeasurementText().File(records));
+    }
+    fake::Platform platform;
+    std::filesystem::path file = platform.folder.Path() / "run.4ch";
+    NoView view;
+    Mreport::ReportLoader loader{view};
+};
+
+void Load(benchmark::State& state) {
+    Viewer viewer(static_cast<int>(state.range(0)));
+    for (auto _ : state)
+        viewer.loader.ViewFile(viewer.file);
+    state.SetBytesProcessed(static_cast<std::int64_t>(std::filesystem::file_size(viewer.file)) *
+                            state.iterations());
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(Load)->Range(1 << 10, 1 << 17)->Unit(benchmark::kMillisecond)->Complexity();
+
+void Search(benchmark::State& state) {
+    Viewer viewer(1 << 16);
+    viewer.loader.ViewFile(viewer.file);
+    Mreport::RecordSearch search;
+    std::int32_t number = 1;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(search.Find(number));
+        number = number * 31 % (1 << 16) + 1;
+    }
+}
+BENCHMARK(Search)->Unit(benchmark::kMicrosecond);
+
+void DrawSpan(benchmark::State& state) {
+    Viewer viewer(4000);
+    viewer.loader.ViewFile(viewer.file);
+    for (auto _ : state)
+        Mreport::UpdateGraph(viewer.view.graph, 3000, static_cast<std::int32_t>(state.range(0)),
+                             false);
+}
+BENCHMARK(DrawSpan)->Arg(50)->Arg(1500)->Unit(benchmark::kMicrosecond);
+
+} // namespace

@@ -1,0 +1,163 @@
+// bench_viewer FILE: opens a measurement file in the real viewer and prints what it took. Run under
+// any Qt platform; without a display, QT_QPA_PLATFORM=offscreen. Each figure is one line, name and
+// number, for viewer-figures.sh.
+
+#include "platform/Platform.h"
+#include "platform/System.h"
+#include "platform/qt/QtDesktop.h"
+#include "report/Mreport.h"
+#include "report/RecordSearch.h"
+#include "screens/Report/Report.h"
+#include "screens/controls/GraphControl.h"
+#include "support/FakePlatform.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <qcustomplot.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <string>
+
+namespace {
+
+/// The desktop of the program, with a watch on the time between two event passes.
+class WatchedDesktop : public platform::QtDesktop {
+public:
+    void ProcessPendingEvents() override {
+        if (sinceLast_.isValid())
+            longestGap_ms = std::max(longestGap_ms, Elapsed_ms(sinceLast_));
+        platform::QtDesktop::ProcessPendingEvents();
+        sinceLast_.start();
+    }
+    double longestGap_ms = 0;
+
+    static double Elapsed_ms(const QElapsedTimer& timer) {
+        return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    }
+
+private:
+    QElapsedTimer sinceLast_;
+};
+
+/// Notes when the graph has been drawn with points in it for the first time.
+class FirstDrawing {
+public:
+    FirstDrawing(QCustomPlot& plot, const QElapsedTimer& clock) {
+        QObject::connect(&plot, &QCustomPlot::afterReplot, &plot, [this, &plot, &clock] {
+            const bool points =
+                plot.graphCount() > 0 && plot.graph(0)->visible() && plot.graph(0)->dataCount() > 0;
+            if (points && at_ms < 0)
+                at_ms = WatchedDesktop::Elapsed_ms(clock);
+        });
+    }
+    double at_ms = -1;
+};
+
+/// Resident memory of this process in KiB; 0 where the system does not tell.
+long Resident_KiB() {
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    while (status >> word)
+        if (word == "VmRSS:") {
+            long size = 0;
+            status >> size;
+            return size;
+        }
+    return 0;
+}
+
+template <class Step>
+double Best_ms(int times, const Step& step) {
+    double best = 1e9;
+    for (int i = 0; i < times; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        step();
+        best = std::min(best, WatchedDesktop::Elapsed_ms(timer));
+    }
+    return best;
+}
+
+void Print(const std::string& name, double value) {
+    std::cout << name << ' ' << value << '\n';
+}
+
+void MeasureSearch() {
+    Mreport::RecordSearch search;
+    double worst = 0;
+    std::int32_t last = 0;
+    Mreport::PageRecordRange(Mreport::lastPageIndex, last);
+    for (int tenth = 0; tenth <= 10; ++tenth) {
+        const auto number =
+            static_cast<std::int32_t>(std::max<std::int64_t>(1, std::int64_t{last} * tenth / 10));
+        QElapsedTimer timer;
+        timer.start();
+        if (!search.Find(number))
+            Print("search_missed", number);
+        worst = std::max(worst, WatchedDesktop::Elapsed_ms(timer));
+    }
+    Print("search_worst_ms", worst);
+}
+
+void MeasureRedraw(GraphControl& graph) {
+    constexpr std::int16_t points = 1500;
+    constexpr std::int16_t series = 8;
+    graph.SetNumSets(series);
+    graph.SetNumPoints(points);
+    graph.SetDataReset(Mreport::graph::resetAllData);
+    for (std::int16_t set = 1; set <= series; ++set) {
+        graph.SetThisSet(set);
+        graph.SetLegend(set, "Ch. " + std::to_string(set));
+        for (std::int16_t point = 1; point <= points; ++point)
+            graph.SetData(point, set * 20 + 10 * std::sin(point / (20.0 + set)) +
+                                     (point * 7919 % 13) * 0.1);
+    }
+    for (std::int16_t point = 1; point <= points; ++point) {
+        graph.SetXAxisMinorTicks(point % 30 == 0 ? 0 : 1);
+        graph.SetLabel(point, std::to_string(point));
+    }
+    Print("redraw_1500x8_ms", Best_ms(20, [&graph] {
+              graph.SetDrawMode(Mreport::graph::draw);
+              graph.DrawNow();
+          }));
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    if (argc < 2) {
+        std::cerr << "usage: bench_viewer FILE\n";
+        return 2;
+    }
+    fake::Platform fakes;
+    WatchedDesktop desktop;
+    const auto clock = platform::MakeClock();
+    const platform::Services services{fakes.dialogs,   desktop,      *clock,       *fakes.profile,
+                                      fakes.userStore, fakes.places, *fakes.files, fakes.printing};
+    platform::Install(&services);
+
+    Report form;
+    form.show();
+    QApplication::processEvents();
+    const long idle_KiB = Resident_KiB();
+
+    auto& graph = *form.findChild<GraphControl*>("graReport");
+    QElapsedTimer timer;
+    const FirstDrawing firstDrawing(*graph.findChild<QCustomPlot*>(), timer);
+    timer.start();
+    form.ViewFile(argv[1]);
+    Print("ready_ms", WatchedDesktop::Elapsed_ms(timer));
+    Print("graph_ms", firstDrawing.at_ms);
+    Print("longest_gap_ms", desktop.longestGap_ms);
+    Print("memory_KiB", static_cast<double>(Resident_KiB() - idle_KiB));
+    Print("index_KiB", static_cast<double>(Mreport::pages.IndexBytes() / 1024));
+    Print("pages", Mreport::pages.Count());
+    MeasureSearch();
+    MeasureRedraw(graph);
+    form.close();
+}

@@ -1,0 +1,74 @@
+#include "report/CsvExport.h"
+
+#include "app/RunTimeError.h"
+#include "report/support/LoadedReport.h"
+
+namespace {
+
+class Csv : public LoadedReport {
+protected:
+    std::filesystem::path Target() const { return platform.folder.Path() / "out.csv"; }
+    std::string Export() {
+        Mreport::ExportCsv(Target(), [] { return false; });
+        return ReadBytes(Target());
+    }
+};
+
+} // namespace
+
+TEST_F(Csv, Each_record_is_a_row_under_a_heading_with_units) {
+    MeasurementText text;
+    text.electrodes = {"Ca", "H (pH)"};
+    text.sensors = {"1", "N/A"};
+    text.cell = [](int record, const std::string& row, int channel) -> std::string {
+        if (row == "mV")
+            return std::to_string(record) + "." + std::to_string(channel);
+        return row == "pH" && channel == 1 ? "7.01" : "NA";
+    };
+    text.comment = [](int record) { return record == 2 ? "a \"b\", \xB0" : ""; };
+    View(text.File(2));
+    EXPECT_EQ(Export(),
+              "Record,Time,Comment,Chan 1 (mV),Chan 2 (mV),Chan 1 (pH),Chan 2 (pH),Chan 1 (ppm),"
+              "Chan 2 (ppm),Chan 1 (mol/l),Chan 2 (mol/l),Chan 1 (\xC2\xB0"
+              "C),Chan 2 (\xC2\xB0"
+              "C)\r\n"
+              "1,2003-03-07T14:05:33,,1.0,1.1,,7.01,,,,,,\r\n"
+              "2,2003-03-07T14:05:33,\"a \"\"b\"\", \xC2\xB0\",2.0,2.1,,7.01,,,,,,\r\n");
+}
+
+TEST_F(Csv, Rows_that_no_record_has_are_left_out) {
+    View("Record 1\tAt\tnow\r\nComment:\t\r\nmV\t3\r\n");
+    EXPECT_EQ(Export(), "Record,Time,Comment,Chan 1 (mV)\r\n1,now,,3\r\n");
+}
+
+TEST_F(Csv, All_pages_are_exported) {
+    View(MeasurementText().File(4200));
+    ASSERT_EQ(Mreport::pages.Count(), 2);
+    EXPECT_EQ(Mreport::ExportCsv(Target(), [] { return false; }), 4200);
+    const std::string csv = ReadBytes(Target());
+    EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 4201);
+}
+
+TEST_F(Csv, A_stopped_export_leaves_no_file) {
+    View(MeasurementText().File(4200));
+    int asked = 0;
+    EXPECT_EQ(Mreport::ExportCsv(Target(), [&asked] { return ++asked == 90; }), 0);
+    EXPECT_EQ(asked, 90);
+    EXPECT_FALSE(std::filesystem::exists(Target()));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(platform.folder.Path()), {}), 5)
+        << "the platform's four folders and the measurement file";
+}
+
+TEST_F(Csv, A_folder_that_cannot_be_written_is_said) {
+    View(MeasurementText().File(1));
+    EXPECT_THROW(
+        Mreport::ExportCsv(platform.folder.Path() / "no" / "out.csv", [] { return false; }),
+        RunTimeError);
+}
+
+TEST(IsoTime, Record_times_become_iso_8601_and_other_texts_stay) {
+    EXPECT_EQ(Mreport::IsoTime("23:59:01 31.Dec.2026"), "2026-12-31T23:59:01");
+    EXPECT_EQ(Mreport::IsoTime("23:59:01 31.Xyz.2026"), "23:59:01 31.Xyz.2026");
+    EXPECT_EQ(Mreport::IsoTime("soon"), "soon");
+    EXPECT_EQ(Mreport::IsoTime(""), "");
+}

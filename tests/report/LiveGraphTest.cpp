@@ -1,0 +1,158 @@
+#include "report/LiveGraph.h"
+
+#include "report/support/LoadedReport.h"
+
+namespace {
+
+/// A viewer that follows a file into which the test records.
+class Live : public LoadedReport {
+protected:
+    MeasurementText text;
+
+    void Follow(int records) {
+        FileOpr::targetFile = File();
+        View(text.File(records));
+        loader.SetAutoUpdate(true);
+    }
+    void Record(std::int32_t record, float value) {
+        Append(text.Record(record));
+        std::array<float, 8> values{};
+        values.fill(value);
+        loader.LiveRecord(record, values);
+    }
+};
+
+} // namespace
+
+TEST_F(Live, Each_of_the_first_fifty_records_widens_the_graph) {
+    Follow(0);
+    for (int record = 1; record <= 50; ++record) {
+        Record(record, static_cast<float>(record));
+        EXPECT_EQ(view.graph.NumPoints(), record);
+        EXPECT_EQ(view.graph.labels.at(record), std::to_string(record));
+    }
+    EXPECT_EQ(view.graph.Values(1), 50);
+    EXPECT_EQ(view.graph.sets.at(3).data.at(50), 50);
+}
+
+TEST_F(Live, Record_51_starts_a_fresh_block) {
+    Follow(50);
+    const int resets = view.graph.resets;
+    Record(51, 7);
+    EXPECT_EQ(view.graph.resets, resets + 1);
+    EXPECT_EQ(view.graph.Values(1), 1);
+    EXPECT_EQ(view.graph.labels.at(1), "51");
+    EXPECT_EQ(view.graph.NumPoints(), 50);
+    EXPECT_EQ(view.firstRecord, 51);
+    Record(52, 8);
+    EXPECT_EQ(view.graph.Values(1), 2);
+    EXPECT_EQ(view.graph.sets.at(1).data.at(2), 8);
+    EXPECT_EQ(view.graph.resets, resets + 1);
+}
+
+TEST_F(Live, Blocks_start_at_51_and_101_and_151) {
+    Follow(0);
+    std::vector<int> starts;
+    for (int record = 1; record <= 160; ++record) {
+        const int before = view.graph.resets;
+        Record(record, 1);
+        if (view.graph.resets > before)
+            starts.push_back(record);
+    }
+    EXPECT_EQ(starts, (std::vector<int>{1, 51, 101, 151}));
+}
+
+TEST_F(Live, The_scroll_bar_follows_the_newest_record) {
+    Follow(60);
+    Record(61, 1);
+    EXPECT_EQ(Mreport::recordsInPage, 61);
+    EXPECT_EQ(view.scroll.max, 61);
+    EXPECT_EQ(view.scroll.value, 61);
+}
+
+TEST_F(Live, New_lines_join_the_list) {
+    Follow(2);
+    Record(3, 1);
+    EXPECT_EQ(Mreport::pages.LineCount(0), 12U + 24U);
+    EXPECT_EQ(Mreport::pages.Shown(0, 28), "Record 3\tAt\t14:05:33 07.Mar.2003");
+    EXPECT_EQ(Mreport::pages.Shown(0, 35), std::string(200, '-'));
+}
+
+TEST_F(Live, Without_automatic_update_the_list_grows_and_the_graph_stays) {
+    Follow(60);
+    loader.SetAutoUpdate(false);
+    const int draws = view.graph.draws;
+    Record(61, 1);
+    EXPECT_EQ(view.graph.draws, draws);
+    EXPECT_EQ(Mreport::pages.Records(0)->last, 61);
+    EXPECT_EQ(view.scroll.max, 61);
+}
+
+TEST_F(Live, Switching_on_shows_the_block_of_the_newest_record) {
+    Follow(120);
+    EXPECT_EQ(view.firstRecord, 101);
+    EXPECT_EQ(view.graph.Values(1), 20);
+    Record(121, 5);
+    EXPECT_EQ(view.graph.Values(1), 21);
+    EXPECT_EQ(view.graph.sets.at(1).data.at(21), 5);
+}
+
+TEST_F(Live, Switching_off_returns_to_the_sliding_span) {
+    Follow(120);
+    loader.SetAutoUpdate(false);
+    EXPECT_EQ(view.graph.Values(1), 50);
+    EXPECT_EQ(view.graph.labels.at(50), "120");
+}
+
+TEST_F(Live, An_idle_channel_has_no_value) {
+    text.cell = [](int, const std::string&, int channel) {
+        return std::string(channel == 1 ? "NA" : "2.5");
+    };
+    Follow(1);
+    Record(2, 0);
+    EXPECT_EQ(view.graph.sets.at(1).extra.at(2), 0);
+    EXPECT_EQ(view.graph.sets.at(2).extra.at(2), 1);
+}
+
+TEST_F(Live, Degrees_are_taken_by_sensor) {
+    Follow(1);
+    Mreport::unitCode = FileOpr::Quantity::celsius;
+    Append(text.Record(2));
+    loader.LiveRecord(2, {20, 30, 40, 50, 0, 0, 0, 0});
+    EXPECT_EQ(view.graph.sets.at(1).legend, "Temp. 1");
+    EXPECT_EQ(view.graph.sets.at(1).data.at(2), 20);
+    EXPECT_EQ(view.graph.sets.at(2).data.at(2), 30);
+}
+
+TEST_F(Live, A_full_page_is_followed_by_a_new_one_in_front) {
+    Follow(4085); // 12 + 8 * 4085 = 32692 lines, and 9 more reach 32701
+    EXPECT_TRUE(Mreport::PageIsFull());
+    Follow(4084);
+    EXPECT_FALSE(Mreport::PageIsFull());
+    Record(4085, 1);
+    EXPECT_EQ(view.tabs.size(), 2U);
+    EXPECT_EQ(view.selectedTab, 1);
+    EXPECT_EQ(Mreport::graphPageIndex, 1);
+    EXPECT_EQ(Mreport::shownPageIndex, 1);
+    EXPECT_EQ(Mreport::pageFirstRecordOffset, 4085);
+    Record(4086, 3);
+    EXPECT_EQ(Mreport::recordsInPage, 1);
+    EXPECT_EQ(Mreport::pages.LineCount(1), 8U);
+    EXPECT_EQ(view.graph.sets.at(1).data.at(36), 3) << "the block goes on across the page";
+}
+
+TEST_F(Live, Records_that_arrive_during_a_load_are_in_the_list_once) {
+    FileOpr::targetFile = File();
+    int passes = 0;
+    platform.desktop.onEvents = [&] {
+        if (++passes == 5 || passes == 60) { // while it reads, and in the pause at the end
+            const int record = passes == 5 ? 41 : 42;
+            Append(text.Record(record));
+            loader.LiveRecord(record, {});
+        }
+    };
+    View(text.File(40));
+    EXPECT_GE(passes, 60);
+    EXPECT_EQ(Mreport::pages.LineCount(0), 12U + 8U * 42U);
+    EXPECT_EQ(Mreport::pages.Records(0)->last, 42);
+}

@@ -1,0 +1,112 @@
+#include "report/Selection.h"
+
+#include "report/support/LoadedReport.h"
+
+using FileOpr::Quantity;
+
+namespace {
+
+class SelectionOf : public LoadedReport {
+protected:
+    static std::vector<int> Enabled(const Mreport::Selection& selection) {
+        std::vector<int> boxes;
+        for (int i = 0; i < 8; ++i)
+            if (selection.BoxAt(i).enabled)
+                boxes.push_back(i);
+        return boxes;
+    }
+};
+
+} // namespace
+
+TEST_F(SelectionOf, Each_unit_enables_the_channels_that_can_give_it) {
+    View(MeasurementText().File(1)); // Ca, H (pH), Redox, None
+    Mreport::Selection selection;
+    EXPECT_EQ(Enabled(selection), (std::vector<int>{0, 1, 2}));
+    selection.ChooseUnit(Quantity::pH);
+    EXPECT_EQ(Enabled(selection), std::vector<int>{1});
+    selection.ChooseUnit(Quantity::ppm);
+    EXPECT_EQ(Enabled(selection), std::vector<int>{0});
+    selection.ChooseUnit(Quantity::mol_l);
+    EXPECT_EQ(Enabled(selection), std::vector<int>{0});
+    EXPECT_EQ(selection.UnitName(), "mol/l");
+    EXPECT_EQ(selection.Heading(), "Channels");
+}
+
+TEST_F(SelectionOf, Degrees_enable_the_sensors_that_channels_have) {
+    View(MeasurementText().File(1));
+    Mreport::Selection selection;
+    selection.ChooseUnit(Quantity::celsius);
+    EXPECT_EQ(Enabled(selection), (std::vector<int>{0, 1}));
+    EXPECT_EQ(selection.Heading(), "Temp. Sensors");
+    EXPECT_TRUE(selection.BoxAt(3).visible);
+    EXPECT_FALSE(selection.BoxAt(4).visible);
+}
+
+TEST_F(SelectionOf, A_file_without_sensors_leaves_all_sensor_boxes_disabled) {
+    MeasurementText text;
+    text.sensors = {"N/A", "N/A", "N/A", "N/A"};
+    View(text.File(1));
+    Mreport::Selection selection;
+    selection.ChooseUnit(Quantity::celsius);
+    EXPECT_EQ(Enabled(selection), std::vector<int>{});
+    EXPECT_EQ(selection.CheckedCount(), 0);
+}
+
+TEST_F(SelectionOf, Eight_channels_have_eight_boxes) {
+    MeasurementText text;
+    text.electrodes = {"Ca", "Cl", "K", "Na", "F", "I", "Br", "Ag"};
+    text.sensors = {"1", "2", "3", "4", "1", "2", "3", "4"};
+    View(text.File(1));
+    Mreport::Selection selection;
+    EXPECT_EQ(selection.CheckedCount(), 8);
+    selection.ChooseUnit(Quantity::celsius);
+    EXPECT_EQ(selection.CheckedCount(), 4);
+}
+
+TEST_F(SelectionOf, The_unit_in_force_keeps_its_check_marks) {
+    View(MeasurementText().File(1));
+    Mreport::Selection selection;
+    selection.Check(0, false);
+    selection.ChooseUnit(Quantity::mV);
+    EXPECT_FALSE(selection.BoxAt(0).checked);
+}
+
+TEST_F(SelectionOf, Fifteen_hundred_points_are_refused_and_less_is_accepted) {
+    MeasurementText text;
+    text.electrodes = {"Ca", "Cl", "K", "None"};
+    View(text.File(1));
+    const Mreport::Selection selection;
+    ASSERT_EQ(selection.CheckedCount(), 3);
+    EXPECT_TRUE(selection.Fits(499));
+    EXPECT_FALSE(selection.Fits(500));
+    EXPECT_TRUE(selection.Fits(50));
+}
+
+TEST_F(SelectionOf, Accepting_writes_unit_and_channels) {
+    View(MeasurementText().File(1));
+    Mreport::Selection selection;
+    selection.Check(1, false);
+    selection.Accept();
+    EXPECT_EQ(Mreport::Series(Quantity::mV), (std::vector<int>{1, 3}));
+    EXPECT_EQ(Mreport::unitCode, Quantity::mV);
+}
+
+TEST_F(SelectionOf, Accepting_sensors_keeps_the_choice_of_channels) {
+    View(MeasurementText().File(1));
+    Mreport::Selection selection;
+    selection.ChooseUnit(Quantity::celsius);
+    selection.Check(0, false);
+    selection.Accept();
+    EXPECT_EQ(Mreport::Series(Quantity::celsius), std::vector<int>{2});
+    EXPECT_EQ(Mreport::Series(Quantity::mV), (std::vector<int>{1, 2, 3}));
+    EXPECT_FALSE(Mreport::Selection().BoxAt(0).checked);
+    EXPECT_TRUE(Mreport::Selection().BoxAt(1).checked);
+}
+
+TEST_F(SelectionOf, A_disabled_box_cannot_be_checked) {
+    View(MeasurementText().File(1));
+    Mreport::Selection selection;
+    selection.Check(3, true);
+    EXPECT_FALSE(selection.BoxAt(3).checked);
+}
