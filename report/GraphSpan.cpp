@@ -102,6 +102,7 @@ std::int32_t FirstOfBlock(std::int32_t record) {
 struct Place {
     std::int32_t offset = 0; ///< number of the page's first record less 1
     std::int32_t first = 1;  ///< record that the first point stands for
+    std::int32_t end = 1;    ///< and the last one
     std::int32_t leading = 0;
 };
 
@@ -110,14 +111,14 @@ Place PlaceOf(const Span& span) {
     Place place;
     place.offset = range ? std::max(range->first - 1, 0) : 0;
     const std::int64_t end = std::int64_t{span.endRecord} + place.offset;
-    const std::int64_t bounded =
-        std::clamp<std::int64_t>(end, 1, std::numeric_limits<std::int32_t>::max());
+    place.end = static_cast<std::int32_t>(
+        std::clamp<std::int64_t>(end, 1, std::numeric_limits<std::int32_t>::max()));
     if (span.fromLive) {
-        place.first = FirstOfBlock(static_cast<std::int32_t>(bounded));
+        place.first = FirstOfBlock(place.end);
         place.leading = std::max(place.offset + 1 - place.first, 0);
     } else {
-        place.first = static_cast<std::int32_t>(
-            std::max<std::int64_t>(bounded - span.numPoints + 1, place.offset + 1));
+        place.first = static_cast<std::int32_t>(std::max<std::int64_t>(
+            std::int64_t{place.end} - span.numPoints + 1, std::int64_t{place.offset} + 1));
     }
     return place;
 }
@@ -132,8 +133,7 @@ std::int32_t WalkSpan(ReportGraph& graph, const Span& span, const Place& place,
     const auto line = LineOf(span.page, place.first + place.leading, place.offset);
     if (!line)
         return 0;
-    const std::int32_t points =
-        span.fromLive ? span.endRecord + place.offset - place.first + 1 : capacity;
+    const std::int32_t points = span.fromLive ? place.end - place.first + 1 : capacity;
     SpanWalk walk(graph, {place.leading, std::min(points, capacity), TickEvery(span.numPoints)});
     pages.ForEachLine(
         span.page, *line, pages.LineCount(span.page),
@@ -187,14 +187,14 @@ void PlotPoint(ReportGraph& graph, std::int16_t point, const SeriesValues& value
     }
 }
 
-void LabelPoint(ReportGraph& graph, std::int16_t point, std::int32_t record, bool labelled) {
+void LabelPoint(ReportGraph& graph, std::int16_t point, std::int64_t record, bool labelled) {
     graph.SetXAxisMinorTicks(labelled ? 0 : 1);
     graph.SetLabel(point, labelled ? std::to_string(record) : std::string());
 }
 
 void FillUp(ReportGraph& graph, const Fillers& fillers) {
     for (std::int32_t point = fillers.from; point <= fillers.to; ++point) {
-        LabelPoint(graph, Short(point), fillers.firstRecord + point - 1,
+        LabelPoint(graph, Short(point), std::int64_t{fillers.firstRecord} + point - 1,
                    point % fillers.tickEvery == 0);
         for (std::int32_t set = 1; set <= graph.NumSets(); ++set) {
             graph.SetThisSet(Short(set));
@@ -203,7 +203,7 @@ void FillUp(ReportGraph& graph, const Fillers& fillers) {
     }
 }
 
-std::string PointText(FileOpr::Quantity unit, int number, std::int32_t record, double value) {
+std::string PointText(FileOpr::Quantity unit, int number, std::int64_t record, double value) {
     // Numbers stand behind one blank, the place of a sign.
     const std::string what = unit == FileOpr::Quantity::celsius ? "Temp. " : "Chan. ";
     return what + std::to_string(number) + ", Record " + std::to_string(record) + ", Value =" +

@@ -53,7 +53,7 @@ void WriteLegends(ReportGraph& graph, const std::vector<int>& series);
 void PlotPoint(ReportGraph& graph, std::int16_t point, const SeriesValues& values);
 
 /// Writes a point's label: the record number, or an empty one.
-void LabelPoint(ReportGraph& graph, std::int16_t point, std::int32_t record, bool labelled);
+void LabelPoint(ReportGraph& graph, std::int16_t point, std::int64_t record, bool labelled);
 
 /// Completes the points from `from` to `to`: labels by the point number, and a mark in every set
 /// that tells that they carry no value.
@@ -66,6 +66,6 @@ struct Fillers {
 void FillUp(ReportGraph& graph, const Fillers& fillers);
 
 /// Text of the point click box: channel or sensor, record and value.
-std::string PointText(FileOpr::Quantity unit, int number, std::int32_t record, double value);
+std::string PointText(FileOpr::Quantity unit, int number, std::int64_t record, double value);
 
 } // namespace Mreport

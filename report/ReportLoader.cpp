@@ -66,7 +66,11 @@ void ReportLoader::ViewFile(const std::filesystem::path& fileName) {
         return;
     }
     Mcommon::errorLocation = "Report - ViewFile";
-    auto source = std::make_unique<FileSource>(fileName);
+    ViewSource(fileName, std::make_unique<FileSource>(fileName));
+}
+
+void ReportLoader::ViewSource(const std::filesystem::path& fileName,
+                              std::unique_ptr<TextSource> source) {
     const Running running(*this);
     viewedFile = fileName;
     view_.ShowCaption(fileName);

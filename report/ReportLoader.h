@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 namespace Mreport {
@@ -21,6 +22,9 @@ public:
     /// RunTimeError when it cannot be opened; the file shown before then stays. Refused with a
     /// message while a load runs.
     void ViewFile(const std::filesystem::path& fileName);
+
+    /// The same with the file's bytes already at hand.
+    void ViewSource(const std::filesystem::path& fileName, std::unique_ptr<TextSource> source);
 
     /// Reads what the live file has got since, and draws the graph anew.
     void UpdateList();

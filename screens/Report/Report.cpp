@@ -331,7 +331,7 @@ std::string Report::PointInfo(int set, int point) const {
     const double value = ui_->graReport->DataGetAmp(static_cast<std::int16_t>(set),
                                                     static_cast<std::int16_t>(point));
     return Mreport::PointText(Mreport::unitCode, series[static_cast<std::size_t>(set - 1)],
-                              firstRecord_ + point - 1, value);
+                              std::int64_t{firstRecord_} + point - 1, value);
 }
 
 void Report::graReport_Click(int set, int point) {

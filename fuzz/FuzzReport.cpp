@@ -1,0 +1,127 @@
+// Any bytes as a measurement file: pages, record ranges, search, graph spans, selection.
+// The second half of the input is what is recorded while the first is viewed; then the file
+// shrinks.
+
+#include "NullPlatform.h"
+#include "report/GraphSpan.h"
+#include "report/Mreport.h"
+#include "report/RecordSearch.h"
+#include "report/ReportLoader.h"
+#include "report/Selection.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace {
+
+/// Remembers counts alone, and traps what no caller may ask for.
+class CountingGraph : public Mreport::ReportGraph {
+public:
+    std::int16_t NumSets() const override { return sets_; }
+    void SetNumSets(std::int16_t sets) override {
+        fuzz::Require(sets >= 0 && sets <= Mreport::maxChannels);
+        sets_ = sets;
+    }
+    std::int16_t NumPoints() const override { return points_; }
+    void SetNumPoints(std::int16_t points) override { points_ = points; }
+    void SetThisSet(std::int16_t set) override {
+        fuzz::Require(set >= 1 && set <= Mreport::maxChannels);
+    }
+    void SetLegend(std::int16_t, const std::string&) override {}
+    void SetData(std::int16_t point, double) override { CheckPoint(point); }
+    void SetExtra(std::int16_t point, std::int16_t) override { CheckPoint(point); }
+    void SetLabel(std::int16_t point, const std::string&) override { CheckPoint(point); }
+    void SetXAxisMinorTicks(std::int16_t) override {}
+    void SetTickEvery(std::int16_t points) override { fuzz::Require(points >= 1); }
+    std::string LeftTitle() const override { return {}; }
+    void SetLeftTitle(const std::string&) override {}
+    void SetGraphTitle(const std::string&) override {}
+    void SetDataReset(std::int16_t) override {}
+    void SetDrawMode(std::int16_t) override {}
+    double DataGetAmp(std::int16_t, std::int16_t) const override { return 0; }
+
+private:
+    static void CheckPoint(std::int16_t point) {
+        fuzz::Require(point >= 1 && point <= Mreport::maxGraphPoints);
+    }
+    std::int16_t sets_ = 0;
+    std::int16_t points_ = 0;
+};
+
+class NoView : public Mreport::ReportView {
+public:
+    void ShowCaption(const std::filesystem::path&) override {}
+    void ResetPages() override {}
+    void ShowHead(const std::string&) override {}
+    void ShowStatus(const std::string&) override {}
+    void PageAdded(int, bool) override {}
+    void LinesAdded() override {}
+    void SelectShownPage() override {}
+    void SetScroll(const Mreport::ScrollLimits&) override {}
+    std::int32_t ScrollValue() const override { return 0; }
+    Mreport::ReportGraph& Graph() override { return graph; }
+    void GraphDrawn(std::int32_t) override {}
+
+    CountingGraph graph;
+};
+
+/// `any` chooses the spans, so that the inputs together try them all.
+void DrawSpans(NoView& view, std::size_t any) {
+    const auto points = static_cast<std::int32_t>(any % 1600);
+    for (int unit = 0; unit < FileOpr::quantityCount; ++unit) {
+        Mreport::unitCode = static_cast<FileOpr::Quantity>(unit);
+        Mreport::UpdateGraph(view.graph, Mreport::recordsInPage, 50, any % 2 == 0);
+    }
+    for (const std::int32_t end : {points, Mreport::recordsInPage, 2'147'483'647})
+        Mreport::UpdateGraph(view.graph, end, points, any % 3 == 0);
+}
+
+void SearchRecords() {
+    Mreport::RecordSearch search;
+    for (const std::int32_t number : {0, 1, 2, 12, 2'147'483'647}) {
+        search.Find(number);
+        for (const auto& entry : Mreport::RecordSearch::Entries())
+            for (const auto unit : Mreport::RecordSearch::Units(entry.index))
+                search.ValueText(entry.index, unit);
+    }
+}
+
+void ReadEveryLine() {
+    for (int page = 0; page < Mreport::pages.Count(); ++page) {
+        std::int32_t last = 0;
+        Mreport::PageRecordRange(page, last);
+        for (std::size_t line = 0; line < Mreport::pages.LineCount(page); ++line)
+            Mreport::pages.Shown(page, line);
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const fuzz::NullPlatform platform;
+    Mreport::Reset();
+    const std::string bytes(fuzz::Text(data, size));
+    NoView view;
+    Mreport::ReportLoader loader(view);
+    auto source = std::make_unique<Mreport::MemorySource>(bytes.substr(0, size / 2));
+    Mreport::MemorySource& file = *source;
+    loader.ViewSource("fuzz.4ch", std::move(source));
+    ReadEveryLine();
+    file.Append(bytes.substr(size / 2));
+    Mreport::viewingLiveFile = true;
+    loader.SetAutoUpdate(true);
+    loader.LiveRecord(static_cast<std::int32_t>(size * 7919), {});
+    loader.SetAutoUpdate(false);
+    ReadEveryLine();
+    DrawSpans(view, size);
+    SearchRecords();
+    Mreport::Selection selection;
+    for (int unit = 0; unit < FileOpr::quantityCount; ++unit)
+        selection.ChooseUnit(static_cast<FileOpr::Quantity>(unit));
+    selection.Accept();
+    file.Cut(size / 3);
+    ReadEveryLine();
+    return 0;
+}
