@@ -42,7 +42,7 @@ Report::~Report() {
 void Report::Form_Load() {
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     ui_->txtHead->setFont(fixed);
-    ui_->txtHead->setFixedHeight(QFontMetrics(fixed).lineSpacing() * headLines + 12);
+    ui_->txtHead->setFixedHeight(QFontMetrics(fixed).lineSpacing() * headLines + 8);
     ui_->TabStrip->addTab("&Graph");
     ui_->TabStrip->addTab("&Table");
     ui_->Pages->setUsesScrollButtons(true);

@@ -80,8 +80,7 @@ void GraphControl::MakePlot() {
         ticker_.get(), [keep = ticker_](QCPAxisTicker*) { (void)keep; }));
     plot_->xAxis->setLabel(tr("Record"));
     plot_->yAxis->setNumberPrecision(6);
-    plot_->legend->setVisible(true);
-    plot_->axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop | Qt::AlignRight);
+    MakeLegend();
 
     tracer_ = new QCPItemTracer(plot_);
     tracer_->setStyle(QCPItemTracer::tsCircle);
@@ -98,6 +97,21 @@ void GraphControl::FitLabels() {
     const QFontMetrics metrics(plot_->xAxis->tickLabelFont());
     const int widest = metrics.horizontalAdvance(QStringLiteral("0000000"));
     ticker_->SetRoom(AxisWidth() / std::max(widest, 1));
+}
+
+/// A row between title and axes, where it never covers a point.
+void GraphControl::MakeLegend() {
+    auto* row = new QCPLayoutGrid; // the plot's layout owns it
+    plot_->plotLayout()->insertRow(1);
+    plot_->plotLayout()->addElement(1, 0, row);
+    plot_->plotLayout()->setRowStretchFactor(1, 0.001);
+    row->setMargins(QMargins(0, 0, 0, 0));
+    row->addElement(0, 0, new QCPLayoutElement);
+    row->addElement(0, 1, plot_->legend);
+    row->addElement(0, 2, new QCPLayoutElement);
+    plot_->legend->setFillOrder(QCPLegend::foColumnsFirst);
+    plot_->legend->setColumnSpacing(12);
+    plot_->legend->setVisible(true);
 }
 
 void GraphControl::SetNumSets(std::int16_t sets) {
@@ -287,10 +301,8 @@ void GraphControl::ApplyLook(const QPalette& palette, const QFont& font) {
         axis->grid()->setPen(QPen(grid, 0, Qt::DotLine));
         axis->grid()->setZeroLinePen(QPen(grid, 0, Qt::SolidLine));
     }
-    QColor legend = background;
-    legend.setAlpha(200);
-    plot_->legend->setBrush(legend);
-    plot_->legend->setBorderPen(grid);
+    plot_->legend->setBrush(Qt::NoBrush);
+    plot_->legend->setBorderPen(Qt::NoPen);
     plot_->legend->setTextColor(text);
     plot_->legend->setFont(font);
     tracer_->setPen(QPen(text, 2));

@@ -76,6 +76,7 @@ private:
     };
 
     void MakePlot();
+    void MakeLegend();
     int AxisWidth() const; ///< on the screen, or on the sheet while it is painted
     void FitLabels();
     void ApplyLook(const QPalette& palette, const QFont& font);

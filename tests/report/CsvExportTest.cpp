@@ -65,10 +65,3 @@ TEST_F(Csv, A_folder_that_cannot_be_written_is_said) {
         Mreport::ExportCsv(platform.folder.Path() / "no" / "out.csv", [] { return false; }),
         RunTimeError);
 }
-
-TEST(IsoTime, Record_times_become_iso_8601_and_other_texts_stay) {
-    EXPECT_EQ(Mreport::IsoTime("23:59:01 31.Dec.2026"), "2026-12-31T23:59:01");
-    EXPECT_EQ(Mreport::IsoTime("23:59:01 31.Xyz.2026"), "23:59:01 31.Xyz.2026");
-    EXPECT_EQ(Mreport::IsoTime("soon"), "soon");
-    EXPECT_EQ(Mreport::IsoTime(""), "");
-}

@@ -11,6 +11,7 @@ protected:
 
     void Follow(int records) {
         FileOpr::targetFile = File();
+        FileOpr::measuring = true;
         View(text.File(records));
         loader.SetAutoUpdate(true);
     }
@@ -143,6 +144,7 @@ TEST_F(Live, A_full_page_is_followed_by_a_new_one_in_front) {
 
 TEST_F(Live, Records_that_arrive_during_a_load_are_in_the_list_once) {
     FileOpr::targetFile = File();
+    FileOpr::measuring = true;
     int passes = 0;
     platform.desktop.onEvents = [&] {
         if (++passes == 5 || passes == 60) { // while it reads, and in the pause at the end
