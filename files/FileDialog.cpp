@@ -55,8 +55,10 @@ bool ShowFileDialog(fs::path& fileName, DialogMode mode) {
     fileName = platform::Current().dialogs.ChooseFile(request).value_or(request.fileName);
     if (fileName.has_parent_path())
         lastFolder = fileName.parent_path();
-    if (!NameContains(fileName, '.'))
-        fileName += "." + Extension();
+    if (!NameContains(fileName, '.')) {
+        fileName += ".";
+        fileName += Extension();
+    }
     // A cancelled dialog leaves the mask in place; its star is what tells.
     return !NameContains(fileName, '*');
 }

@@ -210,7 +210,11 @@ void CancelTransfer() {
 void SendCommand(std::string_view command) {
     const auto& address = InstrumentAddress;
     auto& bytes = Data().lastCommand;
-    if (command == "1" + DecimalText(address[0]) + DecimalText(address[1]) + "2")
+    std::string addressed = DecimalText(startOfHeading);
+    addressed += DecimalText(address[0]);
+    addressed += DecimalText(address[1]);
+    addressed += DecimalText(startOfText);
+    if (command == addressed)
         bytes = {startOfHeading, address[0], address[1], startOfText};
     else if (command == "2")
         bytes = {startOfText};

@@ -155,17 +155,21 @@ private:
         }
     }
 
+    static void AddField(std::string& row, const std::string& text) {
+        row += ',';
+        row += CsvField(CodePage::ToUtf8(text));
+    }
+
     void WriteRecord() {
         if (recordLine_.empty())
             return;
         std::string row = std::to_string(MeasurementLines::RecordNumber(recordLine_));
-        row += "," + CsvField(CodePage::ToUtf8(
-                         IsoTime(Mcommon::TrimControl(MeasurementLines::TimeStamp(recordLine_)))));
-        row += "," + CsvField(CodePage::ToUtf8(comment_));
+        AddField(row, IsoTime(Mcommon::TrimControl(MeasurementLines::TimeStamp(recordLine_))));
+        AddField(row, comment_);
         for (std::size_t q = 0; q < shape_.rows.size(); ++q)
             for (std::size_t i = 0; shape_.rows[q] && i < static_cast<std::size_t>(shape_.channels);
                  ++i)
-                row += "," + CsvField(CodePage::ToUtf8(cells_[q][i]));
+                AddField(row, cells_[q][i]);
         Write(row);
         ++records_;
         recordLine_.clear();
