@@ -108,7 +108,8 @@ std::string RoundedDigits(const Decimal& decimal, int lowestPlace) {
 /// where no digit does: an analyst sees on which side of zero a reading is.
 std::string Fixed(const Decimal& decimal, int decimals, int leading) {
     std::string text = RoundedDigits(decimal, -decimals);
-    const auto width = static_cast<std::size_t>(leading + decimals);
+    const std::size_t width =
+        static_cast<std::size_t>(leading) + static_cast<std::size_t>(decimals);
     if (text.size() < width)
         text.insert(0, width - text.size(), '0');
     if (decimals > 0)
@@ -278,7 +279,7 @@ std::string Plain(float value) {
     } else if (count <= decimal.exponent + 1) {
         digits.append(static_cast<std::size_t>(decimal.exponent + 1 - count), '0');
     } else {
-        digits.insert(static_cast<std::size_t>(decimal.exponent + 1), ".");
+        digits.insert(static_cast<std::size_t>(decimal.exponent) + 1, ".");
     }
     return decimal.negative ? "-" + digits : digits;
 }

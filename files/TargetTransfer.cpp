@@ -14,7 +14,7 @@ namespace FileOpr {
 
 namespace {
 
-constexpr std::size_t chunkSize = 256 * 1024;
+constexpr std::size_t chunkSize = std::size_t{256} * 1024;
 
 std::uint64_t SizeOrZero(const std::filesystem::path& file) {
     std::error_code missing;
