@@ -11,9 +11,9 @@ struct LinkData {
     Controls controls;
     std::string status; ///< the text of txtStatus
     LinkState state = LinkState::waiting;
-    bool reading = false;     ///< a screen reads: polling runs, the receive threshold is set
-    bool waiting = false;     ///< ReceiveFrame waits for 48 bytes
-    bool messageOpen = false; ///< the message about a bad frame waits for its answer
+    bool reading = false;         ///< a screen reads: polling runs, the receive threshold is set
+    bool waiting = false;         ///< ReceiveFrame waits for 48 bytes
+    bool messageOpen = false;     ///< the message about a bad frame waits for its answer
     bool failedMeanwhile = false; ///< the link has failed while the message was open
     /// Bytes up to the next EOT belong to a frame whose start was lost.
     bool outOfStep = false;
