@@ -200,13 +200,17 @@ void ReportPages::ForEachLine(Page page, Line first, Line last, const Visitor& v
 
 std::optional<ReportPages::Line> ReportPages::FindRecord(Page page, std::int32_t number,
                                                          Line from) const {
-    const std::string beginning = "Record " + std::to_string(number) + "\t";
     std::optional<Line> found;
-    ForEachLine(page, from, LineCount(page), [&](Line line, std::string_view text) {
-        if (text.starts_with(beginning))
-            found = line;
-        return !found;
-    });
+    const auto range = Records(page);
+    if (!range) // a foreign file may be one page of any size
+        return found;
+    const std::string beginning = "Record " + std::to_string(number) + "\t";
+    ForEachLine(page, std::max(from, range->firstLine), range->lastLine + 1,
+                [&](Line line, std::string_view text) {
+                    if (text.starts_with(beginning))
+                        found = line;
+                    return !found;
+                });
     return found;
 }
 

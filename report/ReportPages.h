@@ -70,7 +70,8 @@ public:
     using Visitor = std::function<bool(Line line, std::string_view text)>;
     void ForEachLine(Page page, Line first, Line last, const Visitor& visit) const;
 
-    /// The first line at or behind `from` that starts a record with this number.
+    /// The first line at or behind `from`, among the page's records, that starts a record with this
+    /// number.
     std::optional<Line> FindRecord(Page page, std::int32_t number, Line from = 0) const;
 
     /// The first line that begins with the prefix by the rules of ListSearch, from the list's top.
