@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <system_error>
 
 namespace Mreport {
 
@@ -33,6 +34,12 @@ std::string UnitText(FileOpr::Quantity unit) {
 bool IsLiveFile(const std::filesystem::path& file) {
     return FileOpr::measuring && !FileOpr::targetFile.empty() &&
            file.lexically_normal() == FileOpr::targetFile.lexically_normal();
+}
+
+bool FileBegunAnew() {
+    std::error_code unknown;
+    const auto size = std::filesystem::file_size(viewedFile, unknown);
+    return !unknown && size < pages.NextOffset();
 }
 
 std::int32_t PageRecordRange(int pageIndex, std::int32_t& lastRecord) {

@@ -62,6 +62,10 @@ std::string UnitText(FileOpr::Quantity unit);
 /// True when the file is the one that the measuring page records into.
 bool IsLiveFile(const std::filesystem::path& file);
 
+/// True when the viewed file's name stands for a shorter file than was loaded: a new run has begun
+/// under the same name.
+bool FileBegunAnew();
+
 /// Sets recordsInPage (which is also the result) and pageFirstRecordOffset for the page and gives
 /// its last record number; all 0 for a page without records.
 std::int32_t PageRecordRange(int pageIndex, std::int32_t& lastRecord);

@@ -256,7 +256,7 @@ void ReportLoader::Redraw(std::int32_t endRecord) {
 
 void ReportLoader::SelectPage(int page) {
     shownPageIndex = static_cast<std::int16_t>(page);
-    if (page == graphPageIndex)
+    if (page == graphPageIndex || autoUpdate) // the live graph stays with the newest page
         return;
     graphPageIndex = shownPageIndex;
     std::int32_t lastRecord = 0;

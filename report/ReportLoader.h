@@ -35,7 +35,8 @@ public:
     /// Draws the graph's span that ends with this record of the page.
     void Redraw(std::int32_t endRecord);
 
-    /// Brings the page's records into graph and scroll bar.
+    /// Brings the page's records into graph and scroll bar; a graph that follows a recording stays
+    /// with the newest page.
     void SelectPage(int page);
 
     /// Switches the live graph on or off.

@@ -15,6 +15,7 @@
 #include <QCloseEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QTimer>
 
 namespace {
 
@@ -111,12 +112,37 @@ void Report::FollowLive() {
     }
     FileOpr::LiveReport live;
     live.addRecord = [this](std::int32_t record, const auto& values) {
-        // Before a run follows the report, its records wait in the temporary file.
-        if (FileOpr::IsFollowing())
-            guard_("DynUpdate", [this, record, &values] { loader_.LiveRecord(record, values); });
+        guard_("DynUpdate", [this, record, &values] { LiveRecord(record, values); });
     };
     live.quantity = [] { return Mreport::unitCode; };
     FileOpr::SetLiveReport(std::move(live));
+}
+
+void Report::LiveRecord(std::int32_t record, const std::array<float, electrodePositions>& values) {
+    if (!FileOpr::IsFollowing()) // the record waits in the temporary file
+        return;
+    if (Mreport::FileBegunAnew()) // loaded when the record's own handler has ended
+        QTimer::singleShot(0, this, [this] { ViewFile(Mreport::viewedFile); });
+    else
+        loader_.LiveRecord(record, values);
+}
+
+/// The shown file stops being live when the measuring page is left, and is so again on return.
+void Report::CheckWhetherLive() {
+    const bool live = Mreport::IsLiveFile(Mreport::viewedFile);
+    if (!IsIdle() || live == Mreport::viewingLiveFile)
+        return;
+    if (!live)
+        loader_.SetAutoUpdate(false);
+    Mreport::viewingLiveFile = live;
+    FollowLive();
+    AllowMenus();
+}
+
+void Report::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        guard_("Report - Form_Activate", [this] { CheckWhetherLive(); });
 }
 
 void Report::NoticeDamage() {

@@ -47,6 +47,7 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void Form_Load();
@@ -82,6 +83,8 @@ private:
     void ShowView(bool table);
     void AllowMenus();
     void FollowLive();
+    void LiveRecord(std::int32_t record, const std::array<float, electrodePositions>& values);
+    void CheckWhetherLive();
     void NoticeDamage();
     /// False, and it is said, while a load or an export runs.
     bool Refuse(const std::string& message);

@@ -311,3 +311,12 @@ TEST_F(ReportLoader, A_last_line_that_was_incomplete_is_completed_by_an_update) 
         EXPECT_EQ(Mreport::linesPerRecord, 8) << missing;
     }
 }
+
+TEST_F(ReportLoader, A_new_run_under_the_same_name_is_noticed) {
+    View(MeasurementText().File(60));
+    EXPECT_FALSE(Mreport::FileBegunAnew());
+    Append(MeasurementText().Record(61));
+    EXPECT_FALSE(Mreport::FileBegunAnew());
+    WriteBytes(File(), MeasurementText().Header());
+    EXPECT_TRUE(Mreport::FileBegunAnew());
+}

@@ -213,6 +213,35 @@ TEST_F(ReportScreen, Automatic_update_hides_the_scroll_bar_until_the_run_ends) {
     EXPECT_FALSE(Find<QAction>(*form, "mnuUpdateItem_1").isChecked());
 }
 
+TEST_F(ReportScreen, The_file_is_no_longer_live_when_the_measuring_page_is_left) {
+    FileOpr::targetFile = File();
+    FileOpr::measuring = true;
+    View(MeasurementText().File(60));
+    Choose(*form, "mnuUpdateItem_1");
+    FileOpr::measuring = false;
+    QWidget other;
+    Show(other);
+    Show(*form);
+    EXPECT_FALSE(Mreport::viewingLiveFile);
+    EXPECT_FALSE(Mreport::autoUpdate);
+    EXPECT_TRUE(Find<QAction>(*form, "mnuViewItem_0").isEnabled());
+    FileOpr::measuring = true;
+    Show(other);
+    Show(*form);
+    EXPECT_TRUE(Find<QAction>(*form, "mnuUpdateItem_0").isEnabled());
+}
+
+TEST_F(ReportScreen, A_list_chosen_during_automatic_update_leaves_the_live_graph) {
+    FileOpr::targetFile = File();
+    FileOpr::measuring = true;
+    View(MeasurementText().File(recordsOfFirstPage + 10));
+    Choose(*form, "mnuUpdateItem_1");
+    EXPECT_EQ(Mreport::graphPageIndex, 1);
+    Find<QTabBar>(*form, "Pages").setCurrentIndex(0);
+    EXPECT_EQ(Mreport::shownPageIndex, 0);
+    EXPECT_EQ(Mreport::graphPageIndex, 1);
+}
+
 TEST_F(ReportScreen, Opening_a_file_resets_update_and_view) {
     FileOpr::measuring = true;
     FileOpr::targetFile = File();
