@@ -101,7 +101,8 @@ void InstrumentProcess::Start(const std::vector<std::string>& arguments) {
 }
 
 std::string InstrumentProcess::Device() const {
-    const std::size_t begin = greeting_.find("/dev/");
+    // The last one: the link before it may lie below /dev too.
+    const std::size_t begin = greeting_.rfind("/dev/");
     if (begin == std::string::npos)
         Fail("no device in \"" + greeting_ + "\"");
     return greeting_.substr(begin, greeting_.find_first_of("),", begin) - begin);
