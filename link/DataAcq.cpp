@@ -28,7 +28,7 @@ constexpr std::int16_t fittedElectrodes = 4;
 std::size_t SlotOf(std::int16_t channel) {
     constexpr std::int16_t firstTemperature = electrodePositions;
     if (channel >= firstTemperature)
-        return static_cast<std::size_t>(2 * (channel - firstTemperature) + 1);
+        return 2 * static_cast<std::size_t>(channel - firstTemperature) + 1;
     if (channel > fittedElectrodes)
         return static_cast<std::size_t>(channel + 4);
     return static_cast<std::size_t>(2 * channel);

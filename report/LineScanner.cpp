@@ -7,7 +7,7 @@ namespace Mreport {
 
 namespace {
 // Large enough that the read calls do not count, small enough to stay in the cache.
-constexpr std::size_t blockSize = 256 * 1024;
+constexpr std::size_t blockSize = std::size_t{256} * 1024;
 static_assert(longestLineText < blockSize);
 } // namespace
 

@@ -9,7 +9,7 @@ namespace {
 
 QString FirstInstalled(const QStringList& programs) {
     for (const QString& program : programs) {
-        const QString path = QStandardPaths::findExecutable(program);
+        QString path = QStandardPaths::findExecutable(program);
         if (!path.isEmpty())
             return path;
     }
