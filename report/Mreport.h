@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The file shown in the report viewer: its list pages, which records they hold, its channels, and
@@ -21,6 +22,10 @@ inline constexpr std::int32_t spanLength = 50; ///< records that the graph shows
 inline constexpr std::int32_t maxGraphPoints = 1500;
 inline constexpr std::size_t maxPageLines = 32'700;
 inline constexpr std::size_t pageMargin = 10;
+
+/// What is refused while a file loads.
+inline constexpr std::string_view busyText = "Press ESC to stop current data loading.";
+inline constexpr std::string_view loadingText = "Cannot choose this option while data is loading.";
 
 /// Codes of channelKind.
 namespace kind {

@@ -16,7 +16,6 @@ namespace Mreport {
 namespace {
 
 constexpr std::string_view readyText = "Ready";
-constexpr std::string_view busyText = "Press ESC to stop current data loading.";
 constexpr std::int32_t firstDrawingAt = 51; // records
 constexpr std::chrono::milliseconds lastProgressShown{100};
 constexpr unsigned linesPerClockRead = 16; // of a load; some microseconds

@@ -23,7 +23,6 @@ constexpr auto placeApplication = "Report";
 constexpr auto placeSection = "Window";
 constexpr auto widestFirstColumn = "Rec. 31000";
 constexpr auto widestColumn = "+1.33E+13";
-constexpr auto busyText = "Press ESC to stop current data loading.";
 constexpr int headLines = 4;
 constexpr int tableTab = 1;
 
@@ -84,10 +83,11 @@ bool Report::IsIdle() const {
     return loader_.Idle() && !exporting_;
 }
 
-bool Report::Refuse(const std::string& message) {
+bool Report::Refuse(std::string_view message) {
     if (IsIdle())
         return false;
-    Mcommon::MessageBoxEx(message, platform::style::okOnly, platform::style::information);
+    Mcommon::MessageBoxEx(std::string(message), platform::style::okOnly,
+                          platform::style::information);
     return true;
 }
 
@@ -96,7 +96,7 @@ void Report::ViewFile(const std::filesystem::path& fileName) {
 }
 
 void Report::OpenFile(const std::filesystem::path& fileName) {
-    if (Refuse(busyText))
+    if (Refuse(Mreport::busyText))
         return;
     loader_.ViewFile(fileName);
     FollowLive();
@@ -194,7 +194,7 @@ void Report::closeEvent(QCloseEvent* event) {
 }
 
 bool Report::Form_QueryUnload() {
-    return !Refuse(busyText);
+    return !Refuse(Mreport::busyText);
 }
 
 /// The next showing starts empty, and the file is free for others.

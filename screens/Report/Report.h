@@ -87,7 +87,7 @@ private:
     void CheckWhetherLive();
     void NoticeDamage();
     /// False, and it is said, while a load or an export runs.
-    bool Refuse(const std::string& message);
+    bool Refuse(std::string_view message);
     LineListView& List(int page) const { return *lstData_.at(static_cast<std::size_t>(page)); }
     LineListView* AddList();
     std::string PointInfo(int set, int point) const;

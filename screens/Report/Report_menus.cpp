@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr auto busyText = "Press ESC to stop current data loading.";
-constexpr auto loadingText = "Cannot choose this option while data is loading.";
 constexpr auto helpFile = "ViewHlp.txt";
 constexpr double zoomStep = 1.25;
 
@@ -93,7 +91,7 @@ void Report::mnuFileItem_Click(int Index) {
 }
 
 void Report::OpenThroughDialog() {
-    if (Refuse(busyText))
+    if (Refuse(Mreport::busyText))
         return;
     std::filesystem::path file;
     if (FileOpr::ShowFileDialog(file, FileOpr::DialogMode::open))
@@ -114,21 +112,21 @@ void Report::mnuRecent_Show() {
 
 void Report::mnuRecent_Click(const std::filesystem::path& file) {
     guard_("Report - mnuFileItem", [this, &file] {
-        if (!Refuse(busyText) && !Mcommon::FileExists(file))
+        if (!Refuse(Mreport::busyText) && !Mcommon::FileExists(file))
             RecentFiles::Remove(file);
         OpenFile(file);
     });
 }
 
 void Report::Print() {
-    if (Refuse(loadingText))
+    if (Refuse(Mreport::loadingText))
         return;
     frmPrint form(this);
     form.exec();
 }
 
 void Report::ExportRecords() {
-    if (Refuse(loadingText))
+    if (Refuse(Mreport::loadingText))
         return;
     const auto file = AskTarget("Export Records", "csv", "Comma-separated values (*.csv)|*.csv");
     if (!file)
@@ -144,7 +142,7 @@ void Report::ExportRecords() {
 }
 
 void Report::ExportGraphPicture() {
-    if (Refuse(loadingText))
+    if (Refuse(Mreport::loadingText))
         return;
     const auto file =
         AskTarget("Export Graph", "png",
@@ -171,7 +169,7 @@ void Report::mnuViewItem_Click(int Index) {
 }
 
 void Report::SelectChannels() {
-    if (Refuse(loadingText))
+    if (Refuse(Mreport::loadingText))
         return;
     frmCommon form(*ui_->graReport, this);
     form.Redraw = [this] { loader_.Redraw(ScrollValue()); };
