@@ -64,32 +64,23 @@ SimultCalib::SimultCalib(QWidget* parent)
     : CalibrationForm("SimultCalib", noStandard, parent), ui_(std::make_unique<Ui::SimultCalib>()) {
     ui_->setupUi(this);
     chkSimult = ControlArray<QCheckBox>(*this, "chkSimult");
-    lblInfo = ControlArray<QLabel>(*this, "lblInfo");
     lblHead = ControlArray<QLabel>(*this, "lblHead");
-    lblPoint = ControlArray<QLabel>(*this, "lblPoint");
     lblDat = ControlArray<QLabel>(*this, "lblDat");
     txtDat = ControlArray<QLineEdit>(*this, "txtDat");
     lblSig = ControlArray<QLabel>(*this, "lblSig");
-    lblMark = ControlArray<QLabel>(*this, "lblMark");
-    cmdSys = ControlArray<QPushButton>(*this, "cmdSys");
-    SetElapsedLabel(*ui_->lblElapsed);
+    TakeControls(txtDat);
     Guarded("Form_Load", [this] { Form_Load(); });
+    ConnectControls();
     ConnectEvents();
 }
 
 SimultCalib::~SimultCalib() = default;
 
 void SimultCalib::ConnectEvents() {
-    cmdSys.Connect(*this, &QPushButton::clicked,
-                   [this](int Index) { Guarded("cmdSys_Click", [&] { cmdSys_Click(Index); }); });
-    // However a control is changed (mouse, keys, an assistive tool), the rules must hold.
+    // However a box is changed (mouse, keys, an assistive tool), the rules must hold.
     chkSimult.Connect(*this, &QCheckBox::toggled, [this](int Index) {
         Guarded("chkSimult_Click", [&] { chkSimult_Click(Index); });
     });
-    connect(ui_->cboCalibPtrs, &QComboBox::currentIndexChanged, this,
-            [this] { Guarded("cboCalibPtrs_Click", [this] { cboCalibPtrs_Click(); }); });
-    connect(ui_->cboUnits, &QComboBox::currentIndexChanged, this,
-            [this] { Guarded("cboUnits_Click", [this] { cboUnits_Click(); }); });
     connect(ui_->tabChannel, &QTabBar::currentChanged, this,
             [this] { Guarded("tabChannel_Click", [this] { tabChannel_Click(); }); });
 }
@@ -101,13 +92,7 @@ void SimultCalib::Form_Load() {
         box->setVisible(channel < mWinInit::HardwareSettings.ChannelCount);
         box->setEnabled(CanBeCalibrated(electrode));
     }
-    FillPointCounts(*ui_->cboCalibPtrs);
-    FillUnits(*ui_->cboUnits);
     ShowInstructions();
-    std::vector<QLineEdit*> entries;
-    for (const auto& [point, entry] : txtDat)
-        entries.push_back(entry);
-    SetEntries(std::move(entries));
     ShowStep(Step::channels);
 }
 
@@ -157,8 +142,8 @@ void SimultCalib::ShowState() {
         ShowPoint(point);
     for (int channel = 0; channel < electrodePositions; ++channel)
         ShowChannel(channel);
-    ui_->cboCalibPtrs->setEnabled(!session_.IsReading());
-    ui_->cboUnits->setEnabled(!session_.IsReading());
+    cboCalibPtrs->setEnabled(!session_.IsReading());
+    cboUnits->setEnabled(!session_.IsReading());
     ShowButtons();
 }
 
@@ -243,12 +228,12 @@ void SimultCalib::chkSimult_Click(int Index) {
 }
 
 void SimultCalib::cboCalibPtrs_Click() {
-    session_.SetPointCount(ui_->cboCalibPtrs->currentData().toInt());
+    session_.SetPointCount(cboCalibPtrs->currentData().toInt());
     ShowState();
 }
 
 void SimultCalib::cboUnits_Click() {
-    ChangeUnit(*ui_->cboUnits, electrode_, SetupOf(session_.Channels().front()).MolarMass);
+    ChangeUnit(electrode_, SetupOf(session_.Channels().front()).MolarMass);
     ShowState();
 }
 
@@ -321,9 +306,9 @@ void SimultCalib::StartSession(const std::string& electrode, int firstChannel) {
     const bool isPH = Electrode::KindOf(electrode) == Electrode::Kind::pH;
     const auto& stored = mWinInit::Calibration.at(static_cast<std::size_t>(firstChannel));
     session_.Start(isPH, UnitOf(stored.StdUnit));
-    session_.SetPointCount(ui_->cboCalibPtrs->currentData().toInt());
-    Select(*ui_->cboUnits, ui_->cboUnits->findData(static_cast<int>(session_.Unit())));
-    ui_->cboUnits->setVisible(!isPH);
+    session_.SetPointCount(cboCalibPtrs->currentData().toInt());
+    Select(*cboUnits, cboUnits->findData(static_cast<int>(session_.Unit())));
+    cboUnits->setVisible(!isPH);
     ui_->lblUnits->setVisible(!isPH);
     lblInfo(standardsHeading).setText(Text::ToQt(StandardEntry::ColumnHeading(isPH)));
     for (const auto& [point, entry] : txtDat)

@@ -1,12 +1,8 @@
 #pragma once
 
 #include "screens/controls/CalibrationForm.h"
-#include "screens/controls/ControlArray.h"
 
 #include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 
 #include <memory>
 #include <vector>
@@ -25,6 +21,9 @@ public:
     ~SimultCalib() override;
 
 protected:
+    void cboCalibPtrs_Click() override;
+    void cboUnits_Click() override;
+    void cmdSys_Click(int Index) override;
     bool Form_QueryUnload() override;
     void ShowState() override;
     void RecordPoint() override;
@@ -41,10 +40,7 @@ private:
     void ShowInstructions();
 
     void chkSimult_Click(int Index);
-    void cboCalibPtrs_Click();
-    void cboUnits_Click();
     void tabChannel_Click();
-    void cmdSys_Click(int Index);
 
     void NextOrBack();
     void ChooseChannels();
@@ -64,14 +60,10 @@ private:
 
     std::unique_ptr<Ui::SimultCalib> ui_;
     ControlArray<QCheckBox> chkSimult;
-    ControlArray<QLabel> lblInfo;
     ControlArray<QLabel> lblHead;
-    ControlArray<QLabel> lblPoint;
     ControlArray<QLabel> lblDat;
     ControlArray<QLineEdit> txtDat;
     ControlArray<QLabel> lblSig; ///< point * 8 + channel
-    ControlArray<QLabel> lblMark;
-    ControlArray<QPushButton> cmdSys;
 
     Step step_ = Step::channels;
     std::string electrode_;                             ///< of the session

@@ -10,11 +10,8 @@
 #include "screens/controls/EntryText.h"
 #include "settings/mWinInit.h"
 
-#include <QComboBox>
 #include <QEvent>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
@@ -45,6 +42,42 @@ CalibrationForm::~CalibrationForm() = default;
 
 void CalibrationForm::Guarded(const std::string& handler, const std::function<void()>& work) const {
     guard_(name_ + " - " + handler, work);
+}
+
+// ---- The controls ----------------------------------------------------------------------------
+
+void CalibrationForm::TakeControls(const ControlArray<QLineEdit>& entries) {
+    cboCalibPtrs = findChild<QComboBox*>("cboCalibPtrs");
+    cboUnits = findChild<QComboBox*>("cboUnits");
+    lblElapsed = findChild<QLabel*>("lblElapsed");
+    lblInfo = ControlArray<QLabel>(*this, "lblInfo");
+    lblPoint = ControlArray<QLabel>(*this, "lblPoint");
+    lblMark = ControlArray<QLabel>(*this, "lblMark");
+    cmdSys = ControlArray<QPushButton>(*this, "cmdSys");
+    for (const auto& [point, entry] : entries)
+        entries_.push_back(entry);
+    FillPointCounts();
+    FillUnits();
+}
+
+void CalibrationForm::ConnectControls() {
+    cmdSys.Connect(*this, &QPushButton::clicked,
+                   [this](int Index) { Guarded("cmdSys_Click", [&] { cmdSys_Click(Index); }); });
+    // However a list is changed (mouse, wheel, keys, an assistive tool), the points must follow.
+    connect(cboCalibPtrs, &QComboBox::currentIndexChanged, this,
+            [this] { Guarded("cboCalibPtrs_Click", [this] { cboCalibPtrs_Click(); }); });
+    connect(cboUnits, &QComboBox::currentIndexChanged, this,
+            [this] { Guarded("cboUnits_Click", [this] { cboUnits_Click(); }); });
+    for (QLineEdit* entry : entries_)
+        ConnectEntry(*entry);
+}
+
+void CalibrationForm::ConnectEntry(QLineEdit& entry) {
+    AcceptCodePageOnly(entry);
+    entry.installEventFilter(this);
+    // Also what an assistive tool sets counts, not only what is typed.
+    connect(&entry, &QLineEdit::textChanged, this,
+            [this] { Guarded("txtEntry_Change", [this] { EntryChanged(); }); });
 }
 
 // ---- Closing and storing ---------------------------------------------------------------------
@@ -90,17 +123,6 @@ void CalibrationForm::showEvent(QShowEvent* event) {
 
 // ---- The entry fields of the standards -------------------------------------------------------
 
-void CalibrationForm::SetEntries(std::vector<QLineEdit*> entries) {
-    entries_ = std::move(entries);
-    for (QLineEdit* entry : entries_) {
-        AcceptCodePageOnly(*entry);
-        entry->installEventFilter(this);
-        // Also what an assistive tool sets counts, not only what is typed.
-        connect(entry, &QLineEdit::textChanged, this,
-                [this] { Guarded("txtEntry_Change", [this] { EntryChanged(); }); });
-    }
-}
-
 bool CalibrationForm::eventFilter(QObject* watched, QEvent* event) {
     const auto found = std::ranges::find(entries_, watched);
     if (found != entries_.end()) {
@@ -145,19 +167,14 @@ bool CalibrationForm::TakeAllStandards() {
     return true;
 }
 
-void CalibrationForm::FillPointCounts(QComboBox& cboCalibPtrs) {
-    const QSignalBlocker quiet(cboCalibPtrs);
-    cboCalibPtrs.clear();
+void CalibrationForm::FillPointCounts() {
     for (int count = CalibrationSession::minPoints; count <= CalibrationSession::maxPoints; ++count)
-        cboCalibPtrs.addItem(QString::number(count), count);
-    cboCalibPtrs.setCurrentIndex(0);
+        cboCalibPtrs->addItem(QString::number(count), count);
 }
 
-void CalibrationForm::FillUnits(QComboBox& cboUnits) {
-    const QSignalBlocker quiet(cboUnits);
-    cboUnits.clear();
-    cboUnits.addItem("Concentration (ppm)", static_cast<int>(StandardUnit::ppm));
-    cboUnits.addItem("Concentration (mol/l)", static_cast<int>(StandardUnit::mol_per_litre));
+void CalibrationForm::FillUnits() {
+    cboUnits->addItem("Concentration (ppm)", static_cast<int>(StandardUnit::ppm));
+    cboUnits->addItem("Concentration (mol/l)", static_cast<int>(StandardUnit::mol_per_litre));
 }
 
 void CalibrationForm::Select(QComboBox& list, int index) {
@@ -172,13 +189,12 @@ bool CalibrationForm::CanConvert(float molarMass_g_per_mol) const {
     return molarMass_g_per_mol > 0 || std::ranges::none_of(entries_, isNumber);
 }
 
-void CalibrationForm::ChangeUnit(QComboBox& cboUnits, const std::string& electrode,
-                                 float molarMass_g_per_mol) {
-    const auto unit = static_cast<StandardUnit>(cboUnits.currentData().toInt());
+void CalibrationForm::ChangeUnit(const std::string& electrode, float molarMass_g_per_mol) {
+    const auto unit = static_cast<StandardUnit>(cboUnits->currentData().toInt());
     if (unit == session_.Unit())
         return;
     if (!CanConvert(molarMass_g_per_mol)) {
-        Select(cboUnits, cboUnits.findData(static_cast<int>(session_.Unit())));
+        Select(*cboUnits, cboUnits->findData(static_cast<int>(session_.Unit())));
         Mcommon::MessageBoxEx("The molar mass of " + electrode +
                                   " is not known, so the standards cannot be converted.\nPlease "
                                   "enter it on the setup page first.",
@@ -242,8 +258,7 @@ void CalibrationForm::BeginReading() {
 
 void CalibrationForm::StopReading() {
     tmrElapsed.stop();
-    if (elapsedLabel_ != nullptr)
-        elapsedLabel_->clear();
+    lblElapsed->clear();
     series_.Stop();
     session_.StopReading();
 }
@@ -328,12 +343,7 @@ void CalibrationForm::ShowEntryState(int point, bool chosen) {
     entry.setPalette(palette);
 }
 
-void CalibrationForm::SetElapsedLabel(QLabel& label) {
-    elapsedLabel_ = &label;
-}
-
 void CalibrationForm::tmrElapsed_Timer() {
     const auto elapsed = marks_.front().Elapsed(platform::Current().clock.Monotonic());
-    if (elapsedLabel_ != nullptr)
-        elapsedLabel_->setText(Text::ToQt(MinutesAndSeconds(elapsed) + " since Read"));
+    lblElapsed->setText(Text::ToQt(MinutesAndSeconds(elapsed) + " since Read"));
 }

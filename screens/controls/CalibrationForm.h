@@ -4,10 +4,15 @@
 #include "chem/StabilityMark.h"
 #include "link/ReadingSeries.h"
 #include "report/PrintCalibSummary.h"
+#include "screens/controls/ControlArray.h"
 #include "screens/controls/EventGuard.h"
 #include "screens/controls/FormTimer.h"
 
+#include <QComboBox>
 #include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QTimer>
 
 #include <array>
@@ -15,10 +20,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-class QComboBox;
-class QLabel;
-class QLineEdit;
 
 /// What the two calibration screens have in common: the session, the reading of a point, the
 /// entry fields of the standards, closing and storing.
@@ -38,6 +39,10 @@ protected:
     /// is no number.
     CalibrationForm(std::string name, std::string complaint, QWidget* parent);
     ~CalibrationForm() override;
+
+    virtual void cboCalibPtrs_Click() = 0;
+    virtual void cboUnits_Click() = 0;
+    virtual void cmdSys_Click(int Index) = 0;
 
     /// Asks where something would be lost and stores what is finished; false keeps the form open.
     virtual bool Form_QueryUnload() = 0;
@@ -59,8 +64,13 @@ protected:
     /// Runs a handler under the form's guard.
     void Guarded(const std::string& handler, const std::function<void()>& work) const;
 
-    /// Takes the entry fields of the standards, one per point, and watches them.
-    void SetEntries(std::vector<QLineEdit*> entries);
+    /// Takes the controls that every calibration form has, once its interface is set up, and fills
+    /// the lists. `entries` are the fields of the standards, one per point.
+    void TakeControls(const ControlArray<QLineEdit>& entries);
+
+    /// Lets those controls call their handlers. Comes last, so that loading calls none.
+    void ConnectControls();
+
     QLineEdit& Entry(int point) const { return *entries_.at(static_cast<std::size_t>(point)); }
     void FocusEntry(int point);
 
@@ -74,10 +84,8 @@ protected:
 
     /// Brings the typed standards into the unit chosen in the list; where that is impossible, says
     /// why and puts the list back.
-    void ChangeUnit(QComboBox& cboUnits, const std::string& electrode, float molarMass_g_per_mol);
+    void ChangeUnit(const std::string& electrode, float molarMass_g_per_mol);
 
-    static void FillPointCounts(QComboBox& cboCalibPtrs);
-    static void FillUnits(QComboBox& cboUnits);
     /// Selects an entry without telling the list's handler.
     static void Select(QComboBox& list, int index);
 
@@ -90,8 +98,6 @@ protected:
 
     /// While a point is read, its field can be read only and those of the others wait.
     void ShowEntryState(int point, bool chosen);
-    /// Takes the label that shows the time since "&Read" while a point is read.
-    void SetElapsedLabel(QLabel& label);
 
     std::int16_t Ask(const std::string& question);
     void ShowHelp() const;
@@ -100,11 +106,21 @@ protected:
     void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    CalibrationSession session_;
+    QComboBox* cboCalibPtrs = nullptr;
+    QComboBox* cboUnits = nullptr;
+    ControlArray<QLabel> lblInfo;
+    ControlArray<QLabel> lblPoint;
+    ControlArray<QLabel> lblMark;
+    ControlArray<QPushButton> cmdSys;
     QTimer tmrRead;
+
+    CalibrationSession session_;
     bool boxOpen_ = false; ///< a box of this form waits for its answer
 
 private:
+    void FillPointCounts();
+    void FillUnits();
+    void ConnectEntry(QLineEdit& entry);
     bool TakeStandard(int point);
     void BeginReading();
     void tmrRead_Timer();
@@ -120,7 +136,7 @@ private:
     ReadingSeries series_{readTimer_};
     std::array<StabilityMark, electrodePositions> marks_;
     std::vector<QLineEdit*> entries_;
+    QLabel* lblElapsed = nullptr; ///< shows the time since "&Read" while a point is read
     QTimer tmrElapsed;
     bool closeWanted_ = false;
-    QLabel* elapsedLabel_ = nullptr;
 };

@@ -31,28 +31,14 @@ frmCalib::frmCalib(QWidget* parent)
     : CalibrationForm("frmCalib", notANumber, parent), ui_(std::make_unique<Ui::frmCalib>()),
       channel_(Measure::ChannelToCalibrate), before_(Record()) {
     ui_->setupUi(this);
-    lblInfo = ControlArray<QLabel>(*this, "lblInfo");
-    lblPoint = ControlArray<QLabel>(*this, "lblPoint");
     txtEntry = ControlArray<QLineEdit>(*this, "txtEntry");
     lblReading = ControlArray<QLabel>(*this, "lblReading");
-    lblMark = ControlArray<QLabel>(*this, "lblMark");
-    cmdSys = ControlArray<QPushButton>(*this, "cmdSys");
-    SetElapsedLabel(*ui_->lblElapsed);
+    TakeControls(txtEntry);
     Guarded("Form_Load", [this] { Form_Load(); });
-    ConnectEvents();
+    ConnectControls();
 }
 
 frmCalib::~frmCalib() = default;
-
-void frmCalib::ConnectEvents() {
-    cmdSys.Connect(*this, &QPushButton::clicked,
-                   [this](int Index) { Guarded("cmdSys_Click", [&] { cmdSys_Click(Index); }); });
-    // However a list is changed (mouse, wheel, keys, an assistive tool), the points must follow.
-    connect(ui_->cboCalibPtrs, &QComboBox::currentIndexChanged, this,
-            [this] { Guarded("cboCalibPtrs_Click", [this] { cboCalibPtrs_Click(); }); });
-    connect(ui_->cboUnits, &QComboBox::currentIndexChanged, this,
-            [this] { Guarded("cboUnits_Click", [this] { cboUnits_Click(); }); });
-}
 
 CalibrationRecord& frmCalib::Record() const {
     return mWinInit::Calibration.at(static_cast<std::size_t>(channel_));
@@ -68,11 +54,9 @@ void frmCalib::Form_Load() {
     session_.Start(isPH, UnitOf(Record().StdUnit));
     session_.SetChannels({channel_});
     session_.Load(channel_, Record());
-    FillPointCounts(*ui_->cboCalibPtrs);
-    Select(*ui_->cboCalibPtrs, ui_->cboCalibPtrs->findData(session_.PointCount()));
-    FillUnits(*ui_->cboUnits);
-    Select(*ui_->cboUnits, ui_->cboUnits->findData(static_cast<int>(session_.Unit())));
-    ui_->cboUnits->setVisible(!isPH);
+    Select(*cboCalibPtrs, cboCalibPtrs->findData(session_.PointCount()));
+    Select(*cboUnits, cboUnits->findData(static_cast<int>(session_.Unit())));
+    cboUnits->setVisible(!isPH);
     ui_->lblUnits->setVisible(!isPH);
 
     lblInfo(channelInfo).setText(QString("Channel %1").arg(channel_ + 1));
@@ -81,10 +65,6 @@ void frmCalib::Form_Load() {
                                                           : QString("None"));
     lblInfo(standardsHeading).setText(Text::ToQt(StandardEntry::ColumnHeading(isPH)));
     FillStoredPoints();
-    std::vector<QLineEdit*> entries;
-    for (const auto& [index, entry] : txtEntry)
-        entries.push_back(entry);
-    SetEntries(std::move(entries));
     ShowEntryPage();
 }
 
@@ -114,8 +94,8 @@ bool frmCalib::OnSummaryPage() const {
 void frmCalib::ShowState() {
     for (int point = 0; point < CalibrationSession::maxPoints; ++point)
         ShowPoint(point);
-    ui_->cboCalibPtrs->setEnabled(!session_.IsReading());
-    ui_->cboUnits->setEnabled(!session_.IsReading());
+    cboCalibPtrs->setEnabled(!session_.IsReading());
+    cboUnits->setEnabled(!session_.IsReading());
     ShowButtons();
 }
 
@@ -172,13 +152,13 @@ bool frmCalib::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmCalib::cboCalibPtrs_Click() {
-    session_.SetPointCount(ui_->cboCalibPtrs->currentData().toInt());
+    session_.SetPointCount(cboCalibPtrs->currentData().toInt());
     ShowState();
 }
 
 void frmCalib::cboUnits_Click() {
     const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel_));
-    ChangeUnit(*ui_->cboUnits, setup.Electrode, setup.MolarMass);
+    ChangeUnit(setup.Electrode, setup.MolarMass);
     Record().StdUnit = static_cast<float>(session_.Unit());
     ShowPrompts();
     ShowState();

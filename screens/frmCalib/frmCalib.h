@@ -2,11 +2,6 @@
 
 #include "chem/CalibrationRecord.h"
 #include "screens/controls/CalibrationForm.h"
-#include "screens/controls/ControlArray.h"
-
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 
 #include <memory>
 
@@ -25,6 +20,9 @@ public:
     ~frmCalib() override;
 
 protected:
+    void cboCalibPtrs_Click() override;
+    void cboUnits_Click() override;
+    void cmdSys_Click(int Index) override;
     bool Form_QueryUnload() override;
     void ShowState() override;
     void RecordPoint() override;
@@ -36,13 +34,8 @@ protected:
 
 private:
     void Form_Load();
-    void ConnectEvents();
     void FillStoredPoints();
     void ShowPrompts();
-
-    void cboCalibPtrs_Click();
-    void cboUnits_Click();
-    void cmdSys_Click(int Index);
 
     void SecondButton();
     void ClearPoint();
@@ -58,12 +51,8 @@ private:
     std::string ElectrodeName() const;
 
     std::unique_ptr<Ui::frmCalib> ui_;
-    ControlArray<QLabel> lblInfo;
-    ControlArray<QLabel> lblPoint;
     ControlArray<QLineEdit> txtEntry;
     ControlArray<QLabel> lblReading;
-    ControlArray<QLabel> lblMark;
-    ControlArray<QPushButton> cmdSys;
 
     int channel_;
     CalibrationRecord before_; ///< the channel's record when the form was opened
