@@ -2,6 +2,7 @@
 // resident memory after a warm-up and after 100,000 ticks, and fails when it has grown by more
 // than a MiB.
 
+#include "bench/ResidentMemory.h"
 #include "link/CommPort.h"
 #include "screens/frmMain/frmMain.h"
 #include "settings/mWinInit.h"
@@ -15,7 +16,6 @@
 
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <string>
 
 namespace {
@@ -23,19 +23,6 @@ namespace {
 constexpr int warmUpTicks = 2000;
 constexpr int ticks = 100000;
 constexpr long allowedGrowth_KiB = 1024;
-
-/// Resident memory of this process in KiB; 0 where the system does not tell.
-long ResidentMemory_KiB() {
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    while (status >> word)
-        if (word == "VmRSS:") {
-            long kibibytes = 0;
-            status >> kibibytes;
-            return kibibytes;
-        }
-    return 0;
-}
 
 void PrepareProject() {
     mWinInit::LoadSettings();

@@ -4,6 +4,7 @@
 #include "report/RecordSearch.h"
 #include "report/ReportLoader.h"
 #include "report/support/MeasurementText.h"
+#include "report/support/SilentView.h"
 #include "support/FakePlatform.h"
 
 #include <benchmark/benchmark.h>
@@ -31,23 +32,6 @@ public:
     double DataGetAmp(std::int16_t, std::int16_t) const override { return 0; }
 };
 
-class NoView : public Mreport::ReportView {
-public:
-    void ShowCaption(const std::filesystem::path&) override {}
-    void ResetPages() override {}
-    void ShowHead(const std::string&) override {}
-    void ShowStatus(const std::string&) override {}
-    void PageAdded(int, bool) override {}
-    void LinesAdded() override {}
-    void SelectShownPage() override {}
-    void SetScroll(const Mreport::ScrollLimits&) override {}
-    std::int32_t ScrollValue() const override { return 50; }
-    Mreport::ReportGraph& Graph() override { return graph; }
-    void GraphDrawn(std::int32_t) override {}
-
-    NoGraph graph;
-};
-
 /// A file of the given number of records on the disk, and a viewer for it. The clock jumps, so that
 /// the pause at a load's end does not count.
 struct Viewer {
@@ -57,7 +41,7 @@ struct Viewer {
     }
     fake::Platform platform;
     std::filesystem::path file = platform.folder.Path() / "run.4ch";
-    NoView view;
+    SilentView<NoGraph> view{50};
     Mreport::ReportLoader loader{view};
 };
 

@@ -2,6 +2,7 @@
 // any Qt platform; without a display, QT_QPA_PLATFORM=offscreen. Each figure is one line, name and
 // number, for viewer-figures.sh.
 
+#include "bench/ResidentMemory.h"
 #include "platform/Platform.h"
 #include "platform/System.h"
 #include "platform/qt/QtDesktop.h"
@@ -56,19 +57,6 @@ public:
     }
     double at_ms = -1;
 };
-
-/// Resident memory of this process in KiB; 0 where the system does not tell.
-long Resident_KiB() {
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    while (status >> word)
-        if (word == "VmRSS:") {
-            long size = 0;
-            status >> size;
-            return size;
-        }
-    return 0;
-}
 
 template <class Step>
 double Best_ms(int times, const Step& step) {
@@ -144,7 +132,7 @@ int main(int argc, char* argv[]) {
     Report form;
     form.show();
     QApplication::processEvents();
-    const long idle_KiB = Resident_KiB();
+    const long idle_KiB = ResidentMemory_KiB();
 
     auto& graph = *form.findChild<GraphControl*>("graReport");
     QElapsedTimer timer;
@@ -154,7 +142,7 @@ int main(int argc, char* argv[]) {
     Print("ready_ms", WatchedDesktop::Elapsed_ms(timer));
     Print("graph_ms", firstDrawing.at_ms);
     Print("longest_gap_ms", desktop.longestGap_ms);
-    Print("memory_KiB", static_cast<double>(Resident_KiB() - idle_KiB));
+    Print("memory_KiB", static_cast<double>(ResidentMemory_KiB() - idle_KiB));
     Print("index_KiB", static_cast<double>(Mreport::pages.IndexBytes() / 1024));
     Print("pages", Mreport::pages.Count());
     MeasureSearch();

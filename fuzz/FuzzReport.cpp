@@ -8,6 +8,7 @@
 #include "report/RecordSearch.h"
 #include "report/ReportLoader.h"
 #include "report/Selection.h"
+#include "tests/report/support/SilentView.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -50,22 +51,7 @@ private:
     std::int16_t points_ = 0;
 };
 
-class NoView : public Mreport::ReportView {
-public:
-    void ShowCaption(const std::filesystem::path&) override {}
-    void ResetPages() override {}
-    void ShowHead(const std::string&) override {}
-    void ShowStatus(const std::string&) override {}
-    void PageAdded(int, bool) override {}
-    void LinesAdded() override {}
-    void SelectShownPage() override {}
-    void SetScroll(const Mreport::ScrollLimits&) override {}
-    std::int32_t ScrollValue() const override { return 0; }
-    Mreport::ReportGraph& Graph() override { return graph; }
-    void GraphDrawn(std::int32_t) override {}
-
-    CountingGraph graph;
-};
+using NoView = SilentView<CountingGraph>;
 
 /// `any` chooses the spans, so that the inputs together try them all.
 void DrawSpans(NoView& view, std::size_t any) {
@@ -103,7 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const fuzz::NullPlatform platform;
     Mreport::Reset();
     const std::string bytes(fuzz::Text(data, size));
-    NoView view;
+    NoView view(0);
     Mreport::ReportLoader loader(view);
     auto source = std::make_unique<Mreport::MemorySource>(bytes.substr(0, size / 2));
     Mreport::MemorySource& file = *source;

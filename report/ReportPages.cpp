@@ -13,8 +13,8 @@ namespace Mreport {
 namespace {
 // A page is split at this many lines; reserving them at once keeps the index free of slack.
 constexpr std::size_t usualPageLines = 32'704;
-constexpr std::size_t readBlock = 256 * 1024;
-constexpr std::size_t encodingSample = 64 * 1024;
+constexpr std::size_t readBlock = std::size_t{256} * 1024;
+constexpr std::size_t encodingSample = std::size_t{64} * 1024;
 constexpr std::size_t longestLineEnd = 2;
 
 bool LooksLikeRecord(std::string_view text) {

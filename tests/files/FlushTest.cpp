@@ -1,45 +1,15 @@
 #include "app/RunTimeError.h"
 #include "files/FileOpr.h"
-#include "files/MeasurementReader.h"
-#include "files/SetUpRun.h"
+#include "files/RecordedFiles.h"
 #include "settings/mWinInit.h"
-#include "support/FakePlatform.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class Flush : public testing::Test {
+class Flush : public RecordedFiles {
 protected:
-    Flush() : target(platform.folder.Path() / "run.4ch") {
-        SetUpRun();
-        FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
-        temporary = FileOpr::currentMeasurementPath;
-    }
-
-    void Record(std::int32_t number) {
-        FileOpr::SaveMeasure(FileOpr::currentMeasurementPath, number, "", DisplayedRun());
-    }
-
-    static std::vector<std::int32_t> NumbersIn(const fs::path& file) {
-        std::vector<std::int32_t> numbers;
-        for (const auto& record : FileOpr::ReadMeasurementFile(file).records)
-            numbers.push_back(record.number);
-        return numbers;
-    }
-
-    std::size_t FilesInTemporaryFolder() const {
-        const fs::directory_iterator files(platform.places.TemporaryFolder());
-        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
-    }
-
-    using Numbers = std::vector<std::int32_t>;
-
-    fake::Platform platform;
-    fs::path target;
-    fs::path temporary;
+    Flush() { TakeTempFile(); }
 };
 
 TEST_F(Flush, The_temporary_file_is_new_empty_and_named_after_the_channel_count) {

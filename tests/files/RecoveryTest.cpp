@@ -2,13 +2,9 @@
 
 #include "app/RunTimeError.h"
 #include "files/FileOpr.h"
-#include "files/MeasurementReader.h"
+#include "files/RecordedFiles.h"
 #include "files/RecordingNote.h"
-#include "files/SetUpRun.h"
 #include "files/TargetTransfer.h"
-#include "support/FakePlatform.h"
-
-#include <gtest/gtest.h>
 
 #include <chrono>
 
@@ -16,22 +12,18 @@ namespace {
 
 namespace fs = std::filesystem;
 using FileOpr::RecordingFiles;
-using Numbers = std::vector<std::int32_t>;
 
 /// A run is recorded, and then its program is gone: the files stay, the lock does not.
-class Recovery : public testing::Test {
+class Recovery : public RecordedFiles {
 protected:
-    Recovery() : target(platform.folder.Path() / "run.4ch") { SetUpRun(); }
-
     void Begin() {
-        FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
-        temporary = FileOpr::currentMeasurementPath;
+        TakeTempFile();
         FileOpr::BeginTarget(target);
     }
 
     void Record(std::int32_t from, std::int32_t to) {
         for (auto number = from; number <= to; ++number)
-            FileOpr::SaveMeasure(FileOpr::currentMeasurementPath, number, "", DisplayedRun());
+            RecordedFiles::Record(number);
     }
 
     void EndProgram() {
@@ -52,22 +44,6 @@ protected:
             FileOpr::Recover(recording);
         return found.size();
     }
-
-    static Numbers NumbersIn(const fs::path& file) {
-        Numbers numbers;
-        for (const auto& record : FileOpr::ReadMeasurementFile(file).records)
-            numbers.push_back(record.number);
-        return numbers;
-    }
-
-    std::size_t FilesInTemporaryFolder() const {
-        const fs::directory_iterator files(platform.places.TemporaryFolder());
-        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
-    }
-
-    fake::Platform platform;
-    fs::path target;
-    fs::path temporary;
 };
 
 TEST_F(Recovery, A_recording_whose_program_is_gone_is_found_with_its_target_and_count) {

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "files/FileOpr.h"
+#include "files/MeasurementReader.h"
+#include "files/SetUpRun.h"
+#include "support/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <vector>
+
+/// A set-up run, and a look at the files that recording it leaves.
+class RecordedFiles : public testing::Test {
+protected:
+    using Numbers = std::vector<std::int32_t>;
+
+    RecordedFiles() : target(platform.folder.Path() / "run.4ch") { SetUpRun(); }
+
+    void TakeTempFile() {
+        FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
+        temporary = FileOpr::currentMeasurementPath;
+    }
+
+    static void Record(std::int32_t number) {
+        FileOpr::SaveMeasure(FileOpr::currentMeasurementPath, number, "", DisplayedRun());
+    }
+
+    static Numbers NumbersIn(const std::filesystem::path& file) {
+        Numbers numbers;
+        for (const auto& record : FileOpr::ReadMeasurementFile(file).records)
+            numbers.push_back(record.number);
+        return numbers;
+    }
+
+    std::size_t FilesInTemporaryFolder() const {
+        const std::filesystem::directory_iterator files(platform.places.TemporaryFolder());
+        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+    }
+
+    fake::Platform platform;
+    std::filesystem::path target;
+    std::filesystem::path temporary;
+};
