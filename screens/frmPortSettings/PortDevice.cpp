@@ -17,7 +17,7 @@ QString NameOf(int port) {
 }
 
 QString DescriptionOf(int port) {
-    const auto device = NameOf(port);
+    auto device = NameOf(port);
     for (const auto& info : QSerialPortInfo::availablePorts()) {
         if (info.systemLocation() != device)
             continue;

@@ -16,11 +16,11 @@ void SplashArtwork::paintEvent(QPaintEvent* /*event*/) {
     painter.fillRect(area, band);
 
     painter.setPen(QPen(QColor(255, 255, 255, 36), 1));
-    constexpr double gridStep = 26;
-    for (double x = gridStep; x < area.width(); x += gridStep)
-        painter.drawLine(QPointF(x, 0), QPointF(x, area.height()));
-    for (double y = gridStep; y < area.height(); y += gridStep)
-        painter.drawLine(QPointF(0, y), QPointF(area.width(), y));
+    constexpr int gridStep = 26;
+    for (int x = gridStep; x < width(); x += gridStep)
+        painter.drawLine(x, 0, x, height());
+    for (int y = gridStep; y < height(); y += gridStep)
+        painter.drawLine(0, y, width(), y);
 
     // Standards as fractions of the panel, from the lowest to the highest concentration.
     constexpr std::array<QPointF, 4> standards = {QPointF(0.12, 0.90), QPointF(0.37, 0.80),

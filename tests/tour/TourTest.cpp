@@ -1,31 +1,18 @@
 #include "app/program/SystemServices.h"
 #include "app/program/theMain.h"
 #include "files/MeasurementReader.h"
-#include "platform/qt/QtPlaces.h"
 #include "settings/mWinInit.h"
 #include "tour/Analyst.h"
 #include "tour/Stage.h"
+#include "tour/TourPlaces.h"
 
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include <fstream>
 
 namespace {
-
-/// The user's folders, but for the temporary one: unfinished recordings of others are not the
-/// tour's.
-class TourPlaces : public platform::QtPlaces {
-public:
-    std::filesystem::path TemporaryFolder() const override {
-        return std::filesystem::path(folder_.path().toStdString());
-    }
-
-private:
-    QTemporaryDir folder_;
-};
 
 constexpr int recordsByHand = 10;
 
