@@ -42,7 +42,9 @@ Report::~Report() {
 void Report::Form_Load() {
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     ui_->txtHead->setFont(fixed);
-    ui_->txtHead->setFixedHeight(QFontMetrics(fixed).lineSpacing() * headLines + 8);
+    const QFontMetrics metrics(fixed);
+    ui_->txtHead->setFixedHeight(metrics.lineSpacing() * headLines + 8);
+    ui_->txtHead->setTabStopDistance(metrics.horizontalAdvance(widestColumn));
     ui_->TabStrip->addTab("&Graph");
     ui_->TabStrip->addTab("&Table");
     ui_->Pages->setUsesScrollButtons(true);

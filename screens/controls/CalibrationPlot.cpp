@@ -36,7 +36,7 @@ CalibrationPlot::CalibrationPlot(QWidget* parent)
     for (QCPAxis* axis : {xAxis, yAxis})
         axis->grid()->setSubGridVisible(true);
     yAxis->setLabel("mV");
-    setMinimumSize(260, 180);
+    setMinimumSize(200, 160);
     setFocusPolicy(Qt::NoFocus);
     TakeColours();
 }

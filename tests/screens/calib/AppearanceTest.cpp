@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr QSize smallestScreen(1024, 768);
-
 QPalette DarkPalette() {
     QPalette dark(QColor(53, 53, 53));
     dark.setColor(QPalette::Base, QColor(35, 35, 35));
@@ -133,12 +131,12 @@ TEST_F(Appearance, Both_forms_fit_the_smallest_screen) {
     const auto single = OpenSingle(firstCa);
     Pick(*single, "cboCalibPtrs", "6");
     Settle();
-    EXPECT_TRUE(smallestScreen.expandedTo(single->minimumSizeHint()) == smallestScreen);
+    ExpectFitsAtDoubleScale(*single);
     SimultCalib simultaneous;
     Show(simultaneous);
     for (int channel = 0; channel < 8; ++channel)
         Element<QCheckBox>(simultaneous, "chkSimult", channel).click();
     Click(simultaneous, "cmdSys_0");
     Picture(simultaneous, "simult-eight");
-    EXPECT_TRUE(smallestScreen.expandedTo(simultaneous.minimumSizeHint()) == smallestScreen);
+    ExpectFitsAtDoubleScale(simultaneous);
 }

@@ -80,13 +80,12 @@ TEST_F(Appearance, Both_pages_of_eight_channels_fit_a_small_screen) {
     ExpectFits("scrMeasure");
 }
 
-TEST_F(Appearance, The_window_itself_fits_a_quarter_of_a_small_screen) {
+TEST_F(Appearance, The_window_itself_fits_a_small_screen_at_double_scale) {
     mWinInit::HardwareSettings.ChannelCount = 8;
     Open();
-    EXPECT_LE(form->minimumSizeHint().width(), smallScreen.width() / 2);
-    EXPECT_LE(form->minimumSizeHint().height(), smallScreen.height() / 2);
+    ExpectFitsAtDoubleScale(*form);
     Click(*form, "cmdPage", 0);
-    EXPECT_LE(form->minimumSizeHint().width(), smallScreen.width() / 2);
+    ExpectFitsAtDoubleScale(*form);
 }
 
 TEST_F(Appearance, Nothing_moves_when_the_figures_change) {

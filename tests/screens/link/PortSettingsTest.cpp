@@ -1,5 +1,6 @@
 #include "LinkTest.h"
 #include "PtyPeer.h"
+#include "screens/support/ScreenTest.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -217,6 +218,7 @@ TEST_F(PortScreen, A_changed_interval_holds_at_once_while_a_screen_reads) {
 
 TEST_F(PortScreen, Every_control_has_an_accessible_name_or_a_label_of_its_own) {
     Show();
+    ExpectFitsAtDoubleScale(*form);
     for (const auto* control : form->findChildren<QWidget*>()) {
         const bool answers =
             qobject_cast<const QComboBox*>(control) || qobject_cast<const QSpinBox*>(control) ||

@@ -327,8 +327,5 @@ TEST_F(ReportScreen, Every_control_has_a_name_and_no_mnemonic_is_shared) {
     View(MeasurementText().File(3));
     EXPECT_EQ(ControlsWithoutName(*form), std::vector<std::string>{});
     EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>{});
-    form->resize(1024, 728);
-    Settle();
-    EXPECT_LE(form->width(), 1024);
-    EXPECT_LE(form->height(), 728);
+    ExpectFitsAtDoubleScale(*form);
 }

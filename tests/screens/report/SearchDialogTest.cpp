@@ -89,6 +89,7 @@ TEST_F(SearchDialog, A_changed_entry_locks_the_choice_until_a_search_succeeds) {
 
 TEST_F(SearchDialog, Every_control_has_a_name_and_no_mnemonic_is_shared) {
     Open();
+    ExpectFitsAtDoubleScale(*dialog);
     EXPECT_EQ(ControlsWithoutName(*dialog), std::vector<std::string>{});
     EXPECT_EQ(SharedMnemonics(*dialog), std::vector<std::string>{});
 }

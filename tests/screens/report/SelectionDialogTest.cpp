@@ -114,6 +114,7 @@ TEST_F(SelectionDialog, The_busy_sign_turns_through_its_cycle_and_leaves_other_t
 TEST_F(SelectionDialog, Every_control_has_a_name_and_no_mnemonic_is_shared) {
     View(MeasurementText().File(3));
     Open();
+    ExpectFitsAtDoubleScale(*dialog);
     EXPECT_EQ(ControlsWithoutName(*dialog), std::vector<std::string>{});
     EXPECT_EQ(SharedMnemonics(*dialog), std::vector<std::string>{});
 }

@@ -73,6 +73,7 @@ TEST_F(StartTest, The_splash_names_the_product_and_the_version) {
     program.Main();
     EXPECT_EQ(Line(1).text(), "4-Channel Vantrel");
     EXPECT_EQ(Line(3).text(), "Version 6.4.44sa");
+    ExpectFitsAtDoubleScale(*Form("frmSplash"));
 }
 
 TEST_F(StartTest, The_splash_s_lines_are_centred_and_two_stand_above_the_button) {

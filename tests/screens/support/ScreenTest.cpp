@@ -146,3 +146,10 @@ std::vector<std::string> SharedMnemonics(const QWidget& form) {
             shared.push_back(key.toStdString());
     return shared;
 }
+
+void ExpectFitsAtDoubleScale(const QWidget& form) {
+    constexpr QSize screen(1024 / 2, 728 / 2); // less what a desktop's panel takes
+    const QSize least = form.minimumSizeHint().expandedTo(form.minimumSize());
+    EXPECT_LE(least.width(), screen.width()) << form.objectName().toStdString();
+    EXPECT_LE(least.height(), screen.height()) << form.objectName().toStdString();
+}

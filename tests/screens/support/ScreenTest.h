@@ -97,3 +97,6 @@ std::vector<std::string> ControlsWithoutName(const QWidget& form);
 
 /// Mnemonics ("Alt+X") that several visible controls share.
 std::vector<std::string> SharedMnemonics(const QWidget& form);
+
+/// Fails where the form cannot be made small enough for a screen of 1024x768 at a scale of 200 %.
+void ExpectFitsAtDoubleScale(const QWidget& form);
