@@ -52,6 +52,7 @@ void Report::Form_Load() {
     ui_->TabStrip->setExpanding(false);
     ResetPages();
     AllowMenus();
+    Mcommon::FitOntoScreen(*this);
     RestorePlace();
 }
 

@@ -8,6 +8,7 @@
 #include "screens/controls/CalibrationTexts.h"
 #include "screens/controls/Colours.h"
 #include "screens/controls/EntryText.h"
+#include "screens/controls/Placement.h"
 #include "settings/mWinInit.h"
 
 #include <QEvent>
@@ -58,6 +59,7 @@ void CalibrationForm::TakeControls(const ControlArray<QLineEdit>& entries) {
         entries_.push_back(entry);
     FillPointCounts();
     FillUnits();
+    Mcommon::FitOntoScreen(*this);
 }
 
 void CalibrationForm::ConnectControls() {

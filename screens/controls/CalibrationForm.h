@@ -64,8 +64,9 @@ protected:
     /// Runs a handler under the form's guard.
     void Guarded(const std::string& handler, const std::function<void()>& work) const;
 
-    /// Takes the controls that every calibration form has, once its interface is set up, and fills
-    /// the lists. `entries` are the fields of the standards, one per point.
+    /// Takes the controls that every calibration form has, once its interface is set up, fills the
+    /// lists and sees to it that the form fits its screen. `entries` are the fields of the
+    /// standards, one per point.
     void TakeControls(const ControlArray<QLineEdit>& entries);
 
     /// Lets those controls call their handlers. Comes last, so that loading calls none.

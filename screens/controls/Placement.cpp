@@ -27,6 +27,10 @@ void SetTopMost(QWidget& form, bool topMost) {
         form.show();
 }
 
+void FitOntoScreen(QWidget& form) {
+    form.resize(form.size().boundedTo(form.screen()->availableSize()));
+}
+
 void MoveOntoScreen(QWidget& form, int left, int top) {
     const QScreen* screen = QGuiApplication::screenAt(QPoint(left, top));
     if (screen == nullptr)

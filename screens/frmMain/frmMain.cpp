@@ -23,7 +23,6 @@
 #include <QKeyEvent>
 #include <QResizeEvent>
 #include <QScopeGuard>
-#include <QScreen>
 
 #include <algorithm>
 #include <limits>
@@ -133,8 +132,7 @@ void frmMain::Form_Load() {
     linkObserver_ = CommPort::ObserveLink([this] { ShowLink(); });
     ShowLink();
 
-    const QSize room = screen()->availableSize();
-    resize(size().boundedTo(room));
+    Mcommon::FitOntoScreen(*this);
     Mcommon::MoveOntoScreen(*this, mWinInit::WindowX, mWinInit::WindowY);
     FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
     FileOpr::SetDataFolder();

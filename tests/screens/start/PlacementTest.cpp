@@ -54,4 +54,15 @@ TEST_F(Placement, A_position_off_every_screen_is_brought_onto_one) {
     EXPECT_EQ(form.pos(), screen.topLeft() + QPoint(7, 9));
 }
 
+TEST_F(Placement, A_form_larger_than_its_screen_is_made_to_fit_and_a_smaller_one_left_alone) {
+    QWidget form;
+    const QSize screen = form.screen()->availableSize();
+    form.resize(screen.width() + 100, 200);
+    Mcommon::FitOntoScreen(form);
+    EXPECT_EQ(form.size(), QSize(screen.width(), 200));
+    form.resize(300, 200);
+    Mcommon::FitOntoScreen(form);
+    EXPECT_EQ(form.size(), QSize(300, 200));
+}
+
 } // namespace
