@@ -1,7 +1,7 @@
 // Conversion, and the whole live cycle from the frame's bytes to the texts that are shown.
 
-#include "chem/ChannelDisplay.h"
 #include "chem/Measure.h"
+#include "chem/MeasuringCycle.h"
 #include "link/CommPort.h"
 #include "link/DataAcq.h"
 #include "link/Frame.h"
@@ -54,41 +54,28 @@ void ConvertCycle(benchmark::State& state) {
 }
 BENCHMARK(ConvertCycle);
 
-/// A channel's state as the measuring page hands it to the display.
-ChannelDisplay::ChannelState StateOf(std::size_t i,
-                                     const std::array<float, cyclePositions>& averages,
-                                     const std::array<float, cyclePositions>& converted) {
-    const auto& setup = mWinInit::ChannelSetup[i];
-    ChannelDisplay::ChannelState channel;
-    channel.kind = Electrode::KindOf(setup.Electrode);
-    channel.potential_mV = averages[i];
-    channel.converted = converted[i];
-    channel.stdUnit = mWinInit::Calibration[i].StdUnit;
-    channel.molarMass_g_per_mol = setup.MolarMass;
-    channel.temperature_celsius =
-        converted[static_cast<std::size_t>(electrodePositions + setup.TempSensor - 1)];
-    return channel;
-}
-
+/// The whole cycle of the measuring page: decode, average over 10 readings, convert, format.
 void LiveCycle(benchmark::State& state) {
-    fake::Platform platform;
+    const fake::Platform platform;
     SetUpEightChannels();
-    const auto selected = AllPositions();
+    MeasuringCycle::Source source{mWinInit::ConversionTables(), {}, {}, {}};
+    source.selected.fill(-1);
+    source.molarMass_g_per_mol.fill(40.078F);
+    for (std::size_t i = 0; i < electrodePositions; ++i)
+        source.tempSensor[i] = mWinInit::ChannelSetup[i].TempSensor;
     Frame::Bytes frame{};
     std::memcpy(frame.data(), "+0590\t+1500\t+0110\t+1400\t-0590\t+1300\t+0600\t+1200\x04",
                 Frame::length);
-    std::array<float, cyclePositions> averages{};
-    std::array<float, cyclePositions> converted{};
     DataAcq::StartSeries(10);
+    std::array<float, cyclePositions> averages{};
     for (auto _ : state) {
         const auto values = Frame::Decode(frame);
         std::ranges::copy(values, CommPort::Readings.begin());
         DataAcq::ReadChannels(averages);
-        Measure::ConvertReadings(mWinInit::ConversionTables(), selected, averages, converted);
-        for (std::size_t i = 0; i < electrodePositions; ++i) {
-            auto cells = ChannelDisplay::Compose(StateOf(i, averages, converted));
-            benchmark::DoNotOptimize(cells);
-        }
+        const auto outcome = MeasuringCycle::Run(source, averages);
+        if (!outcome.problem.empty())
+            state.SkipWithError("a position was not converted");
+        benchmark::DoNotOptimize(outcome);
     }
 }
 BENCHMARK(LiveCycle);

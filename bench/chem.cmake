@@ -1,1 +1,0 @@
-vantrel_core_bench(bench_chem BenchChem.cpp)

@@ -1,1 +1,0 @@
-vantrel_core_bench(bench_files BenchFiles.cpp)

@@ -1,1 +1,0 @@
-vantrel_core_bench(bench_mcommon ${CMAKE_CURRENT_SOURCE_DIR}/BenchMcommon.cpp)
