@@ -84,7 +84,6 @@ std::string ReadTableLine(const std::string& section, const std::string& key, in
     std::string line = platform::Current().profile.GetString(section, key, {}, oneMore);
     if (line.size() <= longestValue)
         return line;
-    line.resize(longestValue);
     line.resize(std::min(line.rfind(separator), line.size())); // the point that the cut fell into
     const int whole = std::max(FieldCount(line) - firstPoint + 1, 0);
     const auto begin = FieldBegin(line, countField);

@@ -141,6 +141,8 @@ public:
                const std::optional<std::string>& value) override {
         try {
             Text();
+            if (!whole_) // writing would throw away what could not be read
+                return false;
             const bool changed = !key     ? text_.RemoveSection(section)
                                  : !value ? text_.Remove(section, *key)
                                           : text_.Set(section, *key, *value);
@@ -156,25 +158,29 @@ public:
 
 private:
     /// The file's text, read anew when the file is no longer the one that was read; empty where
-    /// there is none or it cannot be read.
+    /// there is none or it cannot be read, which `whole_` tells apart.
     const ProfileText& Text() const {
         posix::Descriptor descriptor(::open(file_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+        const bool missing = !descriptor.IsOpen() && (errno == ENOENT || errno == ENOTDIR);
         struct stat status {};
         if (!descriptor.IsOpen() || ::fstat(descriptor.Number(), &status) != 0 ||
             !S_ISREG(status.st_mode)) {
             stamp_.reset();
             text_ = ProfileText({});
+            whole_ = missing;
         } else if (stamp_ != StampOf(status)) {
             const std::string bytes = ReadAll(descriptor.Number(), status.st_size);
             if (!text_.Holds(bytes))
                 text_ = ProfileText(bytes);
-            stamp_ = IsSettled(status) ? std::optional(StampOf(status)) : std::nullopt;
+            whole_ = bytes.size() == static_cast<std::size_t>(status.st_size);
+            stamp_ = whole_ && IsSettled(status) ? std::optional(StampOf(status)) : std::nullopt;
         }
         return text_;
     }
 
     std::filesystem::path file_;
     mutable std::optional<Stamp> stamp_;
+    mutable bool whole_ = true; ///< the text is all that the file holds
     mutable ProfileText text_{{}};
 };
 

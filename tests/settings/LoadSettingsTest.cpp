@@ -232,6 +232,20 @@ TEST_F(LoadSettings_, Of_a_line_that_was_cut_at_129_characters_only_the_whole_po
     EXPECT_EQ(Calibration[0].Standard[5], 0);
 }
 
+TEST_F(LoadSettings_, A_point_that_ends_at_the_129th_character_is_whole) {
+    const std::string points = longCalibration.substr(longCalibration.find("1000.001"));
+    const std::string line = std::string(25, 'd') +
+                             "\x0F"
+                             "6\x0F"
+                             "0\x0F" +
+                             points;
+    ASSERT_EQ(line[129], '\x0F'); // behind the fifth point
+    Store("Calibration Info", "Channel One", line);
+    mWinInit::LoadSettings();
+    EXPECT_EQ(Calibration[0].PointCount, 5);
+    EXPECT_EQ(Calibration[0].Standard[4], 5000.001F);
+}
+
 TEST_F(LoadSettings_, Channels_beyond_the_channel_count_are_not_read) {
     Store("Electrodes Info", "Channel Five", Line({"Ca", "S-5"}));
     Store("Calibration Info", "Channel Eight", Line({"date", "2", "0", "1;1", "2;2"}));

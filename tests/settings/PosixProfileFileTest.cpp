@@ -251,4 +251,12 @@ TEST_F(LargeSettingsFile, Millions_of_keys_are_read_without_harm_in_time) {
     EXPECT_EQ(mWinInit::HardwareSettings.HardwarePortNumber, 7);
 }
 
+TEST_F(PosixProfileFile_, A_file_that_is_there_but_cannot_be_read_is_not_replaced) {
+    const auto file = platform.SettingsFile();
+    std::filesystem::create_symlink(file, file); // opening it fails for root, too
+    EXPECT_EQ(Read(), "fallback");
+    EXPECT_FALSE(Write("v"));
+    EXPECT_TRUE(std::filesystem::is_symlink(file));
+}
+
 } // namespace
