@@ -74,14 +74,28 @@ void TryWriting(const fs::path& target) {
     fs::remove(target);
 }
 
-void DeleteOldTarget(const fs::path& target) {
+void RefuseTarget(const fs::path& target) {
     if (fs::is_directory(target))
         throw RunTimeError("Writing " + CodePage::NameOf(target) + ": Is a folder");
-    if (IsTargetOfAnotherProgram(target))
+    if (IsTargetOfAnotherProgram(target, currentMeasurementPath))
         throw RunTimeError("Writing " + CodePage::NameOf(target) +
                            ": Another copy of the program is recording into it");
+}
+
+/// The header goes into the temporary file before the old target goes: where there is no room for
+/// it, the old measurement stays.
+void ReplaceTarget(const fs::path& target) {
+    CreateHeadLines(currentMeasurementPath);
     fs::remove(target);
     TryWriting(target);
+}
+
+void EmptyTempFile() {
+    try {
+        platform::Current().files.Truncate(currentMeasurementPath, 0);
+    } catch (const RunTimeError&) {
+        return; // a header alone is no record, so nothing is offered at the next start
+    }
 }
 
 } // namespace
@@ -134,18 +148,24 @@ void ReleaseTempFile() {
 
 void BeginTarget(const fs::path& target) {
     FollowTarget(false);
+    if (currentMeasurementPath.empty()) // none could be made at the start
+        currentMeasurementPath = GetTempFile();
     if (HasWaitingRecords())
         FlushTempFile();
-    try {
-        DeleteOldTarget(target);
-    } catch (const fs::filesystem_error& error) {
-        throw RunTimeError("Writing " + CodePage::NameOf(target) + ": " + error.code().message());
-    }
-    const auto before = std::exchange(targetFile, target);
-    try {
-        CreateHeadLines(currentMeasurementPath);
-    } catch (const RunTimeError&) {
+    const auto before = targetFile;
+    const auto back = [&before] {
         targetFile = before;
+        EmptyTempFile();
+    };
+    try {
+        RefuseTarget(target);
+        targetFile = target;
+        ReplaceTarget(target);
+    } catch (const fs::filesystem_error& error) {
+        back();
+        throw RunTimeError("Writing " + CodePage::NameOf(target) + ": " + error.code().message());
+    } catch (const RunTimeError&) {
+        back();
         throw;
     }
 }

@@ -41,6 +41,10 @@ std::string_view TimeStamp(std::string_view line) {
     return line;
 }
 
+bool IsMissing(std::string_view cell) {
+    return cell.empty() || cell == "NA" || cell == "N/A";
+}
+
 bool IsComment(std::string_view line) {
     return line.starts_with(commentMark);
 }

@@ -19,6 +19,9 @@ std::int32_t RecordNumber(std::string_view line);
 /// What stands behind the second tab of a record's first line.
 std::string_view TimeStamp(std::string_view line);
 
+/// A trimmed cell without a value: blank, "NA" or "N/A".
+bool IsMissing(std::string_view cell);
+
 /// The second line of a record.
 bool IsComment(std::string_view line);
 std::string_view CommentText(std::string_view line);

@@ -161,13 +161,17 @@ std::vector<UnfinishedRecording> FindUnfinishedRecordings() {
         auto lock = LockOf(files);
         if (!lock)
             continue;
-        const auto note = ReadNote(files.note);
-        const auto content = ExamineRecording(files.temporary);
-        if (content.records == 0 || (note && IsTransferred(files, *note)))
-            RemoveFiles(files, lock);
-        else
-            unfinished.push_back({temporary, TargetOf(files, note, content), content.records,
-                                  content.lastTimeStamp, std::move(lock)});
+        try {
+            const auto note = ReadNote(files.note);
+            const auto content = ExamineRecording(files.temporary);
+            if (content.records == 0 || (note && IsTransferred(files, *note)))
+                RemoveFiles(files, lock);
+            else
+                unfinished.push_back({temporary, TargetOf(files, note, content), content.records,
+                                      content.lastTimeStamp, std::move(lock)});
+        } catch (const RunTimeError&) {
+            continue; // what cannot be read now is kept, and looked for at the next start
+        }
     }
     return unfinished;
 }
@@ -184,12 +188,12 @@ void Discard(UnfinishedRecording& recording) {
     RemoveFiles(RecordingFiles(recording.temporaryFile), recording.lock);
 }
 
-bool IsTargetOfAnotherProgram(const fs::path& target) {
+bool IsTargetOfAnotherProgram(const fs::path& target, const fs::path& own) {
     const auto wanted = Canonical(target);
     const auto recordings = ListRecordings(platform::Current().places.TemporaryFolder());
     return std::ranges::any_of(recordings, [&](const fs::path& temporary) {
         const RecordingFiles files(temporary);
-        const auto note = ReadNote(files.note);
+        const auto note = temporary == own ? std::nullopt : ReadNote(files.note);
         if (!note || Canonical(note->target) != wanted)
             return false;
         std::error_code unreadable;

@@ -34,7 +34,8 @@ void Recover(UnfinishedRecording& recording);
 /// Deletes the recording for good.
 void Discard(UnfinishedRecording& recording);
 
-/// Whether another running program records into this file.
-bool IsTargetOfAnotherProgram(const std::filesystem::path& target);
+/// Whether another running program records into this file; `own` is the temporary file of this one.
+bool IsTargetOfAnotherProgram(const std::filesystem::path& target,
+                              const std::filesystem::path& own);
 
 } // namespace FileOpr

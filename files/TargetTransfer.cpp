@@ -22,6 +22,10 @@ std::uint64_t SizeOrZero(const std::filesystem::path& file) {
     return missing ? 0 : size;
 }
 
+[[noreturn]] void FailReading(const std::filesystem::path& file) {
+    throw RunTimeError("Reading " + CodePage::NameOf(file) + ": Path/File access error");
+}
+
 /// Reads a file in order from a byte on.
 class ChunkReader {
 public:
@@ -29,7 +33,7 @@ public:
         : file_(file), stream_(file, std::ios::binary), buffer_(chunkSize) {
         stream_.seekg(static_cast<std::streamoff>(from));
         if (!stream_)
-            Fail();
+            FailReading(file_);
     }
 
     /// The next bytes, at most `most`; empty at the end.
@@ -37,15 +41,11 @@ public:
         stream_.read(buffer_.data(),
                      static_cast<std::streamsize>(std::min<std::uint64_t>(most, chunkSize)));
         if (stream_.bad())
-            Fail();
+            FailReading(file_);
         return {buffer_.data(), static_cast<std::size_t>(stream_.gcount())};
     }
 
 private:
-    [[noreturn]] void Fail() const {
-        throw RunTimeError("Reading " + CodePage::NameOf(file_) + ": Path/File access error");
-    }
-
     std::filesystem::path file_;
     std::ifstream stream_;
     std::vector<char> buffer_;
@@ -151,11 +151,12 @@ struct Transfer {
     /// call finds out what is missing.
     void Undo(std::uint64_t before, bool isNew) {
         try {
+            bool undone = true; // a medium that has gone may come back with a part of the copy
             if (isNew)
-                std::filesystem::remove(target);
+                undone = std::filesystem::remove(target);
             else
                 platform::Current().files.Truncate(target, before);
-            if (before == mark.targetLength)
+            if (undone && before == mark.targetLength)
                 WriteNote(files.note, {target, std::nullopt});
         } catch (const RunTimeError&) {
             return;
@@ -170,6 +171,9 @@ struct Transfer {
 RecordingContent ExamineRecording(const std::filesystem::path& temporaryFile, std::uint64_t limit) {
     RecordingContent content;
     std::ifstream stream(temporaryFile, std::ios::binary);
+    std::error_code unknown;
+    if (!stream && std::filesystem::exists(temporaryFile, unknown))
+        FailReading(temporaryFile);
     std::string line;
     std::string timeStamp;
     std::int32_t begun = 0;
@@ -189,6 +193,8 @@ RecordingContent ExamineRecording(const std::filesystem::path& temporaryFile, st
             content.lastTimeStamp = timeStamp;
         }
     }
+    if (stream.bad()) // what could not be read must not count as absent
+        FailReading(temporaryFile);
     if (content.lastTimeStamp.ends_with('\r'))
         content.lastTimeStamp.pop_back();
     return content;

@@ -15,7 +15,8 @@ struct RecordingContent {
     bool hasHeader = false;        ///< the file begins with a header, not with a record
 };
 
-/// Reads at most `limit` bytes. A file that is missing has no content.
+/// Reads at most `limit` bytes. A file that is missing has no content; one that cannot be read
+/// throws RunTimeError.
 RecordingContent ExamineRecording(const std::filesystem::path& temporaryFile,
                                   std::uint64_t limit = std::numeric_limits<std::uint64_t>::max());
 

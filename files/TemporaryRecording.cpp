@@ -58,15 +58,23 @@ bool TemporaryRecording::IsEmpty() const {
 void TemporaryRecording::Prepare(const std::filesystem::path& target) {
     if (notedTarget_ != target || notedTarget_.empty()) {
         notedTarget_.clear();
-        if (target.empty())
-            RemoveQuietly(files_.note);
-        else
-            WriteNote(files_.note, {target, std::nullopt});
+        NoteTarget(target);
         notedTarget_ = target;
     }
     std::error_code unreadable;
     if (!std::filesystem::exists(files_.temporary, unreadable))
         platform::Current().files.Replace(files_.temporary, {}); // readable by its user only
+}
+
+void TemporaryRecording::NoteTarget(const std::filesystem::path& target) {
+    if (target.empty()) {
+        RemoveQuietly(files_.note);
+        return;
+    }
+    // The mark of a flush into this target that failed halfway must stay.
+    const auto note = ReadNote(files_.note);
+    if (!note || note->target != target)
+        WriteNote(files_.note, {target, std::nullopt});
 }
 
 void TemporaryRecording::Flush(const std::filesystem::path& target) {

@@ -31,6 +31,7 @@ public:
 
 private:
     bool TryCreate(const std::filesystem::path& folder, const std::string& prefix);
+    void NoteTarget(const std::filesystem::path& target);
 
     RecordingFiles files_{{}};
     std::unique_ptr<platform::FileLock> lock_;

@@ -9,10 +9,10 @@
 #include "files/Recovery.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
+#include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
 #include "screens/Report/Report.h"
 #include "screens/controls/BusyPointer.h"
-#include "screens/controls/EntryText.h"
 #include "screens/controls/Placement.h"
 #include "screens/frmSplash/frmSplash.h"
 #include "settings/mWinInit.h"
@@ -134,8 +134,8 @@ void frmMain::Form_Load() {
 
     Mcommon::FitOntoScreen(*this);
     Mcommon::MoveOntoScreen(*this, mWinInit::WindowX, mWinInit::WindowY);
-    FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
     FileOpr::SetDataFolder();
+    FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
 }
 
 void frmMain::ShowLink() {
@@ -162,7 +162,9 @@ void frmMain::ShowCaption() {
 }
 
 bool frmMain::Busy() const {
-    return platform::Current().desktop.GetMousePointer() == platform::MousePointer::hourglass;
+    // The pointer may have been taken away meanwhile, by a report that was loaded.
+    return waiting_ ||
+           platform::Current().desktop.GetMousePointer() == platform::MousePointer::hourglass;
 }
 
 void frmMain::cmdPage_Click(int Index) {

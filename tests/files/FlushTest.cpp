@@ -163,4 +163,38 @@ TEST_F(Flush, A_file_that_is_gone_from_the_temporary_folder_is_made_anew) {
     EXPECT_EQ(NumbersIn(target), (Numbers{1}));
 }
 
+TEST_F(Flush, A_target_whose_header_finds_no_room_leaves_the_old_measurement) {
+    WriteBytes(target, "an old measurement");
+    fs::remove(temporary);
+    fs::create_directory(temporary); // nothing can be written there
+    EXPECT_THROW(FileOpr::BeginTarget(target), RunTimeError);
+    EXPECT_EQ(ReadBytes(target), "an old measurement");
+    EXPECT_TRUE(FileOpr::targetFile.empty());
+
+    fs::remove(temporary);
+    FileOpr::BeginTarget(target); // the same name again is no other program's
+    Record(1);
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), Numbers{1});
+}
+
+TEST_F(Flush, A_target_that_cannot_be_made_leaves_no_header_behind) {
+    EXPECT_THROW(FileOpr::BeginTarget(platform.folder.Path() / "gone" / "run.4ch"), RunTimeError);
+    EXPECT_FALSE(FileOpr::HasWaitingRecords());
+}
+
+TEST_F(Flush, A_part_that_a_failed_flush_has_left_in_the_target_is_not_written_twice) {
+    FileOpr::BeginTarget(target);
+    Record(1);
+    const std::string recorded = ReadBytes(temporary);
+    fs::create_directory(target); // the flush begins, fails and cannot be undone
+    EXPECT_THROW(FileOpr::FlushTempFile(), RunTimeError);
+    fs::remove(target);
+    WriteBytes(target, recorded.substr(0, recorded.size() / 2)); // what had been copied
+    Record(2);
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
+    EXPECT_TRUE(ReadBytes(target).starts_with(recorded));
+}
+
 } // namespace

@@ -317,4 +317,12 @@ TEST(RecordingNote, Other_bytes_are_no_note) {
     }
 }
 
+TEST_F(Recovery, A_recording_that_cannot_be_read_is_said_and_not_taken_for_empty) {
+    Begin();
+    Record(1, 2);
+    fs::remove(temporary);
+    fs::create_directory(temporary); // reading it fails
+    EXPECT_THROW(FileOpr::ExamineRecording(temporary), RunTimeError);
+}
+
 } // namespace
