@@ -86,8 +86,8 @@ namespace internal {
 void OpenWithTimeouts(std::int16_t portNumber) {
     PortOK = false;
     OpenPort(BitRate, portNumber);
-    PortOK = true;
     SetPortTimeouts();
+    PortOK = true;
 }
 
 } // namespace internal
@@ -233,8 +233,11 @@ void TestPort(std::int32_t bitRate, std::int16_t portNumber) {
     }
     BitRate = formerBitRate;
     PortNumber = formerPort;
-    if (wasOpen && !internal::PortIsOpen())
+    if (wasOpen && !internal::PortIsOpen()) {
+        const std::string result = StatusText(); // what the test was about
         ReopenPort(formerPort);
+        internal::SetStatus(result);
+    }
     PortOK = internal::PortIsOpen();
 }
 

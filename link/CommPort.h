@@ -137,6 +137,10 @@ void MSComm1_OnArrival();
 enum class LinkState { waiting, answered, failed };
 LinkState State();
 
+/// Whether the link has failed since reading began, even if a good frame has come since; false
+/// while the message about a bad frame is open. A screen then stops reading and says so.
+bool HasFailed();
+
 /// The text that stands in txtStatus.
 const std::string& StatusText();
 

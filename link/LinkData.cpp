@@ -37,6 +37,7 @@ void SetState(LinkState state) {
         Data().failedMeanwhile = true;
         return;
     }
+    Data().failedSinceBegin = Data().failedSinceBegin || state == LinkState::failed;
     if (std::exchange(Data().state, state) != state)
         TellObservers();
 }
@@ -60,6 +61,10 @@ void Fail(const std::string& reason) {
 
 LinkState State() {
     return internal::Data().state;
+}
+
+bool HasFailed() {
+    return internal::Data().failedSinceBegin && !internal::Data().messageOpen;
 }
 
 const std::string& StatusText() {

@@ -15,6 +15,7 @@ struct LinkData {
     bool waiting = false;         ///< ReceiveFrame waits for 48 bytes
     bool messageOpen = false;     ///< the message about a bad frame waits for its answer
     bool failedMeanwhile = false; ///< the link has failed while the message was open
+    bool failedSinceBegin = false;
     /// Bytes up to the next EOT belong to a frame whose start was lost.
     bool outOfStep = false;
     unsigned session = 0; ///< counts the starts of reading

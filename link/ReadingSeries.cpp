@@ -77,15 +77,12 @@ ReadingSeries::Tick ReadingSeries::OnTimer(std::span<float, cyclePositions> aver
     if (!running_ || atWork_)
         return Tick::nothing;
     const AtWork atWork(atWork_);
-    switch (CommPort::State()) {
-    case CommPort::LinkState::waiting:
-        return Tick::nothing;
-    case CommPort::LinkState::failed:
+    if (CommPort::HasFailed()) {
         Stop();
         return Tick::failed;
-    case CommPort::LinkState::answered:
-        break;
     }
+    if (CommPort::State() != CommPort::LinkState::answered)
+        return Tick::nothing;
     DataAcq::ReadChannels(averages);
     // Events ran meanwhile: the user may have stopped, started again or changed the number.
     if (waitingAverageCount_)

@@ -313,7 +313,7 @@ void MSComm1_OnArrival() {
 
 void BeginReading() {
     ++Data().session;
-    Data().failedMeanwhile = false;
+    Data().failedMeanwhile = Data().failedSinceBegin = false;
     Data().reading = true;
     internal::SetState(LinkState::waiting);
     try {

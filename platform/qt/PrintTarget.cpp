@@ -45,7 +45,7 @@ PrintTarget::PrintTarget(QPrinter& printer) : printer_(printer), file_(printer.o
     if (info.isNull())
         throw RunTimeError("no printer is set up");
     if (info.state() == QPrinter::Error)
-        throw RunTimeError("the printer " + info.printerName().toStdString() + " is stopped");
+        throw RunTimeError("the printer " + Text::ForMessage(info.printerName()) + " is stopped");
 }
 
 PrintTarget::~PrintTarget() {
@@ -59,17 +59,18 @@ void PrintTarget::Finish() {
     if (!IsFile()) {
         const QString error = QueueError();
         if (!error.isEmpty())
-            throw RunTimeError(printer_.printerName().toStdString() + ": " + error.toStdString());
+            throw RunTimeError(Text::ForMessage(printer_.printerName() + ": " + error));
         return;
     }
-    const std::string name = QFileInfo(file_).fileName().toStdString();
+    const std::string name = Text::ForMessage(QFileInfo(file_).fileName());
     if (!IsWholePdf(partial_))
         throw RunTimeError("writing " + name +
                            ": the file could not be written whole (disk full?)");
     std::error_code failed;
     std::filesystem::rename(Text::ToPath(partial_), Text::ToPath(file_), failed);
     if (failed)
-        throw RunTimeError("writing " + name + ": " + failed.message());
+        throw RunTimeError("writing " + name + ": " +
+                           Text::ForMessage(QString::fromLocal8Bit(failed.message())));
 }
 
 } // namespace platform

@@ -16,7 +16,7 @@ namespace {
 
 void Start(const QString& program, const QStringList& arguments) {
     if (!QProcess::startDetached(program, arguments))
-        throw RunTimeError("Starting " + QFileInfo(program).fileName().toStdString() +
+        throw RunTimeError("Starting " + Text::ForMessage(QFileInfo(program).fileName()) +
                            ": the program did not start");
 }
 
@@ -40,8 +40,8 @@ void QtDesktop::ShowHelpText(const std::filesystem::path& helpFile) {
     const QString name = Text::FromPath(helpFile);
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly))
-        throw RunTimeError("Opening the help text " + QFileInfo(name).fileName().toStdString() +
-                           ": " + file.errorString().toStdString());
+        throw RunTimeError("Opening the help text " + Text::ForMessage(QFileInfo(name).fileName() +
+                                                                       ": " + file.errorString()));
     const QString editor = TextEditor();
     if (editor.isEmpty())
         ShowHelpWindow(QFileInfo(name).fileName(), QString::fromUtf8(file.readAll()));

@@ -1,10 +1,12 @@
 #include "platform/qt/QtDialogs.h"
 
+#include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
 
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 
 namespace platform {
@@ -117,7 +119,8 @@ std::string QtDialogs::AskText(const std::string& prompt, const std::string& tit
     QInputDialog box(QApplication::activeWindow());
     box.setWindowTitle(Text::ToQt(title));
     box.setLabelText(Text::ToQt(prompt));
-    box.setTextValue(Text::ToQt(proposal));
+    box.setTextValue(Text::ToQt(proposal)); // makes the entry box
+    AcceptCodePageOnly(*box.findChild<QLineEdit*>());
     return box.exec() == QDialog::Accepted ? Text::FromQt(box.textValue()) : std::string();
 }
 

@@ -1,9 +1,9 @@
 #include "platform/qt/QtSerialControl.h"
 
-#include "app/CodePage.h"
 #include "app/RunTimeError.h"
 #include "platform/Platform.h"
 #include "platform/System.h"
+#include "platform/qt/Text.h"
 
 #include <QFileInfo>
 #include <QMetaObject>
@@ -19,16 +19,6 @@ constexpr std::string_view lineFormat = ",N,8,1";
 /// A number on one system, a pointer on the other; this cast serves both.
 std::intptr_t HandleOf(const QSerialPort& port) {
     return std::intptr_t(port.handle());
-}
-
-/// The core's text of a file name or system message; a character that the code page lacks is
-/// shown by its place only.
-std::string CoreText(const QString& text) {
-    std::string result;
-    for (const QChar character : text)
-        result.push_back(
-            static_cast<char>(CodePage::FromUnicode(character.unicode()).value_or('?')));
-    return result;
 }
 
 } // namespace
@@ -64,17 +54,18 @@ void QtSerialControl::Open() {
     const auto resolved = QFileInfo(QString::fromStdString(named)).canonicalFilePath();
     const auto device = resolved.isEmpty() ? QString::fromStdString(named) : resolved;
     if (const auto reason = WhyDeviceCannotOpen(device.toStdString()); !reason.empty())
-        RefuseOpening(CoreText(QString::fromStdString(reason)));
+        RefuseOpening(Text::ForMessage(QString::fromStdString(reason)));
     ApplySettings();
     port_.setPortName(device);
     if (!port_.open(QIODevice::ReadWrite)) {
         RefuseOpening(port_.error() == QSerialPort::PermissionError
-                          ? CoreText(device) + " is in use by another program"
-                          : CoreText(device) + ": " + CoreText(port_.errorString()));
+                          ? Text::ForMessage(device) + " is in use by another program"
+                          : Text::ForMessage(device) + ": " +
+                                Text::ForMessage(port_.errorString()));
     }
     claim_ = ClaimDevice(HandleOf(port_));
     if (!claim_)
-        RefuseOpening(CoreText(device) + " is in use by another program");
+        RefuseOpening(Text::ForMessage(device) + " is in use by another program");
     port_.clear();
     lost_ = false;
     ++opening_;
@@ -146,7 +137,7 @@ void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
     port_.flush();
     if (!written || lost_)
         throw RunTimeError("Writing to " + PortName() + ": " +
-                           (lost_ ? "the port has gone" : CoreText(port_.errorString())));
+                           (lost_ ? "the port has gone" : Text::ForMessage(port_.errorString())));
 }
 
 void QtSerialControl::SetCommTimeouts(const CommTimeouts& timeouts) {

@@ -28,6 +28,15 @@ std::string FromQt(const QString& text) {
     return result;
 }
 
+std::string ForMessage(const QString& text) {
+    std::string result;
+    result.reserve(static_cast<std::size_t>(text.size()));
+    for (const QChar character : text)
+        result.push_back(
+            static_cast<char>(CodePage::FromUnicode(character.unicode()).value_or('?')));
+    return result;
+}
+
 QString FromPath(const std::filesystem::path& path) {
     return QString::fromStdU16String(path.u16string());
 }

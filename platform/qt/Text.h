@@ -15,6 +15,9 @@ QString ToQt(std::string_view text);
 /// silently turned into another text.
 std::string FromQt(const QString& text);
 
+/// The same for a message about a name or a system's text: "?" stands for what the code page lacks.
+std::string ForMessage(const QString& text);
+
 QString FromPath(const std::filesystem::path& path);
 std::filesystem::path ToPath(const QString& text);
 

@@ -6,6 +6,7 @@
 #include "app/NumberText.h"
 #include "chem/CalibrationInstructions.h"
 #include "chem/CalibrationSummary.h"
+#include "chem/Measure.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/CalibrationTexts.h"
@@ -310,6 +311,7 @@ void SimultCalib::StartSession(const std::string& electrode, int firstChannel) {
     Select(*cboUnits, cboUnits->findData(static_cast<int>(session_.Unit())));
     cboUnits->setVisible(!isPH);
     ui_->lblUnits->setVisible(!isPH);
+    Measure::IsPHMode = isPH;
     lblInfo(standardsHeading).setText(Text::ToQt(StandardEntry::ColumnHeading(isPH)));
     for (const auto& [point, entry] : txtDat)
         entry->clear();

@@ -4,15 +4,16 @@
 #include "app/NumberText.h"
 #include "link/DataAcq.h"
 #include "platform/Platform.h"
+#include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/CalibrationTexts.h"
 #include "screens/controls/Colours.h"
-#include "screens/controls/EntryText.h"
 #include "screens/controls/Placement.h"
 #include "settings/mWinInit.h"
 
 #include <QEvent>
 #include <QKeyEvent>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
@@ -203,10 +204,14 @@ void CalibrationForm::ChangeUnit(const std::string& electrode, float molarMass_g
                               okOnly, exclamation);
         return;
     }
-    std::vector<QString> texts; // all or none: a conversion that fails leaves every field
+    // All or none: a conversion that fails leaves every field, and the list shows its unit again.
+    auto unchanged = qScopeGuard(
+        [&] { Select(*cboUnits, cboUnits->findData(static_cast<int>(session_.Unit()))); });
+    std::vector<QString> texts;
     for (const QLineEdit* entry : entries_)
         texts.push_back(Text::ToQt(
             StandardEntry::Converted(Text::FromQt(entry->text()), unit, molarMass_g_per_mol)));
+    unchanged.dismiss();
     session_.SetUnit(unit);
     for (std::size_t i = 0; i < texts.size(); ++i)
         entries_[i]->setText(texts[i]);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QObject>
+
 #include <functional>
 #include <string>
 
@@ -12,6 +14,13 @@ public:
 
     void operator()(const std::string& location, const std::function<void()>& handler) const;
 
+    /// The same for what runs within another handler that must not wait for an answer: the box
+    /// comes when that handler has ended, on behalf of `form`, and one at a time.
+    void Within(QObject& form, const std::string& location, const std::function<void()>& handler);
+
 private:
+    void Tell(const std::string& description, const std::string& location) const;
+
+    bool telling_ = false;
     std::string messagePrefix_;
 };

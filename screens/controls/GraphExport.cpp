@@ -1,6 +1,7 @@
 #include "screens/controls/GraphExport.h"
 
 #include "app/RunTimeError.h"
+#include "platform/qt/Text.h"
 #include "screens/controls/GraphControl.h"
 
 #include <QFileInfo>
@@ -51,9 +52,7 @@ void DrawPdf(GraphControl& graph, QIODevice& file) {
 void ExportGraph(GraphControl& graph, const QString& fileName) {
     const QFileInfo info(fileName);
     const auto fail = [&info](const QString& reason) {
-        // A message only: a character that the code page lacks shows as "?".
-        throw RunTimeError("Writing " + info.fileName().toLatin1().toStdString() + ": " +
-                           reason.toLatin1().toStdString());
+        throw RunTimeError("Writing " + Text::ForMessage(info.fileName() + ": " + reason));
     };
     const QString kind = info.suffix().toLower();
     if (kind != "png" && kind != "svg" && kind != "pdf")

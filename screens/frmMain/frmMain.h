@@ -164,4 +164,5 @@ private:
     QPointer<QWidget> calibration_;
     QPointer<Report> report_;
     std::filesystem::path reportFile_; ///< what the report shows
+    bool openingReport_ = false;
 };

@@ -3,10 +3,10 @@
 #include "link/CommPort.h"
 #include "link/DataAcq.h"
 #include "platform/Platform.h"
+#include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/BusyPointer.h"
 #include "screens/controls/Colours.h"
-#include "screens/controls/EntryText.h"
 #include "screens/frmMain/frmMain.h"
 #include "settings/mWinInit.h"
 #include "ui_frmMain.h"
@@ -164,16 +164,10 @@ void frmMain::tmrRead_Timer() {
     readTickAtWork_ = true;
     const auto done = qScopeGuard([this] { readTickAtWork_ = false; });
     BlinkTitle(!titleRed_);
-    switch (CommPort::State()) {
-    case CommPort::LinkState::waiting:
-        break;
-    case CommPort::LinkState::answered:
-        ReadAndShow();
-        break;
-    case CommPort::LinkState::failed:
+    if (CommPort::HasFailed())
         ReadingFailed();
-        break;
-    }
+    else if (CommPort::State() == CommPort::LinkState::answered)
+        ReadAndShow();
 }
 
 void frmMain::BlinkTitle(bool red) {

@@ -10,6 +10,8 @@
 #include "ui_frmMain.h"
 
 #include <QScopeGuard>
+#include <QScopedValueRollback>
+#include <QTimer>
 
 namespace {
 
@@ -30,8 +32,8 @@ void frmMain::tmrTime_Timer() {
     if (!recording_.IsAutomaticOn())
         return;
     const auto ended = qScopeGuard([this] { ShowRunState(); });
-    const bool connected =
-        reading_ && valuesShown_ && CommPort::State() == CommPort::LinkState::answered;
+    const bool connected = reading_ && valuesShown_ && !CommPort::HasFailed() &&
+                           CommPort::State() == CommPort::LinkState::answered;
     ShowOutcome(recording_.Tick(connected, [this] { return EntryToRecord(); }));
 }
 
@@ -81,9 +83,11 @@ void frmMain::ShowOutcome(const Recording::Outcome& outcome) {
         ui_->lblRec->setText(QString::number(recording_.Counter()));
         ui_->txtComment->clear();
     }
+    // After the tick that recorded: the run must not wait for the answer.
     if (!outcome.warning.empty())
-        Mcommon::MessageBoxEx(outcome.warning, platform::style::okOnly,
-                              platform::style::exclamation);
+        QTimer::singleShot(0, this, [warning = outcome.warning] {
+            Mcommon::MessageBoxEx(warning, platform::style::okOnly, platform::style::exclamation);
+        });
 }
 
 /// Brings the run button, and what must not be touched during an automatic run, to the state of
@@ -116,6 +120,7 @@ void frmMain::ShowLiveReport() {
         return;
     // A target that cannot be completed now is shown as it is, after the reason.
     guard_("frmMain - ShowLiveReport", [this] { recording_.ReportOpened(); });
+    const QScopedValueRollback opening(openingReport_, true);
     report_->ViewFile(target);
 }
 
@@ -123,6 +128,6 @@ void frmMain::ReportShows(const std::filesystem::path& file) {
     reportFile_ = file;
     if (file.empty() || file != FileOpr::targetFile)
         recording_.ReportClosed();
-    else
+    else if (!openingReport_) // else that has been tried already
         recording_.ReportOpened();
 }

@@ -5,16 +5,18 @@
 #include "chem/Measure.h"
 #include "files/FileOpr.h"
 #include "platform/Platform.h"
+#include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
 #include "screens/SimultCalib/SimultCalib.h"
 #include "screens/controls/BusyPointer.h"
-#include "screens/controls/EntryText.h"
+#include "screens/controls/WheelFilter.h"
 #include "screens/frmCalib/frmCalib.h"
 #include "screens/frmMain/frmMain.h"
 #include "settings/SetupEntries.h"
 #include "settings/mWinInit.h"
 #include "ui_frmMain.h"
 
+#include <QShortcut>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -68,6 +70,10 @@ void frmMain::FillLists() {
 void frmMain::PrepareSetupPage() {
     for (const int index : {0, 1, 2, 3})
         AcceptCodePageOnly(txtEntry(index));
+    TakeWheelOnlyWithFocus(*ui_->scrSetup);
+    // A mnemonic in the frame's title would go to the box of the frame that had the focus last.
+    auto* toProject = new QShortcut(Qt::ALT | Qt::Key_D, ui_->scrSetup);
+    connect(toProject, &QShortcut::activated, this, [this] { Form_KeyDown(Qt::Key_D); });
     txtEntry(2).installEventFilter(this);
     txtEntry(3).installEventFilter(this);
     for (int i = 0; i < mWinInit::maxChannels; ++i) {
@@ -107,7 +113,7 @@ void frmMain::ShowSetup() {
     ShowExperimentDate();
     for (int i = 0; i < mWinInit::maxChannels; ++i) {
         ShowChannel(i);
-        chkSelect(i).setChecked(i < ChannelCount() && cboEntry(i).currentIndex() >= 0 &&
+        chkSelect(i).setChecked(i < ChannelCount() &&
                                 cboEntry(i).currentIndex() != Electrode::noneIndex);
     }
 }

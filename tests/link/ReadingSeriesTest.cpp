@@ -145,3 +145,18 @@ TEST_F(Series, Its_end_of_life_ends_the_reading) {
     EXPECT_FALSE(DataAcq::ReadingEnabled);
     EXPECT_FALSE(Hourglass());
 }
+
+TEST_F(Series, A_failure_between_two_ticks_ends_the_series_though_a_good_frame_has_followed) {
+    series.Start(2);
+    FrameArrives(100);
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    link.IntervalTicks();
+    link.TimeoutTicks();
+    link.IntervalTicks();
+    FrameArrives(100);
+    EXPECT_EQ(CommPort::State(), CommPort::LinkState::answered);
+    EXPECT_TRUE(CommPort::HasFailed());
+    EXPECT_EQ(series.OnTimer(averages), Tick::failed);
+    series.Start(2);
+    EXPECT_FALSE(CommPort::HasFailed());
+}

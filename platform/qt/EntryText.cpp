@@ -1,4 +1,4 @@
-#include "screens/controls/EntryText.h"
+#include "platform/qt/EntryText.h"
 
 #include "app/CodePage.h"
 
