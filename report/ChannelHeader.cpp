@@ -19,15 +19,10 @@ constexpr std::string_view projectMark = "Project Name: ";
 constexpr int longestHead = 200; // lines; a foreign file may be all header
 constexpr int longestRecord = 16;
 
-bool IsValue(std::string_view cell) {
-    const std::string text = Mcommon::TrimControl(cell);
-    return !text.empty() && text != "NA" && text != "N/A";
-}
-
 void TakeInferredRow(FileOpr::Quantity quantity, const MeasurementLines::Cells& cells) {
     channelCount = std::max(channelCount, static_cast<std::int16_t>(cells.count));
     for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
-        if (!IsValue(cells.cell[i]))
+        if (MeasurementLines::IsMissing(Mcommon::TrimControl(cells.cell[i])))
             continue;
         switch (quantity) {
         case FileOpr::Quantity::mV:
@@ -85,7 +80,7 @@ void ChannelHeader::TakeCells(std::string_view line) {
     }
     for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
         const std::string cell = Mcommon::TrimControl(cells.cell[i]);
-        if (electrodes && cell == Electrode::noneName)
+        if (cell == Electrode::noneName)
             ++unusedChannels_;
         TakeCell(i, cell);
     }

@@ -149,7 +149,7 @@ private:
         const auto found = MeasurementLines::SplitCells(line);
         for (std::size_t i = 0; i < static_cast<std::size_t>(found.count); ++i) {
             std::string cell = Mcommon::TrimControl(found.cell[i]);
-            if (cell == "NA" || cell == "N/A")
+            if (MeasurementLines::IsMissing(cell))
                 cell.clear();
             cells_[quantity][i] = std::move(cell);
         }

@@ -117,8 +117,9 @@ Place PlaceOf(const Span& span) {
         place.first = FirstOfBlock(place.end);
         place.leading = std::max(place.offset + 1 - place.first, 0);
     } else {
-        place.first = static_cast<std::int32_t>(std::max<std::int64_t>(
-            std::int64_t{place.end} - span.numPoints + 1, std::int64_t{place.offset} + 1));
+        place.first = static_cast<std::int32_t>(
+            std::clamp<std::int64_t>(end - span.numPoints + 1, std::int64_t{place.offset} + 1,
+                                     std::numeric_limits<std::int32_t>::max()));
     }
     return place;
 }
@@ -153,7 +154,7 @@ std::int16_t TickEvery(std::int32_t numPoints) {
 
 std::optional<double> CellValue(std::string_view cell) {
     const std::string text = Mcommon::TrimControl(cell);
-    if (text.empty() || text == "NA" || text == "N/A")
+    if (MeasurementLines::IsMissing(text))
         return std::nullopt;
     return NumberText::Leading(text);
 }
@@ -221,7 +222,7 @@ DrawnSpan DrawSpan(ReportGraph& graph, const ReportGraph& formGraph, const Span&
     graph.SetTickEvery(TickEvery(asked));
 
     const Place place = PlaceOf(bounded);
-    const std::int32_t capacity = autoUpdate ? spanLength : asked;
+    const std::int32_t capacity = span.fromLive ? spanLength : asked;
     const std::int32_t filled = WalkSpan(graph, bounded, place, capacity);
     if (NeedsFillers(bounded, filled)) {
         const std::int16_t points =

@@ -42,10 +42,20 @@ bool FileBegunAnew() {
     return !unknown && size < pages.NextOffset();
 }
 
+namespace {
+/// The last record number of the pages before; 0 where there is none.
+std::int32_t LastRecordBefore(int pageIndex) {
+    while (--pageIndex >= 0)
+        if (const auto range = pages.Records(pageIndex))
+            return range->last;
+    return 0;
+}
+} // namespace
+
 std::int32_t PageRecordRange(int pageIndex, std::int32_t& lastRecord) {
     const auto range = pages.Records(pageIndex);
     lastRecord = range ? range->last : 0;
-    pageFirstRecordOffset = range ? std::max(range->first - 1, 0) : 0;
+    pageFirstRecordOffset = range ? std::max(range->first - 1, 0) : LastRecordBefore(pageIndex);
     // Numbers from elsewhere may run backwards or far apart.
     const std::int64_t count =
         range ? std::int64_t{range->last} - pageFirstRecordOffset : std::int64_t{0};

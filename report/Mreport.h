@@ -72,7 +72,7 @@ bool IsLiveFile(const std::filesystem::path& file);
 bool FileBegunAnew();
 
 /// Sets recordsInPage (which is also the result) and pageFirstRecordOffset for the page and gives
-/// its last record number; all 0 for a page without records.
+/// its last record number; 0 records behind those of the pages before for a page without records.
 std::int32_t PageRecordRange(int pageIndex, std::int32_t& lastRecord);
 
 /// Sets linesPerRecord from page 0: all lines of a record, its separator included.

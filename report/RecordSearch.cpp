@@ -116,7 +116,10 @@ void RecordSearch::KeepRow(FileOpr::Quantity unit, std::string_view valueLine) {
             if (KindGives(channelKind[channel], unit))
                 values_[channel][static_cast<std::size_t>(unit)] = cell;
         } else if (sensor >= 1 && sensor <= sensorCount) {
-            temperatures_[static_cast<std::size_t>(sensor - 1)] = cell;
+            std::string& kept = temperatures_[static_cast<std::size_t>(sensor - 1)];
+            if (kept.empty() ||
+                !MeasurementLines::IsMissing(cell)) // an idle channel may share the sensor
+                kept = cell;
         }
     }
 }
@@ -126,7 +129,7 @@ std::string RecordSearch::ValueText(int entryIndex, FileOpr::Quantity unit) cons
         entryIndex >= maxChannels
             ? temperatures_.at(static_cast<std::size_t>(entryIndex - maxChannels))
             : values_.at(static_cast<std::size_t>(entryIndex))[static_cast<std::size_t>(unit)];
-    if (text == "NA" || text == "N/A") // a missing value is not 0
+    if (!text.empty() && MeasurementLines::IsMissing(text)) // a missing value is not 0
         return "NA";
     const auto value = static_cast<float>(NumberText::Leading(text));
     return NumberText::Format(value, PatternOf(unit)) + " " + UnitText(unit);

@@ -82,7 +82,8 @@ void ReportLoader::ViewSource(const std::filesystem::path& fileName,
     view_.ResetPages();
     view_.Graph().SetNumSets(GetChanInfo());
     FillList(true);
-    if (viewingLiveFile && !stopRequested_) // what was recorded during the load
+    restUnread_ = stopRequested_;
+    if (viewingLiveFile && !restUnread_) // what was recorded during the load
         CatchUp();
 }
 
@@ -248,8 +249,9 @@ void ReportLoader::ResetScroll(bool setValue) {
 }
 
 void ReportLoader::Redraw(std::int32_t endRecord) {
-    // The live graph grows with its first 50 records and then keeps its width.
-    const std::int32_t span = std::clamp(recordsInPage, 0, spanLength);
+    // The live graph grows with the file's first 50 records and then keeps its width.
+    const std::int32_t records = autoUpdate ? recordsInPage + pageFirstRecordOffset : recordsInPage;
+    const std::int32_t span = std::clamp(records, 0, spanLength);
     view_.GraphDrawn(UpdateGraph(view_.Graph(), endRecord, span, autoUpdate).firstRecord);
 }
 
@@ -269,9 +271,10 @@ void ReportLoader::SetAutoUpdate(bool on) {
         return;
     autoUpdate = on;
     if (on) {
+        if (restUnread_)
+            ReadRest();
         CatchUp();
-        graphPageIndex = shownPageIndex = lastPageIndex;
-        view_.SelectShownPage();
+        FollowNewestPage();
     }
     std::int32_t lastRecord = 0;
     PageRecordRange(graphPageIndex, lastRecord);
@@ -285,36 +288,52 @@ void ReportLoader::UpdateList() {
                               platform::style::information);
         return;
     }
-    {
-        const Running running(*this);
-        reloadInProgress = true;
-        view_.ShowStatus("Please be patient, loading data...");
-        view_.ShowStatus("Loading...");
-        FillList(false);
-        Redraw(view_.ScrollValue());
-        view_.ShowStatus(std::string(readyText));
-    }
+    ReadRest();
+    Redraw(view_.ScrollValue());
     Mcommon::MessageBoxEx("The list has been updated.", platform::style::okOnly,
                           platform::style::information);
 }
 
-/// Takes what has been written to the file since it was read.
+/// Reads from where the last load ended, letting events run.
+void ReportLoader::ReadRest() {
+    const Running running(*this);
+    reloadInProgress = true;
+    view_.ShowStatus("Please be patient, loading data...");
+    view_.ShowStatus("Loading...");
+    FillList(false);
+    restUnread_ = false;
+    view_.ShowStatus(std::string(readyText));
+}
+
+/// Takes the few records that have been written to the file since it was read, in one go.
 void ReportLoader::CatchUp() {
+    workingLines_ = std::max<std::size_t>(pages.LineCount(lastPageIndex), 1) - 1;
     LineScanner scanner = MakeScanner();
     ScannedLine line;
-    bool added = false;
     while (scanner.Next(line)) {
+        if (MeasurementLines::IsSeparator(line.text) && !TakeSeparator(scanner, line, false))
+            break;
         AddLine(line);
-        added = true;
+        ++workingLines_;
     }
-    if (added)
-        view_.LinesAdded();
+    view_.LinesAdded();
+}
+
+void ReportLoader::FollowNewestPage() {
+    graphPageIndex = shownPageIndex = lastPageIndex;
+    view_.SelectShownPage();
 }
 
 void ReportLoader::LiveRecord(std::int32_t record, const std::array<float, maxChannels>& values) {
-    if (!idle_ || !viewingLiveFile) // a running load reads the record itself
+    if (!idle_ || !viewingLiveFile || restUnread_) // a load reads the record itself
         return;
+    const std::int16_t newestPage = lastPageIndex;
     CatchUp();
+    if (autoUpdate && lastPageIndex != newestPage) {
+        FollowNewestPage();
+        std::int32_t lastRecord = 0;
+        PageRecordRange(graphPageIndex, lastRecord);
+    }
     if (linesPerRecord == 0)
         CountLinesPerRecord();
     if (autoUpdate) {

@@ -65,6 +65,8 @@ private:
     void DrawFirst();
     void ResetScroll(bool setValue);
     void CatchUp();
+    void ReadRest();
+    void FollowNewestPage();
     void ContinueWhenFull(std::int32_t record);
     LineScanner MakeScanner();
 
@@ -72,6 +74,7 @@ private:
     bool stopRequested_ = false;
     bool idle_ = true;
     bool graphDrawn_ = false;
+    bool restUnread_ = false; ///< ESC has ended the load; what is recorded since does not follow on
     std::int32_t recordsRead_ = 0;
     std::uint64_t bytesRead_ = 0;
     std::uint64_t fileLength_ = 0;

@@ -4,7 +4,7 @@
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
 #include "report/GraphSpan.h"
-#include "report/PrintLayout.h"
+#include "report/PrintJob.h"
 #include "report/RecentFiles.h"
 #include "screens/controls/ControlArray.h"
 #include "screens/controls/LineListView.h"
@@ -101,6 +101,8 @@ void Report::ViewFile(const std::filesystem::path& fileName) {
 void Report::OpenFile(const std::filesystem::path& fileName) {
     if (Refuse(Mreport::busyText))
         return;
+    if (search_)
+        search_->Forget();
     loader_.ViewFile(fileName);
     FollowLive();
     AllowMenus();
@@ -115,7 +117,7 @@ void Report::FollowLive() {
     }
     FileOpr::LiveReport live;
     live.addRecord = [this](std::int32_t record, const auto& values) {
-        guard_("DynUpdate", [this, record, &values] { LiveRecord(record, values); });
+        guard_.Within(*this, "DynUpdate", [this, record, &values] { LiveRecord(record, values); });
     };
     live.quantity = [] { return Mreport::unitCode; };
     FileOpr::SetLiveReport(std::move(live));
@@ -261,8 +263,7 @@ LineListView* Report::AddList() {
 
 void Report::ShowHead(const std::string& headerLines) {
     ui_->txtHead->setPlainText(Text::ToQt(headerLines));
-    ui_->graReport->SetGraphTitle(Mreport::PrintTitle(Mreport::channelCount, Mreport::projectName,
-                                                      Mreport::PrintKind::graph));
+    ui_->graReport->SetGraphTitle(Mreport::ReportTitle(Mreport::PrintKind::graph));
 }
 
 void Report::ShowStatus(const std::string& text) {

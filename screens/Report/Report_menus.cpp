@@ -112,7 +112,9 @@ void Report::mnuRecent_Show() {
 
 void Report::mnuRecent_Click(const std::filesystem::path& file) {
     guard_("Report - mnuFileItem", [this, &file] {
-        if (!Refuse(Mreport::busyText) && !Mcommon::FileExists(file))
+        if (Refuse(Mreport::busyText))
+            return;
+        if (!Mcommon::FileExists(file))
             RecentFiles::Remove(file);
         OpenFile(file);
     });
@@ -212,11 +214,11 @@ void Report::GoTo(int page, int line) {
 }
 
 void Report::mnuUpdateItem_Click(int Index) {
-    if (Index == updateAutomatic)
-        loader_.SetAutoUpdate(ui_->mnuUpdateItem_1->isChecked());
-    else
+    const auto shown = qScopeGuard([this] { AllowMenus(); }); // the check mark as it is now
+    if (Index != updateAutomatic)
         loader_.UpdateList();
-    AllowMenus();
+    else if (!Refuse(Mreport::loadingText))
+        loader_.SetAutoUpdate(ui_->mnuUpdateItem_1->isChecked());
 }
 
 void Report::mnuHelp_Click() {

@@ -6,6 +6,8 @@
 #include "report/ReportGraph.h"
 #include "ui_frmCommon.h"
 
+#include <QScopeGuard>
+
 #include <array>
 
 namespace {
@@ -89,14 +91,16 @@ void frmCommon::AcceptSelection() {
     selection_.Accept();
     graph_.SetNumSets(selection_.CheckedCount());
     graph_.SetLeftTitle(selection_.UnitName());
-    cmdBtn(acceptButton).setEnabled(false);
-    ui_->Label1->setText(busyCycle[0]);
-    Timer1.start();
+    ShowBusy(true);
+    const auto ready = qScopeGuard([this] { ShowBusy(false); });
     Redraw();
-    Timer1.stop();
-    ui_->Label1->clear();
-    cmdBtn(acceptButton).setEnabled(true);
     accept();
+}
+
+void frmCommon::ShowBusy(bool busy) {
+    cmdBtn(acceptButton).setEnabled(!busy);
+    ui_->Label1->setText(busy ? busyCycle[0] : "");
+    busy ? Timer1.start() : Timer1.stop();
 }
 
 void frmCommon::Timer1_Timer() {

@@ -41,6 +41,7 @@ private:
     void Timer1_Timer();
     void ShowBoxes();
     void AcceptSelection();
+    void ShowBusy(bool busy);
 
     EventGuard guard_{"Unexpected error - "};
     std::unique_ptr<Ui::frmCommon> ui_;

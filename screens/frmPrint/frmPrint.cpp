@@ -2,6 +2,7 @@
 
 #include "app/Mcommon.h"
 #include "platform/Dialogs.h"
+#include "platform/qt/EntryText.h"
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/Text.h"
 #include "report/GraphSpan.h"
@@ -10,6 +11,8 @@
 #include "ui_frmPrint.h"
 
 #include <QScopeGuard>
+
+#include <algorithm>
 
 namespace {
 
@@ -31,6 +34,8 @@ frmPrint::frmPrint(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::
     connect(ui_->cmdPrint, &QPushButton::clicked, this,
             [this] { guard_("frmPrint - cmdPrint", [this] { cmdPrint_Click(); }); });
     connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+    for (const auto& [index, box] : txtRange)
+        AcceptCodePageOnly(*box);
     // Who types a number means a range.
     txtRange.Connect(*this, &QLineEdit::textEdited,
                      [this](int) { optRange(someRecords).setChecked(true); });
@@ -53,9 +58,9 @@ int frmPrint::ChosenPage() const {
 }
 
 void frmPrint::cboList_Click() {
-    const Mreport::RecordRange records = Mreport::RecordsOfPage(ChosenPage());
-    lblRange(firstBox).setText(QString::number(records.first));
-    lblRange(lastBox).setText(QString::number(records.last));
+    listed_ = Mreport::RecordsOfPage(ChosenPage());
+    lblRange(firstBox).setText(QString::number(listed_.first));
+    lblRange(lastBox).setText(QString::number(listed_.last));
 }
 
 void frmPrint::cmdPrint_Click() {
@@ -78,13 +83,12 @@ void frmPrint::cmdPrint_Click() {
 }
 
 std::optional<Mreport::RecordRange> frmPrint::ChosenRange() {
-    const Mreport::RecordRange page = Mreport::RecordsOfPage(ChosenPage());
-    Mreport::RecordRange range = page;
+    Mreport::RecordRange range = listed_;
     if (optRange(someRecords).isChecked())
         range = {Mreport::TypedRecordNumber(Text::FromQt(txtRange(firstBox).text())),
                  Mreport::TypedRecordNumber(Text::FromQt(txtRange(lastBox).text()))};
-    if (const std::string_view message = Mreport::RefuseRange(range, page); !message.empty()) {
-        const bool firstFits = range.first >= page.first && range.first <= page.last;
+    if (const std::string_view message = Mreport::RefuseRange(range, listed_); !message.empty()) {
+        const bool firstFits = range.first >= listed_.first && range.first <= listed_.last;
         Refuse(message, firstFits && range.first != 0 ? lastBox : firstBox);
         return std::nullopt;
     }
@@ -119,7 +123,7 @@ platform::PrintOutcome frmPrint::PrintGraph(Mreport::RecordRange range) {
     graph.SetGraphTitle(Mreport::ReportTitle(Mreport::PrintKind::graph));
     Mreport::Span span;
     span.page = ChosenPage();
-    span.endRecord = range.last - Mreport::RecordsOfPage(span.page).first + 1;
+    span.endRecord = range.last - std::max(listed_.first - 1, 0);
     span.numPoints = static_cast<std::int32_t>(range.Count());
     Mreport::DrawSpan(graph, graph, span);
     const auto asOnScreen = qScopeGuard([&graph] { graph.SetNumPoints(Mreport::spanLength); });

@@ -47,5 +47,7 @@ private:
     ControlArray<QRadioButton> optRange;
     ControlArray<QLineEdit> txtRange;
     ControlArray<QLabel> lblRange;
+    Mreport::RecordRange
+        listed_; ///< of the chosen list, as lblRange shows it; a live file grows on
     int shownPercent_ = -1;
 };

@@ -82,6 +82,12 @@ void frmSrch::ShowNotFound() {
     ui_->lblStatus->setText("Not Found");
     ui_->txtComment->clear();
     ui_->lblRtn->clear();
+    AllowChoice(false);
+}
+
+void frmSrch::Forget() {
+    ShowNotFound();
+    ui_->lblStatus->clear();
 }
 
 void frmSrch::FillChannels() {

@@ -19,6 +19,9 @@ public:
     explicit frmSrch(QWidget* parent = nullptr);
     ~frmSrch() override;
 
+    /// Another file is shown: what was found in the one before does not hold any more.
+    void Forget();
+
 Q_SIGNALS:
     /// Where the record that was found begins.
     void RecordFound(int page, int line);

@@ -158,3 +158,58 @@ TEST_F(Live, Records_that_arrive_during_a_load_are_in_the_list_once) {
     EXPECT_EQ(Mreport::pages.LineCount(0), 12U + 8U * 42U);
     EXPECT_EQ(Mreport::pages.Records(0)->last, 42);
 }
+
+TEST_F(Live, A_block_on_the_second_list_is_as_wide_as_on_the_first) {
+    Follow(4101); // 15 records on the second list, one in the block
+    EXPECT_EQ(Mreport::lastPageIndex, 1);
+    EXPECT_EQ(view.graph.NumPoints(), 50);
+    EXPECT_EQ(view.firstRecord, 4101);
+    for (int record = 4102; record <= 4150; ++record)
+        Record(record, 3);
+    EXPECT_EQ(view.graph.NumPoints(), 50);
+    EXPECT_EQ(view.graph.Values(1), 50);
+}
+
+TEST_F(Live, A_list_without_records_yet_begins_behind_the_one_before) {
+    Follow(4084);
+    Record(4085, 1); // the first list is full, the next one is empty
+    ASSERT_EQ(Mreport::lastPageIndex, 1);
+    loader.SetAutoUpdate(false);
+    loader.SetAutoUpdate(true);
+    EXPECT_EQ(Mreport::pageFirstRecordOffset, 4085);
+    Record(4086, 1);
+    EXPECT_EQ(Mreport::recordsInPage, 1);
+}
+
+TEST_F(Live, What_ESC_has_left_unread_is_read_when_the_user_asks_for_it) {
+    FileOpr::targetFile = File();
+    FileOpr::measuring = true;
+    int passes = 0;
+    platform.desktop.onEvents = [&] {
+        if (++passes == 20)
+            loader.RequestStop();
+    };
+    View(text.File(5000));
+    const auto lines = Mreport::pages.LineCount(0);
+    EXPECT_LT(lines, 12U + 8U * 5000U);
+    Record(5001, 1);
+    EXPECT_EQ(Mreport::pages.LineCount(0), lines);
+    loader.SetAutoUpdate(true);
+    EXPECT_EQ(Mreport::lastPageIndex, 1);
+    EXPECT_EQ(Mreport::pages.Records(1)->last, 5001);
+    Record(5002, 1);
+    EXPECT_EQ(Mreport::pages.Records(1)->last, 5002);
+}
+
+TEST_F(Live, Many_records_at_once_overfill_no_list) {
+    Follow(4000);
+    std::string more;
+    for (int record = 4001; record <= 4200; ++record)
+        more += text.Record(record);
+    Append(more);
+    loader.LiveRecord(4200, {});
+    EXPECT_EQ(Mreport::lastPageIndex, 1);
+    EXPECT_LE(Mreport::pages.LineCount(0), 32700U);
+    EXPECT_EQ(Mreport::graphPageIndex, 1);
+    EXPECT_EQ(Mreport::recordsInPage, 4200 - Mreport::pageFirstRecordOffset);
+}

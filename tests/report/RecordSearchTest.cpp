@@ -117,3 +117,14 @@ TEST_F(Search, Entries_are_read_as_32_bit_numbers) {
     View(text.File(2));
     EXPECT_FALSE(search.Find(2147483647));
 }
+
+TEST_F(Search, An_idle_channel_does_not_hide_the_value_of_the_sensor_that_it_shares) {
+    text.sensors = {"1", "2", "1", "N/A"};
+    text.cell = [](int, const std::string&, int channel) {
+        return std::string(channel == 2 ? "NA" : "25.0");
+    };
+    View(text.File(1));
+    ASSERT_TRUE(search.Find(1));
+    EXPECT_EQ(search.ValueText(8, Quantity::celsius), "25.0 \xB0"
+                                                      "C");
+}
