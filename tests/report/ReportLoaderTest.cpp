@@ -18,6 +18,8 @@ TEST_F(ReportLoader, A_file_without_records_is_one_page_and_draws_the_graph_once
     EXPECT_EQ(Mreport::pages.Count(), 1);
     EXPECT_EQ(Mreport::pages.LineCount(0), 12U);
     EXPECT_EQ(view.graph.draws, 1);
+    EXPECT_EQ(view.graph.labels.at(1), "1");
+    EXPECT_EQ(view.firstRecord, 1);
     EXPECT_EQ(LastStatus(), "Ready");
     EXPECT_EQ(Mreport::recordsInPage, 0);
     EXPECT_TRUE(loader.Idle());

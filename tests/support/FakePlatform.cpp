@@ -50,6 +50,7 @@ void Dialogs::Beep() {
 
 std::int16_t Dialogs::ShowMessage(const std::string& prompt, std::int16_t style,
                                   const std::string& caption) {
+    lastMessage = prompt;
     events.emplace_back("message");
     EXPECT_EQ(caption, Mcommon::applicationTitle);
     if (messages_.empty()) {

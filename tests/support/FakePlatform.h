@@ -34,6 +34,8 @@ public:
     /// Runs while a message box is open, before its answer.
     std::function<void()> whileMessageIsOpen;
 
+    std::string lastMessage;
+
     int beeps = 0;
     /// The order of beeps and boxes, for example {"beep", "message"}.
     std::vector<std::string> events;

@@ -83,7 +83,9 @@ TEST_F(SimultaneousPoints, The_point_labels_follow_the_unit) {
 
 TEST_F(SimultaneousPoints, PH_electrodes_have_pH_labels_and_no_units) {
     mWinInit::ChannelSetup[clChannel].Electrode = "H (pH)";
+    Measure::IsPHMode = false;
     OpenWith({pHChannel, clChannel});
+    EXPECT_TRUE(Measure::IsPHMode);
     EXPECT_EQ(Text("lblDat_0"), "pH:");
     EXPECT_EQ(Text("lblInfo_1"), "Calibration Point:");
     EXPECT_FALSE(Find<QComboBox>(*form, "cboUnits").isVisible());

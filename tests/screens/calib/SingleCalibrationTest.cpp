@@ -408,6 +408,17 @@ TEST_F(SingleCalibration, Without_a_molar_mass_typed_standards_keep_their_unit) 
     EXPECT_EQ(Stored(clChannel).StdUnit, 0.0F);
 }
 
+TEST_F(SingleCalibration, A_standard_too_large_for_the_other_unit_keeps_unit_and_text) {
+    Open(firstCa);
+    Pick(*form, "cboUnits", "Concentration (mol/l)");
+    Type(*form, "txtEntry_0", "1E37");
+    platform.dialogs.ExpectAnyMessage(critical);
+    Pick(*form, "cboUnits", "Concentration (ppm)");
+    EXPECT_EQ(Find<QComboBox>(*form, "cboUnits").currentIndex(), 1);
+    EXPECT_EQ(Text("txtEntry_0"), "1E37");
+    EXPECT_EQ(Stored(firstCa).StdUnit, 1.0F);
+}
+
 TEST_F(SingleCalibration, Without_a_molar_mass_the_unit_can_be_chosen_before_typing) {
     Open(clChannel);
     Pick(*form, "cboUnits", "Concentration (mol/l)");

@@ -361,3 +361,43 @@ TEST_F(RecordingTest, While_the_report_follows_records_go_straight_to_the_target
     ASSERT_EQ(file.records.size(), 3U);
     EXPECT_EQ(file.records[2].number, 3);
 }
+
+TEST_F(RecordingTest, A_warning_does_not_hold_up_the_automatic_run) {
+    std::filesystem::create_directory(platform.folder.Path() / "stick");
+    OpenReading();
+    Pick(*form, "cboAcqr", "Automatic");
+    AnswerSaveDialog("stick/run.4ch");
+    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", 2); // the live report: records go straight into the file
+    std::filesystem::rename(platform.folder.Path() / "stick", platform.folder.Path() / "pocket");
+    platform.dialogs.ExpectAnyMessage(exclamation);
+    platform.dialogs.whileMessageIsOpen = [this] {
+        for (int i = 0; i < 3; ++i)
+            TimePasses(1s);
+    };
+    TimePasses(1s);
+    Settle();
+    EXPECT_EQ(Counter(), "5");
+    platform.dialogs.whileMessageIsOpen = {};
+    std::filesystem::rename(platform.folder.Path() / "pocket", platform.folder.Path() / "stick");
+}
+
+TEST_F(RecordingTest, Nothing_is_recorded_before_the_first_values_even_if_the_pointer_has_changed) {
+    OpenMeasuring();
+    platform.desktop.pointer = platform::MousePointer::normal; // a report has been loaded meanwhile
+    Click(*form, "cmdPage", 1);
+    EXPECT_EQ(Counter(), "0");
+}
+
+TEST_F(RecordingTest, An_error_names_its_own_routine_although_timers_have_ticked_meanwhile) {
+    OpenReading();
+    platform.dialogs.ExpectFileDialog([this](const platform::FileDialogRequest&) {
+        TimePasses(250ms);
+        Tick(*form, "tmrRead");
+        return platform.folder.Path() / "missing" / "run.4ch";
+    });
+    platform.dialogs.ExpectAnyMessage(critical);
+    Click(*form, "cmdPage", 1);
+    EXPECT_TRUE(platform.dialogs.lastMessage.ends_with("Error location - frmMain - cmdPage"))
+        << platform.dialogs.lastMessage;
+}

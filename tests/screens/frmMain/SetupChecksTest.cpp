@@ -96,7 +96,7 @@ TEST_F(SetupChecksTest, A_selected_electrode_needs_a_serial_number) {
 TEST_F(SetupChecksTest, A_selected_channel_needs_an_electrode_of_the_list) {
     mWinInit::ChannelSetup[1].Electrode = "Unobtainium";
     Open();
-    Find<QCheckBox>(*form, "chkSelect_1").setChecked(true);
+    EXPECT_TRUE(Find<QCheckBox>(*form, "chkSelect_1").isChecked());
     ExpectRefusal(boxesMessage, "cboEntry_1");
     EXPECT_EQ(mWinInit::ChannelSetup[1].Electrode, "Unobtainium");
 }

@@ -328,3 +328,29 @@ TEST_F(SetupPage, Entry_boxes_refuse_what_the_files_cannot_hold) {
     Type(*form, "txtEntry_4", "A;1");
     EXPECT_EQ(Find<QLineEdit>(*form, "txtEntry_4").text(), "A1");
 }
+
+TEST_F(SetupPage, Alt_D_goes_to_the_project_name_from_another_box_of_its_frame) {
+    Open();
+    Find<QLineEdit>(*form, "txtEntry_3").setFocus();
+    Find<QComboBox>(*form, "cboEntry_0").setFocus();
+    QTest::keyClick(form.get(), Qt::Key_D, Qt::AltModifier);
+    EXPECT_TRUE(Find<QLineEdit>(*form, "txtEntry_2").hasFocus());
+}
+
+TEST_F(SetupPage, The_wheel_changes_a_list_only_while_it_has_the_focus) {
+    Open();
+    auto& electrodes = Find<QComboBox>(*form, "cboEntry_0");
+    const auto turn = [&electrodes] {
+        QWheelEvent wheel({5, 5}, electrodes.mapToGlobal(QPointF(5, 5)), {}, {0, -120},
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&electrodes, &wheel);
+    };
+    Find<QPushButton>(*form, "cmdPage_3").setFocus();
+    const int before = electrodes.currentIndex();
+    turn();
+    EXPECT_EQ(electrodes.currentIndex(), before);
+    EXPECT_EQ(Find<QLineEdit>(*form, "txtEntry_4").text(), "CA-1");
+    electrodes.setFocus();
+    turn();
+    EXPECT_NE(electrodes.currentIndex(), before);
+}

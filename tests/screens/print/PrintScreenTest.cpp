@@ -338,4 +338,37 @@ TEST_F(PrintScreen, Every_control_has_a_name_and_a_mnemonic_of_its_own) {
     EXPECT_EQ(IndicesOf(*form, "lblRange"), (std::vector<int>{0, 1}));
 }
 
+TEST_F(PrintScreen, A_graph_holds_the_range_that_was_asked_for_during_automatic_update_too) {
+    Open(200);
+    Mreport::autoUpdate = true;
+    ChooseGraph();
+    ChooseRange("1", "200");
+    const auto& graph = Find<GraphControl>(*form, "graReport");
+    platform.printing.onPrint = [&](const auto&, const auto&) {
+        EXPECT_EQ(graph.NumPoints(), 200);
+        EXPECT_EQ(graph.DataGetAmp(1, 200), 200.0);
+        return PrintOutcome::cancelled;
+    };
+    Click(*form, "cmdPrint");
+    ASSERT_EQ(platform.printing.names.size(), 1U);
+}
+
+TEST_F(PrintScreen, A_file_that_grows_meanwhile_is_printed_as_far_as_the_form_says) {
+    Open(20);
+    ASSERT_EQ(Label("lblRange_1"), "20");
+    const auto file = platform.folder.Path() / "run.4ch";
+    WriteBytes(file, MeasurementText().File(30));
+    loader.ViewFile(file);
+    Click(*form, "cmdPrint");
+    EXPECT_EQ(PrintedRecords().size(), 20U);
+}
+
+TEST_F(PrintScreen, The_range_boxes_refuse_characters_that_the_code_page_lacks) {
+    Open(20);
+    auto& box = Find<QLineEdit>(*form, "txtRange_0");
+    QTest::keyClicks(&box, "12");
+    box.insert(QString(QChar(0x2192))); // an arrow
+    EXPECT_EQ(box.text(), "12");
+}
+
 } // namespace

@@ -329,3 +329,50 @@ TEST_F(ReportScreen, Every_control_has_a_name_and_no_mnemonic_is_shared) {
     EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>{});
     ExpectFitsAtDoubleScale(*form);
 }
+
+TEST_F(ReportScreen, Automatic_update_waits_for_the_end_of_a_load) {
+    FileOpr::measuring = true;
+    FileOpr::targetFile = File();
+    int passes = 0;
+    platform.desktop.onEvents = [&] {
+        if (++passes != 20)
+            return;
+        platform.dialogs.ExpectMessage("Cannot choose this option while data is loading.",
+                                       information);
+        Find<QAction>(*form, "mnuUpdateItem_1").trigger();
+    };
+    View(MeasurementText().File(500));
+    EXPECT_EQ(List(0).LineCount(), 12 + 8 * 500);
+    EXPECT_FALSE(Mreport::autoUpdate);
+    EXPECT_FALSE(Find<QAction>(*form, "mnuUpdateItem_1").isChecked());
+}
+
+TEST_F(ReportScreen, A_recent_file_chosen_during_a_load_is_refused_once) {
+    View(MeasurementText().File(1), "one.4ch");
+    int passes = 0;
+    platform.desktop.onEvents = [&] {
+        if (++passes != 20)
+            return;
+        platform.dialogs.ExpectMessage("Press ESC to stop current data loading.", information);
+        auto& menu = Find<QMenu>(*form, "mnuRecent");
+        Q_EMIT menu.aboutToShow();
+        menu.actions().last()->trigger();
+    };
+    View(MeasurementText().File(500));
+    EXPECT_EQ(Mreport::recordsInPage, 500);
+}
+
+TEST_F(ReportScreen, A_search_forgets_what_it_found_when_another_file_is_opened) {
+    View(MeasurementText().File(20));
+    Choose(*form, "mnuToolItem_2");
+    const auto& search = Find<QWidget>(*form, "frmSrch");
+    Type(search, "txtEntry", "12");
+    QTest::keyClick(&Find<QLineEdit>(search, "txtEntry"), Qt::Key_Return);
+    ASSERT_TRUE(Find<QComboBox>(search, "cboChan").isEnabled());
+    View(MeasurementText().File(5), "short.4ch");
+    EXPECT_FALSE(Find<QComboBox>(search, "cboChan").isEnabled());
+    EXPECT_EQ(Find<QLabel>(search, "lblRtn").text(), "");
+    QTest::keyClick(&Find<QLineEdit>(search, "txtEntry"), Qt::Key_Return);
+    EXPECT_EQ(Find<QLabel>(search, "lblStatus").text(), "Not Found");
+    EXPECT_FALSE(Find<QComboBox>(search, "cboChan").isEnabled());
+}
