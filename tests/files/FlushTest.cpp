@@ -7,6 +7,55 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// A medium that goes in the middle of a write, when half of the bytes have reached it.
+class VanishingMedium : public platform::FileStore {
+public:
+    VanishingMedium(platform::FileStore& real, fs::path folder)
+        : real_(real), folder_(std::move(folder)) {}
+
+    fs::path CreateUnique(const fs::path& folder, const std::string& prefix) override {
+        return real_.CreateUnique(folder, prefix);
+    }
+    std::unique_ptr<platform::AppendFile> OpenForAppend(const fs::path& file) override {
+        auto opened = real_.OpenForAppend(file);
+        if (file.parent_path() != folder_)
+            return opened;
+        return std::make_unique<HalfWritten>(std::move(opened), folder_);
+    }
+    void Replace(const fs::path& file, std::string_view bytes) override {
+        real_.Replace(file, bytes);
+    }
+    void Truncate(const fs::path& file, std::uint64_t size) override { real_.Truncate(file, size); }
+    bool IsPrivate(const fs::path& file) const override { return real_.IsPrivate(file); }
+    std::unique_ptr<platform::FileLock> TryLock(const fs::path& file) override {
+        return real_.TryLock(file);
+    }
+
+    static fs::path Away(const fs::path& folder) { return folder.string() + "-away"; }
+
+private:
+    class HalfWritten : public platform::AppendFile {
+    public:
+        HalfWritten(std::unique_ptr<platform::AppendFile> file, fs::path folder)
+            : file_(std::move(file)), folder_(std::move(folder)) {}
+
+        void Append(std::string_view bytes, bool durable) override {
+            file_->Append(bytes.substr(0, bytes.size() / 2), durable);
+            file_.reset(); // some systems rename no folder with an open file
+            fs::rename(folder_, Away(folder_));
+            throw RunTimeError("Input/output error");
+        }
+        std::uint64_t Size() const override { return file_->Size(); }
+
+    private:
+        std::unique_ptr<platform::AppendFile> file_;
+        fs::path folder_;
+    };
+
+    platform::FileStore& real_;
+    fs::path folder_;
+};
+
 class Flush : public RecordedFiles {
 protected:
     Flush() { TakeTempFile(); }
@@ -191,6 +240,28 @@ TEST_F(Flush, A_part_that_a_failed_flush_has_left_in_the_target_is_not_written_t
     EXPECT_THROW(FileOpr::FlushTempFile(), RunTimeError);
     fs::remove(target);
     WriteBytes(target, recorded.substr(0, recorded.size() / 2)); // what had been copied
+    Record(2);
+    FileOpr::FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
+    EXPECT_TRUE(ReadBytes(target).starts_with(recorded));
+}
+
+TEST_F(Flush, A_medium_that_goes_in_the_middle_and_comes_back_holds_each_record_once) {
+    const fs::path stick = platform.folder.Path() / "stick";
+    fs::create_directory(stick);
+    target = stick / "run.4ch";
+    FileOpr::BeginTarget(target);
+    Record(1);
+    const std::string recorded = ReadBytes(temporary);
+    VanishingMedium medium(*platform.files, stick);
+    const platform::Services services{
+        platform.dialogs,   platform.desktop, platform.clock, *platform.profile,
+        platform.userStore, platform.places,  medium,         platform.printing};
+    const auto* const before = &platform::Current();
+    platform::Install(&services);
+    EXPECT_THROW(FileOpr::FlushTempFile(), RunTimeError);
+    platform::Install(before);
+    fs::rename(VanishingMedium::Away(stick), stick);
     Record(2);
     FileOpr::FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
