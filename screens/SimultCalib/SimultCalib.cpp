@@ -193,8 +193,7 @@ void SimultCalib::ShowButtons() {
     cmdSys(mainButton).setEnabled(step_ == Step::points || (step_ == Step::summary && finished));
     cmdSys(stopButton).setEnabled(session_.IsReading());
     cmdSys(averagingButton).setEnabled(step_ != Step::summary);
-    cmdSys(finishButton).setVisible(step_ == Step::summary && finished);
-    cmdSys(closeButton).setVisible(!cmdSys(finishButton).isVisibleTo(this));
+    OfferFinish(step_ == Step::summary && finished, cmdSys(finishButton), cmdSys(closeButton));
 }
 
 // ---- Handlers --------------------------------------------------------------------------------

@@ -185,6 +185,13 @@ void CalibrationForm::Select(QComboBox& list, int index) {
     list.setCurrentIndex(index);
 }
 
+void CalibrationForm::OfferFinish(bool finish, QPushButton& finishButton,
+                                  QPushButton& closeButton) {
+    // The one goes before the other comes: both together may be wider than a small screen.
+    (finish ? closeButton : finishButton).hide();
+    (finish ? finishButton : closeButton).show();
+}
+
 bool CalibrationForm::CanConvert(float molarMass_g_per_mol) const {
     const auto isNumber = [](const QLineEdit* entry) {
         return NumberText::StrictSingle(entry->text().toStdString()).has_value();

@@ -90,6 +90,9 @@ protected:
     /// Selects an entry without telling the list's handler.
     static void Select(QComboBox& list, int index);
 
+    /// Shows the one button or the other.
+    static void OfferFinish(bool finish, QPushButton& finishButton, QPushButton& closeButton);
+
     void StopReading();
     void RestartAveraging();
 

@@ -62,7 +62,7 @@ void CalibrationPage::BuildSlopes() {
     lstSlopes_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     lstSlopes_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     lstSlopes_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    lstSlopes_->setMinimumWidth(fontMetrics().horizontalAdvance(QString(34, 'x')));
+    lstSlopes_->setMinimumWidth(fontMetrics().horizontalAdvance(QString(30, 'x')));
     Colours::MarkError(*lblIncorrect_, true);
     lblIncorrect_->setText(Text::ToQt(CalibrationSummary::invalidDataMessage));
 }

@@ -36,7 +36,7 @@ CalibrationPlot::CalibrationPlot(QWidget* parent)
     for (QCPAxis* axis : {xAxis, yAxis})
         axis->grid()->setSubGridVisible(true);
     yAxis->setLabel("mV");
-    setMinimumSize(200, 160);
+    setMinimumSize(170, 160);
     setFocusPolicy(Qt::NoFocus);
     TakeColours();
 }

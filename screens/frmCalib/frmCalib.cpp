@@ -130,8 +130,7 @@ void frmCalib::ShowButtons() {
     cmdSys(mainButton).setText(Text::ToQt(MainCaption(summary)));
     cmdSys(mainButton).setEnabled(!summary || outcome_.usable);
     cmdSys(secondButton).setText(summary ? "&Back" : "&Clear");
-    cmdSys(finishButton).setVisible(summary && session_.IsFinished());
-    cmdSys(closeButton).setVisible(!cmdSys(finishButton).isVisibleTo(this));
+    OfferFinish(summary && session_.IsFinished(), cmdSys(finishButton), cmdSys(closeButton));
 }
 
 // ---- Handlers --------------------------------------------------------------------------------

@@ -21,9 +21,10 @@ class Appearance : public CalibTest {
 protected:
     ~Appearance() override { QApplication::setPalette(QPalette()); }
 
-    /// Keeps a picture for people to look at, in the folder that the environment names.
+    /// Looks at the size, and keeps a picture for people in the folder that the environment names.
     static void Picture(QWidget& form, const QString& name) {
         Settle();
+        ExpectFitsAtDoubleScale(form);
         const QString folder = qEnvironmentVariable("VANTREL_PICTURES");
         if (folder.isEmpty())
             return;
