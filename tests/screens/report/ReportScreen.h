@@ -12,6 +12,7 @@
 #include <QTabBar>
 
 #include <fstream>
+#include <functional>
 
 /// The viewer on files of the test's own folder.
 class ReportScreen : public ScreenTest {
@@ -36,6 +37,14 @@ protected:
         std::ofstream stream(File(), std::ios::binary | std::ios::app);
         stream << text;
         ASSERT_TRUE(stream.flush());
+    }
+
+    /// Runs once, in the middle of the next load.
+    void DuringLoad(const std::function<void()>& step) {
+        platform.desktop.onEvents = [step, passes = 0]() mutable {
+            if (++passes == 20)
+                step();
+        };
     }
 
     QString Status() const { return Find<QLabel>(*form, "lblStatus").text(); }

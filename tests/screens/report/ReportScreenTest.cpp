@@ -116,17 +116,14 @@ TEST_F(ReportScreen, Escape_reaches_the_load_from_every_control) {
 }
 
 TEST_F(ReportScreen, Selecting_channels_and_printing_wait_for_the_end_of_a_load) {
-    int passes = 0;
-    platform.desktop.onEvents = [&] {
-        if (++passes != 20)
-            return;
+    DuringLoad([this] {
         platform.dialogs.ExpectMessage("Cannot choose this option while data is loading.",
                                        information);
         Find<QAction>(*form, "mnuViewItem_0").setEnabled(true);
         Choose(*form, "mnuViewItem_0");
         platform.dialogs.ExpectMessage("Press ESC to stop current data loading.", information);
         Choose(*form, "mnuFileItem_0");
-    };
+    });
     View(MeasurementText().File(500));
     EXPECT_EQ(Mreport::recordsInPage, 500);
 }
@@ -333,14 +330,11 @@ TEST_F(ReportScreen, Every_control_has_a_name_and_no_mnemonic_is_shared) {
 TEST_F(ReportScreen, Automatic_update_waits_for_the_end_of_a_load) {
     FileOpr::measuring = true;
     FileOpr::targetFile = File();
-    int passes = 0;
-    platform.desktop.onEvents = [&] {
-        if (++passes != 20)
-            return;
+    DuringLoad([this] {
         platform.dialogs.ExpectMessage("Cannot choose this option while data is loading.",
                                        information);
         Find<QAction>(*form, "mnuUpdateItem_1").trigger();
-    };
+    });
     View(MeasurementText().File(500));
     EXPECT_EQ(List(0).LineCount(), 12 + 8 * 500);
     EXPECT_FALSE(Mreport::autoUpdate);
@@ -349,15 +343,12 @@ TEST_F(ReportScreen, Automatic_update_waits_for_the_end_of_a_load) {
 
 TEST_F(ReportScreen, A_recent_file_chosen_during_a_load_is_refused_once) {
     View(MeasurementText().File(1), "one.4ch");
-    int passes = 0;
-    platform.desktop.onEvents = [&] {
-        if (++passes != 20)
-            return;
+    DuringLoad([this] {
         platform.dialogs.ExpectMessage("Press ESC to stop current data loading.", information);
         auto& menu = Find<QMenu>(*form, "mnuRecent");
         Q_EMIT menu.aboutToShow();
         menu.actions().last()->trigger();
-    };
+    });
     View(MeasurementText().File(500));
     EXPECT_EQ(Mreport::recordsInPage, 500);
 }
