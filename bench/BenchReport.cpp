@@ -11,25 +11,11 @@
 
 namespace {
 
-class NoGraph : public Mreport::ReportGraph {
+class NoGraph : public SilentGraph {
 public:
     std::int16_t NumSets() const override { return 4; }
-    void SetNumSets(std::int16_t) override {}
     std::int16_t NumPoints() const override { return 50; }
-    void SetNumPoints(std::int16_t) override {}
-    void SetThisSet(std::int16_t) override {}
-    void SetLegend(std::int16_t, const std::string&) override {}
     void SetData(std::int16_t, double value) override { benchmark::DoNotOptimize(value); }
-    void SetExtra(std::int16_t, std::int16_t) override {}
-    void SetLabel(std::int16_t, const std::string&) override {}
-    void SetXAxisMinorTicks(std::int16_t) override {}
-    void SetTickEvery(std::int16_t) override {}
-    std::string LeftTitle() const override { return {}; }
-    void SetLeftTitle(const std::string&) override {}
-    void SetGraphTitle(const std::string&) override {}
-    void SetDataReset(std::int16_t) override {}
-    void SetDrawMode(std::int16_t) override {}
-    double DataGetAmp(std::int16_t, std::int16_t) const override { return 0; }
 };
 
 /// A file of the given number of records on the disk, and a viewer for it. The clock jumps, so that

@@ -18,7 +18,7 @@
 namespace {
 
 /// Remembers counts alone, and traps what no caller may ask for.
-class CountingGraph : public Mreport::ReportGraph {
+class CountingGraph : public SilentGraph {
 public:
     std::int16_t NumSets() const override { return sets_; }
     void SetNumSets(std::int16_t sets) override {
@@ -30,18 +30,10 @@ public:
     void SetThisSet(std::int16_t set) override {
         fuzz::Require(set >= 1 && set <= Mreport::maxChannels);
     }
-    void SetLegend(std::int16_t, const std::string&) override {}
     void SetData(std::int16_t point, double) override { CheckPoint(point); }
     void SetExtra(std::int16_t point, std::int16_t) override { CheckPoint(point); }
     void SetLabel(std::int16_t point, const std::string&) override { CheckPoint(point); }
-    void SetXAxisMinorTicks(std::int16_t) override {}
     void SetTickEvery(std::int16_t points) override { fuzz::Require(points >= 1); }
-    std::string LeftTitle() const override { return {}; }
-    void SetLeftTitle(const std::string&) override {}
-    void SetGraphTitle(const std::string&) override {}
-    void SetDataReset(std::int16_t) override {}
-    void SetDrawMode(std::int16_t) override {}
-    double DataGetAmp(std::int16_t, std::int16_t) const override { return 0; }
 
 private:
     static void CheckPoint(std::int16_t point) {
