@@ -1,7 +1,7 @@
 #include "app/Mcommon.h"
 
-#include "app/NumberText.h"
-#include "app/RunTimeError.h"
+#include "base/NumberText.h"
+#include "base/RunTimeError.h"
 #include "platform/Platform.h"
 
 #include <cmath>
@@ -18,14 +18,9 @@ constexpr float zeroLimitOfDisplays = 0;
 constexpr float lowerLimitOfReadings = 0.01F;
 constexpr float lowerLimitOfStandards = 0.1F;
 constexpr float upperLimitOfDisplays = 10000;
-constexpr int firstPrintableCode = 33;
 
 constexpr std::chrono::milliseconds never = std::chrono::milliseconds::min();
 std::chrono::milliseconds lastEventRun = never;
-
-bool IsControlOrBlank(char c) {
-    return static_cast<unsigned char>(c) < firstPrintableCode;
-}
 
 } // namespace
 
@@ -82,14 +77,6 @@ bool FileExists(const std::filesystem::path& file) {
     if (std::filesystem::is_directory(file, unreadable))
         return false;
     return std::ifstream(file, std::ios::binary).is_open();
-}
-
-std::string TrimControl(std::string_view text) {
-    while (!text.empty() && IsControlOrBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && IsControlOrBlank(text.back()))
-        text.remove_suffix(1);
-    return std::string(text);
 }
 
 void Reset() {

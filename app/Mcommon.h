@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Letters.h"
+
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -42,8 +44,7 @@ void LetEventsRun();
 /// True when the file can be opened for reading.
 bool FileExists(const std::filesystem::path& file);
 
-/// Without the characters below code 33 at both ends.
-std::string TrimControl(std::string_view text);
+using Letters::TrimControl;
 
 /// Back to the state at program start.
 void Reset();

@@ -18,7 +18,7 @@ namespace {
 /// Eight channels, the larger cycle: pH and ion electrodes in turn, each with a sensor.
 void SetUpEightChannels() {
     mWinInit::Reset(8);
-    for (std::size_t i = 0; i < electrodePositions; ++i) {
+    for (std::size_t i = 0; i < maxChannels; ++i) {
         const bool pH = i % 2 == 0;
         const auto sensor = static_cast<std::int16_t>(i % tempSensorCount + 1);
         mWinInit::ChannelSetup[i] = {pH ? "H (pH)" : "Ca", "S-1", "Double", "R-1", 40.078F, sensor};
@@ -61,7 +61,7 @@ void LiveCycle(benchmark::State& state) {
     MeasuringCycle::Source source{mWinInit::ConversionTables(), {}, {}, {}};
     source.selected.fill(-1);
     source.molarMass_g_per_mol.fill(40.078F);
-    for (std::size_t i = 0; i < electrodePositions; ++i)
+    for (std::size_t i = 0; i < maxChannels; ++i)
         source.tempSensor[i] = mWinInit::ChannelSetup[i].TempSensor;
     Frame::Bytes frame{};
     std::memcpy(frame.data(), "+0590\t+1500\t+0110\t+1400\t-0590\t+1300\t+0600\t+1200\x04",

@@ -1,5 +1,5 @@
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 
 #include <benchmark/benchmark.h>
 

@@ -3,9 +3,9 @@
 // alone, then recording every second with the live report open. Under a display:
 // bench_measuring_share [SECONDS of each]. Fails when the measuring page is above its bounds.
 
-#include "app/program/SystemServices.h"
-#include "app/program/theMain.h"
 #include "bench/ResidentMemory.h"
+#include "program/SystemServices.h"
+#include "program/theMain.h"
 #include "support/InstrumentProcess.h"
 #include "tour/DialogAnswers.h"
 #include "tour/Stage.h"

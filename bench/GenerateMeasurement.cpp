@@ -17,8 +17,8 @@
 
 namespace {
 
-constexpr std::array<const char*, electrodePositions> electrodes = {"Ca", "H (pH)", "NO3", "Redox",
-                                                                    "K",  "Na",     "Cl",  "F"};
+constexpr std::array<const char*, maxChannels> electrodes = {"Ca", "H (pH)", "NO3", "Redox",
+                                                             "K",  "Na",     "Cl",  "F"};
 constexpr std::size_t writeBlock = 1 << 20;
 
 void SetUp(std::int16_t channels) {
@@ -32,8 +32,8 @@ void SetUp(std::int16_t channels) {
     }
 }
 
-platform::LocalTime TimeOf(std::int32_t record) {
-    platform::LocalTime time{2003, 3, 1, 0, 0, 0};
+LocalTime TimeOf(std::int32_t record) {
+    LocalTime time{2003, 3, 1, 0, 0, 0};
     time.day = 1 + record / 86400 % 28;
     time.hour = record / 3600 % 24;
     time.minute = record / 60 % 60;

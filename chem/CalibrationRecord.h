@@ -1,15 +1,13 @@
 #pragma once
 
+#include "base/Channels.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
 
 inline constexpr int maxCalibrationPoints = 6;
 inline constexpr int maxTempSensorRows = 16;
-inline constexpr int electrodePositions = 8; ///< slots of the per-channel tables
-inline constexpr int tempSensorCount = 4;
-/// Positions of one reading cycle: electrode channels 0..7, temperature sensors one to four 8..11.
-inline constexpr int cyclePositions = electrodePositions + tempSensorCount;
 
 /// The last calibration of one electrode channel. Points stand in the order of their recording.
 struct CalibrationRecord {

@@ -1,8 +1,8 @@
 #include "chem/CalibrationSession.h"
 
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
-#include "app/RunTimeError.h"
+#include "base/NumberText.h"
+#include "base/RunTimeError.h"
 #include "chem/Measure.h"
 
 #include <algorithm>

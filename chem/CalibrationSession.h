@@ -101,7 +101,7 @@ public:
 private:
     struct Point {
         std::optional<float> standard;
-        std::array<std::optional<float>, electrodePositions> potential_mV{};
+        std::array<std::optional<float>, maxChannels> potential_mV{};
         bool recordedHere = false;
     };
 
@@ -113,7 +113,7 @@ private:
     StandardUnit unit_ = StandardUnit::ppm;
     std::vector<int> channels_;
     std::array<Point, maxPoints> points_{};
-    std::array<std::optional<float>, electrodePositions> live_mV_{};
+    std::array<std::optional<float>, maxChannels> live_mV_{};
     int pointCount_ = minPoints;
     int current_ = 0;
     bool reading_ = false;

@@ -1,7 +1,7 @@
 #include "chem/CalibrationSummary.h"
 
-#include "app/Electrode.h"
-#include "app/NumberText.h"
+#include "base/Electrode.h"
+#include "base/NumberText.h"
 
 #include <algorithm>
 

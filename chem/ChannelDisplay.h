@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Electrode.h"
+#include "base/Electrode.h"
 
 #include <array>
 #include <optional>

@@ -1,9 +1,9 @@
 #include "chem/Measure.h"
 
-#include "app/Electrode.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
-#include "app/RunTimeError.h"
+#include "base/Electrode.h"
+#include "base/NumberText.h"
+#include "base/RunTimeError.h"
 
 #include <algorithm>
 #include <cmath>
@@ -109,9 +109,9 @@ float ConvertTemperature(const TempSensorCalibration& sensor, float reading) {
 }
 
 float ConvertPosition(const InputTables& tables, std::size_t position, float reading) {
-    if (position < electrodePositions)
+    if (position < maxChannels)
         return ConvertElectrode(tables.electrode[position], tables.calibration[position], reading);
-    return ConvertTemperature(tables.tempSensor[position - electrodePositions], reading);
+    return ConvertTemperature(tables.tempSensor[position - maxChannels], reading);
 }
 
 float DisplayedSlope(const CalibrationRecord& record, std::size_t s, bool isPH) {
@@ -166,10 +166,10 @@ bool IsUsable(const CalibrationRecord& record) {
 
 std::array<std::int16_t, cyclePositions>
 SelectPositions(const InputTables& tables,
-                std::span<const std::int16_t, electrodePositions> channelSelected,
-                std::span<const std::int16_t, electrodePositions> tempSensorOfChannel) {
+                std::span<const std::int16_t, maxChannels> channelSelected,
+                std::span<const std::int16_t, maxChannels> tempSensorOfChannel) {
     std::array<std::int16_t, cyclePositions> selected{};
-    for (std::size_t i = 0; i < electrodePositions; ++i) {
+    for (std::size_t i = 0; i < maxChannels; ++i) {
         if (channelSelected[i] == 0)
             continue;
         const auto kind = Electrode::KindOf(tables.electrode[i]);
@@ -178,7 +178,7 @@ SelectPositions(const InputTables& tables,
         selected[i] = convertible ? -1 : 0;
         const int sensor = tempSensorOfChannel[i];
         if (sensor >= 1 && sensor <= tempSensorCount)
-            selected[static_cast<std::size_t>(electrodePositions + sensor - 1)] = -1;
+            selected[static_cast<std::size_t>(maxChannels + sensor - 1)] = -1;
     }
     return selected;
 }

@@ -21,8 +21,8 @@ extern std::int16_t ChannelToCalibrate;
 
 /// What a cycle is converted with.
 struct InputTables {
-    std::array<std::string_view, electrodePositions> electrode;
-    std::span<const CalibrationRecord, electrodePositions> calibration;
+    std::array<std::string_view, maxChannels> electrode;
+    std::span<const CalibrationRecord, maxChannels> calibration;
     std::span<const TempSensorCalibration, tempSensorCount> tempSensor;
 };
 
@@ -45,8 +45,8 @@ bool IsUsable(const CalibrationRecord& record);
 /// of all selected channels.
 std::array<std::int16_t, cyclePositions>
 SelectPositions(const InputTables& tables,
-                std::span<const std::int16_t, electrodePositions> channelSelected,
-                std::span<const std::int16_t, electrodePositions> tempSensorOfChannel);
+                std::span<const std::int16_t, maxChannels> channelSelected,
+                std::span<const std::int16_t, maxChannels> tempSensorOfChannel);
 
 /// Looks a reading up in a table of `points` rows. The first and last segments are extended: an
 /// analyst expects a value beyond the standards, not a blank. -1.0 for a segment of no width.

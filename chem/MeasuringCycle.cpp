@@ -1,6 +1,6 @@
 #include "chem/MeasuringCycle.h"
 
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 
 namespace MeasuringCycle {
 
@@ -33,7 +33,7 @@ ChannelDisplay::ChannelState StateOf(const Source& source, const Converted& cycl
     state.molarMass_g_per_mol = source.molarMass_g_per_mol[channel];
     const int sensor = source.tempSensor[channel];
     if (sensor >= 1 && sensor <= tempSensorCount) {
-        const auto position = static_cast<std::size_t>(electrodePositions + sensor - 1);
+        const auto position = static_cast<std::size_t>(maxChannels + sensor - 1);
         state.temperatureFailed = cycle.failures[position].has_value();
         if (!state.temperatureFailed)
             state.temperature_celsius = cycle.values[position];
@@ -45,8 +45,8 @@ std::string FirstProblem(const Measure::ConversionFailures& failures) {
     for (std::size_t i = 0; i < failures.size(); ++i) {
         if (!failures[i])
             continue;
-        const bool electrode = i < electrodePositions;
-        const auto number = static_cast<std::int32_t>(electrode ? i : i - electrodePositions) + 1;
+        const bool electrode = i < maxChannels;
+        const auto number = static_cast<std::int32_t>(electrode ? i : i - maxChannels) + 1;
         return (electrode ? "Converting channel " : "Converting temperature sensor ") +
                NumberText::Plain(number) + ": " + *failures[i];
     }
@@ -58,7 +58,7 @@ std::string FirstProblem(const Measure::ConversionFailures& failures) {
 Outcome Run(const Source& source, std::span<const float, cyclePositions> averages) {
     const Converted cycle = Convert(source, averages);
     Outcome outcome;
-    for (std::size_t i = 0; i < electrodePositions; ++i)
+    for (std::size_t i = 0; i < maxChannels; ++i)
         if (source.selected[i] != 0)
             outcome.cells[i] = ChannelDisplay::Compose(StateOf(source, cycle, i, averages[i]));
     outcome.problem = FirstProblem(cycle.failures);

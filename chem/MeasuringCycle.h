@@ -15,14 +15,14 @@ namespace MeasuringCycle {
 /// refers to must outlive it.
 struct Source {
     Measure::InputTables tables;
-    std::array<std::int16_t, electrodePositions> selected{};   ///< not 0: the channel is in use
-    std::array<std::int16_t, electrodePositions> tempSensor{}; ///< 1 to 4, others mean none
-    std::array<float, electrodePositions> molarMass_g_per_mol{};
+    std::array<std::int16_t, maxChannels> selected{};   ///< not 0: the channel is in use
+    std::array<std::int16_t, maxChannels> tempSensor{}; ///< 1 to 4, others mean none
+    std::array<float, maxChannels> molarMass_g_per_mol{};
 };
 
 struct Outcome {
     /// Blank throughout for a channel that is not in use.
-    std::array<ChannelDisplay::Cells, electrodePositions> cells;
+    std::array<ChannelDisplay::Cells, maxChannels> cells;
     /// Why the first position that could not be converted was not; empty where all were.
     std::string problem;
 };

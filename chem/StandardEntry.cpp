@@ -1,7 +1,7 @@
 #include "chem/StandardEntry.h"
 
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 #include "chem/Measure.h"
 
 StandardUnit UnitOf(float stdUnit) {

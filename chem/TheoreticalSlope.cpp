@@ -1,8 +1,8 @@
 #include "chem/TheoreticalSlope.h"
 
-#include "app/Electrode.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/Electrode.h"
+#include "base/NumberText.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
-#include "app/CodePage.h"
-#include "app/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/RunTimeError.h"
 #include "files/FileOpr.h"
 #include "platform/Platform.h"
 

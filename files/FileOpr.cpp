@@ -1,9 +1,9 @@
 #include "files/FileOpr.h"
 
-#include "app/CodePage.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
-#include "app/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/NumberText.h"
+#include "base/RunTimeError.h"
 #include "files/MeasurementLines.h"
 #include "files/Recovery.h"
 #include "files/TemporaryRecording.h"
@@ -40,9 +40,8 @@ void PrepareWrite(const fs::path& file) {
         temporaryRecording->Prepare(targetFile);
 }
 
-std::array<float, electrodePositions> GraphValues(const DisplayedChannels& displayed,
-                                                  Quantity quantity) {
-    std::array<float, electrodePositions> values{};
+std::array<float, maxChannels> GraphValues(const DisplayedChannels& displayed, Quantity quantity) {
+    std::array<float, maxChannels> values{};
     const auto channels = ChannelsInUse();
     for (std::size_t i = 0; i < channels.size(); ++i) {
         if (Mcommon::TrimControl(displayed[i][0]).empty())
@@ -53,7 +52,7 @@ std::array<float, electrodePositions> GraphValues(const DisplayedChannels& displ
         const int sensor = channels[i].TempSensor;
         if (quantity != Quantity::celsius)
             values[i] = value;
-        else if (sensor > 0 && sensor <= electrodePositions)
+        else if (sensor > 0 && sensor <= maxChannels)
             values[static_cast<std::size_t>(sensor - 1)] = value;
     }
     return values;

@@ -30,7 +30,7 @@ extern std::filesystem::path lastFolder;
 struct LiveReport {
     std::function<void(std::string_view line)> addLine;
     /// One value per channel (or sensor) of the quantity that the graph shows.
-    std::function<void(std::int32_t record, const std::array<float, electrodePositions>& values)>
+    std::function<void(std::int32_t record, const std::array<float, maxChannels>& values)>
         addRecord;
     std::function<Quantity()> quantity;
 };

@@ -1,9 +1,10 @@
 #include "files/MeasurementFormat.h"
 
-#include "app/DateText.h"
-#include "app/Electrode.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/DateText.h"
+#include "base/Electrode.h"
+#include "base/Letters.h"
+#include "base/NumberText.h"
 
 #include <algorithm>
 #include <functional>
@@ -17,18 +18,9 @@ constexpr std::string_view noHeaderValue = "N/A";
 constexpr std::string_view noRecordValue = "NA";
 constexpr int slopeCellsWithoutCalibration = 8; // in four-channel files too: readers count them
 
-char LowerCase(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-bool ContainsAnyCase(std::string_view text, std::string_view part) {
-    const auto equal = [](char a, char b) { return LowerCase(a) == LowerCase(b); };
-    return std::search(text.begin(), text.end(), part.begin(), part.end(), equal) != text.end();
-}
-
 bool HasCalibrationBlock(const mWinInit::ChannelSetupRecord& channel) {
     return channel.Electrode != Electrode::noneName &&
-           !ContainsAnyCase(channel.Electrode, Electrode::redoxName);
+           !Letters::Contains(channel.Electrode, Electrode::redoxName);
 }
 
 /// The text on one line, and where `keepTabs` is false in one column.
@@ -56,7 +48,7 @@ class HeaderWriter {
 public:
     explicit HeaderWriter(const HeaderSource& source) : source_(source) {}
 
-    std::string Write(const platform::LocalTime& now) {
+    std::string Write(const LocalTime& now) {
         AddSeparator(text_);
         AddProject(now);
         AddSeparator(text_);
@@ -90,7 +82,7 @@ private:
                [&](std::size_t i) { return Points(i) < 1 ? std::string(noHeaderValue) : cell(i); });
     }
 
-    void AddProject(const platform::LocalTime& now) {
+    void AddProject(const LocalTime& now) {
         text_ += "Project Name: " + OneLine(source_.project.ProjectName, false);
         text_ += "\tAnalyst: " + OneLine(source_.project.Experimentator, false);
         text_ += "\tReport created at: " + DateText::Header(now);
@@ -202,19 +194,19 @@ bool IsPresent(FileOpr::Quantity quantity, const RunRows& rows) {
 RunRows RowsOf(Channels channels) {
     RunRows rows;
     for (const auto& channel : channels) {
-        rows.pH = rows.pH || ContainsAnyCase(channel.Electrode, "pH");
-        rows.ion = rows.ion || (!ContainsAnyCase(channel.Electrode, Electrode::noneName) &&
-                                !ContainsAnyCase(channel.Electrode, Electrode::redoxName));
+        rows.pH = rows.pH || Letters::Contains(channel.Electrode, "pH");
+        rows.ion = rows.ion || (!Letters::Contains(channel.Electrode, Electrode::noneName) &&
+                                !Letters::Contains(channel.Electrode, Electrode::redoxName));
         rows.tempSensor = rows.tempSensor || channel.TempSensor >= 1;
     }
     return rows;
 }
 
-std::string HeaderText(const HeaderSource& source, const platform::LocalTime& now) {
+std::string HeaderText(const HeaderSource& source, const LocalTime& now) {
     return HeaderWriter(source).Write(now);
 }
 
-FileOpr::MeasurementRecord BuildRecord(std::int32_t number, const platform::LocalTime& now,
+FileOpr::MeasurementRecord BuildRecord(std::int32_t number, const LocalTime& now,
                                        std::string_view comment,
                                        const FileOpr::DisplayedChannels& displayed,
                                        int channelCount) {

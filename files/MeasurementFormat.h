@@ -32,11 +32,11 @@ struct HeaderSource {
     std::span<const CalibrationRecord> calibration;
 };
 
-std::string HeaderText(const HeaderSource& source, const platform::LocalTime& now);
+std::string HeaderText(const HeaderSource& source, const LocalTime& now);
 
 /// A record of the displayed texts. A channel without a displayed potential is idle: all its cells
 /// are "NA".
-FileOpr::MeasurementRecord BuildRecord(std::int32_t number, const platform::LocalTime& now,
+FileOpr::MeasurementRecord BuildRecord(std::int32_t number, const LocalTime& now,
                                        std::string_view comment,
                                        const FileOpr::DisplayedChannels& displayed,
                                        int channelCount);

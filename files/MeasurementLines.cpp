@@ -80,7 +80,7 @@ std::optional<FileOpr::Quantity> QuantityOf(std::string_view line) {
 Cells SplitCells(std::string_view line) {
     Cells cells;
     auto tab = line.find('\t');
-    while (tab != std::string_view::npos && cells.count < electrodePositions) {
+    while (tab != std::string_view::npos && cells.count < maxChannels) {
         line.remove_prefix(tab + 1);
         tab = line.find('\t');
         cells.cell[static_cast<std::size_t>(cells.count++)] = line.substr(0, tab);

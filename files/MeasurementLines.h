@@ -37,7 +37,7 @@ std::string_view Label(std::string_view line);
 
 /// Cells behind the label column, untrimmed; at most eight.
 struct Cells {
-    std::array<std::string_view, electrodePositions> cell;
+    std::array<std::string_view, maxChannels> cell;
     int count = 0;
 };
 Cells SplitCells(std::string_view line);

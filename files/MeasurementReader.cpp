@@ -1,7 +1,8 @@
 #include "files/MeasurementReader.h"
 
-#include "app/CodePage.h"
-#include "app/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/Letters.h"
+#include "base/RunTimeError.h"
 #include "files/MeasurementLines.h"
 
 #include <algorithm>
@@ -15,10 +16,7 @@ namespace {
 using MeasurementLines::SplitCells;
 
 std::string Trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+    return std::string(Letters::Trimmed(text, [](char c) { return c == ' '; }));
 }
 
 /// The index behind a prefix, from 0: "Standard 3:" gives 2; -1 for another label.

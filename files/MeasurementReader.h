@@ -32,7 +32,7 @@ struct MeasurementHeader {
     std::string createdAt;
     int channelCount = 0;
     bool hasCalibration = false; ///< the file has a calibration block
-    std::array<Channel, electrodePositions> channels;
+    std::array<Channel, maxChannels> channels;
 };
 
 /// Takes the text of a measurement file apart. Any bytes are taken without failing: what is no

@@ -25,7 +25,7 @@ inline constexpr std::size_t listSeparatorWidth = 200; ///< the report list's wi
 
 /// The texts that the measuring page shows for one channel, in the order of Quantity.
 using DisplayedCells = std::array<std::string, quantityCount>;
-using DisplayedChannels = std::array<DisplayedCells, electrodePositions>;
+using DisplayedChannels = std::array<DisplayedCells, maxChannels>;
 
 /// One recorded reading.
 struct MeasurementRecord {
@@ -33,7 +33,7 @@ struct MeasurementRecord {
     std::string timeStamp; ///< "hh:mm:ss dd.mmm.yyyy"
     std::string comment;
     /// Fixed texts of 12 characters; blank where the file has no such row or column.
-    std::array<DisplayedCells, electrodePositions> cells;
+    std::array<DisplayedCells, maxChannels> cells;
 
     bool operator==(const MeasurementRecord&) const = default;
 };

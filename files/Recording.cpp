@@ -1,7 +1,7 @@
 #include "files/Recording.h"
 
-#include "app/NumberText.h"
-#include "app/RunTimeError.h"
+#include "base/NumberText.h"
+#include "base/RunTimeError.h"
 #include "files/FileOpr.h"
 #include "platform/Platform.h"
 

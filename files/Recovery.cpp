@@ -1,6 +1,6 @@
 #include "files/Recovery.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "files/TargetTransfer.h"
 #include "platform/Platform.h"
 

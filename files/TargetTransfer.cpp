@@ -1,7 +1,7 @@
 #include "files/TargetTransfer.h"
 
-#include "app/CodePage.h"
-#include "app/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/RunTimeError.h"
 #include "files/MeasurementLines.h"
 #include "platform/Platform.h"
 

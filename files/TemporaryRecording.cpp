@@ -1,7 +1,7 @@
 #include "files/TemporaryRecording.h"
 
-#include "app/CodePage.h"
-#include "app/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/RunTimeError.h"
 #include "files/TargetTransfer.h"
 #include "platform/Platform.h"
 

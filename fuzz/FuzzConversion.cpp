@@ -48,8 +48,8 @@ constexpr std::array<std::string_view, 5> electrodes = {"H (pH)", "Ca", "Redox",
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Source source(data, size);
-    std::array<std::string_view, electrodePositions> electrode{};
-    std::array<CalibrationRecord, electrodePositions> calibration{};
+    std::array<std::string_view, maxChannels> electrode{};
+    std::array<CalibrationRecord, maxChannels> calibration{};
     std::array<TempSensorCalibration, tempSensorCount> sensor{};
     std::array<std::int16_t, cyclePositions> selected{};
     std::array<float, cyclePositions> readings{};

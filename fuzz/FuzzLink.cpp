@@ -1,6 +1,6 @@
 #include "NullPlatform.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "link/CommPort.h"
 #include "tests/support/FakeTimer.h"
 

@@ -23,7 +23,7 @@ bool IsOneLine(const std::string& text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     FileOpr::MeasurementReader reader(text);
-    Demand(reader.Header().channelCount >= 0 && reader.Header().channelCount <= electrodePositions);
+    Demand(reader.Header().channelCount >= 0 && reader.Header().channelCount <= maxChannels);
     FileOpr::MeasurementRecord record;
     std::size_t records = 0;
     while (reader.Next(record)) {

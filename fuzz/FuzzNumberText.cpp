@@ -1,6 +1,6 @@
 #include "NullPlatform.h"
 
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 
 #include <cmath>
 #include <cstring>

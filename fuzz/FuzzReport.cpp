@@ -22,14 +22,12 @@ class CountingGraph : public SilentGraph {
 public:
     std::int16_t NumSets() const override { return sets_; }
     void SetNumSets(std::int16_t sets) override {
-        fuzz::Require(sets >= 0 && sets <= Mreport::maxChannels);
+        fuzz::Require(sets >= 0 && sets <= maxChannels);
         sets_ = sets;
     }
     std::int16_t NumPoints() const override { return points_; }
     void SetNumPoints(std::int16_t points) override { points_ = points; }
-    void SetThisSet(std::int16_t set) override {
-        fuzz::Require(set >= 1 && set <= Mreport::maxChannels);
-    }
+    void SetThisSet(std::int16_t set) override { fuzz::Require(set >= 1 && set <= maxChannels); }
     void SetData(std::int16_t point, double) override { CheckPoint(point); }
     void SetExtra(std::int16_t point, std::int16_t) override { CheckPoint(point); }
     void SetLabel(std::int16_t point, const std::string&) override { CheckPoint(point); }

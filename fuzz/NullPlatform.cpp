@@ -1,6 +1,6 @@
 #include "NullPlatform.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/System.h"
 
 #include <cstdlib>
@@ -52,7 +52,7 @@ private:
 
 class Clock : public platform::Clock {
 public:
-    platform::LocalTime Now() const override { return {2003, 3, 7, 14, 5, 33}; }
+    LocalTime Now() const override { return {2003, 3, 7, 14, 5, 33}; }
     std::chrono::milliseconds Monotonic() const override { return ++looks_; }
 
 private:

@@ -1,7 +1,7 @@
 #include "link/DataAcq.h"
 
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 #include "link/CommPort.h"
 
 #include <algorithm>
@@ -26,7 +26,7 @@ unsigned series = 0;      ///< counts the starts, so that a pass of an earlier o
 constexpr std::int16_t fittedElectrodes = 4;
 
 std::size_t SlotOf(std::int16_t channel) {
-    constexpr std::int16_t firstTemperature = electrodePositions;
+    constexpr std::int16_t firstTemperature = maxChannels;
     if (channel >= firstTemperature)
         return 2 * static_cast<std::size_t>(channel - firstTemperature) + 1;
     if (channel > fittedElectrodes)
@@ -92,7 +92,7 @@ float GetChannelValue(std::int16_t channel) {
     Mcommon::LetEventsRun();
     const auto slot = SlotOf(channel);
     ConnectionState = 1;
-    if (channel >= fittedElectrodes && channel < electrodePositions)
+    if (channel >= fittedElectrodes && channel < maxChannels)
         return 0; // a 4-channel instrument has no such electrode
     return CommPort::Readings.at(slot);
 }

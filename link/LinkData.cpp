@@ -1,7 +1,7 @@
 #include "link/LinkData.h"
 
-#include "app/NumberText.h"
-#include "app/RunTimeError.h"
+#include "base/NumberText.h"
+#include "base/RunTimeError.h"
 
 #include <utility>
 

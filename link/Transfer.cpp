@@ -1,7 +1,7 @@
-#include "app/DateText.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
-#include "app/RunTimeError.h"
+#include "base/DateText.h"
+#include "base/NumberText.h"
+#include "base/RunTimeError.h"
 #include "link/LinkData.h"
 #include "platform/Platform.h"
 

@@ -1,8 +1,8 @@
 #include "report/ChannelHeader.h"
 
-#include "app/Electrode.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/Electrode.h"
+#include "base/NumberText.h"
 #include "files/MeasurementLines.h"
 #include "report/Mreport.h"
 #include "settings/mWinInit.h"
@@ -36,7 +36,7 @@ void TakeInferredRow(FileOpr::Quantity quantity, const MeasurementLines::Cells& 
             channelKind[i] = kind::ion;
             break;
         case FileOpr::Quantity::celsius:
-            if (i < sensorCount) // which sensor it was is not told; the own one is a fair guess
+            if (i < tempSensorCount) // which sensor it was is not told; the own one is a fair guess
                 channelNumber[i] = static_cast<std::int16_t>(i + 1);
             break;
         }

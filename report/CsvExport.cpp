@@ -1,9 +1,9 @@
 #include "report/CsvExport.h"
 
-#include "app/CodePage.h"
-#include "app/DateText.h"
 #include "app/Mcommon.h"
-#include "app/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/DateText.h"
+#include "base/RunTimeError.h"
 #include "files/MeasurementLines.h"
 #include "report/Mreport.h"
 

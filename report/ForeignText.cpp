@@ -1,6 +1,6 @@
 #include "report/ForeignText.h"
 
-#include "app/CodePage.h"
+#include "base/CodePage.h"
 
 namespace ForeignText {
 

@@ -1,7 +1,7 @@
 #include "report/GraphSpan.h"
 
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 #include "files/MeasurementLines.h"
 
 #include <algorithm>

@@ -1,33 +1,19 @@
 #include "report/ListSearch.h"
 
-#include <algorithm>
+#include "base/Letters.h"
 
 namespace ListSearch {
-
-namespace {
-
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool BeginsWith(std::string_view text, std::string_view prefix) {
-    return text.size() >= prefix.size() &&
-           std::equal(prefix.begin(), prefix.end(), text.begin(),
-                      [](char a, char b) { return Lower(a) == Lower(b); });
-}
-
-} // namespace
 
 bool Matches(std::string_view item, std::string_view prefix) {
     if (prefix.empty())
         return false;
-    if (BeginsWith(item, prefix))
+    if (Letters::BeginsWith(item, prefix))
         return true;
     if (!item.starts_with('['))
         return false;
-    if (BeginsWith(item.substr(1), prefix))
+    if (Letters::BeginsWith(item.substr(1), prefix))
         return true;
-    return item.starts_with("[-") && BeginsWith(item.substr(2), prefix);
+    return item.starts_with("[-") && Letters::BeginsWith(item.substr(2), prefix);
 }
 
 int FindString(int count, const std::function<std::string_view(int)>& item, std::string_view prefix,

@@ -16,7 +16,7 @@ std::int16_t channelCount = 0;
 std::array<bool, maxChannels> channelInUse{};
 std::array<std::int16_t, maxChannels> channelKind{};
 std::array<std::int16_t, maxChannels> channelNumber{};
-std::array<bool, sensorCount> sensorInUse{};
+std::array<bool, tempSensorCount> sensorInUse{};
 FileOpr::Quantity unitCode = FileOpr::Quantity::mV;
 std::int32_t linesPerRecord = 0;
 std::int32_t recordsInPage = 0;
@@ -94,7 +94,7 @@ bool SensorUsed(int sensor) {
 std::vector<int> Series(FileOpr::Quantity unit) {
     std::vector<int> numbers;
     if (unit == FileOpr::Quantity::celsius) {
-        for (int sensor = 1; sensor <= sensorCount; ++sensor)
+        for (int sensor = 1; sensor <= tempSensorCount; ++sensor)
             if (sensorInUse[static_cast<std::size_t>(sensor - 1)] && SensorUsed(sensor))
                 numbers.push_back(sensor);
         return numbers;

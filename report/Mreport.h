@@ -16,8 +16,6 @@
 /// what the graph shows. Shared by the viewer, its dialogs and printing.
 namespace Mreport {
 
-inline constexpr int maxChannels = electrodePositions;
-inline constexpr int sensorCount = 4;
 inline constexpr std::int32_t spanLength = 50; ///< records that the graph shows at most
 inline constexpr std::int32_t maxGraphPoints = 1500;
 inline constexpr std::size_t maxPageLines = 32'700;
@@ -47,7 +45,7 @@ extern std::int16_t channelCount; ///< channel columns of the file
 extern std::array<bool, maxChannels> channelInUse;
 extern std::array<std::int16_t, maxChannels> channelKind;   ///< codes of `kind`
 extern std::array<std::int16_t, maxChannels> channelNumber; ///< temperature sensor, 0 for none
-extern std::array<bool, sensorCount> sensorInUse;           ///< selected for the graph
+extern std::array<bool, tempSensorCount> sensorInUse;       ///< selected for the graph
 
 extern FileOpr::Quantity unitCode; ///< what the graph shows
 

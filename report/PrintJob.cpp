@@ -1,7 +1,7 @@
 #include "report/PrintJob.h"
 
-#include "app/DateText.h"
 #include "app/Mcommon.h"
+#include "base/DateText.h"
 #include "platform/Platform.h"
 #include "report/Mreport.h"
 

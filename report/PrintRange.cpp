@@ -1,6 +1,6 @@
 #include "report/PrintRange.h"
 
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 
 #include <algorithm>
 #include <cmath>

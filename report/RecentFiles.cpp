@@ -1,6 +1,6 @@
 #include "report/RecentFiles.h"
 
-#include "app/CodePage.h"
+#include "base/CodePage.h"
 #include "platform/Platform.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "report/RecordSearch.h"
 
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 #include "files/MeasurementLines.h"
 #include "report/Selection.h"
 
@@ -41,7 +41,7 @@ std::vector<RecordSearch::Entry> RecordSearch::Entries() {
     for (int channel = 0; channel < channelCount; ++channel)
         if (channelKind[static_cast<std::size_t>(channel)] != kind::notInUse)
             entries.push_back({channel, "Chan. " + std::to_string(channel + 1)});
-    for (int sensor = 1; sensor <= sensorCount; ++sensor) {
+    for (int sensor = 1; sensor <= tempSensorCount; ++sensor) {
         const auto has = [sensor](std::int16_t number) { return number == sensor; };
         if (std::any_of(channelNumber.begin(), channelNumber.end(), has))
             entries.push_back({maxChannels + sensor - 1, "Temp. " + std::to_string(sensor)});
@@ -115,7 +115,7 @@ void RecordSearch::KeepRow(FileOpr::Quantity unit, std::string_view valueLine) {
         if (unit != FileOpr::Quantity::celsius) {
             if (KindGives(channelKind[channel], unit))
                 values_[channel][static_cast<std::size_t>(unit)] = cell;
-        } else if (sensor >= 1 && sensor <= sensorCount) {
+        } else if (sensor >= 1 && sensor <= tempSensorCount) {
             std::string& kept = temperatures_[static_cast<std::size_t>(sensor - 1)];
             if (kept.empty() ||
                 !MeasurementLines::IsMissing(cell)) // an idle channel may share the sensor

@@ -50,7 +50,7 @@ private:
     std::string timeStamp_;
     std::string comment_;
     std::array<FileOpr::DisplayedCells, maxChannels> values_;
-    std::array<std::string, sensorCount> temperatures_;
+    std::array<std::string, tempSensorCount> temperatures_;
 };
 
 /// The entry box as a record number: its leading number as a 32-bit integer.

@@ -1,7 +1,7 @@
 #include "report/ReportLoader.h"
 
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 #include "files/MeasurementLines.h"
 #include "platform/Platform.h"
 #include "report/ChannelHeader.h"

@@ -35,7 +35,7 @@ void Selection::FillBoxes() {
 }
 
 Selection::Box Selection::SensorBox(std::size_t index) const {
-    if (index >= sensorCount)
+    if (index >= tempSensorCount)
         return {};
     const bool enabled = SensorUsed(static_cast<int>(index) + 1);
     return {true, enabled, enabled && sensorInUse[index]};
@@ -73,7 +73,7 @@ bool Selection::Fits(std::int32_t points) const {
 void Selection::Accept() const {
     unitCode = unit_;
     if (unit_ == FileOpr::Quantity::celsius) { // the channels keep their own choice
-        for (std::size_t i = 0; i < sensorCount; ++i)
+        for (std::size_t i = 0; i < tempSensorCount; ++i)
             sensorInUse[i] = boxes_[i].checked;
         return;
     }

@@ -1,7 +1,7 @@
 #include "report/TextSource.h"
 
-#include "app/CodePage.h"
-#include "app/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/RunTimeError.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include "settings/RecordLines.h"
 
-#include "app/Electrode.h"
+#include "base/Electrode.h"
 #include "platform/Platform.h"
 
 namespace mWinInit {

@@ -1,8 +1,9 @@
 #include "settings/RecordLines.h"
 
-#include "app/Electrode.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/Electrode.h"
+#include "base/Letters.h"
+#include "base/NumberText.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -31,11 +32,6 @@ std::optional<std::size_t> FieldBegin(std::string_view text, int index) {
 
 int FieldCount(std::string_view text) {
     return static_cast<int>(std::count(text.begin(), text.end(), separator)) + 1;
-}
-
-bool IsNotApplicable(std::string_view field) {
-    return std::equal(field.begin(), field.end(), notApplicable.begin(), notApplicable.end(),
-                      [](char a, char b) { return a == b || (b >= 'A' && a == b - 'A' + 'a'); });
 }
 
 /// What a line can hold: a control character inside a text would end the line or its field.
@@ -128,7 +124,8 @@ void DecodeChannel(ChannelSetupRecord& channel, std::string_view line) {
     channel.RefType = GetField(line, 3, 1);
     channel.RefSerialNo = GetField(line, 4, 1);
     const std::string mass = GetField(line, 5, 1);
-    channel.MolarMass = IsNotApplicable(mass) ? 0 : NumberText::LeadingSingle(mass);
+    channel.MolarMass =
+        Letters::SameText(notApplicable, mass) ? 0 : NumberText::LeadingSingle(mass);
     channel.TempSensor = NumberText::LeadingInteger(GetField(line, 6, 1));
 }
 

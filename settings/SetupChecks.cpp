@@ -1,8 +1,9 @@
 #include "settings/SetupChecks.h"
 
-#include "app/Electrode.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/Electrode.h"
+#include "base/Letters.h"
+#include "base/NumberText.h"
 
 #include <algorithm>
 #include <cctype>
@@ -101,10 +102,8 @@ std::optional<std::int16_t> Averaging(std::string_view text) {
 }
 
 std::optional<float> MolarMass(std::string_view text) {
-    std::string trimmed = Mcommon::TrimControl(text);
-    std::transform(trimmed.begin(), trimmed.end(), trimmed.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    if (trimmed.empty() || trimmed == "N/A")
+    const std::string trimmed = Mcommon::TrimControl(text);
+    if (trimmed.empty() || Letters::SameText(trimmed, "N/A"))
         return 0.0F;
     const auto number = NumberText::StrictSingle(trimmed);
     if (!number || *number < 0)

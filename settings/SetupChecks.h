@@ -34,7 +34,7 @@ struct Entries {
     std::string projectName;
     std::string analyst;
     std::int16_t channelCount = 4;
-    std::array<ChannelEntry, mWinInit::maxChannels> channels;
+    std::array<ChannelEntry, maxChannels> channels;
 };
 
 /// The box that a finding is about.

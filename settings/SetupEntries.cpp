@@ -1,8 +1,8 @@
 #include "settings/SetupEntries.h"
 
-#include "app/DateText.h"
-#include "app/Electrode.h"
-#include "app/NumberText.h"
+#include "base/DateText.h"
+#include "base/Electrode.h"
+#include "base/NumberText.h"
 #include "settings/mWinInit.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 #include "settings/TempSensorTable.h"
 #include "settings/RecordLines.h"
 
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 #include "platform/Platform.h"
 
 #include <algorithm>

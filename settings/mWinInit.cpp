@@ -1,8 +1,8 @@
 #include "settings/mWinInit.h"
 
-#include "app/CodePage.h"
-#include "app/DateText.h"
-#include "app/Electrode.h"
+#include "base/CodePage.h"
+#include "base/DateText.h"
+#include "base/Electrode.h"
 #include "platform/Platform.h"
 #include "settings/RecordLines.h"
 #include "settings/TempSensorTable.h"

@@ -15,7 +15,6 @@
 /// the stores of the settings file.
 namespace mWinInit {
 
-inline constexpr int maxChannels = electrodePositions;
 inline constexpr std::string_view projectPlaceholder = "< Please type the name of this project >";
 inline constexpr std::string_view analystPlaceholder = "< Please type the name of analyst >";
 

@@ -1,7 +1,8 @@
 #include "simulator/CommandParser.h"
 
-#include "app/Electrode.h"
-#include "app/RunTimeError.h"
+#include "base/Electrode.h"
+#include "base/Letters.h"
+#include "base/RunTimeError.h"
 #include "simulator/LineSpeed.h"
 #include "simulator/Words.h"
 
@@ -36,10 +37,11 @@ Seconds TakeSeconds(Words& words, std::string_view what, double least) {
 /// words.
 std::string TakeElectrodeName(Words& words) {
     const std::string word = words.Take("The electrode's name");
-    if (SameWord(word, "pH") || (SameWord(word, "H") && words.TakeIf("(pH)")))
+    if (Letters::SameText(word, "pH") || (Letters::SameText(word, "H") && words.TakeIf("(pH)")))
         return std::string(Electrode::pHName);
-    const auto known = std::find_if(Electrode::names.begin(), Electrode::names.end(),
-                                    [&](std::string_view name) { return SameWord(name, word); });
+    const auto known =
+        std::find_if(Electrode::names.begin(), Electrode::names.end(),
+                     [&](std::string_view name) { return Letters::SameText(name, word); });
     if (known != Electrode::names.end())
         return std::string(*known);
     std::string list;
@@ -118,7 +120,7 @@ const FaultName& TakeFaultName(Words& words) {
     const std::string word = words.Take("The kind of fault");
     std::string list;
     for (const FaultName& each : FaultNames()) {
-        if (SameWord(each.name, word))
+        if (Letters::SameText(each.name, word))
             return each;
         list += (list.empty() ? "" : ", ") + std::string(each.name);
     }
@@ -200,7 +202,7 @@ Command ParseCommand(std::string_view line) {
     Words words(line);
     const std::string name = words.Take("The command");
     for (const Verb& verb : verbs) {
-        if (!SameWord(verb.name, name))
+        if (!Letters::SameText(verb.name, name))
             continue;
         Command command = verb.parse(words);
         words.ExpectEnd();

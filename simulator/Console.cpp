@@ -1,7 +1,7 @@
 #include "simulator/Console.h"
 
-#include "app/Electrode.h"
-#include "app/RunTimeError.h"
+#include "base/Electrode.h"
+#include "base/RunTimeError.h"
 #include "simulator/CommandParser.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #include "simulator/ControlSocket.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <array>
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include "simulator/ElectrodeModel.h"
 
-#include "app/Electrode.h"
+#include "base/Electrode.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "simulator/Instrument.h"
 
-#include "app/Electrode.h"
+#include "base/Electrode.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "simulator/LineSpeed.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <array>
 #include <charconv>

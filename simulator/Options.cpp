@@ -1,6 +1,6 @@
 #include "simulator/Options.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "simulator/CommandParser.h"
 #include "simulator/LineSpeed.h"
 #include "simulator/Words.h"

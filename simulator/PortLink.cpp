@@ -1,6 +1,6 @@
 #include "simulator/PortLink.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <cstdlib>
 #include <system_error>

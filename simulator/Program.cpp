@@ -1,6 +1,6 @@
 #include "simulator/Program.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "simulator/Port.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "simulator/FileDescriptor.h"
 #include "simulator/LineSpeed.h"
 

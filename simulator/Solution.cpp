@@ -1,6 +1,6 @@
 #include "simulator/Solution.h"
 
-#include "app/Electrode.h"
+#include "base/Electrode.h"
 #include "simulator/Quantities.h"
 
 #include <cmath>

@@ -1,6 +1,7 @@
 #include "simulator/Words.h"
 
-#include "app/RunTimeError.h"
+#include "base/Letters.h"
+#include "base/RunTimeError.h"
 #include "simulator/Quantities.h"
 
 #include <algorithm>
@@ -14,10 +15,6 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
 
-char Lower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 std::optional<double> Number(std::string_view word) {
     if (word.size() > 1 && word.front() == '+' && word[1] != '-')
         word.remove_prefix(1);
@@ -29,11 +26,6 @@ std::optional<double> Number(std::string_view word) {
 }
 
 } // namespace
-
-bool SameWord(std::string_view left, std::string_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char l, char r) { return Lower(l) == Lower(r); });
-}
 
 Words::Words(std::string_view line) {
     std::size_t begin = line.find_first_not_of(blanks);
@@ -49,7 +41,7 @@ std::string_view Words::Peek() const {
 }
 
 bool Words::TakeIf(std::string_view word) {
-    if (AtEnd() || !SameWord(words_[next_], word))
+    if (AtEnd() || !Letters::SameText(words_[next_], word))
         return false;
     ++next_;
     return true;

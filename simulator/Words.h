@@ -6,9 +6,6 @@
 
 namespace simulator {
 
-/// True when both texts are equal but for the case of the letters a to z.
-bool SameWord(std::string_view left, std::string_view right);
-
 /// The words of a line in order, taken one by one. What goes wrong is thrown as RunTimeError.
 class Words {
 public:

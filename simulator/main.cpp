@@ -1,4 +1,4 @@
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "simulator/Options.h"
 #include "simulator/Program.h"
 

@@ -1,6 +1,6 @@
 #include "platform/System.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/posix/PosixFile.h"
 #include "platform/posix/ProfileText.h"
 

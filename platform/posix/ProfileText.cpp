@@ -1,5 +1,7 @@
 #include "platform/posix/ProfileText.h"
 
+#include "base/Letters.h"
+
 #include <algorithm>
 
 namespace platform::posix {
@@ -15,16 +17,11 @@ bool IsBlank(char c) {
 }
 
 std::string_view WithoutLeadingBlanks(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front()))
-        text.remove_prefix(1);
-    return text;
+    return Letters::WithoutLeading(text, IsBlank);
 }
 
 std::string_view Trimmed(std::string_view text) {
-    text = WithoutLeadingBlanks(text);
-    while (!text.empty() && IsBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
+    return Letters::Trimmed(text, IsBlank);
 }
 
 /// The part that the calls, which end every text at a NUL, give back.
@@ -32,20 +29,11 @@ std::string_view UpToNul(std::string_view text) {
     return text.substr(0, text.find('\0'));
 }
 
-char Upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-bool SameName(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
-                                              [](char x, char y) { return Upper(x) == Upper(y); });
-}
-
-/// FNV-1a of the name in upper case: equal names have equal hashes.
+/// FNV-1a of the name in lower case: equal names have equal hashes.
 std::uint32_t HashOf(std::string_view name) {
     std::uint32_t hash = 2166136261U;
     for (const char c : name)
-        hash = (hash ^ static_cast<unsigned char>(Upper(c))) * 16777619U;
+        hash = (hash ^ static_cast<unsigned char>(Letters::Lower(c))) * 16777619U;
     return hash;
 }
 
@@ -146,7 +134,7 @@ std::string_view ProfileText::NameAt(std::size_t index) const {
 std::optional<std::size_t> ProfileText::Find(std::string_view name, std::size_t from) const {
     const std::uint32_t hash = HashOf(name);
     for (std::size_t i = from; i < headers_.size(); ++i)
-        if (headers_[i].hash == hash && SameName(NameAt(i), name))
+        if (headers_[i].hash == hash && Letters::SameText(NameAt(i), name))
             return i;
     return std::nullopt;
 }
@@ -180,7 +168,7 @@ std::optional<ProfileText::Entry> ProfileText::Find(const Section& section,
                                                     std::string_view name) const {
     Entries entries(text_, section);
     while (const auto entry = entries.Next())
-        if (SameName(entry->name, name))
+        if (Letters::SameText(entry->name, name))
             return entry;
     return std::nullopt;
 }

@@ -1,6 +1,6 @@
 #include "platform/posix/TextEncoding.h"
 
-#include "app/CodePage.h"
+#include "base/CodePage.h"
 
 #include <cstddef>
 

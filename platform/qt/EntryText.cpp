@@ -1,6 +1,6 @@
 #include "platform/qt/EntryText.h"
 
-#include "app/CodePage.h"
+#include "base/CodePage.h"
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "platform/qt/PrintTarget.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/qt/Text.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "platform/qt/QtDesktop.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/qt/DesktopPrograms.h"
 #include "platform/qt/HelpWindow.h"
 #include "platform/qt/Text.h"

@@ -1,7 +1,7 @@
 #include "platform/qt/QtPrinter.h"
 
 #include "app/Mcommon.h"
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/qt/Text.h"
 
 #include <QFontDatabase>

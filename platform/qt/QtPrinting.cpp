@@ -1,6 +1,6 @@
 #include "platform/qt/QtPrinting.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/qt/InputGate.h"
 #include "platform/qt/PrintTarget.h"
 #include "platform/qt/QtPrinter.h"

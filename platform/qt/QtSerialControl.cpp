@@ -1,6 +1,6 @@
 #include "platform/qt/QtSerialControl.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/Platform.h"
 #include "platform/System.h"
 #include "platform/qt/Text.h"

@@ -1,7 +1,7 @@
 #include "platform/qt/Text.h"
 
-#include "app/CodePage.h"
-#include "app/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/RunTimeError.h"
 
 namespace Text {
 

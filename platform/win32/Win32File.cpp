@@ -1,7 +1,7 @@
 #include "platform/win32/Win32File.h"
 
-#include "app/CodePage.h"
-#include "app/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/RunTimeError.h"
 
 #include <limits>
 #include <random>

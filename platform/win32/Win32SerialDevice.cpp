@@ -1,6 +1,6 @@
 #include "platform/SerialDevice.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 #include "platform/System.h"
 
-#include "app/CodePage.h"
-#include "app/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/RunTimeError.h"
 
 #include <windows.h>
 

@@ -123,7 +123,7 @@ void Report::FollowLive() {
     FileOpr::SetLiveReport(std::move(live));
 }
 
-void Report::LiveRecord(std::int32_t record, const std::array<float, electrodePositions>& values) {
+void Report::LiveRecord(std::int32_t record, const std::array<float, maxChannels>& values) {
     if (!FileOpr::IsFollowing()) // the record waits in the temporary file
         return;
     if (Mreport::FileBegunAnew()) // loaded when the record's own handler has ended

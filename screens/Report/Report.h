@@ -83,7 +83,7 @@ private:
     void ShowView(bool table);
     void AllowMenus();
     void FollowLive();
-    void LiveRecord(std::int32_t record, const std::array<float, electrodePositions>& values);
+    void LiveRecord(std::int32_t record, const std::array<float, maxChannels>& values);
     void CheckWhetherLive();
     void NoticeDamage();
     /// False, and it is said, while a load or an export runs.

@@ -1,5 +1,5 @@
-#include "app/CodePage.h"
 #include "app/Mcommon.h"
+#include "base/CodePage.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
 #include "report/CsvExport.h"

@@ -1,9 +1,9 @@
 #include "screens/SimultCalib/SimultCalib.h"
 
-#include "app/DateText.h"
-#include "app/Electrode.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/DateText.h"
+#include "base/Electrode.h"
+#include "base/NumberText.h"
 #include "chem/CalibrationInstructions.h"
 #include "chem/CalibrationSummary.h"
 #include "chem/Measure.h"
@@ -51,7 +51,7 @@ const mWinInit::ChannelSetupRecord& SetupOf(int channel) {
 }
 
 int SignalIndex(int channel, int point) {
-    return point * electrodePositions + channel;
+    return point * maxChannels + channel;
 }
 
 bool CanBeCalibrated(const std::string& electrode) {
@@ -141,7 +141,7 @@ void SimultCalib::WidenForChannels() {
 void SimultCalib::ShowState() {
     for (int point = 0; point < CalibrationSession::maxPoints; ++point)
         ShowPoint(point);
-    for (int channel = 0; channel < electrodePositions; ++channel)
+    for (int channel = 0; channel < maxChannels; ++channel)
         ShowChannel(channel);
     cboCalibPtrs->setEnabled(!session_.IsReading());
     cboUnits->setEnabled(!session_.IsReading());
@@ -155,7 +155,7 @@ void SimultCalib::ShowPoint(int point) {
     lblDat(point).setVisible(chosen);
     lblDat(point).setText(Text::ToQt(StandardEntry::PointLabel(session_.IsPH(), session_.Unit())));
     ShowEntryState(point, chosen);
-    for (int channel = 0; channel < electrodePositions; ++channel) {
+    for (int channel = 0; channel < maxChannels; ++channel) {
         QLabel& reading = lblSig(SignalIndex(channel, point));
         reading.setVisible(chosen && TakesPart(channel));
         reading.setText(ReadingText(channel, point));

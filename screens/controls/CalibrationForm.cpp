@@ -1,7 +1,7 @@
 #include "screens/controls/CalibrationForm.h"
 
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 #include "link/DataAcq.h"
 #include "platform/Platform.h"
 #include "platform/qt/EntryText.h"

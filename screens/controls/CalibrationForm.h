@@ -138,7 +138,7 @@ private:
     EventGuard guard_{"Unexpected Error - "};
     FormTimer readTimer_{tmrRead};
     ReadingSeries series_{readTimer_};
-    std::array<StabilityMark, electrodePositions> marks_;
+    std::array<StabilityMark, maxChannels> marks_;
     std::vector<QLineEdit*> entries_;
     QLabel* lblElapsed = nullptr; ///< shows the time since "&Read" while a point is read
     QTimer tmrElapsed;

@@ -1,6 +1,6 @@
 #include "screens/controls/CalibrationPage.h"
 
-#include "app/Electrode.h"
+#include "base/Electrode.h"
 #include "chem/CalibrationSummary.h"
 #include "chem/TheoreticalSlope.h"
 #include "platform/qt/Text.h"

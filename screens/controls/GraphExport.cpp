@@ -1,6 +1,6 @@
 #include "screens/controls/GraphExport.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/GraphControl.h"
 

@@ -1,9 +1,9 @@
 #include "screens/frmCalib/frmCalib.h"
 
-#include "app/DateText.h"
-#include "app/Electrode.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/DateText.h"
+#include "base/Electrode.h"
+#include "base/NumberText.h"
 #include "chem/CalibrationSummary.h"
 #include "chem/Measure.h"
 #include "platform/Platform.h"

@@ -157,7 +157,7 @@ private:
     bool timeTickAtWork_ = false;
     bool titleRed_ = false;
     QString problemShown_; ///< why a position could not be converted
-    std::array<std::array<bool, cellKinds>, electrodePositions> errorShown_{};
+    std::array<std::array<bool, cellKinds>, maxChannels> errorShown_{};
 
     FileOpr::DisplayedChannels displayed_; ///< the texts that the page shows
     FileOpr::Recording recording_;

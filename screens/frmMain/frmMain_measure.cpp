@@ -38,7 +38,7 @@ QString OrElse(const std::string& text, const char* fallback) {
 void frmMain::PrepareMeasuringPage() {
     AcceptCodePageOnly(*ui_->txtTimer);
     AcceptCodePageOnly(*ui_->txtComment);
-    for (int i = 0; i < electrodePositions; ++i) {
+    for (int i = 0; i < maxChannels; ++i) {
         for (const int offset : cellLabels) {
             QLabel& cell = lblEntry(offset + i);
             // Wide enough for any reading; the layout alone decides beyond that, never the text, so
@@ -71,7 +71,7 @@ void frmMain::FitFigures(QSize cellSize) {
             metrics.height() + frame <= cellSize.height())
             break;
     }
-    for (int i = 0; i < electrodePositions; ++i)
+    for (int i = 0; i < maxChannels; ++i)
         for (const int offset : cellLabels) {
             QLabel& cell = lblEntry(offset + i);
             font.setBold(cell.font().bold());

@@ -1,6 +1,6 @@
-#include "app/DateText.h"
 #include "app/Mcommon.h"
-#include "app/RunTimeError.h"
+#include "base/DateText.h"
+#include "base/RunTimeError.h"
 #include "files/FileOpr.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"

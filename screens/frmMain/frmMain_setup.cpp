@@ -1,7 +1,7 @@
-#include "app/CodePage.h"
-#include "app/Electrode.h"
 #include "app/Mcommon.h"
-#include "app/NumberText.h"
+#include "base/CodePage.h"
+#include "base/Electrode.h"
+#include "base/NumberText.h"
 #include "chem/Measure.h"
 #include "files/FileOpr.h"
 #include "platform/Platform.h"
@@ -55,7 +55,7 @@ std::int16_t AveragingOr(std::int16_t inForce, const std::string& text) {
 } // namespace
 
 void frmMain::FillLists() {
-    for (int i = 0; i < mWinInit::maxChannels; ++i) {
+    for (int i = 0; i < maxChannels; ++i) {
         for (std::size_t name = 0; name < Electrode::names.size(); ++name)
             cboEntry(i).addItem(Text::ToQt(Electrode::names[name]), static_cast<int>(name));
         for (const char* type : referenceTypes)
@@ -76,7 +76,7 @@ void frmMain::PrepareSetupPage() {
     connect(toProject, &QShortcut::activated, this, [this] { Form_KeyDown(Qt::Key_D); });
     txtEntry(2).installEventFilter(this);
     txtEntry(3).installEventFilter(this);
-    for (int i = 0; i < mWinInit::maxChannels; ++i) {
+    for (int i = 0; i < maxChannels; ++i) {
         AcceptFieldTextOnly(txtEntry(serialNoBox + i));
         AcceptFieldTextOnly(txtEntry(refSerialNoBox + i));
         AcceptFieldTextOnly(txtMolarMass(i));
@@ -111,7 +111,7 @@ void frmMain::ShowSetup() {
     ui_->txtPortNumber->setValue(hardware.HardwarePortNumber);
     ui_->txtDataFolder->setText(Text::ToQt(mWinInit::ProjectInfo.MeasurementFileLocation));
     ShowExperimentDate();
-    for (int i = 0; i < mWinInit::maxChannels; ++i) {
+    for (int i = 0; i < maxChannels; ++i) {
         ShowChannel(i);
         chkSelect(i).setChecked(i < ChannelCount() &&
                                 cboEntry(i).currentIndex() != Electrode::noneIndex);
@@ -231,7 +231,7 @@ QWidget& frmMain::ControlOf(const SetupChecks::Finding& finding) {
 }
 
 void frmMain::cboEntry_Click(int Index) {
-    if (Index >= mWinInit::maxChannels) // reference types and sensors are stored with the page
+    if (Index >= maxChannels) // reference types and sensors are stored with the page
         return;
     const std::string chosen = Text::FromQt(cboEntry(Index).currentText());
     const std::string before = SetupOf(Index).Electrode;

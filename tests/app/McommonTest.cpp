@@ -1,6 +1,6 @@
 #include "app/Mcommon.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "support/FakePlatform.h"
 
 #include <gtest/gtest.h>

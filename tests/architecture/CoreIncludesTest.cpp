@@ -42,7 +42,7 @@ TEST_F(PlantedFiles, An_include_of_Qt_is_found_with_its_file_and_line) {
 TEST_F(PlantedFiles, An_include_of_a_screen_or_of_what_is_above_the_core_is_found) {
     Plant("files/a.cpp", "#include \"screens/frmMain/frmMain.h\"\n");
     Plant("files/b.cpp", "#include \"platform/qt/QtDialogs.h\"\n");
-    Plant("platform/c.h", "#include \"app/program/theMain.h\"\n");
+    Plant("platform/c.h", "#include \"program/theMain.h\"\n");
     EXPECT_EQ(Found(),
               (Lines{"files/a.cpp:1: includes screens", "files/b.cpp:1: includes platform/qt",
                      "platform/c.h:1: includes app/program"}));
@@ -69,7 +69,7 @@ TEST_F(PlantedFiles, What_is_allowed_is_not_reported) {
                           "#include <queue>\n// #include <QTimer>\n");
     Plant("platform/posix/b.cpp", "#include \"app/CodePage.h\"\n#include <fcntl.h>\n");
     Plant("platform/qt/c.cpp", "#include <QTimer>\n");
-    Plant("app/program/d.cpp", "#include <QTimer>\n");
+    Plant("program/d.cpp", "#include <QTimer>\n");
     EXPECT_EQ(Found(), Lines{});
 }
 

@@ -53,8 +53,8 @@ protected:
     }
 
     void ConnectSensor(std::size_t sensor, float reading) {
-        readings[electrodePositions + sensor] = reading;
-        selected[electrodePositions + sensor] = -1;
+        readings[maxChannels + sensor] = reading;
+        selected[maxChannels + sensor] = -1;
     }
 
     Measure::ConversionFailures Convert() {
@@ -63,8 +63,8 @@ protected:
     }
 
     static constexpr float untouched = -99.0F;
-    std::array<std::string_view, electrodePositions> electrodes{};
-    std::array<CalibrationRecord, electrodePositions> calibrations{};
+    std::array<std::string_view, maxChannels> electrodes{};
+    std::array<CalibrationRecord, maxChannels> calibrations{};
     std::array<TempSensorCalibration, tempSensorCount> sensors{};
     std::array<std::int16_t, cyclePositions> selected{};
     std::array<float, cyclePositions> readings{};
@@ -190,8 +190,8 @@ TEST_F(ConvertReadings, A_count_beyond_the_tables_is_out_of_range_and_reads_noth
 }
 
 TEST_F(ConvertReadings, Only_channels_that_can_be_converted_and_their_sensors_are_selected) {
-    const std::array<std::int16_t, electrodePositions> channels{-1, -1, -1, -1, -1, 0, -1, -1};
-    const std::array<std::int16_t, electrodePositions> sensorOf{0, 1, 0, 4, 0, 3, 9, -1};
+    const std::array<std::int16_t, maxChannels> channels{-1, -1, -1, -1, -1, 0, -1, -1};
+    const std::array<std::int16_t, maxChannels> sensorOf{0, 1, 0, 4, 0, 3, 9, -1};
     electrodes = {"Ca", "Ca", "Redox", "None", "H (pH)", "Ca", "", "F"};
     calibrations[1] = ionCalibration;
     calibrations[3] = ionCalibration; // left over from an earlier electrode

@@ -6,7 +6,7 @@ namespace {
 
 class MeasuringCycleTest : public ::testing::Test {
 protected:
-    std::array<CalibrationRecord, electrodePositions> calibration;
+    std::array<CalibrationRecord, maxChannels> calibration;
     std::array<TempSensorCalibration, tempSensorCount> sensor;
     std::array<float, cyclePositions> averages{};
 

@@ -1,4 +1,4 @@
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "chem/Measure.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "chem/StandardEntry.h"
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "chem/CalibrationInstructions.h"
 
 #include <gtest/gtest.h>

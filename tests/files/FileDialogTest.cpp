@@ -1,4 +1,4 @@
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "files/FileOpr.h"
 #include "settings/mWinInit.h"
 #include "support/FakePlatform.h"

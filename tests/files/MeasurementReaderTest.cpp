@@ -1,7 +1,7 @@
 #include "files/MeasurementReader.h"
 
-#include "app/NumberText.h"
-#include "app/RunTimeError.h"
+#include "base/NumberText.h"
+#include "base/RunTimeError.h"
 #include "files/FileOpr.h"
 #include "files/MeasurementLines.h"
 #include "files/SetUpRun.h"
@@ -154,7 +154,7 @@ protected:
         mWinInit::ProjectInfo.Experimentator = Text(60);
         const std::array<std::string, 6> electrodes{"H (pH)", "Redox",        "None",
                                                     "Ca",     "Ca sea water", "ClO4"};
-        for (std::size_t i = 0; i < electrodePositions; ++i) {
+        for (std::size_t i = 0; i < maxChannels; ++i) {
             auto& channel = ChannelSetup[i];
             channel.Electrode = electrodes[static_cast<std::size_t>(Pick(0, 5))];
             channel.SerialNo = Text(20);
@@ -203,7 +203,7 @@ protected:
         const auto& rows = FileOpr::Rows();
         const std::array<bool, 5> present{true, rows.pH, rows.ion, rows.ion, true};
         const auto channels = static_cast<std::size_t>(mWinInit::HardwareSettings.ChannelCount);
-        for (std::size_t i = 0; i < electrodePositions; ++i)
+        for (std::size_t i = 0; i < maxChannels; ++i)
             for (std::size_t q = 0; q < present.size(); ++q) {
                 std::string expected = Padded("");
                 if (i < channels && present[q])

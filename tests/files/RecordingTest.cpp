@@ -1,6 +1,6 @@
 #include "files/Recording.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "files/FileOpr.h"
 #include "files/MeasurementReader.h"
 #include "files/SetUpRun.h"

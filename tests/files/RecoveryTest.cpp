@@ -1,6 +1,6 @@
 #include "files/Recovery.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "files/FileOpr.h"
 #include "files/RecordedFiles.h"
 #include "files/RecordingNote.h"

@@ -1,4 +1,4 @@
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "files/FileOpr.h"
 #include "files/SetUpRun.h"
 #include "settings/mWinInit.h"
@@ -9,7 +9,7 @@
 namespace {
 
 using FileOpr::Quantity;
-using Values = std::array<float, electrodePositions>;
+using Values = std::array<float, maxChannels>;
 
 class SaveMeasure : public testing::Test {
 protected:

@@ -6,7 +6,7 @@ void SetUpRun(std::int16_t channelCount) {
     mWinInit::Reset(channelCount);
     mWinInit::ProjectInfo.ProjectName = "Well 7";
     mWinInit::ProjectInfo.Experimentator = "A. Nalyst";
-    for (std::size_t i = 0; i < electrodePositions; i += 4) {
+    for (std::size_t i = 0; i < maxChannels; i += 4) {
         mWinInit::ChannelSetup[i] = {"H (pH)", "PH-11", "Double", "R-1", 0, 1};
         mWinInit::ChannelSetup[i + 1] = {"Ca", "CA-12", "Single", "R-2", 40.078F, 2};
         mWinInit::ChannelSetup[i + 2] = {"Redox", "RX-13", "None", "", 0, 0};

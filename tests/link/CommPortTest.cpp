@@ -1,6 +1,6 @@
 #include "link/CommPort.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "support/FakeLink.h"
 #include "support/FakePlatform.h"
 

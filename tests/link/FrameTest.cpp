@@ -1,6 +1,6 @@
 #include "link/Frame.h"
 
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 #include "support/FakeLink.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/System.h"
 #include "support/FakePlatform.h"
 

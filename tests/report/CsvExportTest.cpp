@@ -1,6 +1,6 @@
 #include "report/CsvExport.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "report/support/LoadedReport.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include "report/PrintCalibSummary.h"
 
 #include "app/Mcommon.h"
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "support/FakePlatform.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "report/PrintLayout.h"
 
 #include "app/Mcommon.h"
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "report/PrintedLines.h"
 #include "support/FakePlatform.h"
 

@@ -1,5 +1,5 @@
 #include "app/Mcommon.h"
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "report/support/LoadedReport.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "simulator/CommandParser.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "simulator/Console.h"
 
 #include <gtest/gtest.h>

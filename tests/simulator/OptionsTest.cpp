@@ -1,6 +1,6 @@
 #include "simulator/Options.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "support/FakeLink.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -87,11 +87,11 @@ public:
 /// Stands still unless it is moved, or moves by `step` at each look.
 class Clock : public platform::Clock {
 public:
-    platform::LocalTime now{2003, 3, 7, 14, 5, 33};
+    LocalTime now{2003, 3, 7, 14, 5, 33};
     mutable std::chrono::milliseconds monotonic{1000};
     std::chrono::milliseconds step{0};
 
-    platform::LocalTime Now() const override { return now; }
+    LocalTime Now() const override { return now; }
     std::chrono::milliseconds Monotonic() const override { return monotonic += step; }
 };
 

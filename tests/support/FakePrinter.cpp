@@ -1,6 +1,6 @@
 #include "support/FakePrinter.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <sstream>
 

@@ -1,6 +1,6 @@
-#include "app/program/SystemServices.h"
-#include "app/program/theMain.h"
 #include "files/MeasurementReader.h"
+#include "program/SystemServices.h"
+#include "program/theMain.h"
 #include "settings/mWinInit.h"
 #include "tour/Analyst.h"
 #include "tour/Stage.h"

@@ -1,6 +1,6 @@
 #include "screens/frmMain/MainScreenTest.h"
 
-#include "app/Electrode.h"
+#include "base/Electrode.h"
 #include "chem/Measure.h"
 #include "platform/qt/Text.h"
 #include "screens/SimultCalib/SimultCalib.h"

@@ -1,7 +1,7 @@
 #include "LinkTest.h"
 #include "PtyPeer.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/SerialDevice.h"
 #include "platform/qt/QtSerialControl.h"
 

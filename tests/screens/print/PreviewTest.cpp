@@ -1,6 +1,6 @@
 #include "PdfText.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/qt/QtPrinting.h"
 #include "screens/support/ScreenTest.h"
 

@@ -1,7 +1,7 @@
 #include "CupsServer.h"
 #include "PdfText.h"
 
-#include "app/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/QtPrinting.h"
 #include "report/PrintJob.h"

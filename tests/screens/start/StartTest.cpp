@@ -1,6 +1,6 @@
-#include "app/RunTimeError.h"
-#include "app/program/theMain.h"
+#include "base/RunTimeError.h"
 #include "link/CommPort.h"
+#include "program/theMain.h"
 #include "screens/support/ScreenTest.h"
 #include "settings/mWinInit.h"
 

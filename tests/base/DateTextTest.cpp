@@ -1,11 +1,11 @@
-#include "app/DateText.h"
+#include "base/DateText.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-constexpr platform::LocalTime afternoon{2003, 3, 7, 14, 5, 33};
-constexpr platform::LocalTime earlyMorning{2024, 12, 31, 7, 0, 9};
+constexpr LocalTime afternoon{2003, 3, 7, 14, 5, 33};
+constexpr LocalTime earlyMorning{2024, 12, 31, 7, 0, 9};
 
 TEST(DateText, Each_pattern_is_the_one_of_its_place) {
     EXPECT_EQ(DateText::Record(afternoon), "14:05:33 07.Mar.2003");

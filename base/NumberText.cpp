@@ -1,6 +1,6 @@
-#include "app/NumberText.h"
+#include "base/NumberText.h"
 
-#include "app/Mcommon.h"
+#include "base/Letters.h"
 
 #include <algorithm>
 #include <array>
@@ -233,7 +233,7 @@ double RoundedToEven(double value) {
 
 /// The value of the whole trimmed text, nothing where it is no number.
 std::optional<double> StrictDouble(std::string_view text) {
-    const std::string number = Mcommon::TrimControl(text);
+    const std::string number = Letters::TrimControl(text);
     if (number.empty() || NumberLength(number) != number.size())
         return std::nullopt;
     return ValueOf(number);

@@ -1,4 +1,4 @@
-#include "app/program/theMain.h"
+#include "program/theMain.h"
 
 #include "link/CommPort.h"
 #include "platform/Platform.h"

@@ -1,6 +1,6 @@
-#include "app/program/SystemServices.h"
-#include "app/program/theMain.h"
 #include "platform/qt/QtPlaces.h"
+#include "program/SystemServices.h"
+#include "program/theMain.h"
 
 #include <QApplication>
 

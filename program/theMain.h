@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Version.h"
+#include "base/Version.h"
 #include "screens/controls/EventGuard.h"
 
 #include <memory>

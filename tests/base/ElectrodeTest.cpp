@@ -1,4 +1,4 @@
-#include "app/Electrode.h"
+#include "base/Electrode.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/program/SystemServices.h"
+#include "program/SystemServices.h"
 
 #include "platform/System.h"
 

@@ -1,4 +1,4 @@
-#include "app/DateText.h"
+#include "base/DateText.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +22,7 @@ std::string_view MonthName(int month) {
     return months[static_cast<std::size_t>(std::clamp(month, 1, 12) - 1)];
 }
 
-std::string DatePart(const platform::LocalTime& time, char separator) {
+std::string DatePart(const LocalTime& time, char separator) {
     std::string text = Padded(time.day, 2);
     text += separator;
     text += MonthName(time.month);
@@ -31,7 +31,7 @@ std::string DatePart(const platform::LocalTime& time, char separator) {
     return text;
 }
 
-std::string MinutesAndSeconds(const platform::LocalTime& time) {
+std::string MinutesAndSeconds(const LocalTime& time) {
     return ":" + Padded(time.minute, 2) + ":" + Padded(time.second, 2);
 }
 
@@ -42,31 +42,31 @@ int MonthOf(std::string_view name) {
     return found == months.end() ? 0 : static_cast<int>(found - months.begin()) + 1;
 }
 
-std::string Record(const platform::LocalTime& time) {
+std::string Record(const LocalTime& time) {
     return Padded(time.hour, 2) + MinutesAndSeconds(time) + " " + DatePart(time, '.');
 }
 
-std::string Header(const platform::LocalTime& time) {
+std::string Header(const LocalTime& time) {
     return Padded(time.hour, 2) + MinutesAndSeconds(time) + "  " + DatePart(time, '.');
 }
 
-std::string Clock(const platform::LocalTime& time) {
+std::string Clock(const LocalTime& time) {
     return std::to_string(time.hour) + MinutesAndSeconds(time) + " " + DatePart(time, '.');
 }
 
-std::string Date(const platform::LocalTime& time) {
+std::string Date(const LocalTime& time) {
     return DatePart(time, '.');
 }
 
-std::string SingleCalibration(const platform::LocalTime& time) {
+std::string SingleCalibration(const LocalTime& time) {
     return Padded(time.hour, 2) + ":" + Padded(time.minute, 2) + " " + DatePart(time, '.');
 }
 
-std::string PrintedPage(const platform::LocalTime& time) {
+std::string PrintedPage(const LocalTime& time) {
     return DatePart(time, '-');
 }
 
-std::string General(const platform::LocalTime& time) {
+std::string General(const LocalTime& time) {
     return DatePart(time, '.') + " " + std::to_string(time.hour) + MinutesAndSeconds(time);
 }
 

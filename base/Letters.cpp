@@ -1,0 +1,41 @@
+#include "base/Letters.h"
+
+#include <algorithm>
+
+namespace Letters {
+
+namespace {
+
+constexpr int firstPrintableCode = 33;
+
+bool IsControlOrBlank(char c) {
+    return static_cast<unsigned char>(c) < firstPrintableCode;
+}
+
+bool SameLetter(char left, char right) {
+    return Lower(left) == Lower(right);
+}
+
+} // namespace
+
+char Lower(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+bool SameText(std::string_view left, std::string_view right) {
+    return std::ranges::equal(left, right, SameLetter);
+}
+
+bool BeginsWith(std::string_view text, std::string_view start) {
+    return text.size() >= start.size() && SameText(text.substr(0, start.size()), start);
+}
+
+bool Contains(std::string_view text, std::string_view part) {
+    return !std::ranges::search(text, part, SameLetter).empty() || part.empty();
+}
+
+std::string TrimControl(std::string_view text) {
+    return std::string(Trimmed(text, IsControlOrBlank));
+}
+
+} // namespace Letters
