@@ -5,11 +5,13 @@
 void StabilityMark::Start(std::chrono::milliseconds now) {
     start_ = now;
     count_ = 0;
+    drift_.Start();
 }
 
-void StabilityMark::Add(float potential_mV) {
+void StabilityMark::Add(float potential_mV, std::chrono::milliseconds now) {
     recent_mV_[count_ % window] = potential_mV;
     ++count_;
+    drift_.Add(potential_mV, now);
 }
 
 bool StabilityMark::IsSteady() const {
@@ -20,6 +22,13 @@ bool StabilityMark::IsSteady() const {
     constexpr double roundOff_mV = 0.001;
     return static_cast<double>(highest) - static_cast<double>(lowest) <=
            static_cast<double>(tolerance_mV) + roundOff_mV;
+}
+
+std::string StabilityMark::Text() const {
+    if (IsSteady())
+        return "steady";
+    const auto drift_mV = drift_.PerMinute();
+    return drift_mV ? DriftText(*drift_mV, "mV", NumberText::Pattern::oneDecimal) : "drifting";
 }
 
 std::string MinutesAndSeconds(std::chrono::milliseconds time) {

@@ -1,28 +1,31 @@
 #pragma once
 
+#include "chem/Drift.h"
+
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 
-/// How long an electrode has been read and whether its reading has settled. It advises the analyst
-/// and decides nothing.
+/// How long an electrode has been read, whether its reading has settled, and how fast it drifts
+/// until then. It advises the analyst and decides nothing.
 class StabilityMark {
 public:
-    static constexpr std::size_t window = 10;   ///< averaged readings looked at
-    static constexpr float tolerance_mV = 0.2F; ///< largest spread of a steady reading
+    static constexpr std::size_t window = Drift::window; ///< averaged readings looked at
+    static constexpr float tolerance_mV = 0.2F;          ///< largest spread of a steady reading
 
     /// A reading starts at this moment of the monotonic clock.
     void Start(std::chrono::milliseconds now);
 
-    /// The next averaged reading.
-    void Add(float potential_mV);
+    /// The next averaged reading and its moment.
+    void Add(float potential_mV, std::chrono::milliseconds now);
 
     /// The last ten averaged readings lie within 0.2 mV. Fewer are never steady.
     bool IsSteady() const;
 
-    /// "steady" or "drifting".
-    const char* Text() const { return IsSteady() ? "steady" : "drifting"; }
+    /// "steady", the drift as "+1.3 mV/min", or "drifting" before that is known.
+    std::string Text() const;
 
     std::chrono::milliseconds Elapsed(std::chrono::milliseconds now) const { return now - start_; }
 
@@ -30,6 +33,7 @@ private:
     std::array<float, window> recent_mV_{};
     std::size_t count_ = 0;
     std::chrono::milliseconds start_{0};
+    Drift drift_;
 };
 
 /// Whole minutes and seconds, "1:05".

@@ -313,17 +313,18 @@ void CalibrationForm::tmrRead_Timer() {
 }
 
 void CalibrationForm::ShowAverages(std::span<const float, cyclePositions> averages) {
+    const auto now = platform::Current().clock.Monotonic();
     for (const int channel : session_.Channels()) {
         const auto slot = static_cast<std::size_t>(channel);
         session_.SetLive(channel, averages[slot]);
-        marks_.at(slot).Add(averages[slot]);
+        marks_.at(slot).Add(averages[slot], now);
     }
     ShowState();
 }
 
 QString CalibrationForm::MarkText(int channel) const {
     return session_.IsReading() && session_.HasLive()
-               ? QString(marks_.at(static_cast<std::size_t>(channel)).Text())
+               ? Text::ToQt(marks_.at(static_cast<std::size_t>(channel)).Text())
                : QString();
 }
 

@@ -10,9 +10,11 @@ using namespace std::chrono_literals;
 
 namespace {
 
+constexpr auto instant = 0ms; // where the time of a reading does not matter
+
 void Add(StabilityMark& mark, std::initializer_list<float> readings_mV) {
     for (const float reading : readings_mV)
-        mark.Add(reading);
+        mark.Add(reading, instant);
 }
 
 CalibrationRecord Record(std::initializer_list<float> standards,
@@ -30,17 +32,17 @@ TEST(StabilityMark, Nine_readings_are_never_steady) {
     StabilityMark mark;
     Add(mark, {1, 1, 1, 1, 1, 1, 1, 1, 1});
     EXPECT_FALSE(mark.IsSteady());
-    EXPECT_STREQ(mark.Text(), "drifting");
-    mark.Add(1);
+    EXPECT_EQ(mark.Text(), "drifting");
+    mark.Add(1, instant);
     EXPECT_TRUE(mark.IsSteady());
-    EXPECT_STREQ(mark.Text(), "steady");
+    EXPECT_EQ(mark.Text(), "steady");
 }
 
 TEST(StabilityMark, A_spread_of_exactly_two_tenths_is_steady_and_three_are_not) {
     StabilityMark mark;
     Add(mark, {100.1F, 100.2F, 100.3F, 100.1F, 100.2F, 100.3F, 100.1F, 100.2F, 100.3F, 100.1F});
     EXPECT_TRUE(mark.IsSteady());
-    mark.Add(100.4F);
+    mark.Add(100.4F, instant);
     EXPECT_FALSE(mark.IsSteady());
 }
 
@@ -48,16 +50,16 @@ TEST(StabilityMark, An_early_jump_is_forgotten_after_ten_more_readings) {
     StabilityMark mark;
     Add(mark, {-50});
     for (int i = 0; i < 9; ++i)
-        mark.Add(12);
+        mark.Add(12, instant);
     EXPECT_FALSE(mark.IsSteady());
-    mark.Add(12);
+    mark.Add(12, instant);
     EXPECT_TRUE(mark.IsSteady());
 }
 
 TEST(StabilityMark, A_slow_drift_over_the_window_is_no_steady_reading) {
     StabilityMark mark;
     for (int i = 0; i < 30; ++i)
-        mark.Add(static_cast<float>(i) * 0.05F); // 0.45 mV over ten readings
+        mark.Add(static_cast<float>(i) * 0.05F, instant); // 0.45 mV over ten readings
     EXPECT_FALSE(mark.IsSteady());
 }
 
@@ -65,10 +67,22 @@ TEST(StabilityMark, A_new_reading_starts_with_an_empty_window_and_a_new_time) {
     StabilityMark mark;
     mark.Start(5s);
     for (int i = 0; i < 10; ++i)
-        mark.Add(12);
+        mark.Add(12, instant);
     mark.Start(70s);
     EXPECT_FALSE(mark.IsSteady());
     EXPECT_EQ(mark.Elapsed(71500ms), 1500ms);
+}
+
+TEST(StabilityMark, Until_it_is_steady_the_drift_is_told_as_soon_as_it_is_known) {
+    StabilityMark mark;
+    mark.Start(0ms);
+    mark.Add(100, 0ms);
+    mark.Add(100.1F, 3000ms);
+    EXPECT_EQ(mark.Text(), "drifting");
+    mark.Add(100.2F, 6000ms); // 0.2 mV in a tenth of a minute
+    EXPECT_EQ(mark.Text(), "+2.0 mV/min");
+    mark.Start(10s);
+    EXPECT_EQ(mark.Text(), "drifting") << "nothing is left of the reading before";
 }
 
 TEST(StabilityMark, Time_is_shown_in_minutes_and_seconds) {
