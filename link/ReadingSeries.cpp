@@ -4,12 +4,9 @@
 #include "link/DataAcq.h"
 #include "platform/Platform.h"
 
-using namespace std::chrono_literals;
+#include <utility>
 
 namespace {
-
-constexpr auto connectedInterval = 1500ms;
-constexpr auto unconnectedInterval = 50ms;
 
 void SetPointer(platform::MousePointer pointer) {
     platform::Current().desktop.SetMousePointer(pointer);
@@ -34,47 +31,60 @@ ReadingSeries::~ReadingSeries() {
 }
 
 void ReadingSeries::SetTimerInterval() {
-    const auto interval = DataAcq::ConnectionState == 1 ? connectedInterval : unconnectedInterval;
+    const bool connected = DataAcq::Reader().ConnectionState == 1;
+    const auto interval = connected ? pace_.connected : pace_.unconnected;
     if (timer_.Interval() != interval)
         timer_.SetInterval(interval);
 }
 
 void ReadingSeries::Start(std::int16_t averageCount) {
-    RestartAveraging(averageCount);
-    running_ = true;
+    AwaitAverage(averageCount);
     SetTimerInterval();
     timer_.SetEnabled(true);
     CommPort::BeginReading();
 }
 
 void ReadingSeries::RestartAveraging(std::int16_t averageCount) {
-    SetPointer(platform::MousePointer::hourglass);
-    BeginAveraging(averageCount);
+    if (IsRunning())
+        AwaitAverage(averageCount);
 }
 
 /// A tick at work below this call holds the averaging; it is abandoned, and the new averaging
 /// begins when the tick has ended.
-void ReadingSeries::BeginAveraging(std::int16_t averageCount) {
+void ReadingSeries::AwaitAverage(std::int16_t averageCount) {
+    state_ = State::averaging;
+    SetPointer(platform::MousePointer::hourglass);
     if (atWork_) {
-        DataAcq::ReadingEnabled = false;
+        DataAcq::Reader().ReadingEnabled = false;
         waitingAverageCount_ = averageCount;
     } else {
         DataAcq::StartSeries(averageCount);
     }
 }
 
+void ReadingSeries::EndAwaiting() {
+    if (state_ == State::averaging)
+        SetPointer(platform::MousePointer::normal);
+}
+
 void ReadingSeries::Stop() {
-    if (!running_)
+    if (!IsRunning())
         return;
-    running_ = false;
+    EndAwaiting();
+    state_ = State::stopped;
     timer_.SetEnabled(false);
-    DataAcq::ReadingEnabled = false;
+    DataAcq::Reader().ReadingEnabled = false;
+    waitingAverageCount_.reset();
     CommPort::EndReading();
-    SetPointer(platform::MousePointer::normal);
+}
+
+bool ReadingSeries::HasValues() const {
+    return state_ == State::giving && !CommPort::HasFailed() &&
+           CommPort::State() == CommPort::LinkState::answered;
 }
 
 ReadingSeries::Tick ReadingSeries::OnTimer(std::span<float, cyclePositions> averages) {
-    if (!running_ || atWork_)
+    if (!IsRunning() || atWork_)
         return Tick::nothing;
     const AtWork atWork(atWork_);
     if (CommPort::HasFailed()) {
@@ -83,17 +93,21 @@ ReadingSeries::Tick ReadingSeries::OnTimer(std::span<float, cyclePositions> aver
     }
     if (CommPort::State() != CommPort::LinkState::answered)
         return Tick::nothing;
-    DataAcq::ReadChannels(averages);
+    return TakeAverages(averages);
+}
+
+ReadingSeries::Tick ReadingSeries::TakeAverages(std::span<float, cyclePositions> averages) {
+    auto& reader = DataAcq::Reader();
+    reader.ReadChannels(averages);
     // Events ran meanwhile: the user may have stopped, started again or changed the number.
-    if (waitingAverageCount_)
-        DataAcq::StartSeries(*waitingAverageCount_);
-    const bool abandoned = waitingAverageCount_.has_value() || !running_;
-    waitingAverageCount_.reset();
-    if (!running_)
-        DataAcq::ReadingEnabled = false;
-    if (abandoned)
+    if (const auto waiting = std::exchange(waitingAverageCount_, std::nullopt)) {
+        reader.StartSeries(*waiting);
+        return Tick::nothing;
+    }
+    if (!IsRunning())
         return Tick::nothing;
     SetTimerInterval();
-    SetPointer(platform::MousePointer::normal);
+    EndAwaiting();
+    state_ = State::giving;
     return Tick::values;
 }

@@ -1,38 +1,69 @@
 #pragma once
 
-#include "chem/CalibrationRecord.h"
+#include "base/Channels.h"
 #include "platform/Timer.h"
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <span>
 
-/// The readings of one calibration point: a series of averages that a form's timer drives. While
-/// the first average is awaited, the mouse pointer is the hourglass.
+/// A screen's readings: a series of averages that the form's tmrRead drives. Calibration screens
+/// and measuring page read through this one class, which decides the first average, the tick at
+/// work, a changed averaging number, failure and abandoning. While an average is awaited, the mouse
+/// pointer is the hourglass; the series takes away only an hourglass of its own.
+///
+/// A form calls OnTimer from its tmrRead_Timer and acts on what that tells:
+///
+///     switch (series_.OnTimer(averages)) {
+///     case ReadingSeries::Tick::nothing: break;
+///     case ReadingSeries::Tick::values:  convert and show; break;
+///     case ReadingSeries::Tick::failed:  bring the button back, show the connection message;
+///     break;
+///     }
 class ReadingSeries {
 public:
+    /// The timer's intervals until the instrument has been heard for the first time, and after.
+    struct Pace {
+        std::chrono::milliseconds unconnected;
+        std::chrono::milliseconds connected;
+    };
+    static constexpr Pace calibrationPace{std::chrono::milliseconds(50),
+                                          std::chrono::milliseconds(1500)};
+    static constexpr Pace measuringPace{std::chrono::milliseconds(500),
+                                        std::chrono::milliseconds(500)};
+
     enum class Tick {
-        nothing, ///< no good frame yet, or the series has ended meanwhile
+        nothing, ///< no good frame yet, or the series or its averaging has ended meanwhile
         values,  ///< the averages are new
-        failed,  ///< the link has failed; the series has ended
+        failed,  ///< the link has failed; the series has ended, its timer stands
     };
 
     /// The timer must outlive the series.
-    explicit ReadingSeries(platform::Timer& timer) : timer_(timer) {}
+    explicit ReadingSeries(platform::Timer& timer, Pace pace = calibrationPace)
+        : timer_(timer), pace_(pace) {}
     ~ReadingSeries();
     ReadingSeries(const ReadingSeries&) = delete;
     ReadingSeries& operator=(const ReadingSeries&) = delete;
 
-    /// Begins to read with this averaging number.
+    /// Begins to read with this averaging number, from any state: what an earlier reading left is
+    /// ended, the first request goes out at once.
     void Start(std::int16_t averageCount);
 
-    /// Starts the averaging anew while reading goes on.
+    /// Starts the averaging anew, with this number, while reading goes on; without a series running
+    /// it does nothing.
     void RestartAveraging(std::int16_t averageCount);
 
-    /// Ends the series; nothing where none runs.
+    /// Ends the series, also from within a tick, which then gives no values; nothing where none
+    /// runs.
     void Stop();
 
-    bool IsRunning() const { return running_; }
+    bool IsRunning() const { return state_ != State::stopped; }
+
+    /// Values of the present averaging have been given and are being read now: not before the
+    /// first average, nor while a new one fills, nor once the link has failed. Only then may they
+    /// be recorded.
+    bool HasValues() const;
 
     /// A tick is on the stack; whoever owns the series must not destroy it now.
     bool IsAtWork() const { return atWork_; }
@@ -42,11 +73,20 @@ public:
     Tick OnTimer(std::span<float, cyclePositions> averages);
 
 private:
-    void BeginAveraging(std::int16_t averageCount);
+    enum class State {
+        stopped,
+        averaging, ///< the first average, or that of a new number, is awaited
+        giving,    ///< each tick gives values
+    };
+
+    void AwaitAverage(std::int16_t averageCount);
+    void EndAwaiting();
+    Tick TakeAverages(std::span<float, cyclePositions> averages);
     void SetTimerInterval();
 
     platform::Timer& timer_;
-    bool running_ = false;
+    Pace pace_;
+    State state_ = State::stopped;
     bool atWork_ = false;
     std::optional<std::int16_t> waitingAverageCount_; ///< of averaging begun while a tick works
 };

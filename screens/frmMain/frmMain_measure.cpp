@@ -151,7 +151,7 @@ void frmMain::StopReading() {
     if (!std::exchange(reading_, false))
         return;
     tmrRead.stop();
-    DataAcq::ReadingEnabled = false;
+    DataAcq::Reader().ReadingEnabled = false;
     CommPort::EndReading();
     EndWaiting();
     BlinkTitle(false);
@@ -183,7 +183,7 @@ void frmMain::ReadAndShow() {
     std::array<float, cyclePositions> averages{};
     DataAcq::ReadChannels(averages);
     // Events ran meanwhile: the read may have been abandoned, or a new series begun.
-    if (!DataAcq::ReadingEnabled || !DataAcq::AveragePrimed)
+    if (!DataAcq::Reader().ReadingEnabled || !DataAcq::Reader().AveragePrimed)
         return;
     const MeasuringCycle::Outcome outcome = MeasuringCycle::Run(*cycle_, averages);
     for (int i = 0; i < ChannelCount(); ++i)

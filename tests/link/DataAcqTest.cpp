@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
+#include <random>
 
 namespace {
 
@@ -56,11 +58,11 @@ TEST_F(DataAcqTest, Channels_4_to_7_always_read_0) {
 }
 
 TEST_F(DataAcqTest, Taking_a_value_sets_the_connection_state_and_lets_events_run) {
-    ASSERT_EQ(DataAcq::ConnectionState, 0);
+    ASSERT_EQ(DataAcq::Reader().ConnectionState, 0);
 
     DataAcq::GetChannelValue(4);
 
-    EXPECT_EQ(DataAcq::ConnectionState, 1);
+    EXPECT_EQ(DataAcq::Reader().ConnectionState, 1);
     EXPECT_EQ(platform.desktop.eventPasses, 1);
 }
 
@@ -86,18 +88,18 @@ TEST_F(DataAcqTest, With_3_the_first_call_takes_three_readings_and_the_next_thre
     DataAcq::StartSeries(3);
     SetReadings(3);
     EXPECT_EQ(Read()[0], 3.0F); // 3 3 3
-    EXPECT_TRUE(DataAcq::AveragePrimed);
-    EXPECT_EQ(DataAcq::AveragePos, 0);
+    EXPECT_TRUE(DataAcq::Reader().AveragePrimed);
+    EXPECT_EQ(DataAcq::Reader().AveragePos, 0);
 
     SetReadings(6);
     EXPECT_EQ(Read()[0], 4.0F); // 6 3 3
-    EXPECT_EQ(DataAcq::AveragePos, 1);
+    EXPECT_EQ(DataAcq::Reader().AveragePos, 1);
     SetReadings(9);
     EXPECT_EQ(Read()[0], 6.0F); // 6 9 3
-    EXPECT_EQ(DataAcq::AveragePos, 2);
+    EXPECT_EQ(DataAcq::Reader().AveragePos, 2);
     SetReadings(12);
     EXPECT_EQ(Read()[0], 9.0F); // 6 9 12
-    EXPECT_EQ(DataAcq::AveragePos, 0);
+    EXPECT_EQ(DataAcq::Reader().AveragePos, 0);
 
     SetReadings(0);
     EXPECT_EQ(Read()[0], 7.0F); // 0 9 12
@@ -144,9 +146,9 @@ TEST_F(DataAcqTest, A_new_series_starts_from_fresh_readings) {
 }
 
 TEST_F(DataAcqTest, A_series_may_be_started_by_setting_its_state_one_by_one) {
-    DataAcq::AverageCount = 2;
-    DataAcq::AveragePrimed = false;
-    DataAcq::ReadingEnabled = true;
+    DataAcq::Reader().AverageCount = 2;
+    DataAcq::Reader().AveragePrimed = false;
+    DataAcq::Reader().ReadingEnabled = true;
     SetReadings(4);
     Read();
     SetReadings(8);
@@ -162,18 +164,57 @@ TEST_F(DataAcqTest, An_averaging_number_below_1_counts_as_1) {
     EXPECT_EQ(Read()[0], 4.0F);
 }
 
+/// Tenths as a frame carries them.
+float FromTenths(int tenths) {
+    return static_cast<float>(tenths / 10.0);
+}
+
+TEST_F(DataAcqTest, A_reading_of_0_is_shown_as_0_after_any_other_readings) {
+    for (const std::int16_t count : std::initializer_list<std::int16_t>{1, 2, 3, 10}) {
+        DataAcq::StartSeries(count);
+        for (const int tenths : {9999, -4567, 123, 1, 7458}) {
+            SetReadings(FromTenths(tenths));
+            Read();
+        }
+        SetReadings(0);
+        for (int i = 1; i < count; ++i)
+            Read();
+        EXPECT_EQ(Read()[0], 0.0F) << count;
+    }
+}
+
+TEST_F(DataAcqTest, Whatever_came_before_N_equal_readings_give_that_reading_bit_for_bit) {
+    constexpr unsigned seed = 20030307;
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<int> anyTenths(-9999, 9999);
+    for (const std::int16_t count : std::initializer_list<std::int16_t>{1, 2, 7, 60, 1000}) {
+        DataAcq::StartSeries(count);
+        for (int i = 0; i < 3000; ++i) {
+            SetReadings(FromTenths(anyTenths(random)));
+            Read();
+        }
+        const float steady = FromTenths(anyTenths(random));
+        SetReadings(steady);
+        for (int i = 1; i < count; ++i)
+            Read();
+        const auto averages = Read();
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(averages[0]), std::bit_cast<std::uint32_t>(steady))
+            << "averaging " << count << ", seed " << seed;
+    }
+}
+
 // ---- Abandoning a pass
 // ---------------------------------------------------------------------------
 
 TEST_F(DataAcqTest, A_read_that_is_not_enabled_touches_nothing) {
     DataAcq::StartSeries(2);
-    DataAcq::ReadingEnabled = false;
+    DataAcq::Reader().ReadingEnabled = false;
     Averages result;
     result.fill(-1);
 
     ReadChannels(result);
 
-    EXPECT_FALSE(DataAcq::AveragePrimed);
+    EXPECT_FALSE(DataAcq::Reader().AveragePrimed);
     EXPECT_EQ(std::count(result.begin(), result.end(), -1.0F), cyclePositions);
     EXPECT_EQ(platform.desktop.eventPasses, 0);
 }
@@ -186,7 +227,7 @@ TEST_F(DataAcqTest, Stopping_in_the_middle_of_a_later_call_leaves_the_rest_untou
     int passes = 0;
     platform.desktop.onEvents = [&passes] {
         if (++passes == 2) // while the value of channel 1 is taken
-            DataAcq::ReadingEnabled = false;
+            DataAcq::Reader().ReadingEnabled = false;
     };
     Averages result;
     result.fill(-1);
@@ -197,21 +238,21 @@ TEST_F(DataAcqTest, Stopping_in_the_middle_of_a_later_call_leaves_the_rest_untou
     EXPECT_EQ(result[1], 15.0F);
     EXPECT_EQ(result[2], -1.0F);
     EXPECT_EQ(result[11], -1.0F);
-    EXPECT_EQ(DataAcq::AveragePos, 0);
+    EXPECT_EQ(DataAcq::Reader().AveragePos, 0);
 }
 
 TEST_F(DataAcqTest, Stopping_in_the_middle_of_the_first_call_leaves_the_series_unprimed) {
     DataAcq::StartSeries(2);
     platform.desktop.onEvents = [this] {
         if (platform.desktop.eventPasses == cyclePositions + 3)
-            DataAcq::ReadingEnabled = false;
+            DataAcq::Reader().ReadingEnabled = false;
     };
     Averages result;
     result.fill(-1);
 
     ReadChannels(result);
 
-    EXPECT_FALSE(DataAcq::AveragePrimed);
+    EXPECT_FALSE(DataAcq::Reader().AveragePrimed);
     EXPECT_EQ(result[0], -1.0F);
     EXPECT_EQ(platform.desktop.eventPasses, cyclePositions + 3);
 }

@@ -49,8 +49,8 @@ TEST_F(Series, Starting_requests_a_frame_and_shows_the_hourglass) {
     EXPECT_EQ(link.Requests(), 1U);
     EXPECT_TRUE(timer.Enabled());
     EXPECT_EQ(timer.Interval(), 50ms);
-    EXPECT_EQ(DataAcq::AverageCount, 5);
-    EXPECT_TRUE(DataAcq::ReadingEnabled);
+    EXPECT_EQ(DataAcq::Reader().AverageCount, 5);
+    EXPECT_TRUE(DataAcq::Reader().ReadingEnabled);
     EXPECT_TRUE(Hourglass());
 }
 
@@ -58,7 +58,7 @@ TEST_F(Series, No_value_is_taken_before_the_first_good_frame) {
     CommPort::Readings.fill(77); // of an earlier reading
     series.Start(2);
     EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
-    EXPECT_EQ(DataAcq::ConnectionState, 0);
+    EXPECT_EQ(DataAcq::Reader().ConnectionState, 0);
     EXPECT_TRUE(Hourglass());
     FrameArrives(100);
     EXPECT_EQ(series.OnTimer(averages), Tick::values);
@@ -82,7 +82,7 @@ TEST_F(Series, A_failed_link_ends_the_series_once) {
     EXPECT_EQ(series.OnTimer(averages), Tick::failed);
     EXPECT_FALSE(series.IsRunning());
     EXPECT_FALSE(timer.Enabled());
-    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_FALSE(Hourglass());
     EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
 }
@@ -105,7 +105,7 @@ TEST_F(Series, Stopped_in_the_middle_of_a_tick_it_gives_no_values) {
     FrameArrives(100);
     DuringNextTick([&] { series.Stop(); });
     EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
-    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_FALSE(timer.Enabled());
 }
 
@@ -115,7 +115,7 @@ TEST_F(Series, Averaging_begun_in_the_middle_of_a_tick_starts_after_it) {
     DuringNextTick([&] { series.RestartAveraging(2); });
     EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
     EXPECT_TRUE(Hourglass());
-    EXPECT_EQ(DataAcq::AverageCount, 2);
+    EXPECT_EQ(DataAcq::Reader().AverageCount, 2);
     EXPECT_EQ(series.OnTimer(averages), Tick::values);
     EXPECT_EQ(averages[0], 10.0F);
     EXPECT_FALSE(Hourglass());
@@ -142,7 +142,7 @@ TEST_F(Series, Its_end_of_life_ends_the_reading) {
         shortLived.Start(1);
     }
     EXPECT_FALSE(timer.Enabled());
-    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_FALSE(Hourglass());
 }
 
@@ -159,4 +159,45 @@ TEST_F(Series, A_failure_between_two_ticks_ends_the_series_though_a_good_frame_h
     EXPECT_EQ(series.OnTimer(averages), Tick::failed);
     series.Start(2);
     EXPECT_FALSE(CommPort::HasFailed());
+}
+
+TEST_F(Series, The_measuring_page_ticks_every_half_second_before_and_after_the_first_frame) {
+    ReadingSeries measuring(timer, ReadingSeries::measuringPace);
+    measuring.Start(2);
+    EXPECT_EQ(timer.Interval(), 500ms);
+    FrameArrives(100);
+    EXPECT_EQ(measuring.OnTimer(averages), Tick::values);
+    EXPECT_EQ(timer.Interval(), 500ms);
+}
+
+TEST_F(Series, It_has_values_from_the_first_average_until_a_new_one_fills_or_the_link_fails) {
+    series.Start(2);
+    FrameArrives(100);
+    EXPECT_FALSE(series.HasValues());
+    series.OnTimer(averages);
+    EXPECT_TRUE(series.HasValues());
+    series.RestartAveraging(3);
+    EXPECT_FALSE(series.HasValues());
+    series.OnTimer(averages);
+    EXPECT_TRUE(series.HasValues());
+    link.IntervalTicks();
+    link.TimeoutTicks();
+    EXPECT_FALSE(series.HasValues()) << "though no tick has told of the failure yet";
+}
+
+TEST_F(Series, An_hourglass_that_another_has_set_stays_while_values_come) {
+    series.Start(2);
+    FrameArrives(100);
+    series.OnTimer(averages);
+    platform.desktop.pointer = platform::MousePointer::hourglass;
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    EXPECT_TRUE(Hourglass());
+    series.Stop();
+    EXPECT_TRUE(Hourglass());
+}
+
+TEST_F(Series, New_averaging_without_a_series_does_nothing) {
+    series.RestartAveraging(3);
+    EXPECT_FALSE(Hourglass());
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
 }

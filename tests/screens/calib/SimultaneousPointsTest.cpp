@@ -121,7 +121,7 @@ TEST_F(SimultaneousPoints, Read_starts_a_series_and_each_tick_shows_every_chosen
     Click(*form, "cmdSys_1");
     EXPECT_EQ(Caption(*form, 1), "&Record");
     EXPECT_TRUE(Hourglass());
-    EXPECT_EQ(DataAcq::AverageCount, 3);
+    EXPECT_EQ(DataAcq::Reader().AverageCount, 3);
     EXPECT_EQ(Find<QTimer>(*form, "tmrRead").interval(), 50);
     FrameArrives(100, 80.5);
     EXPECT_EQ(Signal(firstCa, 0), "100.0");
@@ -143,7 +143,7 @@ TEST_F(SimultaneousPoints, Record_is_ignored_while_the_hourglass_stands) {
     Click(*form, "cmdSys_1");
     EXPECT_EQ(Caption(*form, 1), "&Read");
     EXPECT_EQ(FocusName(*form), "txtDat_1");
-    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_EQ(Signal(firstCa, 0), "100.0");
 }
 
@@ -156,7 +156,7 @@ TEST_F(SimultaneousPoints, The_stop_button_ends_a_reading_without_recording) {
     Click(*form, "cmdSys_2");
     EXPECT_EQ(Caption(*form, 1), "&Read");
     EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
-    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_FALSE(Hourglass());
     EXPECT_EQ(Signal(firstCa, 0), "");
 }
@@ -214,8 +214,8 @@ TEST_F(SimultaneousPoints, A_new_averaging_number_restarts_a_reading) {
     platform.dialogs.ExpectInput(averagingPrompt, "2", "5");
     Click(*form, "cmdSys_3");
     EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 5);
-    EXPECT_EQ(DataAcq::AverageCount, 5);
-    EXPECT_FALSE(DataAcq::AveragePrimed);
+    EXPECT_EQ(DataAcq::Reader().AverageCount, 5);
+    EXPECT_FALSE(DataAcq::Reader().AveragePrimed);
     EXPECT_TRUE(Hourglass());
     EXPECT_EQ(Caption(*form, 1), "&Record");
     Click(*form, "cmdSys_1");

@@ -168,9 +168,9 @@ TEST_F(SingleCalibration, Read_starts_a_series_with_the_calibration_average) {
     EXPECT_EQ(MainCaption(), "&Record");
     EXPECT_EQ(Text("lblReading_0"), "0.0");
     EXPECT_TRUE(Hourglass());
-    EXPECT_EQ(DataAcq::AverageCount, 7);
-    EXPECT_FALSE(DataAcq::AveragePrimed);
-    EXPECT_TRUE(DataAcq::ReadingEnabled);
+    EXPECT_EQ(DataAcq::Reader().AverageCount, 7);
+    EXPECT_FALSE(DataAcq::Reader().AveragePrimed);
+    EXPECT_TRUE(DataAcq::Reader().ReadingEnabled);
     EXPECT_EQ(link->Requests(), 1U);
 }
 
@@ -196,7 +196,7 @@ TEST_F(SingleCalibration, A_tick_before_the_first_frame_shows_nothing) {
     Tick(*form, "tmrRead");
     EXPECT_EQ(Text("lblReading_0"), "0.0");
     EXPECT_TRUE(Hourglass());
-    EXPECT_EQ(DataAcq::ConnectionState, 0);
+    EXPECT_EQ(DataAcq::Reader().ConnectionState, 0);
 }
 
 TEST_F(SingleCalibration, Recording_before_any_reading_has_arrived_does_nothing) {
@@ -236,7 +236,7 @@ TEST_F(SingleCalibration, Record_keeps_the_value_and_goes_to_the_next_point) {
     EXPECT_EQ(Text("lblReading_0"), "12.3");
     EXPECT_EQ(MainCaption(), "&Read");
     EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
-    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_EQ(FocusName(*form), "txtEntry_1");
 }
 
@@ -308,7 +308,7 @@ TEST_F(SingleCalibration, Clear_stops_a_reading_and_empties_its_label) {
     EXPECT_EQ(MainCaption(), "&Read");
     EXPECT_EQ(Text("lblReading_0"), "");
     EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
-    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_FALSE(Hourglass());
     EXPECT_EQ(Text("txtEntry_0"), "10");
 }
@@ -337,7 +337,7 @@ TEST_F(SingleCalibration, A_failed_link_says_so_once_and_keeps_the_recorded_poin
     Tick(*form, "tmrRead");
     EXPECT_EQ(MainCaption(), "&Read");
     EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
-    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_FALSE(Hourglass());
     EXPECT_EQ(Text("lblReading_0"), "12.3");
     EXPECT_EQ(Text("lblReading_1"), "");
@@ -493,7 +493,7 @@ TEST_F(SingleCalibration, Closing_in_the_middle_of_a_reading_ends_it) {
     ReadPoint(0, "10", 12.3);
     GiveUp();
     EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
-    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_FALSE(Hourglass());
 }
 

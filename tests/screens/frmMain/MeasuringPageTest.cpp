@@ -259,10 +259,10 @@ TEST_F(MeasuringPage, A_new_averaging_number_restarts_the_average) {
     EXPECT_EQ(Find<QLabel>(*form, "lblAverage").text(), "3");
     EXPECT_EQ(Find<QLineEdit>(*form, "txtEntry_1").text(), "3");
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::hourglass);
-    EXPECT_FALSE(DataAcq::AveragePrimed);
+    EXPECT_FALSE(DataAcq::Reader().AveragePrimed);
     Tick(*form, "tmrRead");
-    EXPECT_TRUE(DataAcq::AveragePrimed);
-    EXPECT_EQ(DataAcq::AverageCount, 3);
+    EXPECT_TRUE(DataAcq::Reader().AveragePrimed);
+    EXPECT_EQ(DataAcq::Reader().AverageCount, 3);
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
@@ -272,7 +272,7 @@ TEST_F(MeasuringPage, An_empty_averaging_answer_changes_nothing) {
     Click(*form, "cmdPage", 4);
     EXPECT_EQ(mWinInit::HardwareSettings.AveragingForMeasurement, 1);
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
-    EXPECT_TRUE(DataAcq::AveragePrimed);
+    EXPECT_TRUE(DataAcq::Reader().AveragePrimed);
 }
 
 TEST_F(MeasuringPage, An_averaging_answer_out_of_range_is_refused_with_the_range) {
@@ -302,7 +302,7 @@ TEST_F(MeasuringPage, Back_ends_the_reading_and_shows_the_setup_page) {
     EXPECT_EQ(form->ShownPage(), frmMain::Page::setup);
     EXPECT_EQ(form->windowTitle(), "4-Channel Vantrel: Setup");
     EXPECT_FALSE(ReadTimerRuns());
-    EXPECT_FALSE(DataAcq::ReadingEnabled);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_FALSE(link->interval.Enabled());
 }
 

@@ -1,0 +1,89 @@
+#include "link/ChannelReader.h"
+
+#include "app/Mcommon.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::int16_t fittedElectrodes = 4;
+
+std::size_t SlotOf(std::int16_t channel) {
+    constexpr std::int16_t firstTemperature = maxChannels;
+    if (channel >= firstTemperature)
+        return 2 * static_cast<std::size_t>(channel - firstTemperature) + 1;
+    if (channel > fittedElectrodes)
+        return static_cast<std::size_t>(channel + 4);
+    return static_cast<std::size_t>(2 * channel);
+}
+
+} // namespace
+
+void ChannelReader::StartSeries(std::int16_t averageCount) {
+    ++series_;
+    AverageCount = std::max<std::int16_t>(averageCount, 1);
+    AveragePrimed = false;
+    ReadingEnabled = true;
+}
+
+float ChannelReader::GetChannelValue(std::int16_t channel) {
+    Mcommon::LetEventsRun();
+    const auto slot = SlotOf(channel);
+    ConnectionState = 1;
+    if (channel >= fittedElectrodes && channel < maxChannels)
+        return 0; // a 4-channel instrument has no such electrode
+    return readings_.at(slot);
+}
+
+void ChannelReader::ReadChannels(std::span<float, cyclePositions> result) {
+    if (AveragePrimed && History.size() == static_cast<std::size_t>(AverageCount))
+        ReadNext(result);
+    else
+        Prime(result);
+}
+
+/// Takes a value while events run. False when the pass has been abandoned, by the screen or by a
+/// new series that began meanwhile.
+bool ChannelReader::Take(std::size_t channel, unsigned atWork, float& value) {
+    if (!ReadingEnabled || series_ != atWork)
+        return false;
+    value = GetChannelValue(static_cast<std::int16_t>(channel));
+    return series_ == atWork;
+}
+
+/// Replaces the oldest reading of every position.
+void ChannelReader::ReadNext(std::span<float, cyclePositions> result) {
+    const auto atWork = series_;
+    CycleValues& oldest = History[static_cast<std::size_t>(AveragePos)];
+    for (std::size_t channel = 0; channel < result.size(); ++channel) {
+        float value = 0;
+        if (!Take(channel, atWork, value))
+            return;
+        Sum[channel] += double{value} - double{oldest[channel]};
+        oldest[channel] = value;
+        result[channel] = static_cast<float>(Sum[channel] / AverageCount);
+    }
+    AveragePos = static_cast<std::int16_t>((AveragePos + 1) % AverageCount);
+}
+
+/// Fills the whole history with the first readings of a series.
+void ChannelReader::Prime(std::span<float, cyclePositions> result) {
+    const auto atWork = ++series_;
+    AverageCount = std::max<std::int16_t>(AverageCount, 1);
+    Sum.fill(0);
+    History.assign(static_cast<std::size_t>(AverageCount), CycleValues{});
+    // By index: a series that begins while events run lays the history out anew.
+    for (std::size_t row = 0; row < History.size(); ++row) {
+        for (std::size_t channel = 0; channel < result.size(); ++channel) {
+            float value = 0;
+            if (!Take(channel, atWork, value))
+                return;
+            History[row][channel] = value;
+            Sum[channel] += double{value};
+        }
+    }
+    for (std::size_t channel = 0; channel < result.size(); ++channel)
+        result[channel] = static_cast<float>(Sum[channel] / AverageCount);
+    AveragePrimed = true;
+    AveragePos = 0;
+}
