@@ -19,9 +19,6 @@ constexpr float lowerLimitOfReadings = 0.01F;
 constexpr float lowerLimitOfStandards = 0.1F;
 constexpr float upperLimitOfDisplays = 10000;
 
-constexpr std::chrono::milliseconds never = std::chrono::milliseconds::min();
-std::chrono::milliseconds lastEventRun = never;
-
 } // namespace
 
 std::int16_t MessageBoxEx(const std::string& prompt, std::int16_t buttons, std::int16_t icon,
@@ -31,6 +28,22 @@ std::int16_t MessageBoxEx(const std::string& prompt, std::int16_t buttons, std::
     const int style = buttons + icon + defaultButton;
     return dialogs.ShowMessage(prompt, static_cast<std::int16_t>(style),
                                std::string(applicationTitle));
+}
+
+void Inform(std::string_view text) {
+    MessageBoxEx(std::string(text), platform::style::okOnly, platform::style::information);
+}
+
+void Warn(std::string_view text) {
+    MessageBoxEx(std::string(text), platform::style::okOnly, platform::style::exclamation);
+}
+
+bool Ask(std::string_view question, EnterMeans enterMeans, Tone tone) {
+    using namespace platform;
+    const auto icon = tone == Tone::question ? style::question : style::exclamation;
+    const auto defaultButton =
+        enterMeans == EnterMeans::yes ? style::defaultButton1 : style::defaultButton2;
+    return MessageBoxEx(std::string(question), style::yesNo, icon, defaultButton) == button::yes;
 }
 
 std::string FormatNumber(float value, float zeroLimit, float lowerLimit, float upperLimit) {
@@ -62,16 +75,6 @@ void Wait(std::chrono::milliseconds time) {
         services.desktop.ProcessPendingEvents();
 }
 
-void LetEventsRun() {
-    const platform::Services& services = platform::Current();
-    const auto now = services.clock.Monotonic();
-    if (now == lastEventRun)
-        return;
-    // Before the events, so that a handler that lets events run does not recurse.
-    lastEventRun = now;
-    services.desktop.ProcessPendingEvents();
-}
-
 bool FileExists(const std::filesystem::path& file) {
     std::error_code unreadable;
     if (std::filesystem::is_directory(file, unreadable))
@@ -81,7 +84,6 @@ bool FileExists(const std::filesystem::path& file) {
 
 void Reset() {
     errorLocation.clear();
-    lastEventRun = never;
 }
 
 } // namespace Mcommon

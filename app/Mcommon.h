@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Letters.h"
+#include "platform/Platform.h"
 
 #include <chrono>
 #include <cstdint>
@@ -22,6 +23,19 @@ extern std::string errorLocation;
 std::int16_t MessageBoxEx(const std::string& prompt, std::int16_t buttons, std::int16_t icon = 0,
                           std::int16_t defaultButton = 0);
 
+/// MessageBoxEx with "OK" alone: a remark of the program's flow.
+void Inform(std::string_view text);
+
+/// MessageBoxEx with "OK" alone and the exclamation icon: something is wrong or lost.
+void Warn(std::string_view text);
+
+/// What a question shows beside its text, and what Enter answers.
+enum class Tone { question, exclamation };
+enum class EnterMeans { yes, no };
+
+/// MessageBoxEx with "Yes" and "No"; true for "Yes".
+bool Ask(std::string_view question, EnterMeans enterMeans, Tone tone = Tone::question);
+
 /// "0.0" where |value| is below `upperLimit` and either at least `lowerLimit` or not above
 /// `zeroLimit`; "0.00E+00" otherwise.
 std::string FormatNumber(float value, float zeroLimit, float lowerLimit, float upperLimit);
@@ -38,8 +52,7 @@ double Log10(double x);
 /// Lets pending events run until the time has passed; Wait(0) returns at once.
 void Wait(std::chrono::milliseconds time);
 
-/// Lets pending events run, at most once a millisecond; otherwise costs a clock read.
-void LetEventsRun();
+using platform::LetEventsRun;
 
 /// True when the file can be opened for reading.
 bool FileExists(const std::filesystem::path& file);

@@ -30,4 +30,7 @@ void Install(const Services* services);
 /// The installed services. Throws std::logic_error before Install.
 const Services& Current();
 
+/// Lets pending events run, at most once a millisecond; otherwise costs a clock read.
+void LetEventsRun();
+
 } // namespace platform

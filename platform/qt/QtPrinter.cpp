@@ -1,7 +1,7 @@
 #include "platform/qt/QtPrinter.h"
 
-#include "app/Mcommon.h"
 #include "base/RunTimeError.h"
+#include "platform/Platform.h"
 #include "platform/qt/Text.h"
 
 #include <QFontDatabase>
@@ -35,7 +35,7 @@ bool QtPrinter::Paint(bool mayStop) {
     if (!painter.begin(&printer_))
         throw RunTimeError("the printer or file cannot be opened");
     for (std::size_t page = 0; page < pages_.size(); ++page) {
-        Mcommon::LetEventsRun();
+        platform::LetEventsRun();
         if (mayStop && stopRequested_()) {
             printer_.abort();
             return false;

@@ -35,6 +35,21 @@ TEST_F(Mcommon_, A_message_box_has_the_sum_of_its_styles_and_returns_the_button)
     EXPECT_EQ(ask(), 6);
 }
 
+TEST_F(Mcommon_, A_remark_and_a_warning_have_one_button_and_their_icon) {
+    platform.dialogs.ExpectMessage("The list has been updated.", style::information);
+    platform.dialogs.ExpectMessage("Disk full", style::exclamation);
+    Mcommon::Inform("The list has been updated.");
+    Mcommon::Warn("Disk full");
+}
+
+TEST_F(Mcommon_, A_question_is_true_for_yes_and_enter_means_what_the_caller_chose) {
+    platform.dialogs.ExpectMessage("Exit?", style::yesNo + style::question + style::defaultButton2,
+                                   button::no);
+    platform.dialogs.ExpectMessage("Quit?", style::yesNo + style::exclamation, button::yes);
+    EXPECT_FALSE(Mcommon::Ask("Exit?", Mcommon::EnterMeans::no));
+    EXPECT_TRUE(Mcommon::Ask("Quit?", Mcommon::EnterMeans::yes, Mcommon::Tone::exclamation));
+}
+
 TEST(FormatNumber, Standards_from_a_tenth_to_ten_thousand_are_fixed_the_rest_scientific) {
     EXPECT_EQ(Mcommon::FormatNumber(0, 0, 0.1F, 10000), "0.0");
     EXPECT_EQ(Mcommon::FormatNumber(0.05F, 0, 0.1F, 10000), "5.00E-02");

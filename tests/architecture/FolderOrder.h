@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-/// The core's promise, checked on its files: it includes no Qt and no screen, and its folders
-/// include each other in one direction only.
+/// The order of the house, checked on its files: a folder includes only folders below it, and the
+/// core includes no Qt.
 namespace architecture {
 
-/// One line for each include that the promise forbids: "file:line: reason". Empty when all is well.
+/// One line for each include that the order forbids: "file:line: reason". Empty when all is well.
 /// `root` is the top folder of the project. Throws std::runtime_error when a folder is missing.
 std::vector<std::string> ForbiddenIncludes(const std::filesystem::path& root);
 
