@@ -9,8 +9,6 @@ namespace ChannelDisplay {
 
 namespace {
 
-enum Position : std::size_t { mV, pH, ppm, mol_l, celsius };
-
 Cell Error() {
     return {"Error", true};
 }
@@ -34,26 +32,27 @@ Cell OtherUnit(float (*change)(float, float), const ChannelState& channel) {
 
 void ShowConcentrations(Cells& cells, const ChannelState& channel) {
     if (channel.stdUnit != 0) {
-        cells[mol_l] = Reading(*channel.converted);
-        cells[ppm] = OtherUnit(Measure::ToPpm, channel);
+        cells[Quantity::mol_l] = Reading(*channel.converted);
+        cells[Quantity::ppm] = OtherUnit(Measure::ToPpm, channel);
     } else {
-        cells[ppm] = Reading(*channel.converted);
-        cells[mol_l] = OtherUnit(Measure::ToMolPerLitre, channel);
+        cells[Quantity::ppm] = Reading(*channel.converted);
+        cells[Quantity::mol_l] = OtherUnit(Measure::ToMolPerLitre, channel);
     }
 }
 
 void ShowFailure(Cells& cells, Electrode::Kind kind) {
     if (kind == Electrode::Kind::pH)
-        cells[pH] = Error();
+        cells[Quantity::pH] = Error();
     if (kind == Electrode::Kind::ion)
-        cells[ppm] = cells[mol_l] = Error();
+        cells[Quantity::ppm] = cells[Quantity::mol_l] = Error();
 }
 
 void ShowNegative(Cells& cells, const ChannelState& channel) {
     if (channel.kind == Electrode::Kind::redox)
-        cells[pH] = TwoDecimals(*channel.converted);
+        cells[Quantity::pH] = TwoDecimals(*channel.converted);
     else if (channel.kind != Electrode::Kind::none)
-        cells[ppm] = cells[mol_l] = Error(); // of a pH channel too: its pH cell stays blank
+        cells[Quantity::ppm] = cells[Quantity::mol_l] =
+            Error(); // of a pH channel too: its pH cell stays blank
 }
 
 void ShowConverted(Cells& cells, const ChannelState& channel) {
@@ -64,7 +63,7 @@ void ShowConverted(Cells& cells, const ChannelState& channel) {
     else if (*channel.converted < 0)
         ShowNegative(cells, channel);
     else if (channel.kind == Electrode::Kind::pH)
-        cells[pH] = TwoDecimals(*channel.converted);
+        cells[Quantity::pH] = TwoDecimals(*channel.converted);
     else if (channel.kind == Electrode::Kind::ion)
         ShowConcentrations(cells, channel);
 }
@@ -73,12 +72,12 @@ void ShowConverted(Cells& cells, const ChannelState& channel) {
 
 Cells Compose(const ChannelState& channel) {
     Cells cells;
-    cells[mV] = Reading(channel.potential_mV);
+    cells[Quantity::mV] = Reading(channel.potential_mV);
     ShowConverted(cells, channel);
     if (channel.temperatureFailed)
-        cells[celsius] = Error();
+        cells[Quantity::celsius] = Error();
     else if (channel.temperature_celsius)
-        cells[celsius] = Reading(*channel.temperature_celsius);
+        cells[Quantity::celsius] = Reading(*channel.temperature_celsius);
     return cells;
 }
 

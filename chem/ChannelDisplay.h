@@ -1,16 +1,13 @@
 #pragma once
 
 #include "base/Electrode.h"
+#include "base/Quantity.h"
 
-#include <array>
 #include <optional>
 #include <string>
 
 /// What the measuring page shows for one selected channel.
 namespace ChannelDisplay {
-
-/// Cells in the order mV, pH, ppm, mol/l, °C.
-inline constexpr int cellCount = 5;
 
 struct Cell {
     std::string text;   ///< empty for a blank cell
@@ -18,7 +15,7 @@ struct Cell {
 
     bool operator==(const Cell&) const = default;
 };
-using Cells = std::array<Cell, cellCount>;
+using Cells = PerQuantity<Cell>;
 
 /// One cycle's outcome for a channel.
 struct ChannelState {

@@ -44,11 +44,10 @@ std::array<float, maxChannels> GraphValues(const DisplayedChannels& displayed, Q
     std::array<float, maxChannels> values{};
     const auto channels = ChannelsInUse();
     for (std::size_t i = 0; i < channels.size(); ++i) {
-        if (Mcommon::TrimControl(displayed[i][0]).empty())
+        if (Mcommon::TrimControl(displayed[i][Quantity::mV]).empty())
             continue;
         const float value = NumberText::LeadingSingle(
-            std::string_view(displayed[i][static_cast<std::size_t>(quantity)])
-                .substr(0, cellWidth));
+            std::string_view(displayed[i][quantity]).substr(0, cellWidth));
         const int sensor = channels[i].TempSensor;
         if (quantity != Quantity::celsius)
             values[i] = value;

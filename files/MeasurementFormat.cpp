@@ -177,12 +177,12 @@ private:
     std::string text_;
 };
 
-bool IsPresent(FileOpr::Quantity quantity, const RunRows& rows) {
+bool IsPresent(Quantity quantity, const RunRows& rows) {
     switch (quantity) {
-    case FileOpr::Quantity::pH:
+    case Quantity::pH:
         return rows.pH;
-    case FileOpr::Quantity::ppm:
-    case FileOpr::Quantity::mol_l:
+    case Quantity::ppm:
+    case Quantity::mol_l:
         return rows.ion;
     default:
         return true;
@@ -216,13 +216,13 @@ FileOpr::MeasurementRecord BuildRecord(std::int32_t number, const LocalTime& now
     record.comment = OneLine(comment, true);
     for (std::size_t i = 0; i < record.cells.size(); ++i) {
         const bool used = i < static_cast<std::size_t>(channelCount);
-        const bool idle = used && Mcommon::TrimControl(displayed[i][0]).empty();
-        for (std::size_t q = 0; q < record.cells[i].size(); ++q) {
-            auto& cell = record.cells[i][q];
+        const bool idle = used && Mcommon::TrimControl(displayed[i][Quantity::mV]).empty();
+        for (const auto& row : Quantities::table) {
+            std::string& cell = record.cells[i][row.quantity];
             if (idle)
                 AddField(cell, noRecordValue, FileOpr::cellWidth);
             else
-                AddField(cell, used ? OneLine(displayed[i][q], false) : std::string(),
+                AddField(cell, used ? OneLine(displayed[i][row.quantity], false) : std::string(),
                          FileOpr::cellWidth);
         }
     }
@@ -238,13 +238,13 @@ std::string RecordText(const FileOpr::MeasurementRecord& record, const RunRows& 
     text += lineEnd;
     text += "Comment:\t" + record.comment;
     text += lineEnd;
-    for (std::size_t q = 0; q < FileOpr::quantityLabels.size(); ++q) {
-        if (!IsPresent(static_cast<FileOpr::Quantity>(q), rows))
+    for (const auto& row : Quantities::table) {
+        if (!IsPresent(row.quantity, rows))
             continue;
-        AddField(text, FileOpr::quantityLabels[q], FileOpr::labelWidth);
+        AddField(text, row.label, FileOpr::labelWidth);
         for (std::size_t i = 0; i < static_cast<std::size_t>(channelCount); ++i) {
             text += '\t';
-            text += record.cells[i][q];
+            text += record.cells[i][row.quantity];
         }
         text += lineEnd;
     }

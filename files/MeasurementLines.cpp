@@ -69,12 +69,8 @@ std::string_view Label(std::string_view line) {
     return WithoutTrailingBlanks(line.substr(0, line.find('\t')));
 }
 
-std::optional<FileOpr::Quantity> QuantityOf(std::string_view line) {
-    const auto label = Label(line);
-    for (std::size_t q = 0; q < FileOpr::quantityLabels.size(); ++q)
-        if (label == FileOpr::quantityLabels[q])
-            return static_cast<FileOpr::Quantity>(q);
-    return std::nullopt;
+std::optional<Quantity> QuantityOf(std::string_view line) {
+    return Quantities::WithLabel(Label(line));
 }
 
 Cells SplitCells(std::string_view line) {

@@ -30,7 +30,7 @@ std::string_view CommentText(std::string_view line);
 bool IsSeparator(std::string_view line);
 
 /// The quantity of a record's value line, by its label column.
-std::optional<FileOpr::Quantity> QuantityOf(std::string_view line);
+std::optional<Quantity> QuantityOf(std::string_view line);
 
 /// The label column without its trailing blanks; the whole line where it has no tab.
 std::string_view Label(std::string_view line);

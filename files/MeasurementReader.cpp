@@ -93,7 +93,7 @@ void ReadValues(MeasurementRecord& record, std::string_view line) {
         return;
     const auto cells = SplitCells(line);
     for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
-        auto& cell = record.cells[i][static_cast<std::size_t>(*quantity)];
+        auto& cell = record.cells[i][*quantity];
         cell.assign(cells.cell[i].substr(0, cellWidth));
         cell.resize(cellWidth, ' ');
     }

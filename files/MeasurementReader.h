@@ -1,5 +1,6 @@
 #pragma once
 
+#include "chem/CalibrationRecord.h"
 #include "files/MeasurementRecord.h"
 
 #include <array>

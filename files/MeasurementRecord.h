@@ -1,6 +1,7 @@
 #pragma once
 
-#include "chem/CalibrationRecord.h"
+#include "base/Channels.h"
+#include "base/Quantity.h"
 
 #include <array>
 #include <cstdint>
@@ -9,22 +10,13 @@
 
 namespace FileOpr {
 
-enum class Quantity : std::int16_t { mV = 0, pH = 1, ppm = 2, mol_l = 3, celsius = 4 };
-inline constexpr int quantityCount = 5;
-
-/// The label column of a quantity's row: "mV", "pH", "ppm", "mol/l", "°C".
-inline constexpr std::array<std::string_view, quantityCount> quantityLabels = {"mV", "pH", "ppm",
-                                                                               "mol/l",
-                                                                               "\xB0"
-                                                                               "C"};
-
 inline constexpr std::size_t labelWidth = 15;
 inline constexpr std::size_t cellWidth = 12;
 inline constexpr std::size_t separatorWidth = 150;
 inline constexpr std::size_t listSeparatorWidth = 200; ///< the report list's wider separator line
 
-/// The texts that the measuring page shows for one channel, in the order of Quantity.
-using DisplayedCells = std::array<std::string, quantityCount>;
+/// The texts that the measuring page shows for one channel.
+using DisplayedCells = PerQuantity<std::string>;
 using DisplayedChannels = std::array<DisplayedCells, maxChannels>;
 
 /// One recorded reading.

@@ -46,8 +46,8 @@ using NoView = SilentView<CountingGraph>;
 /// `any` chooses the spans, so that the inputs together try them all.
 void DrawSpans(NoView& view, std::size_t any) {
     const auto points = static_cast<std::int32_t>(any % 1600);
-    for (int unit = 0; unit < FileOpr::quantityCount; ++unit) {
-        Mreport::unitCode = static_cast<FileOpr::Quantity>(unit);
+    for (int unit = 0; unit < quantityCount; ++unit) {
+        Mreport::unitCode = static_cast<Quantity>(unit);
         Mreport::UpdateGraph(view.graph, Mreport::recordsInPage, 50, any % 2 == 0);
     }
     for (const std::int32_t end : {points, Mreport::recordsInPage, 2'147'483'647})
@@ -94,8 +94,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     DrawSpans(view, size);
     SearchRecords();
     Mreport::Selection selection;
-    for (int unit = 0; unit < FileOpr::quantityCount; ++unit)
-        selection.ChooseUnit(static_cast<FileOpr::Quantity>(unit));
+    for (int unit = 0; unit < quantityCount; ++unit)
+        selection.ChooseUnit(static_cast<Quantity>(unit));
     selection.Accept();
     file.Cut(size / 3);
     ReadEveryLine();

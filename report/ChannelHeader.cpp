@@ -19,23 +19,23 @@ constexpr std::string_view projectMark = "Project Name: ";
 constexpr int longestHead = 200; // lines; a foreign file may be all header
 constexpr int longestRecord = 16;
 
-void TakeInferredRow(FileOpr::Quantity quantity, const MeasurementLines::Cells& cells) {
+void TakeInferredRow(Quantity quantity, const MeasurementLines::Cells& cells) {
     channelCount = std::max(channelCount, static_cast<std::int16_t>(cells.count));
     for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
         if (MeasurementLines::IsMissing(Mcommon::TrimControl(cells.cell[i])))
             continue;
         switch (quantity) {
-        case FileOpr::Quantity::mV:
+        case Quantity::mV:
             channelKind[i] = kind::redox;
             break;
-        case FileOpr::Quantity::pH:
+        case Quantity::pH:
             channelKind[i] = kind::pH;
             break;
-        case FileOpr::Quantity::ppm:
-        case FileOpr::Quantity::mol_l:
+        case Quantity::ppm:
+        case Quantity::mol_l:
             channelKind[i] = kind::ion;
             break;
-        case FileOpr::Quantity::celsius:
+        case Quantity::celsius:
             if (i < tempSensorCount) // which sensor it was is not told; the own one is a fair guess
                 channelNumber[i] = static_cast<std::int16_t>(i + 1);
             break;

@@ -16,8 +16,8 @@ namespace Mreport {
 
 namespace {
 
-using Rows = std::array<bool, FileOpr::quantityCount>;
-using Cells = std::array<std::array<std::string, maxChannels>, FileOpr::quantityCount>;
+using Rows = PerQuantity<bool>;
+using Cells = PerQuantity<std::array<std::string, maxChannels>>;
 
 constexpr std::string_view timePattern = "00:00:00 00.aaa.0000";
 
@@ -112,7 +112,7 @@ private:
         shape_.channels = channelCount;
         const auto note = [this](std::string_view line) {
             if (const auto quantity = MeasurementLines::QuantityOf(line)) {
-                shape_.rows[static_cast<std::size_t>(*quantity)] = true;
+                shape_.rows[*quantity] = true;
                 shape_.channels =
                     std::max(shape_.channels, MeasurementLines::SplitCells(line).count);
             }
@@ -122,10 +122,11 @@ private:
 
     void WriteHeading() {
         std::string row = "Record,Time,Comment";
-        for (std::size_t q = 0; q < shape_.rows.size(); ++q)
-            for (int channel = 1; shape_.rows[q] && channel <= shape_.channels; ++channel)
-                row += ",Chan " + std::to_string(channel) + " (" +
-                       CodePage::ToUtf8(FileOpr::quantityLabels[q]) + ")";
+        for (const auto& each : Quantities::table)
+            for (int channel = 1; shape_.rows[each.quantity] && channel <= shape_.channels;
+                 ++channel)
+                row +=
+                    ",Chan " + std::to_string(channel) + " (" + CodePage::ToUtf8(each.label) + ")";
         Write(row);
     }
 
@@ -140,12 +141,12 @@ private:
             comment_ = MeasurementLines::CommentText(line);
         } else if (const auto quantity = MeasurementLines::QuantityOf(line);
                    quantity && !recordLine_.empty()) {
-            KeepRow(static_cast<std::size_t>(*quantity), line);
+            KeepRow(*quantity, line);
         }
         candidate_.clear();
     }
 
-    void KeepRow(std::size_t quantity, std::string_view line) {
+    void KeepRow(Quantity quantity, std::string_view line) {
         const auto found = MeasurementLines::SplitCells(line);
         for (std::size_t i = 0; i < static_cast<std::size_t>(found.count); ++i) {
             std::string cell = Mcommon::TrimControl(found.cell[i]);
@@ -166,10 +167,10 @@ private:
         std::string row = std::to_string(MeasurementLines::RecordNumber(recordLine_));
         AddField(row, IsoTime(Mcommon::TrimControl(MeasurementLines::TimeStamp(recordLine_))));
         AddField(row, comment_);
-        for (std::size_t q = 0; q < shape_.rows.size(); ++q)
-            for (std::size_t i = 0; shape_.rows[q] && i < static_cast<std::size_t>(shape_.channels);
-                 ++i)
-                AddField(row, cells_[q][i]);
+        const auto channels = static_cast<std::size_t>(shape_.channels);
+        for (const auto& each : Quantities::table)
+            for (std::size_t i = 0; shape_.rows[each.quantity] && i < channels; ++i)
+                AddField(row, cells_[each.quantity][i]);
         Write(row);
         ++records_;
         recordLine_.clear();

@@ -22,7 +22,7 @@ std::int16_t Short(std::int32_t number) {
 /// The column (from 0) whose cell a series takes: the channel's own, or that of the first channel
 /// with the sensor, so that a shared sensor is plotted once.
 std::size_t ColumnOf(int number) {
-    if (unitCode != FileOpr::Quantity::celsius)
+    if (unitCode != Quantity::celsius)
         return static_cast<std::size_t>(number - 1);
     for (std::size_t channel = 0; channel < static_cast<std::size_t>(channelCount); ++channel)
         if (channelKind[channel] != kind::notInUse && channelNumber[channel] == number)
@@ -172,7 +172,7 @@ SeriesValues ValuesOf(std::string_view valueLine, const std::vector<int>& series
 }
 
 void WriteLegends(ReportGraph& graph, const std::vector<int>& series) {
-    const bool sensors = unitCode == FileOpr::Quantity::celsius;
+    const bool sensors = unitCode == Quantity::celsius;
     for (std::size_t i = 0; i < series.size(); ++i) {
         const auto set = static_cast<std::int16_t>(i + 1);
         graph.SetThisSet(set);
@@ -204,9 +204,9 @@ void FillUp(ReportGraph& graph, const Fillers& fillers) {
     }
 }
 
-std::string PointText(FileOpr::Quantity unit, int number, std::int64_t record, double value) {
+std::string PointText(Quantity unit, int number, std::int64_t record, double value) {
     // Numbers stand behind one blank, the place of a sign.
-    const std::string what = unit == FileOpr::Quantity::celsius ? "Temp. " : "Chan. ";
+    const std::string what = unit == Quantity::celsius ? "Temp. " : "Chan. ";
     return what + std::to_string(number) + ", Record " + std::to_string(record) + ", Value =" +
            NumberText::Format(static_cast<float>(value), NumberText::Pattern::twoDecimals);
 }

@@ -66,6 +66,6 @@ struct Fillers {
 void FillUp(ReportGraph& graph, const Fillers& fillers);
 
 /// Text of the point click box: channel or sensor, record and value.
-std::string PointText(FileOpr::Quantity unit, int number, std::int64_t record, double value);
+std::string PointText(Quantity unit, int number, std::int64_t record, double value);
 
 } // namespace Mreport

@@ -17,7 +17,7 @@ std::array<bool, maxChannels> channelInUse{};
 std::array<std::int16_t, maxChannels> channelKind{};
 std::array<std::int16_t, maxChannels> channelNumber{};
 std::array<bool, tempSensorCount> sensorInUse{};
-FileOpr::Quantity unitCode = FileOpr::Quantity::mV;
+Quantity unitCode = Quantity::mV;
 std::int32_t linesPerRecord = 0;
 std::int32_t recordsInPage = 0;
 std::int32_t pageFirstRecordOffset = 0;
@@ -27,8 +27,8 @@ bool reloadInProgress = false;
 bool autoUpdate = false;
 bool scrollGuard = false;
 
-std::string UnitText(FileOpr::Quantity unit) {
-    return std::string(FileOpr::quantityLabels[static_cast<std::size_t>(unit)]);
+std::string UnitText(Quantity unit) {
+    return std::string(Quantities::Label(unit));
 }
 
 bool IsLiveFile(const std::filesystem::path& file) {
@@ -91,9 +91,9 @@ bool SensorUsed(int sensor) {
     return false;
 }
 
-std::vector<int> Series(FileOpr::Quantity unit) {
+std::vector<int> Series(Quantity unit) {
     std::vector<int> numbers;
-    if (unit == FileOpr::Quantity::celsius) {
+    if (unit == Quantity::celsius) {
         for (int sensor = 1; sensor <= tempSensorCount; ++sensor)
             if (sensorInUse[static_cast<std::size_t>(sensor - 1)] && SensorUsed(sensor))
                 numbers.push_back(sensor);
@@ -117,7 +117,7 @@ void Reset() {
     channelKind.fill(kind::notInUse);
     channelNumber.fill(0);
     sensorInUse.fill(false);
-    unitCode = FileOpr::Quantity::mV;
+    unitCode = Quantity::mV;
     linesPerRecord = recordsInPage = pageFirstRecordOffset = 0;
     viewingLiveFile = loading = reloadInProgress = autoUpdate = scrollGuard = false;
 }

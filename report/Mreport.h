@@ -47,7 +47,7 @@ extern std::array<std::int16_t, maxChannels> channelKind;   ///< codes of `kind`
 extern std::array<std::int16_t, maxChannels> channelNumber; ///< temperature sensor, 0 for none
 extern std::array<bool, tempSensorCount> sensorInUse;       ///< selected for the graph
 
-extern FileOpr::Quantity unitCode; ///< what the graph shows
+extern Quantity unitCode; ///< what the graph shows
 
 extern std::int32_t linesPerRecord;
 extern std::int32_t recordsInPage;
@@ -60,7 +60,7 @@ extern bool autoUpdate;
 extern bool scrollGuard;
 
 /// "mV", "pH", "ppm", "mol/l", "°C".
-std::string UnitText(FileOpr::Quantity unit);
+std::string UnitText(Quantity unit);
 
 /// True when the file is the one that the measuring page records into.
 bool IsLiveFile(const std::filesystem::path& file);
@@ -90,7 +90,7 @@ bool SensorUsed(int sensor);
 
 /// Numbers of the channels (1..8) or, for degrees, of the sensors (1..4) that the graph shows, in
 /// the order of its sets.
-std::vector<int> Series(FileOpr::Quantity unit);
+std::vector<int> Series(Quantity unit);
 
 /// A list page as printing takes it.
 class ListPageText : public PageText {

@@ -23,17 +23,6 @@ std::string TimeStampOf(std::string_view recordLine) {
     return Mcommon::TrimControl(recordLine.substr(mark + timeMark.size()));
 }
 
-NumberText::Pattern PatternOf(FileOpr::Quantity unit) {
-    switch (unit) {
-    case FileOpr::Quantity::mol_l:
-        return NumberText::Pattern::scientific;
-    case FileOpr::Quantity::pH: // one decimal would hide what is recorded
-        return NumberText::Pattern::twoDecimals;
-    default:
-        return NumberText::Pattern::oneDecimal;
-    }
-}
-
 } // namespace
 
 std::vector<RecordSearch::Entry> RecordSearch::Entries() {
@@ -49,13 +38,12 @@ std::vector<RecordSearch::Entry> RecordSearch::Entries() {
     return entries;
 }
 
-std::vector<FileOpr::Quantity> RecordSearch::Units(int entryIndex) {
+std::vector<Quantity> RecordSearch::Units(int entryIndex) {
     if (entryIndex >= maxChannels)
-        return {FileOpr::Quantity::celsius};
-    std::vector<FileOpr::Quantity> units = {FileOpr::Quantity::mV};
+        return {Quantity::celsius};
+    std::vector<Quantity> units = {Quantity::mV};
     const std::int16_t channel = channelKind[static_cast<std::size_t>(entryIndex)];
-    for (const auto unit :
-         {FileOpr::Quantity::pH, FileOpr::Quantity::ppm, FileOpr::Quantity::mol_l})
+    for (const auto unit : {Quantity::pH, Quantity::ppm, Quantity::mol_l})
         if (KindGives(channel, unit))
             units.push_back(unit);
     return units;
@@ -106,15 +94,15 @@ bool RecordSearch::TakeLine(ReportPages::Line line, std::string_view text) {
     return true;
 }
 
-void RecordSearch::KeepRow(FileOpr::Quantity unit, std::string_view valueLine) {
+void RecordSearch::KeepRow(Quantity unit, std::string_view valueLine) {
     const auto cells = MeasurementLines::SplitCells(valueLine);
     const int columns = std::min<int>(cells.count, channelCount);
     for (std::size_t channel = 0; channel < static_cast<std::size_t>(columns); ++channel) {
         const std::string cell = Mcommon::TrimControl(cells.cell[channel]);
         const std::int16_t sensor = channelNumber[channel];
-        if (unit != FileOpr::Quantity::celsius) {
+        if (unit != Quantity::celsius) {
             if (KindGives(channelKind[channel], unit))
-                values_[channel][static_cast<std::size_t>(unit)] = cell;
+                values_[channel][unit] = cell;
         } else if (sensor >= 1 && sensor <= tempSensorCount) {
             std::string& kept = temperatures_[static_cast<std::size_t>(sensor - 1)];
             if (kept.empty() ||
@@ -124,15 +112,15 @@ void RecordSearch::KeepRow(FileOpr::Quantity unit, std::string_view valueLine) {
     }
 }
 
-std::string RecordSearch::ValueText(int entryIndex, FileOpr::Quantity unit) const {
+std::string RecordSearch::ValueText(int entryIndex, Quantity unit) const {
     const std::string& text =
         entryIndex >= maxChannels
             ? temperatures_.at(static_cast<std::size_t>(entryIndex - maxChannels))
-            : values_.at(static_cast<std::size_t>(entryIndex))[static_cast<std::size_t>(unit)];
+            : values_.at(static_cast<std::size_t>(entryIndex))[unit];
     if (!text.empty() && MeasurementLines::IsMissing(text)) // a missing value is not 0
         return "NA";
     const auto value = static_cast<float>(NumberText::Leading(text));
-    return NumberText::Format(value, PatternOf(unit)) + " " + UnitText(unit);
+    return NumberText::Format(value, Quantities::Of(unit).pattern) + " " + UnitText(unit);
 }
 
 std::int32_t RecordNumberOf(std::string_view entry) {

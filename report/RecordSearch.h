@@ -25,7 +25,7 @@ public:
     static std::vector<Entry> Entries();
 
     /// The units that an entry has values in.
-    static std::vector<FileOpr::Quantity> Units(int entryIndex);
+    static std::vector<Quantity> Units(int entryIndex);
 
     /// Searches the first page whose last record is not below the number; its first line with the
     /// prefix "Record " and the number wins. False when there is none.
@@ -37,13 +37,13 @@ public:
     ReportPages::Line Line() const { return line_; }
 
     /// The kept value as it is shown, with its unit: "12.3 mV".
-    std::string ValueText(int entryIndex, FileOpr::Quantity unit) const;
+    std::string ValueText(int entryIndex, Quantity unit) const;
 
 private:
     static std::optional<int> PageOf(std::int32_t number);
     void ReadRecord();
     bool TakeLine(ReportPages::Line line, std::string_view text);
-    void KeepRow(FileOpr::Quantity unit, std::string_view valueLine);
+    void KeepRow(Quantity unit, std::string_view valueLine);
 
     int page_ = 0;
     ReportPages::Line line_ = 0;

@@ -75,7 +75,7 @@ void ReportLoader::ViewSource(const std::filesystem::path& fileName,
     view_.ShowCaption(fileName);
     viewingLiveFile = reloadInProgress = IsLiveFile(fileName);
     autoUpdate = false;
-    unitCode = FileOpr::Quantity::mV;
+    unitCode = Quantity::mV;
     lastPageIndex = graphPageIndex = shownPageIndex = 0;
     recordsInPage = pageFirstRecordOffset = linesPerRecord = 0;
     pages.Open(std::move(source));

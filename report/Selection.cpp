@@ -4,25 +4,18 @@
 
 namespace Mreport {
 
-bool KindGives(std::int16_t kindCode, FileOpr::Quantity unit) {
-    switch (unit) {
-    case FileOpr::Quantity::pH:
-        return kindCode == kind::pH;
-    case FileOpr::Quantity::ppm:
-    case FileOpr::Quantity::mol_l:
-        return kindCode == kind::ion;
-    case FileOpr::Quantity::mV:
-    case FileOpr::Quantity::celsius:
-        break;
-    }
-    return kindCode != kind::notInUse;
+bool KindGives(std::int16_t kindCode, Quantity unit) {
+    if (kindCode == kind::notInUse)
+        return false;
+    return Quantities::IsOfSensors(unit) ||
+           Quantities::Gives(static_cast<Electrode::Kind>(kindCode), unit);
 }
 
 Selection::Selection() : unit_(unitCode) {
     FillBoxes();
 }
 
-void Selection::ChooseUnit(FileOpr::Quantity unit) {
+void Selection::ChooseUnit(Quantity unit) {
     if (unit == unit_)
         return;
     unit_ = unit;
@@ -31,7 +24,7 @@ void Selection::ChooseUnit(FileOpr::Quantity unit) {
 
 void Selection::FillBoxes() {
     for (std::size_t i = 0; i < boxes_.size(); ++i)
-        boxes_[i] = unit_ == FileOpr::Quantity::celsius ? SensorBox(i) : ChannelBox(i);
+        boxes_[i] = unit_ == Quantity::celsius ? SensorBox(i) : ChannelBox(i);
 }
 
 Selection::Box Selection::SensorBox(std::size_t index) const {
@@ -54,11 +47,11 @@ void Selection::Check(int index, bool checked) {
 }
 
 std::string Selection::Heading() const {
-    return unit_ == FileOpr::Quantity::celsius ? "Temp. Sensors" : "Channels";
+    return unit_ == Quantity::celsius ? "Temp. Sensors" : "Channels";
 }
 
 std::string Selection::Caption(int index) const {
-    return (unit_ == FileOpr::Quantity::celsius ? "Temp. " : "Ch. ") + std::to_string(index + 1);
+    return (unit_ == Quantity::celsius ? "Temp. " : "Ch. ") + std::to_string(index + 1);
 }
 
 std::int16_t Selection::CheckedCount() const {
@@ -72,7 +65,7 @@ bool Selection::Fits(std::int32_t points) const {
 
 void Selection::Accept() const {
     unitCode = unit_;
-    if (unit_ == FileOpr::Quantity::celsius) { // the channels keep their own choice
+    if (unit_ == Quantity::celsius) { // the channels keep their own choice
         for (std::size_t i = 0; i < tempSensorCount; ++i)
             sensorInUse[i] = boxes_[i].checked;
         return;

@@ -22,10 +22,10 @@ public:
     Selection();
 
     /// Changes the unit and the boxes with it; the unit in force keeps its check marks.
-    void ChooseUnit(FileOpr::Quantity unit);
+    void ChooseUnit(Quantity unit);
     void Check(int index, bool checked);
 
-    FileOpr::Quantity Unit() const { return unit_; }
+    Quantity Unit() const { return unit_; }
     std::string UnitName() const { return UnitText(unit_); }
     std::string Heading() const; ///< "Channels" or "Temp. Sensors"
     std::string Caption(int index) const;
@@ -43,12 +43,12 @@ private:
     Box SensorBox(std::size_t index) const;
     Box ChannelBox(std::size_t index) const;
 
-    FileOpr::Quantity unit_;
+    Quantity unit_;
     std::array<Box, maxChannels> boxes_{};
 };
 
 /// True when a channel of this kind gives values of the unit.
-bool KindGives(std::int16_t kindCode, FileOpr::Quantity unit);
+bool KindGives(std::int16_t kindCode, Quantity unit);
 
 inline constexpr std::string_view tooManyPointsText =
     "Too many points to draw them in this version software (Max 1500 points)";

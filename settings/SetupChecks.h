@@ -21,7 +21,7 @@ inline constexpr std::string_view averagingRange =
 /// One channel's row of the setup page.
 struct ChannelEntry {
     bool selected = false;
-    int electrode = -1; ///< position in Electrode::names, -1 where nothing is chosen
+    int electrode = -1; ///< position in Electrode::types, -1 where nothing is chosen
     std::string serialNo;
     std::string molarMass;       ///< g/mol; empty or "N/A" where it does not apply
     std::int16_t pointCount = 0; ///< points of the stored calibration

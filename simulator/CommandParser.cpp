@@ -39,14 +39,14 @@ std::string TakeElectrodeName(Words& words) {
     const std::string word = words.Take("The electrode's name");
     if (Letters::SameText(word, "pH") || (Letters::SameText(word, "H") && words.TakeIf("(pH)")))
         return std::string(Electrode::pHName);
-    const auto known =
-        std::find_if(Electrode::names.begin(), Electrode::names.end(),
-                     [&](std::string_view name) { return Letters::SameText(name, word); });
-    if (known != Electrode::names.end())
-        return std::string(*known);
+    const auto known = std::ranges::find_if(Electrode::types, [&](const Electrode::Type& type) {
+        return Letters::SameText(type.name, word);
+    });
+    if (known != Electrode::types.end())
+        return std::string(known->name);
     std::string list;
-    for (std::string_view name : Electrode::names)
-        list += (list.empty() ? "" : ", ") + std::string(name);
+    for (const Electrode::Type& type : Electrode::types)
+        list += (list.empty() ? "" : ", ") + std::string(type.name);
     throw RunTimeError("\"" + word + "\" is no electrode; there are " + list);
 }
 

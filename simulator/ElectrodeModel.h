@@ -9,7 +9,7 @@ namespace simulator {
 
 /// What tells one electrode from another.
 struct ElectrodeTraits {
-    std::string name;           ///< one of Electrode::names
+    std::string name;           ///< one of Electrode::types
     double efficiency = 1;      ///< share of the Nernst slope that it shows
     double offset_mV = 0;       ///< potential at 1 mmol/l, of a pH electrode at pH 7
     Seconds responseTime{0};    ///< time constant; after three of them 95 % of a change is done

@@ -49,7 +49,7 @@ frmCommon::frmCommon(Mreport::ReportGraph& graph, QWidget* parent)
 frmCommon::~frmCommon() = default;
 
 void frmCommon::optData_Click(int Index) {
-    const auto unit = static_cast<FileOpr::Quantity>(Index);
+    const auto unit = static_cast<Quantity>(Index);
     if (unit == selection_.Unit())
         return;
     selection_.ChooseUnit(unit);

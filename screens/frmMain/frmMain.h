@@ -122,8 +122,6 @@ private:
 
     bool Busy() const;
 
-    static constexpr int cellKinds = ChannelDisplay::cellCount;
-
     std::unique_ptr<Ui::frmMain> ui_;
     EventGuard guard_{"Unexpected Error - "};
     ControlArray<QPushButton> cmdPage;
@@ -157,7 +155,7 @@ private:
     bool timeTickAtWork_ = false;
     bool titleRed_ = false;
     QString problemShown_; ///< why a position could not be converted
-    std::array<std::array<bool, cellKinds>, maxChannels> errorShown_{};
+    std::array<PerQuantity<bool>, maxChannels> errorShown_{};
 
     FileOpr::DisplayedChannels displayed_; ///< the texts that the page shows
     FileOpr::Recording recording_;

@@ -23,7 +23,7 @@ constexpr int smallestFigure_pt = 16; ///< as the form is designed
 constexpr int largestFigure_pt = 36;
 
 /// Offsets of the channels' labels in lblEntry, in the order of the cells: mV, pH, ppm, mol/l, °C.
-constexpr std::array<int, ChannelDisplay::cellCount> cellLabels = {16, 24, 32, 64, 56};
+constexpr PerQuantity<int> cellLabels = {16, 24, 32, 64, 56};
 
 int ChannelCount() {
     return mWinInit::HardwareSettings.ChannelCount;
@@ -54,13 +54,13 @@ void frmMain::PrepareMeasuringPage() {
         for (QLabel* label : {&lblChannel(i), &lblElectrode(i), &lblSerialNo(i), &lblSensor(i)})
             label->setVisible(i < ChannelCount());
     }
-    lblEntry(cellLabels[0]).installEventFilter(this); // FitFigures
+    lblEntry(cellLabels[Quantity::mV]).installEventFilter(this); // FitFigures
     ShowColours();
 }
 
 /// The largest figures that cells of this size hold.
 void frmMain::FitFigures(QSize cellSize) {
-    const QLabel& sample = lblEntry(cellLabels[0]);
+    const QLabel& sample = lblEntry(cellLabels[Quantity::mV]);
     const int frame = 2 * (sample.margin() + sample.frameWidth());
     QFont font = sample.font();
     font.setBold(false);
@@ -201,7 +201,8 @@ void frmMain::ShowProblem(const QString& problem) {
 }
 
 void frmMain::ShowCells(int channel, const ChannelDisplay::Cells& cells) {
-    for (std::size_t kind = 0; kind < cells.size(); ++kind) {
+    for (const auto& row : Quantities::table) {
+        const Quantity kind = row.quantity;
         QLabel& label = lblEntry(cellLabels[kind] + channel);
         displayed_[static_cast<std::size_t>(channel)][kind] = cells[kind].text;
         const QString text = Text::ToQt(cells[kind].text);
@@ -218,9 +219,9 @@ void frmMain::ShowCells(int channel, const ChannelDisplay::Cells& cells) {
 void frmMain::ShowColours() {
     BlinkTitle(titleRed_);
     for (std::size_t channel = 0; channel < errorShown_.size(); ++channel)
-        for (std::size_t kind = 0; kind < cellLabels.size(); ++kind)
-            Colours::MarkError(lblEntry(cellLabels[kind] + static_cast<int>(channel)),
-                               errorShown_[channel][kind]);
+        for (const auto& row : Quantities::table)
+            Colours::MarkError(lblEntry(cellLabels[row.quantity] + static_cast<int>(channel)),
+                               errorShown_[channel][row.quantity]);
 }
 
 void frmMain::ReadingFailed() {

@@ -56,8 +56,8 @@ std::int16_t AveragingOr(std::int16_t inForce, const std::string& text) {
 
 void frmMain::FillLists() {
     for (int i = 0; i < maxChannels; ++i) {
-        for (std::size_t name = 0; name < Electrode::names.size(); ++name)
-            cboEntry(i).addItem(Text::ToQt(Electrode::names[name]), static_cast<int>(name));
+        for (std::size_t name = 0; name < Electrode::types.size(); ++name)
+            cboEntry(i).addItem(Text::ToQt(Electrode::types[name].name), static_cast<int>(name));
         for (const char* type : referenceTypes)
             cboEntry(refTypeBox + i).addItem(type);
         cboEntry(tempSensorBox + i).addItem("None", 0);
@@ -165,7 +165,7 @@ void frmMain::StoreChannel(int channel) {
     mWinInit::ChannelSetupRecord& setup = SetupOf(channel);
     const int electrode = cboEntry(channel).currentIndex();
     if (electrode >= 0) // else a name that the list lacks, which stays as it is
-        setup.Electrode = Electrode::names[static_cast<std::size_t>(electrode)];
+        setup.Electrode = Electrode::types[static_cast<std::size_t>(electrode)].name;
     setup.SerialNo = TextOf(txtEntry(serialNoBox + channel));
     setup.RefType = Text::FromQt(cboEntry(refTypeBox + channel).currentText());
     setup.RefSerialNo = TextOf(txtEntry(refSerialNoBox + channel));

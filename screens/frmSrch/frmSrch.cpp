@@ -112,7 +112,7 @@ void frmSrch::ShowValue() {
     if (ui_->cboChan->currentIndex() >= 0 && ui_->cboUnit->currentIndex() >= 0)
         text += "    " + Text::ToQt(search_.ValueText(
                              ui_->cboChan->currentData().toInt(),
-                             static_cast<FileOpr::Quantity>(ui_->cboUnit->currentData().toInt())));
+                             static_cast<Quantity>(ui_->cboUnit->currentData().toInt())));
     ui_->lblRtn->setText(text);
 }
 

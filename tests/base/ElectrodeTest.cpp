@@ -26,9 +26,9 @@ TEST(Electrode, The_kind_looks_at_the_exact_letters) {
 }
 
 TEST(Electrode, The_named_positions_are_those_of_the_list) {
-    EXPECT_EQ(Electrode::names[25], Electrode::redoxName);
-    EXPECT_EQ(Electrode::names[Electrode::noneIndex], Electrode::noneName);
-    EXPECT_EQ(Electrode::names[24], Electrode::pHName);
+    EXPECT_EQ(Electrode::types[25].name, Electrode::redoxName);
+    EXPECT_EQ(Electrode::types[Electrode::noneIndex].name, Electrode::noneName);
+    EXPECT_EQ(Electrode::types[24].name, Electrode::pHName);
 }
 
 // Sums of the standard atomic weights of 2021, worked out by hand to a thousandth.
@@ -43,8 +43,9 @@ TEST(Electrode, The_molar_mass_of_an_ion_is_the_sum_of_its_atoms) {
 }
 
 TEST(Electrode, Every_ion_of_the_list_has_a_molar_mass_and_no_other_entry_has) {
-    for (const auto name : Electrode::names)
-        EXPECT_EQ(Electrode::MolarMass(name) > 0, Electrode::KindOf(name) == Kind::ion) << name;
+    for (const auto& type : Electrode::types)
+        EXPECT_EQ(Electrode::MolarMass(type.name) > 0, Electrode::KindOf(type.name) == Kind::ion)
+            << type.name;
     EXPECT_EQ(Electrode::MolarMass("Xy"), 0);
 }
 

@@ -9,14 +9,15 @@ namespace {
 
 using ChannelDisplay::ChannelState;
 using Electrode::Kind;
-using Texts = std::array<std::string, ChannelDisplay::cellCount>;
+using Texts = PerQuantity<std::string>;
 
 Texts TextsOf(const ChannelState& channel) {
     Texts texts;
     const auto cells = ChannelDisplay::Compose(channel);
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        texts[i] = cells[i].text;
-        EXPECT_EQ(cells[i].error, cells[i].text == "Error") << "cell " << i;
+    for (const auto& row : Quantities::table) {
+        const ChannelDisplay::Cell& cell = cells[row.quantity];
+        texts[row.quantity] = cell.text;
+        EXPECT_EQ(cell.error, cell.text == "Error") << row.label;
     }
     return texts;
 }
@@ -58,7 +59,7 @@ TEST(ChannelDisplay, A_pH_of_exactly_one_is_no_Redox_marker) {
     ChannelState channel;
     channel.kind = Kind::pH;
     channel.converted = 1.0F;
-    EXPECT_EQ(TextsOf(channel)[1], "1.00");
+    EXPECT_EQ(TextsOf(channel)[Quantity::pH], "1.00");
 }
 
 TEST(ChannelDisplay, A_negative_pH_marks_the_concentrations_and_blanks_its_own_cell) {

@@ -40,10 +40,10 @@ protected:
 TEST_F(MeasuringCycleTest, Composes_what_each_selected_channel_shows) {
     const auto outcome = MeasuringCycle::Run(Source(), averages);
     // 10^0.5 ppm; 3.162 / 40078 mol/l; linear scale after the pH channel: 20 degrees.
-    const ChannelDisplay::Cells ion = {{{"129.5"}, {""}, {"3.2"}, {"7.89E-05"}, {"20.0"}}};
+    const ChannelDisplay::Cells ion = {{{{"129.5"}, {""}, {"3.2"}, {"7.89E-05"}, {"20.0"}}}};
     EXPECT_EQ(outcome.cells[0], ion);
-    EXPECT_EQ(outcome.cells[1][1].text, "6.00");
-    EXPECT_EQ(outcome.cells[1][4].text, "");
+    EXPECT_EQ(outcome.cells[1][Quantity::pH].text, "6.00");
+    EXPECT_EQ(outcome.cells[1][Quantity::celsius].text, "");
     EXPECT_EQ(outcome.problem, "");
 }
 
@@ -52,23 +52,23 @@ TEST_F(MeasuringCycleTest, A_channel_that_is_not_selected_is_blank_throughout) {
     source.selected[0] = 0;
     const auto outcome = MeasuringCycle::Run(source, averages);
     EXPECT_EQ(outcome.cells[0], ChannelDisplay::Cells());
-    EXPECT_EQ(outcome.cells[1][0].text, "59.0");
+    EXPECT_EQ(outcome.cells[1][Quantity::mV].text, "59.0");
 }
 
 TEST_F(MeasuringCycleTest, A_channel_without_usable_calibration_shows_its_potential_alone) {
     calibration[0].PointCount = 1;
     const auto outcome = MeasuringCycle::Run(Source(), averages);
-    EXPECT_EQ(outcome.cells[0][0].text, "129.5");
-    EXPECT_EQ(outcome.cells[0][2].text, "");
+    EXPECT_EQ(outcome.cells[0][Quantity::mV].text, "129.5");
+    EXPECT_EQ(outcome.cells[0][Quantity::ppm].text, "");
     EXPECT_EQ(outcome.problem, "");
 }
 
 TEST_F(MeasuringCycleTest, A_failed_channel_is_named_and_leaves_the_others) {
     calibration[0].Standard = {0.0F, 10.0F};
     const auto outcome = MeasuringCycle::Run(Source(), averages);
-    EXPECT_EQ(outcome.cells[0][0].text, "129.5");
-    EXPECT_EQ(outcome.cells[0][2], (ChannelDisplay::Cell{"Error", true}));
-    EXPECT_EQ(outcome.cells[1][1].text, "6.00");
+    EXPECT_EQ(outcome.cells[0][Quantity::mV].text, "129.5");
+    EXPECT_EQ(outcome.cells[0][Quantity::ppm], (ChannelDisplay::Cell{"Error", true}));
+    EXPECT_EQ(outcome.cells[1][Quantity::pH].text, "6.00");
     EXPECT_TRUE(outcome.problem.starts_with("Converting channel 1: ")) << outcome.problem;
 }
 
@@ -77,8 +77,8 @@ TEST_F(MeasuringCycleTest, A_failed_sensor_is_named_by_its_own_number) {
     auto source = Source();
     source.selected[1] = 0; // an ion channel is the last converted: logarithmic scale
     const auto outcome = MeasuringCycle::Run(source, averages);
-    EXPECT_EQ(outcome.cells[0][4], (ChannelDisplay::Cell{"Error", true}));
-    EXPECT_EQ(outcome.cells[0][2].text, "3.2");
+    EXPECT_EQ(outcome.cells[0][Quantity::celsius], (ChannelDisplay::Cell{"Error", true}));
+    EXPECT_EQ(outcome.cells[0][Quantity::ppm].text, "3.2");
     EXPECT_TRUE(outcome.problem.starts_with("Converting temperature sensor 1: "))
         << outcome.problem;
 }

@@ -66,17 +66,17 @@ TEST(MeasurementReader, Text_that_looks_like_a_record_is_only_text) {
     const auto records = RecordsOf(text);
     ASSERT_EQ(records.size(), 2U);
     EXPECT_EQ(records[0].comment, "Record 2");
-    EXPECT_EQ(records[0].cells[1][0], Padded("2"));
+    EXPECT_EQ(records[0].cells[1][Quantity::mV], Padded("2"));
     EXPECT_EQ(records[1].number, 2);
     EXPECT_EQ(records[1].comment, "Comment:\tppm");
-    EXPECT_EQ(records[1].cells[0][2], Padded(""));
+    EXPECT_EQ(records[1].cells[0][Quantity::ppm], Padded(""));
 }
 
 TEST(MeasurementReader, A_comment_of_dashes_ends_no_record) {
     const auto records = RecordsOf("Record 1\tAt\tt\r\nComment:\t------------\r\nmV\t1\r\n");
     ASSERT_EQ(records.size(), 1U);
     EXPECT_EQ(records[0].comment, "------------");
-    EXPECT_EQ(records[0].cells[0][0], Padded("1"));
+    EXPECT_EQ(records[0].cells[0][Quantity::mV], Padded("1"));
 }
 
 TEST(MeasurementReader, LF_ends_lines_as_CR_LF_does) {
@@ -97,7 +97,7 @@ TEST(MeasurementReader, A_record_cut_off_before_its_separator_is_given_and_marke
     ASSERT_TRUE(reader.Next(record));
     EXPECT_FALSE(reader.LastWasComplete());
     EXPECT_EQ(record.number, 2);
-    EXPECT_EQ(record.cells[0][0], Padded("7"));
+    EXPECT_EQ(record.cells[0][Quantity::mV], Padded("7"));
     EXPECT_FALSE(reader.Next(record));
 }
 
@@ -113,7 +113,7 @@ TEST(MeasurementReader, Cells_beyond_eight_and_unknown_rows_are_passed_over) {
     const auto records = RecordsOf(
         "Record 1\nComment:\t\nmV\t1\t2\t3\t4\t5\t6\t7\t8\t9\nvolts\t1\nNot even a row\n");
     ASSERT_EQ(records.size(), 1U);
-    EXPECT_EQ(records[0].cells[7][0], Padded("8"));
+    EXPECT_EQ(records[0].cells[7][Quantity::mV], Padded("8"));
 }
 
 TEST(MeasurementReader, A_number_beyond_32_bits_is_zero) {
@@ -180,7 +180,7 @@ protected:
                 cell = Text(14);
         for (auto& channel : displayed)
             if (Pick(0, 3) == 0)
-                channel[0] = std::string(static_cast<std::size_t>(Pick(0, 3)), ' ');
+                channel[Quantity::mV] = std::string(static_cast<std::size_t>(Pick(0, 3)), ' ');
         return displayed;
     }
 
@@ -201,14 +201,16 @@ protected:
     static void CheckRecord(const MeasurementRecord& record,
                             const FileOpr::DisplayedChannels& displayed) {
         const auto& rows = FileOpr::Rows();
-        const std::array<bool, 5> present{true, rows.pH, rows.ion, rows.ion, true};
+        const PerQuantity<bool> present{true, rows.pH, rows.ion, rows.ion, true};
         const auto channels = static_cast<std::size_t>(mWinInit::HardwareSettings.ChannelCount);
         for (std::size_t i = 0; i < maxChannels; ++i)
-            for (std::size_t q = 0; q < present.size(); ++q) {
+            for (const auto& row : Quantities::table) {
+                const Quantity q = row.quantity;
                 std::string expected = Padded("");
                 if (i < channels && present[q])
-                    expected = IsIdle(displayed[i][0]) ? Padded("NA") : Cell(displayed[i][q]);
-                EXPECT_EQ(record.cells[i][q], expected) << "channel " << i << " row " << q;
+                    expected =
+                        IsIdle(displayed[i][Quantity::mV]) ? Padded("NA") : Cell(displayed[i][q]);
+                EXPECT_EQ(record.cells[i][q], expected) << "channel " << i << " row " << row.label;
             }
     }
 

@@ -8,7 +8,6 @@
 
 namespace {
 
-using FileOpr::Quantity;
 using Values = std::array<float, maxChannels>;
 
 class SaveMeasure : public testing::Test {
@@ -94,12 +93,12 @@ TEST_F(SaveMeasure, The_rows_are_those_of_the_header_whatever_the_setup_is_now) 
 }
 
 TEST_F(SaveMeasure, A_channel_whose_potential_shows_only_blanks_is_idle) {
-    displayed[0][0] = " \t\r\n ";
+    displayed[0][Quantity::mV] = " \t\r\n ";
     EXPECT_NE(Save(1, "").find("mV             \tNA          \t-12.3       \t"), std::string::npos);
 }
 
 TEST_F(SaveMeasure, A_displayed_text_is_cut_at_twelve_characters) {
-    displayed[0][0] = "1234567890123";
+    displayed[0][Quantity::mV] = "1234567890123";
     EXPECT_NE(Save(1, "").find("mV             \t123456789012\t-12.3       \t"), std::string::npos);
 }
 
@@ -132,8 +131,8 @@ TEST_F(SaveMeasure, The_live_report_receives_each_line_and_a_wider_separator) {
 
 TEST_F(SaveMeasure, The_graph_receives_the_leading_number_of_each_used_channel) {
     OpenReport(Quantity::mV);
-    displayed[0][0] = "  59.5 mV";
-    displayed[1][0] = "Error";
+    displayed[0][Quantity::mV] = "  59.5 mV";
+    displayed[1][Quantity::mV] = "Error";
     displayed[3] = {" ", "", "", "", "9"}; // idle
     Save(1, "");
     EXPECT_EQ(graphValues.at(0), (Values{59.5F, 0, -412.0F, 0}));
@@ -150,7 +149,7 @@ TEST_F(SaveMeasure, The_graph_receives_temperatures_by_sensor) {
     OpenReport(Quantity::celsius);
     mWinInit::ChannelSetup[0].TempSensor = 4;
     mWinInit::ChannelSetup[2].TempSensor = 0;
-    displayed[2][4] = "77";
+    displayed[2][Quantity::celsius] = "77";
     Save(1, "");
     EXPECT_EQ(graphValues.at(0), (Values{0, 22.0F, 0, 21.5F}));
 }

@@ -114,7 +114,7 @@ TEST_F(Graph, Each_unit_shows_its_own_row) {
     };
     View(text.File(10));
     for (int unit = 0; unit < 5; ++unit) {
-        Mreport::unitCode = static_cast<FileOpr::Quantity>(unit);
+        Mreport::unitCode = static_cast<Quantity>(unit);
         Draw(10, 10);
         EXPECT_EQ(Drawn().sets.at(1).data.at(1), unit + 1);
         EXPECT_EQ(Drawn().LeftTitle(), Mreport::UnitText(Mreport::unitCode));
@@ -125,7 +125,7 @@ TEST_F(Graph, A_sensor_that_two_channels_share_is_one_series) {
     MeasurementText text;
     text.sensors = {"2", "2", "4", "1"};
     View(text.File(3));
-    Mreport::unitCode = FileOpr::Quantity::celsius;
+    Mreport::unitCode = Quantity::celsius;
     Draw(3, 3);
     EXPECT_EQ(Mreport::Series(Mreport::unitCode), (std::vector<int>{2, 4}))
         << "sensor 1 belongs to a channel without an electrode";
@@ -203,8 +203,7 @@ TEST_F(Graph, Another_graph_takes_series_and_title_from_the_viewers_own) {
 }
 
 TEST(PointText, Numbers_stand_behind_a_blank) {
-    EXPECT_EQ(Mreport::PointText(FileOpr::Quantity::mV, 3, 120, 12.345),
+    EXPECT_EQ(Mreport::PointText(Quantity::mV, 3, 120, 12.345),
               "Chan. 3, Record 120, Value =12.35");
-    EXPECT_EQ(Mreport::PointText(FileOpr::Quantity::celsius, 2, 7, -0.5),
-              "Temp. 2, Record 7, Value =-0.50");
+    EXPECT_EQ(Mreport::PointText(Quantity::celsius, 2, 7, -0.5), "Temp. 2, Record 7, Value =-0.50");
 }

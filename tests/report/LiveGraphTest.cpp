@@ -117,7 +117,7 @@ TEST_F(Live, An_idle_channel_has_no_value) {
 
 TEST_F(Live, Degrees_are_taken_by_sensor) {
     Follow(1);
-    Mreport::unitCode = FileOpr::Quantity::celsius;
+    Mreport::unitCode = Quantity::celsius;
     Append(text.Record(2));
     loader.LiveRecord(2, {20, 30, 40, 50, 0, 0, 0, 0});
     EXPECT_EQ(view.graph.sets.at(1).legend, "Temp. 1");

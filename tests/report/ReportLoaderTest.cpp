@@ -240,7 +240,7 @@ TEST_F(ReportLoader, A_file_in_utf8_shows_the_same_text) {
     EXPECT_EQ(Mreport::pages.Shown(0, 18).substr(0, 3), "\xB0"
                                                         "C ");
     EXPECT_EQ(Mreport::recordsInPage, 2);
-    Mreport::unitCode = FileOpr::Quantity::celsius;
+    Mreport::unitCode = Quantity::celsius;
     loader.Redraw(2);
     EXPECT_EQ(view.graph.Values(1), 2);
 }

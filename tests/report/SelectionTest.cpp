@@ -2,8 +2,6 @@
 
 #include "report/support/LoadedReport.h"
 
-using FileOpr::Quantity;
-
 namespace {
 
 class SelectionOf : public LoadedReport {

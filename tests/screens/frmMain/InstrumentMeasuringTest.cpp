@@ -50,7 +50,7 @@ TEST_F(InstrumentMeasuring, Shows_and_records_what_the_instrument_sends) {
     Click(*form, "cmdPage", 0);
     const auto file = FileOpr::ReadMeasurementFile(target);
     ASSERT_EQ(file.records.size(), 1U);
-    EXPECT_EQ(file.records[0].cells[0][4], "25.0        ");
+    EXPECT_EQ(file.records[0].cells[0][Quantity::celsius], "25.0        ");
 }
 
 TEST_F(InstrumentMeasuring, An_instrument_that_falls_silent_is_read_again_after_Start) {

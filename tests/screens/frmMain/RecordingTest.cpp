@@ -79,11 +79,11 @@ TEST_F(RecordingTest, A_record_holds_the_texts_that_the_page_shows) {
     ASSERT_EQ(file.records.size(), 1U);
     EXPECT_EQ(file.records[0].timeStamp, "14:05:33 07.Mar.2003");
     const auto& cells = file.records[0].cells;
-    EXPECT_EQ(Mcommon::TrimControl(cells[0][0]), "188.5");
-    EXPECT_EQ(Mcommon::TrimControl(cells[0][2]), "31.6");
-    EXPECT_EQ(Mcommon::TrimControl(cells[0][3]), "7.89E-04");
-    EXPECT_EQ(Mcommon::TrimControl(cells[0][4]), "25.0");
-    EXPECT_EQ(Mcommon::TrimControl(cells[1][1]), "6.00");
+    EXPECT_EQ(Mcommon::TrimControl(cells[0][Quantity::mV]), "188.5");
+    EXPECT_EQ(Mcommon::TrimControl(cells[0][Quantity::ppm]), "31.6");
+    EXPECT_EQ(Mcommon::TrimControl(cells[0][Quantity::mol_l]), "7.89E-04");
+    EXPECT_EQ(Mcommon::TrimControl(cells[0][Quantity::celsius]), "25.0");
+    EXPECT_EQ(Mcommon::TrimControl(cells[1][Quantity::pH]), "6.00");
     for (const std::string& cell : cells[3]) // not selected
         EXPECT_EQ(Mcommon::TrimControl(cell), "NA");
 }

@@ -71,7 +71,7 @@ TEST_F(SelectionDialog, Cancel_changes_nothing) {
     Open();
     Click(*dialog, "optData_1");
     Click(*dialog, "cmdBtn_1");
-    EXPECT_EQ(Mreport::unitCode, FileOpr::Quantity::mV);
+    EXPECT_EQ(Mreport::unitCode, Quantity::mV);
     EXPECT_EQ(Graph().NumSets(), sets);
     EXPECT_EQ(redraws, 0);
 }

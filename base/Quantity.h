@@ -1,0 +1,108 @@
+#pragma once
+
+#include "base/Electrode.h"
+#include "base/NumberText.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+/// What is measured, shown and recorded of a channel; the numbers are the report's unit codes.
+enum class Quantity : std::int16_t { mV = 0, pH = 1, ppm = 2, mol_l = 3, celsius = 4 };
+
+inline constexpr std::size_t quantityCount = 5;
+
+/// One value for each quantity.
+template <class T>
+struct PerQuantity {
+    constexpr T& operator[](Quantity quantity) { return items[Index(quantity)]; }
+    constexpr const T& operator[](Quantity quantity) const { return items[Index(quantity)]; }
+
+    constexpr auto begin() { return items.begin(); }
+    constexpr auto end() { return items.end(); }
+    constexpr auto begin() const { return items.begin(); }
+    constexpr auto end() const { return items.end(); }
+
+    bool operator==(const PerQuantity&) const = default;
+
+    std::array<T, quantityCount> items{};
+
+    static constexpr std::size_t Index(Quantity quantity) {
+        return static_cast<std::size_t>(quantity);
+    }
+};
+
+/// What is said of each quantity in one place. A further one is a value of the enumeration and its
+/// row here.
+namespace Quantities {
+
+/// What gives the values: a channel with an electrode of these kinds, or a temperature sensor.
+struct Givers {
+    bool none = false; ///< a channel without an electrode
+    bool redox = false;
+    bool pH = false;
+    bool ion = false;
+    bool sensor = false;
+};
+
+struct Row {
+    Quantity quantity;
+    std::string_view label;      ///< in the files, the lists and on the axis; Windows-1252
+    NumberText::Pattern pattern; ///< of a value that stands alone
+    Givers givers;
+};
+
+inline constexpr std::array<Row, quantityCount> table = {{
+    {Quantity::mV,
+     "mV",
+     NumberText::Pattern::oneDecimal,
+     {.none = true, .redox = true, .pH = true, .ion = true}},
+    {Quantity::pH, "pH", NumberText::Pattern::twoDecimals, {.pH = true}},
+    {Quantity::ppm, "ppm", NumberText::Pattern::oneDecimal, {.ion = true}},
+    {Quantity::mol_l, "mol/l", NumberText::Pattern::scientific, {.ion = true}},
+    {Quantity::celsius,
+     "\xB0"
+     "C",
+     NumberText::Pattern::oneDecimal,
+     {.sensor = true}},
+}};
+
+constexpr const Row& Of(Quantity quantity) {
+    return table[static_cast<std::size_t>(quantity)];
+}
+
+constexpr std::string_view Label(Quantity quantity) {
+    return Of(quantity).label;
+}
+
+/// The quantity of a label, letter by letter; nothing for any other text.
+constexpr std::optional<Quantity> WithLabel(std::string_view label) {
+    const auto found = std::ranges::find(table, label, &Row::label);
+    return found == table.end() ? std::nullopt : std::optional(found->quantity);
+}
+
+/// True when the quantity is a temperature sensor's, not a channel's own.
+constexpr bool IsOfSensors(Quantity quantity) {
+    return Of(quantity).givers.sensor;
+}
+
+/// True when an electrode of this kind gives the quantity.
+constexpr bool Gives(Electrode::Kind kind, Quantity quantity) {
+    const Givers& givers = Of(quantity).givers;
+    switch (kind) {
+    case Electrode::Kind::none:
+        return givers.none;
+    case Electrode::Kind::redox:
+        return givers.redox;
+    case Electrode::Kind::pH:
+        return givers.pH;
+    case Electrode::Kind::ion:
+        return givers.ion;
+    }
+    return false;
+}
+
+} // namespace Quantities
