@@ -47,7 +47,7 @@ std::array<float, maxChannels> GraphValues(const DisplayedChannels& displayed, Q
         if (Mcommon::TrimControl(displayed[i][Quantity::mV]).empty())
             continue;
         const float value = NumberText::LeadingSingle(
-            std::string_view(displayed[i][quantity]).substr(0, cellWidth));
+            std::string_view(displayed[i][quantity]).substr(0, MeasurementText::cellWidth));
         const int sensor = channels[i].TempSensor;
         if (quantity != Quantity::celsius)
             values[i] = value;
@@ -63,7 +63,8 @@ void EchoLines(std::string_view text) {
         return;
     std::string_view line;
     while (MeasurementLines::TakeLine(text, line))
-        liveReport.addLine(text.empty() ? std::string(listSeparatorWidth, '-') : line);
+        liveReport.addLine(text.empty() ? std::string(MeasurementText::listSeparatorWidth, '-')
+                                        : line);
 }
 
 /// A target that cannot be written is found out before anything is recorded for it.

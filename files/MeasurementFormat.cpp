@@ -5,6 +5,7 @@
 #include "base/Electrode.h"
 #include "base/Letters.h"
 #include "base/NumberText.h"
+#include "files/MeasurementText.h"
 
 #include <algorithm>
 #include <functional>
@@ -13,9 +14,8 @@ namespace MeasurementFormat {
 
 namespace {
 
-constexpr std::string_view lineEnd = "\r\n";
-constexpr std::string_view noHeaderValue = "N/A";
-constexpr std::string_view noRecordValue = "NA";
+namespace Text = MeasurementText;
+
 constexpr int slopeCellsWithoutCalibration = 8; // in four-channel files too: readers count them
 
 bool HasCalibrationBlock(const mWinInit::ChannelSetupRecord& channel) {
@@ -40,8 +40,8 @@ void AddField(std::string& line, std::string_view text, std::size_t width) {
 }
 
 void AddSeparator(std::string& text) {
-    text.append(FileOpr::separatorWidth, '-');
-    text += lineEnd;
+    text.append(Text::separatorWidth, '-');
+    text += Text::lineEnd;
 }
 
 class HeaderWriter {
@@ -68,84 +68,81 @@ private:
     using CellOf = std::function<std::string(std::size_t channel)>;
 
     void AddRow(std::string_view label, const CellOf& cell) {
-        AddField(text_, label, FileOpr::labelWidth);
+        AddField(text_, label, Text::labelWidth);
         for (std::size_t i = 0; i < source_.channels.size(); ++i) {
             text_ += '\t';
-            AddField(text_, OneLine(cell(i), false), FileOpr::cellWidth);
+            AddField(text_, OneLine(cell(i), false), Text::cellWidth);
         }
-        text_ += lineEnd;
+        text_ += Text::lineEnd;
     }
 
     /// A row of calibrated channels; the others show that they have no value.
     void AddCalibrationRow(std::string_view label, const CellOf& cell) {
-        AddRow(label,
-               [&](std::size_t i) { return Points(i) < 1 ? std::string(noHeaderValue) : cell(i); });
+        AddRow(label, [&](std::size_t i) {
+            return Points(i) < 1 ? std::string(Text::noHeaderValue) : cell(i);
+        });
     }
 
     void AddProject(const LocalTime& now) {
-        text_ += "Project Name: " + OneLine(source_.project.ProjectName, false);
-        text_ += "\tAnalyst: " + OneLine(source_.project.Experimentator, false);
-        text_ += "\tReport created at: " + DateText::Header(now);
-        text_ += lineEnd;
+        text_ += std::string(Text::projectName) + OneLine(source_.project.ProjectName, false);
+        text_ += "\t" + std::string(Text::analyst) + OneLine(source_.project.Experimentator, false);
+        text_ += "\t" + std::string(Text::createdAt) + DateText::Header(now);
+        text_ += Text::lineEnd;
     }
 
     void AddChannels() {
         const auto& channels = source_.channels;
-        AddRow("Channel :", [](std::size_t i) { return "Chan " + Numeral(i + 1); });
-        AddRow("Electrode   :", [&](std::size_t i) { return channels[i].Electrode; });
-        AddRow("Serial No.  :", [&](std::size_t i) { return channels[i].SerialNo; });
-        AddRow("Ref. Type   :", [&](std::size_t i) { return channels[i].RefType; });
-        AddRow("Ref. S/N    :", [&](std::size_t i) { return channels[i].RefSerialNo; });
-        AddRow("Temp. Sens. :", [&](std::size_t i) {
+        AddRow(Text::channelRow, [](std::size_t i) { return "Chan " + std::to_string(i + 1); });
+        AddRow(Text::electrodeRow, [&](std::size_t i) { return channels[i].Electrode; });
+        AddRow(Text::serialNoRow, [&](std::size_t i) { return channels[i].SerialNo; });
+        AddRow(Text::refTypeRow, [&](std::size_t i) { return channels[i].RefType; });
+        AddRow(Text::refSerialNoRow, [&](std::size_t i) { return channels[i].RefSerialNo; });
+        AddRow(Text::tempSensorRow, [&](std::size_t i) {
             const std::int16_t sensor = channels[i].TempSensor;
-            return sensor < 1 ? std::string(noHeaderValue)
+            return sensor < 1 ? std::string(Text::noHeaderValue)
                               : NumberText::Plain(std::int32_t{sensor});
         });
     }
 
     void AddCalibrations() {
         const auto& records = source_.calibration;
-        text_ += "Calibration Info.";
-        text_ += lineEnd;
-        AddCalibrationRow("Date :", [&](std::size_t i) { return DatePart(records[i]); });
-        AddCalibrationRow("Time :", [&](std::size_t i) { return TimePart(records[i]); });
-        AddCalibrationRow("Cali. Points :", [&](std::size_t i) {
+        text_ += Text::calibrationInfo;
+        text_ += Text::lineEnd;
+        AddCalibrationRow(Text::dateRow, [&](std::size_t i) { return DatePart(records[i]); });
+        AddCalibrationRow(Text::timeRow, [&](std::size_t i) { return TimePart(records[i]); });
+        AddCalibrationRow(Text::pointCountRow, [&](std::size_t i) {
             return NumberText::Plain(std::int32_t{records[i].PointCount});
         });
-        AddCalibrationRow("Std. Unit :", [&](std::size_t i) { return UnitOf(i); });
+        AddCalibrationRow(Text::stdUnitRow, [&](std::size_t i) { return UnitOf(i); });
         for (std::size_t k = 0; k < MostPoints(); ++k)
-            AddCalibrationRow("Standard " + Numeral(k + 1) + ":", [&](std::size_t i) {
+            AddCalibrationRow(Text::NumberedRow(Text::standardRows, k + 1), [&](std::size_t i) {
                 return NumberText::Plain(records[i].Standard[k]);
             });
-        AddCalibrationRow("Cali. Unit :", [](std::size_t) { return std::string("mV"); });
+        AddCalibrationRow(Text::caliUnitRow, [](std::size_t) { return std::string("mV"); });
         for (std::size_t k = 0; k < MostPoints(); ++k)
-            AddCalibrationRow("Cali. Data " + Numeral(k + 1) + ":", [&](std::size_t i) {
+            AddCalibrationRow(Text::NumberedRow(Text::caliDataRows, k + 1), [&](std::size_t i) {
                 return NumberText::Plain(records[i].CaliData[k]);
             });
     }
 
     void AddSlopes() {
-        text_ += "Slopes Info.";
-        text_ += lineEnd;
+        text_ += Text::slopesInfo;
+        text_ += Text::lineEnd;
         for (std::size_t k = 0; k + 1 < MostPoints(); ++k)
-            AddRow("Slope " + Numeral(k + 1) + ":", [&](std::size_t i) {
+            AddRow(Text::NumberedRow(Text::slopeRows, k + 1), [&](std::size_t i) {
                 return Points(i) < static_cast<int>(k) + 2
-                           ? std::string(noHeaderValue)
+                           ? std::string(Text::noHeaderValue)
                            : NumberText::Plain(source_.calibration[i].Slope[k]);
             });
     }
 
     void AddNoSlopes() {
-        text_ += "Slopes Info.:";
+        text_ += Text::noSlopesInfo;
         for (int cell = 0; cell < slopeCellsWithoutCalibration; ++cell) {
             text_ += '\t';
-            text_ += noHeaderValue;
+            text_ += Text::noHeaderValue;
         }
-        text_ += lineEnd;
-    }
-
-    static std::string Numeral(std::size_t number) {
-        return NumberText::Plain(static_cast<std::int32_t>(number));
+        text_ += Text::lineEnd;
     }
 
     int Points(std::size_t channel) const { return source_.calibration[channel].PointCount; }
@@ -220,10 +217,10 @@ FileOpr::MeasurementRecord BuildRecord(std::int32_t number, const LocalTime& now
         for (const auto& row : Quantities::table) {
             std::string& cell = record.cells[i][row.quantity];
             if (idle)
-                AddField(cell, noRecordValue, FileOpr::cellWidth);
+                AddField(cell, Text::noRecordValue, Text::cellWidth);
             else
                 AddField(cell, used ? OneLine(displayed[i][row.quantity], false) : std::string(),
-                         FileOpr::cellWidth);
+                         Text::cellWidth);
         }
     }
     return record;
@@ -234,19 +231,23 @@ std::string RecordText(const FileOpr::MeasurementRecord& record, const RunRows& 
     constexpr std::size_t longestFixedPart = 1100; // a record of eight channels without a comment
     std::string text;
     text.reserve(longestFixedPart + record.comment.size());
-    text += "Record " + NumberText::Plain(record.number) + "\tAt\t" + record.timeStamp;
-    text += lineEnd;
-    text += "Comment:\t" + record.comment;
-    text += lineEnd;
+    text += std::string(Text::record) + NumberText::Plain(record.number);
+    text += Text::at;
+    text += record.timeStamp;
+    text += Text::lineEnd;
+    text += Text::comment;
+    text += '\t';
+    text += record.comment;
+    text += Text::lineEnd;
     for (const auto& row : Quantities::table) {
         if (!IsPresent(row.quantity, rows))
             continue;
-        AddField(text, row.label, FileOpr::labelWidth);
+        AddField(text, row.label, Text::labelWidth);
         for (std::size_t i = 0; i < static_cast<std::size_t>(channelCount); ++i) {
             text += '\t';
             text += record.cells[i][row.quantity];
         }
-        text += lineEnd;
+        text += Text::lineEnd;
     }
     AddSeparator(text);
     return text;

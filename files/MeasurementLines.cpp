@@ -6,10 +6,6 @@ namespace MeasurementLines {
 
 namespace {
 
-constexpr std::string_view recordMark = "Record ";
-constexpr std::string_view commentMark = "Comment:";
-constexpr std::size_t shortestSeparator = 6;
-
 std::string_view WithoutTrailingBlanks(std::string_view text) {
     const auto last = text.find_last_not_of(' ');
     return last == std::string_view::npos ? std::string_view() : text.substr(0, last + 1);
@@ -17,16 +13,11 @@ std::string_view WithoutTrailingBlanks(std::string_view text) {
 
 } // namespace
 
-bool IsRecordStart(std::string_view line) {
-    return line.size() > recordMark.size() && line.starts_with(recordMark) &&
-           line[recordMark.size()] >= '0' && line[recordMark.size()] <= '9';
-}
-
 std::int32_t RecordNumber(std::string_view line) {
     if (!IsRecordStart(line))
         return 0;
     std::int32_t number = 0;
-    const auto digits = line.substr(recordMark.size());
+    const auto digits = line.substr(MeasurementText::record.size());
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     return result.ec == std::errc() ? number : 0;
 }
@@ -42,27 +33,17 @@ std::string_view TimeStamp(std::string_view line) {
 }
 
 bool IsMissing(std::string_view cell) {
-    return cell.empty() || cell == "NA" || cell == "N/A";
-}
-
-bool IsComment(std::string_view line) {
-    return line.starts_with(commentMark);
+    return cell.empty() || cell == MeasurementText::noRecordValue ||
+           cell == MeasurementText::noHeaderValue;
 }
 
 std::string_view CommentText(std::string_view line) {
     if (!IsComment(line))
         return {};
-    line.remove_prefix(commentMark.size());
+    line.remove_prefix(MeasurementText::comment.size());
     if (line.starts_with('\t'))
         line.remove_prefix(1);
     return line;
-}
-
-bool IsSeparator(std::string_view line) {
-    // A line that equals itself one place on is all of one character; every eighth line of a file
-    // is a separator, and comparing is much faster than looking at each character.
-    return line.size() >= shortestSeparator && line.front() == '-' &&
-           line.substr(1) == line.substr(0, line.size() - 1);
 }
 
 std::string_view Label(std::string_view line) {

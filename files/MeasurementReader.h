@@ -1,40 +1,15 @@
 #pragma once
 
-#include "chem/CalibrationRecord.h"
+#include "files/MeasurementHeader.h"
 #include "files/MeasurementRecord.h"
+#include "files/RecordWalk.h"
 
-#include <array>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace FileOpr {
-
-/// What a header tells, each cell as trimmed text; "N/A" stays as it stands.
-struct MeasurementHeader {
-    struct Channel {
-        std::string name; ///< "Chan 1"
-        std::string electrode;
-        std::string serialNo;
-        std::string refType;
-        std::string refSerialNo;
-        std::string tempSensor;
-        std::string calibrationDate;
-        std::string calibrationTime;
-        std::string pointCount;
-        std::string stdUnit;
-        std::array<std::string, maxCalibrationPoints> standard;
-        std::array<std::string, maxCalibrationPoints> caliData;
-        std::array<std::string, maxCalibrationPoints - 1> slope;
-    };
-    std::string projectName;
-    std::string analyst;
-    std::string createdAt;
-    int channelCount = 0;
-    bool hasCalibration = false; ///< the file has a calibration block
-    std::array<Channel, maxChannels> channels;
-};
 
 /// Takes the text of a measurement file apart. Any bytes are taken without failing: what is no
 /// header row and no record is passed over, and LF ends lines as CR LF does.
@@ -45,15 +20,18 @@ public:
 
     const MeasurementHeader& Header() const { return header_; }
 
-    /// Reads the next record; false at the end. A record that the text cuts off before its
-    /// separator is given, and LastWasComplete() is then false.
+    /// Reads the next record; false at the end. A record that the text or the next record cuts off
+    /// before its separator is given, and LastWasComplete() is then false.
     bool Next(MeasurementRecord& record);
     bool LastWasComplete() const { return complete_; }
 
 private:
-    void ReadHeader();
+    RecordWalk::Step Step(std::string_view line);
 
     std::string_view rest_;
+    RecordWalk walk_;
+    bool begun_ = false;       ///< the walk has come to a record that has not been given
+    std::string_view comment_; ///< of the record that has begun last
     bool complete_ = true;
     MeasurementHeader header_;
 };

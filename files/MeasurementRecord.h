@@ -10,11 +10,6 @@
 
 namespace FileOpr {
 
-inline constexpr std::size_t labelWidth = 15;
-inline constexpr std::size_t cellWidth = 12;
-inline constexpr std::size_t separatorWidth = 150;
-inline constexpr std::size_t listSeparatorWidth = 200; ///< the report list's wider separator line
-
 /// The texts that the measuring page shows for one channel.
 using DisplayedCells = PerQuantity<std::string>;
 using DisplayedChannels = std::array<DisplayedCells, maxChannels>;

@@ -2,7 +2,7 @@
 
 #include "base/CodePage.h"
 #include "base/RunTimeError.h"
-#include "files/MeasurementLines.h"
+#include "files/RecordWalk.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -174,8 +174,8 @@ RecordingContent ExamineRecording(const std::filesystem::path& temporaryFile, st
     std::error_code unknown;
     if (!stream && std::filesystem::exists(temporaryFile, unknown))
         FailReading(temporaryFile);
+    RecordWalk walk;
     std::string line;
-    std::string timeStamp;
     std::int32_t begun = 0;
     std::uint64_t end = 0;
     while (std::getline(stream, line) && !stream.eof()) {
@@ -183,20 +183,19 @@ RecordingContent ExamineRecording(const std::filesystem::path& temporaryFile, st
         end += line.size() + 1;
         if (end > limit)
             break;
-        if (MeasurementLines::IsRecordStart(line)) {
+        const bool whole = line.ends_with('\r'); // a line that has reached the disk has its CR, too
+        const auto step =
+            walk.Take(std::string_view(line).substr(0, line.size() - (whole ? 1 : 0)));
+        if (step == RecordWalk::Step::begins)
             ++begun;
-            timeStamp = MeasurementLines::TimeStamp(line);
-        } else if (line.ends_with('\r') && MeasurementLines::IsSeparator(
-                                               std::string_view(line).substr(0, line.size() - 1))) {
+        if (whole && (step == RecordWalk::Step::ends || step == RecordWalk::Step::separator)) {
             content.soundLength = end;
             content.records = begun;
-            content.lastTimeStamp = timeStamp;
+            content.lastTimeStamp = walk.TimeStamp();
         }
     }
     if (stream.bad()) // what could not be read must not count as absent
         FailReading(temporaryFile);
-    if (content.lastTimeStamp.ends_with('\r'))
-        content.lastTimeStamp.pop_back();
     return content;
 }
 

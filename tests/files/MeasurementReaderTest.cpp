@@ -80,7 +80,8 @@ TEST(MeasurementReader, A_comment_of_dashes_ends_no_record) {
 }
 
 TEST(MeasurementReader, LF_ends_lines_as_CR_LF_does) {
-    const auto records = RecordsOf("Record 12\tAt\tnow\nComment:\thi\nmV\t1\n------\nRecord 13\n");
+    const auto records =
+        RecordsOf("Record 12\tAt\tnow\nComment:\thi\nmV\t1\n------\nRecord 13\nComment:\n");
     ASSERT_EQ(records.size(), 2U);
     EXPECT_EQ(records[0].timeStamp, "now");
     EXPECT_EQ(records[0].comment, "hi");
@@ -102,11 +103,34 @@ TEST(MeasurementReader, A_record_cut_off_before_its_separator_is_given_and_marke
 }
 
 TEST(MeasurementReader, A_cut_record_does_not_swallow_the_next) {
-    const auto records = RecordsOf("Record 1\tAt\tt\r\nComm" // cut
-                                   "\r\nRecord 2\tAt\tt\r\nComment:\tx\r\nmV\t1\r\n------\r\n");
-    ASSERT_EQ(records.size(), 2U);
-    EXPECT_EQ(records[0].comment, "");
-    EXPECT_EQ(records[1].comment, "x");
+    const std::string next = "\r\nRecord 2\tAt\tt\r\nComment:\tx\r\nmV\t1\r\n------\r\n";
+    const auto cutInARow = RecordsOf("Record 1\tAt\tt\r\nComment:\t\r\nmV\t7" + next);
+    ASSERT_EQ(cutInARow.size(), 2U);
+    EXPECT_EQ(cutInARow[0].comment, "");
+    EXPECT_EQ(cutInARow[0].cells[0][Quantity::mV], Padded("7"));
+    EXPECT_EQ(cutInARow[1].comment, "x");
+    const auto cutInTheComment = RecordsOf("Record 1\tAt\tt\r\nComm" + next);
+    ASSERT_EQ(cutInTheComment.size(), 1U) << "without its comment line it is no record";
+    EXPECT_EQ(cutInTheComment[0].number, 2);
+    EXPECT_EQ(cutInTheComment[0].comment, "x");
+}
+
+TEST(MeasurementReader, A_record_that_the_next_one_cuts_off_is_marked) {
+    MeasurementReader reader("Record 1\r\nComment:\r\nmV\t7\r\nRecord 2\r\nComment:\r\n------\r\n");
+    MeasurementRecord record;
+    ASSERT_TRUE(reader.Next(record));
+    EXPECT_FALSE(reader.LastWasComplete());
+    ASSERT_TRUE(reader.Next(record));
+    EXPECT_EQ(record.number, 2);
+    EXPECT_TRUE(reader.LastWasComplete());
+}
+
+TEST(MeasurementReader, A_header_row_tells_whether_it_is_there) {
+    EXPECT_FALSE(MeasurementReader("Channel :\tChan 1\r\n").Header().hasElectrodes);
+    const MeasurementReader reader("Electrode   :\t Ca \tNone\r\nStandard 7:\t1\r\n");
+    EXPECT_TRUE(reader.Header().hasElectrodes);
+    EXPECT_EQ(reader.Header().channelCount, 2);
+    EXPECT_EQ(reader.Header().channels[0].electrode, "Ca");
 }
 
 TEST(MeasurementReader, Cells_beyond_eight_and_unknown_rows_are_passed_over) {
