@@ -60,6 +60,9 @@ public:
 
     bool IsRunning() const { return state_ != State::stopped; }
 
+    /// The first average, or that of a new number, is awaited: the hourglass stands.
+    bool IsAwaiting() const { return state_ == State::averaging; }
+
     /// Values of the present averaging have been given and are being read now: not before the
     /// first average, nor while a new one fills, nor once the link has failed. Only then may they
     /// be recorded.

@@ -9,11 +9,10 @@
 #include "files/Recovery.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
-#include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
-#include "screens/Report/Report.h"
 #include "screens/controls/BusyPointer.h"
 #include "screens/controls/Placement.h"
+#include "screens/controls/Wiring.h"
 #include "screens/frmSplash/frmSplash.h"
 #include "settings/mWinInit.h"
 #include "ui_frmMain.h"
@@ -21,27 +20,13 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QResizeEvent>
 #include <QScopeGuard>
+#include <QTimer>
 
 #include <algorithm>
 #include <limits>
 
 namespace {
-
-constexpr int readInterval_ms = 500;
-constexpr int timeInterval_ms = 250;
-
-// Elements of cmdPage.
-constexpr int switchButton = 0;
-constexpr int runButton = 1;
-constexpr int reportButton = 2;
-constexpr int exitButton = 3;
-constexpr int averagingButton = 4;
-
-// Elements of the help menu.
-constexpr int helpItem = 0;
-constexpr int aboutItem = 2;
 
 QString CaptionOf(frmMain::Page page) {
     const int channels = mWinInit::HardwareSettings.ChannelCount;
@@ -52,6 +37,18 @@ QString CaptionOf(frmMain::Page page) {
     return product + (channels == 8 ? ": Data Acquisition" : " : Data Acquisition");
 }
 
+const char* CaptionOf(MeasuringPage::RunState state) {
+    switch (state) {
+    case MeasuringPage::RunState::start:
+        return "&Start";
+    case MeasuringPage::RunState::record:
+        return "&Record";
+    case MeasuringPage::RunState::stop:
+        return "&Stop";
+    }
+    return "";
+}
+
 std::int16_t Coordinate(int pixels) {
     return static_cast<std::int16_t>(std::clamp<int>(pixels,
                                                      std::numeric_limits<std::int16_t>::min(),
@@ -60,74 +57,35 @@ std::int16_t Coordinate(int pixels) {
 
 } // namespace
 
-frmMain::frmMain(QWidget* parent)
-    : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()), tmrRead(this), tmrTime(this) {
+frmMain::frmMain(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()) {
     ui_->setupUi(this);
     cmdPage = ControlArray<QPushButton>(*this, "cmdPage");
-    cmdCalib = ControlArray<QPushButton>(*this, "cmdCalib");
-    txtEntry = ControlArray<QLineEdit>(*this, "txtEntry");
-    txtMolarMass = ControlArray<QLineEdit>(*this, "txtMolarMass");
-    cboEntry = ControlArray<QComboBox>(*this, "cboEntry");
-    chkSelect = ControlArray<QCheckBox>(*this, "chkSelect");
-    lblEntry = ControlArray<QLabel>(*this, "lblEntry");
-    lblCalibDate = ControlArray<QLabel>(*this, "lblCalibDate");
-    lblChannel = ControlArray<QLabel>(*this, "lblChannel");
-    lblElectrode = ControlArray<QLabel>(*this, "lblElectrode");
-    lblSerialNo = ControlArray<QLabel>(*this, "lblSerialNo");
-    lblSensor = ControlArray<QLabel>(*this, "lblSensor");
     mnuHelp = ControlArray<QAction>(*this, "mnuHelp");
     ConnectEvents();
     guard_("frmMain - Form_Load", [this] { Form_Load(); });
 }
 
-frmMain::~frmMain() {
-    // These tell this form of their end, so they must go while it is whole.
-    delete calibration_;
-    delete report_;
-}
+frmMain::~frmMain() = default;
 
 void frmMain::ConnectEvents() {
-    cmdPage.Connect(*this, &QPushButton::clicked, [this](int Index) {
-        guard_("frmMain - cmdPage", [this, Index] { cmdPage_Click(Index); });
-    });
-    cmdCalib.Connect(*this, &QPushButton::clicked, [this](int Index) {
-        guard_("frmMain - cmdCalib", [this, Index] { cmdCalib_Click(Index); });
-    });
-    cboEntry.Connect(*this, &QComboBox::activated, [this](int Index) {
-        guard_("frmMain - cboEntry", [this, Index] { cboEntry_Click(Index); });
-    });
-    mnuHelp.Connect(*this, &QAction::triggered, [this](int Index) {
-        guard_("frmMain - mnuHelp", [this, Index] { mnuHelp_Click(Index); });
-    });
-    connect(ui_->cmdSimult, &QPushButton::clicked, this,
-            [this] { guard_("frmMain - cmdSimult", [this] { cmdSimult_Click(); }); });
-    connect(ui_->cmdBrowse, &QPushButton::clicked, this,
-            [this] { guard_("frmMain - cmdBrowse", [this] { cmdBrowse_Click(); }); });
-    connect(ui_->cmdPort, &QPushButton::clicked, this, &frmMain::PortSettingsRequested);
-    // dateChanged, since a date is typed, stepped or picked; showing one blocks the signal.
-    connect(ui_->txtExperimentDate, &QDateEdit::dateChanged, this, [this](QDate date) {
-        guard_("frmMain - txtExperimentDate", [this, date] { txtExperimentDate_Change(date); });
-    });
-    connect(&tmrRead, &QTimer::timeout, this,
-            [this] { guard_("frmMain - tmrRead", [this] { tmrRead_Timer(); }); });
-    connect(&tmrTime, &QTimer::timeout, this,
-            [this] { guard_("frmMain - tmrTime", [this] { tmrTime_Timer(); }); });
+    const Wiring wire(*this, guard_, "frmMain");
+    wire(cmdPage, &QPushButton::clicked, "cmdPage", &frmMain::cmdPage_Click);
+    wire(mnuHelp, &QAction::triggered, "mnuHelp", &frmMain::mnuHelp_Click);
+    wire(ui_->pgeMeasure, &MeasuringPage::RunChanged, "RunChanged", &frmMain::ShowRun);
+    wire(ui_->pgeMeasure, &MeasuringPage::StatusChanged, "StatusChanged", &frmMain::ShowStatus);
+    connect(ui_->pgeMeasure, &MeasuringPage::AveragingChanged, ui_->pgeSetup,
+            &SetupPage::ShowAveragingForMeasurement);
+    connect(ui_->pgeSetup, &SetupPage::PortSettingsRequested, this,
+            &frmMain::PortSettingsRequested);
 }
 
 void frmMain::Form_Load() {
-    tmrRead.setObjectName("tmrRead");
-    tmrRead.setInterval(readInterval_ms);
-    tmrTime.setObjectName("tmrTime");
-    tmrTime.setInterval(timeInterval_ms);
-
     lblLink_ = new QLabel(this);
     lblLink_->setObjectName("lblLink");
     ui_->statusbar->addPermanentWidget(lblLink_);
 
-    FillLists();
-    PrepareSetupPage();
-    PrepareMeasuringPage();
-    ShowSetup();
+    ui_->pgeSetup->Load();
+    ui_->pgeMeasure->Load();
     ShowPage(Page::setup);
     linkObserver_ = CommPort::ObserveLink([this] { ShowLink(); });
     ShowLink();
@@ -139,18 +97,21 @@ void frmMain::Form_Load() {
 }
 
 void frmMain::ShowLink() {
-    ui_->fraPort->setTitle(QString("Communications Port (COM%1)").arg(CommPort::PortNumber));
+    ui_->pgeSetup->ShowPort();
     lblLink_->setText(Text::ToQt(CommPort::LinkText()));
+}
+
+void frmMain::ShowStatus(const QString& text) {
+    ui_->statusbar->showMessage(text);
 }
 
 void frmMain::ShowPage(Page page) {
     page_ = page;
     const bool measuring = page == Page::measuring;
-    ui_->stkPages->setCurrentWidget(measuring ? ui_->pgeMeasure : ui_->pgeSetup);
-    cmdPage(switchButton).setText(measuring ? "< &Back" : "&Measure >");
-    for (const int index : {runButton, reportButton, averagingButton})
+    ui_->stkPages->setCurrentIndex(measuring ? 1 : 0);
+    cmdPage(switchPage).setText(measuring ? "< &Back" : "&Measure >");
+    for (const int index : {run, report, averaging})
         cmdPage(index).setVisible(measuring);
-    cmdPage(runButton).setText("&Record");
     ShowCaption();
 }
 
@@ -161,68 +122,76 @@ void frmMain::ShowCaption() {
     setWindowTitle(caption);
 }
 
-bool frmMain::Busy() const {
-    // The pointer may have been taken away meanwhile, by a report that was loaded.
-    return waiting_ ||
-           platform::Current().desktop.GetMousePointer() == platform::MousePointer::hourglass;
+/// Brings the run button, and what must not be touched during an automatic run, to the state of
+/// reading and recording.
+void frmMain::ShowRun() {
+    const MeasuringPage::RunState state = ui_->pgeMeasure->State();
+    cmdPage(run).setText(CaptionOf(state));
+    cmdPage(switchPage).setEnabled(state != MeasuringPage::RunState::stop);
+    ShowCaption();
 }
 
 void frmMain::cmdPage_Click(int Index) {
-    if (Busy() && Index != switchButton && Index != exitButton)
+    if (ui_->pgeMeasure->IsBusy() && Index != switchPage && Index != exit)
         return;
     switch (Index) {
-    case switchButton:
-        if (page_ == Page::measuring)
-            LeaveMeasuringPage();
-        else if (SetupIsComplete())
-            EnterMeasuringPage();
+    case switchPage:
+        SwitchPage();
         break;
-    case runButton:
-        RunButtonPressed();
+    case run:
+        ui_->pgeMeasure->RunPressed();
         break;
-    case reportButton:
-        ShowLiveReport();
+    case report:
+        ui_->pgeMeasure->ReportPressed();
         break;
-    case exitButton:
+    case exit:
         close();
         break;
-    case averagingButton:
-        AskAveraging();
+    case averaging:
+        ui_->pgeMeasure->AveragingPressed();
         break;
     default:
         break;
     }
 }
 
+void frmMain::SwitchPage() {
+    if (page_ == Page::measuring)
+        LeaveMeasuringPage();
+    else if (ui_->pgeSetup->IsComplete())
+        EnterMeasuringPage();
+}
+
+void frmMain::EnterMeasuringPage() {
+    ui_->pgeSetup->StoreEntries();
+    ShowPage(Page::measuring);
+    MeasuringPage::Selection selected{};
+    for (int i = 0; i < mWinInit::HardwareSettings.ChannelCount; ++i)
+        selected[static_cast<std::size_t>(i)] = ui_->pgeSetup->IsSelected(i);
+    ui_->pgeMeasure->Enter(selected);
+    cmdPage(run).setFocus(Qt::OtherFocusReason);
+}
+
+void frmMain::LeaveMeasuringPage() {
+    ui_->pgeMeasure->Leave();
+    ShowPage(Page::setup);
+    cmdPage(switchPage).setFocus(Qt::OtherFocusReason);
+}
+
 void frmMain::mnuHelp_Click(int Index) {
-    if (Index == helpItem) {
+    if (Index == helpText) {
         const char* const text = page_ == Page::setup ? "SetupHlp.txt" : "AcqurHlp.txt";
         platform::Current().desktop.ShowHelpText(platform::Current().places.ProgramFolder() / text);
-    } else if (Index == aboutItem) {
-        frmSplash about(std::string(theMain::versionText), this);
-        about.exec();
+    } else if (Index == about) {
+        frmSplash box(std::string(theMain::versionText), this);
+        box.exec();
     }
 }
 
 void frmMain::keyPressEvent(QKeyEvent* event) {
-    if (event->modifiers() == Qt::AltModifier && Form_KeyDown(event->key()))
+    if (event->modifiers() == Qt::AltModifier && ui_->pgeSetup->FocusBoxOf(event->key()))
         return;
     QMainWindow::keyPressEvent(event);
-}
-
-bool frmMain::Form_KeyDown(int key) {
-    const std::array<std::pair<int, QWidget*>, 5> boxes = {{{Qt::Key_P, &cboEntry(0)},
-                                                            {Qt::Key_N, &txtEntry(0)},
-                                                            {Qt::Key_T, &cboEntry(8)},
-                                                            {Qt::Key_R, &txtEntry(12)},
-                                                            {Qt::Key_D, &txtEntry(2)}}};
-    for (const auto& [letter, box] : boxes) {
-        if (letter != key || !box->isVisibleTo(this))
-            continue;
-        box->setFocus(Qt::ShortcutFocusReason);
-        return true;
-    }
-    return false;
 }
 
 void frmMain::showEvent(QShowEvent* event) {
@@ -244,29 +213,13 @@ void frmMain::OfferRecovery() {
             (target.empty() ? "" : "\nFile: " + target) +
             "\n\nBring the records into the file now? Otherwise they are offered again at the "
             "next start.";
-        if (Mcommon::MessageBoxEx(prompt, platform::style::yesNo, platform::style::question) !=
-            platform::button::yes)
+        if (!Mcommon::Ask(prompt, Mcommon::EnterMeans::yes))
             continue;
         if (recording.target.empty() &&
             !FileOpr::ShowFileDialog(recording.target, FileOpr::DialogMode::save))
             continue;
         guard_("frmMain - OfferRecovery", [&recording] { FileOpr::Recover(recording); });
     }
-}
-
-void frmMain::changeEvent(QEvent* event) {
-    QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) // the controls take the palette after their form
-        QTimer::singleShot(0, this, [this] { ShowColours(); });
-}
-
-bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize && qobject_cast<QLabel*>(watched) != nullptr)
-        FitFigures(static_cast<QResizeEvent*>(event)->size());
-    auto* box = qobject_cast<QLineEdit*>(watched);
-    if (event->type() == QEvent::FocusIn && box != nullptr)
-        SelectPrompt(*box);
-    return QMainWindow::eventFilter(watched, event);
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
@@ -282,20 +235,17 @@ void frmMain::Form_QueryUnload(bool& cancel) {
     if (ended_ || std::exchange(unloading_, true))
         return;
     const auto done = qScopeGuard([this] { unloading_ = false; });
-    using namespace platform::style;
-    if (Mcommon::MessageBoxEx("Are you sure you want to exit?", yesNo, question, defaultButton2) !=
-        platform::button::yes)
+    if (!Mcommon::Ask("Are you sure you want to exit?", Mcommon::EnterMeans::no))
         return;
-    if (report_ && !report_->close()) // it is loading and has said so
+    if (!ui_->pgeMeasure->CloseReport())
         return;
     BusyPointer busy;
-    const bool wasReading = reading_;
-    FinishWork();
+    const bool wasReading = ui_->pgeMeasure->EndWork();
+    SaveSettings();
     if (!RecordsAreSafe()) {
         busy.End();
         if (wasReading)
-            StartReading();
-        ShowRunState();
+            ui_->pgeMeasure->ResumeReading();
         return;
     }
     FileOpr::ReleaseTempFile();
@@ -303,15 +253,12 @@ void frmMain::Form_QueryUnload(bool& cancel) {
     cancel = false;
 }
 
-/// Ends reading and recording and writes the settings.
-void frmMain::FinishWork() {
+void frmMain::SaveSettings() {
     mWinInit::WindowX = Coordinate(pos().x());
     mWinInit::WindowY = Coordinate(pos().y());
-    StopReading();
-    recording_.Stop();
-    StoreEntries();
+    ui_->pgeSetup->StoreEntries();
     for (const std::string& message : mWinInit::SaveSettings())
-        Mcommon::MessageBoxEx(message, platform::style::okOnly, platform::style::exclamation);
+        Mcommon::Warn(message);
 }
 
 /// Moves what the temporary file holds into the target. Where that fails, the analyst decides
@@ -321,10 +268,9 @@ bool frmMain::RecordsAreSafe() {
         FileOpr::FlushTempFile();
         return true;
     } catch (const RunTimeError& error) {
-        using namespace platform::style;
-        return Mcommon::MessageBoxEx(std::string(error.what()) +
-                                         "\n\nAre you sure you want to exit? The records will be "
-                                         "offered again at the next start.",
-                                     yesNo, exclamation, defaultButton2) == platform::button::yes;
+        return Mcommon::Ask(std::string(error.what()) +
+                                "\n\nAre you sure you want to exit? The records will be offered "
+                                "again at the next start.",
+                            Mcommon::EnterMeans::no, Mcommon::Tone::exclamation);
     }
 }

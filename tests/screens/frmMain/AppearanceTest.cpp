@@ -68,7 +68,7 @@ TEST_F(Appearance, No_two_controls_of_a_page_share_a_mnemonic) {
     mWinInit::HardwareSettings.ChannelCount = 8;
     Open();
     EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>());
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>());
 }
 
@@ -76,7 +76,7 @@ TEST_F(Appearance, Both_pages_of_eight_channels_fit_a_small_screen) {
     mWinInit::HardwareSettings.ChannelCount = 8;
     Open();
     ExpectFits("scrSetup");
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     ExpectFits("scrMeasure");
 }
 
@@ -84,7 +84,7 @@ TEST_F(Appearance, The_window_itself_fits_a_small_screen_at_double_scale) {
     mWinInit::HardwareSettings.ChannelCount = 8;
     Open();
     ExpectFitsAtDoubleScale(*form);
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     ExpectFitsAtDoubleScale(*form);
 }
 

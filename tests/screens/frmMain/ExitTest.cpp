@@ -28,8 +28,8 @@ protected:
         OpenReading();
         auto target = AnswerSaveDialog("target/run.4ch");
         std::filesystem::create_directories(target.parent_path());
-        Click(*form, "cmdPage", 1);
-        Click(*form, "cmdPage", 1);
+        Click(*form, "cmdPage", frmMain::run);
+        Click(*form, "cmdPage", frmMain::run);
         return target;
     }
 
@@ -55,7 +55,7 @@ TEST_F(ExitTest, No_keeps_the_program_running_with_nothing_saved) {
     const std::string before = ReadBytes(platform.SettingsFile());
     Type(*form, "txtEntry_2", "Lake");
     AnswerExit(platform::button::no);
-    Click(*form, "cmdPage", 3);
+    Click(*form, "cmdPage", frmMain::exit);
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(ended, 0);
     EXPECT_TRUE(link->serial.PortOpen());
@@ -67,7 +67,7 @@ TEST_F(ExitTest, Yes_saves_the_settings_closes_the_port_and_ends) {
     form->move(120, 80);
     Type(*form, "txtEntry_2", "Lake");
     AnswerExit(platform::button::yes);
-    Click(*form, "cmdPage", 3);
+    Click(*form, "cmdPage", frmMain::exit);
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(ended, 1);
     EXPECT_FALSE(link->serial.PortOpen());
@@ -89,14 +89,14 @@ TEST_F(ExitTest, The_windows_own_close_button_asks_too) {
 TEST_F(ExitTest, Without_a_recording_no_temporary_file_stays) {
     OpenReading();
     AnswerExit(platform::button::yes);
-    Click(*form, "cmdPage", 3);
+    Click(*form, "cmdPage", frmMain::exit);
     EXPECT_TRUE(std::filesystem::is_empty(platform.places.TemporaryFolder()));
 }
 
 TEST_F(ExitTest, Leaving_moves_the_records_into_their_file) {
     const auto target = RecordTwo();
     AnswerExit(platform::button::yes);
-    Click(*form, "cmdPage", 3);
+    Click(*form, "cmdPage", frmMain::exit);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
     EXPECT_TRUE(std::filesystem::is_empty(platform.places.TemporaryFolder()));
 }
@@ -105,10 +105,10 @@ TEST_F(ExitTest, Leaving_during_an_automatic_run_keeps_every_record) {
     OpenReading();
     const auto target = AnswerSaveDialog("run.4ch");
     Pick(*form, "cboAcqr", "Automatic");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     TimePasses(1s);
     AnswerExit(platform::button::yes);
-    Click(*form, "cmdPage", 3);
+    Click(*form, "cmdPage", frmMain::exit);
     EXPECT_EQ(ended, 1);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
 }
@@ -119,7 +119,7 @@ TEST_F(ExitTest, Records_that_cannot_be_moved_are_left_behind_only_after_a_secon
     AnswerExit(platform::button::yes);
     platform.dialogs.ExpectAnyMessage(Style(yesNo, platform::style::exclamation, defaultButton2),
                                       platform::button::no);
-    Click(*form, "cmdPage", 3);
+    Click(*form, "cmdPage", frmMain::exit);
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(ended, 0);
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::hourglass);
@@ -130,7 +130,7 @@ TEST_F(ExitTest, Records_that_cannot_be_moved_are_left_behind_only_after_a_secon
     platform.dialogs.ExpectMessage("Are you sure you want to exit?", 292, platform::button::yes);
     platform.dialogs.ExpectAnyMessage(Style(yesNo, platform::style::exclamation, defaultButton2),
                                       platform::button::yes);
-    Click(*form, "cmdPage", 3);
+    Click(*form, "cmdPage", frmMain::exit);
     EXPECT_EQ(ended, 1);
     EXPECT_FALSE(std::filesystem::is_empty(platform.places.TemporaryFolder()));
 }
@@ -139,11 +139,11 @@ TEST_F(ExitTest, A_failed_move_on_Back_is_said_and_the_records_wait_for_the_next
     const auto target = RecordTwo();
     std::filesystem::remove_all(target.parent_path());
     platform.dialogs.ExpectAnyMessage(critical);
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     EXPECT_EQ(form->ShownPage(), frmMain::Page::setup);
     std::filesystem::create_directories(target.parent_path());
-    Click(*form, "cmdPage", 0);
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
+    Click(*form, "cmdPage", frmMain::switchPage);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
 }
 

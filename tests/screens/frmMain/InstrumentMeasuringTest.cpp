@@ -46,8 +46,8 @@ TEST_F(InstrumentMeasuring, Shows_and_records_what_the_instrument_sends) {
     EXPECT_EQ(CellText(56), "25.0"); // the simulated sensors stand at 25 degrees
     EXPECT_NE(CellText(16), "");
     const auto target = AnswerSaveDialog("run.4ch");
-    Click(*form, "cmdPage", 1);
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::run);
+    Click(*form, "cmdPage", frmMain::switchPage);
     const auto file = FileOpr::ReadMeasurementFile(target);
     ASSERT_EQ(file.records.size(), 1U);
     EXPECT_EQ(file.records[0].cells[0][Quantity::celsius], "25.0        ");
@@ -62,7 +62,7 @@ TEST_F(InstrumentMeasuring, An_instrument_that_falls_silent_is_read_again_after_
     instrument->Command("fault silence");
     ASSERT_TRUE(QTest::qWaitFor([this] { return RunButton() == "&Start"; }, 10000));
     instrument->Command("fault none");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(RunButton(), "&Record");
     EXPECT_TRUE(WaitForValues());
 }

@@ -40,7 +40,7 @@ void MainScreenTest::Open() {
 
 void MainScreenTest::OpenMeasuring() {
     Open();
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     ASSERT_EQ(form->ShownPage(), frmMain::Page::measuring);
 }
 

@@ -34,7 +34,7 @@ protected:
     void TimePasses(std::chrono::milliseconds time);
 
     QString CellText(int index) { return Element<QLabel>(*form, "lblEntry", index).text(); }
-    QString RunButton() { return Element<QPushButton>(*form, "cmdPage", 1).text(); }
+    QString RunButton() { return Element<QPushButton>(*form, "cmdPage", frmMain::run).text(); }
 
     /// E1 188.5 mV, T1 745.8 (25 °C), E2 59.0 mV, T2 799.6 (20 °C), E3 230.0 mV, E4 -12.3 mV.
     static constexpr std::array<int, 8> frame = {1885, 7458, 590, 7996, 2300, 9000, -123, 9000};

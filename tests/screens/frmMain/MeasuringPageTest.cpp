@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class MeasuringPage : public MainScreenTest {
+class MeasuringPageTest : public MainScreenTest {
 protected:
     const std::string connectionMessage = "There are some problem on connection.\n"
                                           "Click on button Start to start reading again.";
@@ -35,7 +35,7 @@ protected:
 
 } // namespace
 
-TEST_F(MeasuringPage, Bears_the_title_of_the_channel_count) {
+TEST_F(MeasuringPageTest, Bears_the_title_of_the_channel_count) {
     OpenMeasuring();
     EXPECT_EQ(form->windowTitle(), "4-Channel Vantrel : Data Acquisition");
     form.reset();
@@ -44,7 +44,7 @@ TEST_F(MeasuringPage, Bears_the_title_of_the_channel_count) {
     EXPECT_EQ(form->windowTitle(), "8-Channel Vantrel: Data Acquisition");
 }
 
-TEST_F(MeasuringPage, Names_each_channels_electrode_and_sensor) {
+TEST_F(MeasuringPageTest, Names_each_channels_electrode_and_sensor) {
     mWinInit::ChannelSetup[3] = {};
     OpenMeasuring();
     EXPECT_EQ(Find<QLabel>(*form, "lblElectrode_0").text(), "Ca");
@@ -55,7 +55,7 @@ TEST_F(MeasuringPage, Names_each_channels_electrode_and_sensor) {
     EXPECT_EQ(Find<QLabel>(*form, "lblSensor_3").text(), "0");
 }
 
-TEST_F(MeasuringPage, Shows_the_rows_of_the_channels_in_use_only) {
+TEST_F(MeasuringPageTest, Shows_the_rows_of_the_channels_in_use_only) {
     OpenMeasuring();
     EXPECT_TRUE(Cell(19).isVisibleTo(form.get()));
     for (const int index : {20, 28, 39, 60, 68, 71})
@@ -67,10 +67,10 @@ TEST_F(MeasuringPage, Shows_the_rows_of_the_channels_in_use_only) {
         EXPECT_TRUE(Cell(index).isVisibleTo(form.get())) << index;
 }
 
-TEST_F(MeasuringPage, Entering_starts_the_reading_and_is_busy_until_the_first_averages) {
+TEST_F(MeasuringPageTest, Entering_starts_the_reading_and_is_busy_until_the_first_averages) {
     Open();
     const auto before = link->Requests();
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     EXPECT_EQ(link->Requests(), before + 1);
     EXPECT_EQ(RunButton(), "&Record");
     EXPECT_EQ(Find<QLabel>(*form, "lblRec").text(), "0");
@@ -82,11 +82,11 @@ TEST_F(MeasuringPage, Entering_starts_the_reading_and_is_busy_until_the_first_av
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
-TEST_F(MeasuringPage, Shows_what_each_kind_of_electrode_gives) {
+TEST_F(MeasuringPageTest, Shows_what_each_kind_of_electrode_gives) {
     Open();
     Click(*form, "chkSelect_3");
     Pick(*form, "cboEntry_19", "2");
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     ReadFrame(frame);
     // 10^(1 + 29.5 / 59) = 31.62 ppm; 31.62 / 40078 = 7.89E-04 mol/l; sensor 1 at a table row.
     ExpectCells(0, {"188.5", "", "31.6", "7.89E-04", "25.0"});
@@ -96,7 +96,7 @@ TEST_F(MeasuringPage, Shows_what_each_kind_of_electrode_gives) {
     ExpectCells(3, {"-12.3", "", "", "", "20.0"});
 }
 
-TEST_F(MeasuringPage, A_channel_calibrated_in_mol_per_litre_shows_both_concentrations) {
+TEST_F(MeasuringPageTest, A_channel_calibrated_in_mol_per_litre_shows_both_concentrations) {
     mWinInit::Calibration[0].StdUnit = 1;
     mWinInit::Calibration[0].Standard = {0.0001F, 0.001F, 0.01F};
     OpenReading();
@@ -104,16 +104,16 @@ TEST_F(MeasuringPage, A_channel_calibrated_in_mol_per_litre_shows_both_concentra
     ExpectCells(0, {"188.5", "", "126.7", "3.16E-03", "25.0"});
 }
 
-TEST_F(MeasuringPage, An_unselected_channel_stays_blank) {
+TEST_F(MeasuringPageTest, An_unselected_channel_stays_blank) {
     Open();
     Click(*form, "chkSelect_0");
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     ReadFrame(frame);
     ExpectCells(0, {"", "", "", "", ""});
     ExpectCells(1, {"59.0", "6.00", "", "", "20.0"});
 }
 
-TEST_F(MeasuringPage, Shows_the_moving_average) {
+TEST_F(MeasuringPageTest, Shows_the_moving_average) {
     mWinInit::HardwareSettings.AveragingForMeasurement = 2;
     OpenMeasuring();
     ReadFrame({0, 0, 0, 0, 1000, 0, 0, 0});
@@ -124,7 +124,8 @@ TEST_F(MeasuringPage, Shows_the_moving_average) {
     EXPECT_EQ(CellText(18), "200.0");
 }
 
-TEST_F(MeasuringPage, A_negative_result_is_an_error_told_by_text_and_weight_not_by_colour_alone) {
+TEST_F(MeasuringPageTest,
+       A_negative_result_is_an_error_told_by_text_and_weight_not_by_colour_alone) {
     OpenReading();
     const QColor normal = Cell(33).palette().color(QPalette::WindowText);
     ReadFrame({1885, 7458, 5000, 7996, 2300, 9000, -123, 9000}); // pH -1.45
@@ -137,10 +138,10 @@ TEST_F(MeasuringPage, A_negative_result_is_an_error_told_by_text_and_weight_not_
     EXPECT_EQ(Cell(33).palette().color(QPalette::WindowText), normal);
 }
 
-TEST_F(MeasuringPage, A_failed_conversion_leaves_the_others_and_says_why) {
+TEST_F(MeasuringPageTest, A_failed_conversion_leaves_the_others_and_says_why) {
     Open();
     Click(*form, "chkSelect_1"); // an ion channel is the last converted: logarithmic scale
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     ReadFrame({1885, 9800, 590, 7996, 2300, 9000, -123, 9000}); // beyond the row of 0 °C
     ExpectCells(0, {"188.5", "", "31.6", "7.89E-04", "Error"});
     EXPECT_TRUE(
@@ -150,17 +151,17 @@ TEST_F(MeasuringPage, A_failed_conversion_leaves_the_others_and_says_why) {
     EXPECT_EQ(form->statusBar()->currentMessage(), "");
 }
 
-TEST_F(MeasuringPage, The_reason_of_a_failed_conversion_goes_with_the_readings) {
+TEST_F(MeasuringPageTest, The_reason_of_a_failed_conversion_goes_with_the_readings) {
     Open();
     Click(*form, "chkSelect_1");
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     ReadFrame({1885, 9800, 590, 7996, 2300, 9000, -123, 9000});
     ASSERT_NE(form->statusBar()->currentMessage(), "");
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     EXPECT_EQ(form->statusBar()->currentMessage(), "");
 }
 
-TEST_F(MeasuringPage, The_title_blinks_red_and_black_while_reading) {
+TEST_F(MeasuringPageTest, The_title_blinks_red_and_black_while_reading) {
     OpenMeasuring();
     Tick(*form, "tmrRead");
     EXPECT_EQ(TitleColour(), QColor(255, 0, 0));
@@ -171,7 +172,7 @@ TEST_F(MeasuringPage, The_title_blinks_red_and_black_while_reading) {
     EXPECT_EQ(TitleColour(), QColor(0, 0, 0));
 }
 
-TEST_F(MeasuringPage, A_tick_during_a_tick_does_nothing) {
+TEST_F(MeasuringPageTest, A_tick_during_a_tick_does_nothing) {
     mWinInit::HardwareSettings.AveragingForMeasurement = 3;
     OpenMeasuring();
     Arrive(frame);
@@ -187,7 +188,7 @@ TEST_F(MeasuringPage, A_tick_during_a_tick_does_nothing) {
     EXPECT_EQ(CellText(16), "188.5");
 }
 
-TEST_F(MeasuringPage, The_clock_shows_seconds_without_a_leading_zero_of_the_hour) {
+TEST_F(MeasuringPageTest, The_clock_shows_seconds_without_a_leading_zero_of_the_hour) {
     platform.clock.now = {2003, 3, 7, 9, 5, 3};
     OpenMeasuring();
     EXPECT_EQ(Find<QLabel>(*form, "panTime").text(), "9:05:03 07.Mar.2003");
@@ -196,13 +197,13 @@ TEST_F(MeasuringPage, The_clock_shows_seconds_without_a_leading_zero_of_the_hour
     EXPECT_EQ(Find<QLabel>(*form, "panTime").text(), "9:05:04 07.Mar.2003");
 }
 
-TEST_F(MeasuringPage, The_timers_have_the_intervals_of_reading_and_clock) {
+TEST_F(MeasuringPageTest, The_timers_have_the_intervals_of_reading_and_clock) {
     OpenMeasuring();
     EXPECT_EQ(form->findChild<QTimer*>("tmrRead")->interval(), 500);
     EXPECT_EQ(form->findChild<QTimer*>("tmrTime")->interval(), 250);
 }
 
-TEST_F(MeasuringPage, A_failed_link_says_so_once_and_offers_to_start) {
+TEST_F(MeasuringPageTest, A_failed_link_says_so_once_and_offers_to_start) {
     OpenReading();
     link->IntervalTicks();
     FailLink();
@@ -212,18 +213,18 @@ TEST_F(MeasuringPage, A_failed_link_says_so_once_and_offers_to_start) {
     EXPECT_EQ(CellText(16), "188.5");
 }
 
-TEST_F(MeasuringPage, A_failure_before_the_first_frame_ends_the_busy_pointer) {
+TEST_F(MeasuringPageTest, A_failure_before_the_first_frame_ends_the_busy_pointer) {
     OpenMeasuring();
     FailLink();
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
     EXPECT_EQ(RunButton(), "&Start");
 }
 
-TEST_F(MeasuringPage, Start_reads_again) {
+TEST_F(MeasuringPageTest, Start_reads_again) {
     OpenMeasuring();
     FailLink();
     const auto before = link->Requests();
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(RunButton(), "&Record");
     EXPECT_EQ(link->Requests(), before + 1);
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::hourglass);
@@ -231,30 +232,30 @@ TEST_F(MeasuringPage, Start_reads_again) {
     EXPECT_EQ(CellText(16), "188.5");
 }
 
-TEST_F(MeasuringPage, A_device_that_was_unplugged_is_reopened_by_Start) {
+TEST_F(MeasuringPageTest, A_device_that_was_unplugged_is_reopened_by_Start) {
     OpenReading();
     link->serial.Unplug();
     platform.dialogs.ExpectMessage(connectionMessage, exclamation);
     Tick(*form, "tmrRead");
     link->serial.ports.insert(1);
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_TRUE(link->serial.PortOpen());
     ReadFrame(frame);
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
-TEST_F(MeasuringPage, While_busy_run_report_and_averaging_do_nothing) {
+TEST_F(MeasuringPageTest, While_busy_run_report_and_averaging_do_nothing) {
     OpenMeasuring();
-    for (const int index : {1, 2, 4})
+    for (const int index : {frmMain::run, frmMain::report, frmMain::averaging})
         Click(*form, "cmdPage", index);
     EXPECT_EQ(RunButton(), "&Record");
     EXPECT_TRUE(platform.dialogs.events.empty());
 }
 
-TEST_F(MeasuringPage, A_new_averaging_number_restarts_the_average) {
+TEST_F(MeasuringPageTest, A_new_averaging_number_restarts_the_average) {
     OpenReading();
     platform.dialogs.ExpectInput("Input new averaging number for the measuring.", "1", " 3 ");
-    Click(*form, "cmdPage", 4);
+    Click(*form, "cmdPage", frmMain::averaging);
     EXPECT_EQ(mWinInit::HardwareSettings.AveragingForMeasurement, 3);
     EXPECT_EQ(Find<QLabel>(*form, "lblAverage").text(), "3");
     EXPECT_EQ(Find<QLineEdit>(*form, "txtEntry_1").text(), "3");
@@ -266,39 +267,39 @@ TEST_F(MeasuringPage, A_new_averaging_number_restarts_the_average) {
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
-TEST_F(MeasuringPage, An_empty_averaging_answer_changes_nothing) {
+TEST_F(MeasuringPageTest, An_empty_averaging_answer_changes_nothing) {
     OpenReading();
     platform.dialogs.ExpectInput("Input new averaging number for the measuring.", "1", "  ");
-    Click(*form, "cmdPage", 4);
+    Click(*form, "cmdPage", frmMain::averaging);
     EXPECT_EQ(mWinInit::HardwareSettings.AveragingForMeasurement, 1);
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
     EXPECT_TRUE(DataAcq::Reader().AveragePrimed);
 }
 
-TEST_F(MeasuringPage, An_averaging_answer_out_of_range_is_refused_with_the_range) {
+TEST_F(MeasuringPageTest, An_averaging_answer_out_of_range_is_refused_with_the_range) {
     OpenReading();
     for (const char* answer : {"0", "1001", "many", "-2"}) {
         platform.dialogs.ExpectInput("Input new averaging number for the measuring.", "1", answer);
         platform.dialogs.ExpectMessage("The averaging number must be a whole number from 1 to "
                                        "1000.",
                                        information);
-        Click(*form, "cmdPage", 4);
+        Click(*form, "cmdPage", frmMain::averaging);
     }
     EXPECT_EQ(mWinInit::HardwareSettings.AveragingForMeasurement, 1);
 }
 
-TEST_F(MeasuringPage, An_averaging_answer_while_not_reading_starts_nothing) {
+TEST_F(MeasuringPageTest, An_averaging_answer_while_not_reading_starts_nothing) {
     OpenMeasuring();
     FailLink();
     platform.dialogs.ExpectInput("Input new averaging number for the measuring.", "1", "4");
-    Click(*form, "cmdPage", 4);
+    Click(*form, "cmdPage", frmMain::averaging);
     EXPECT_EQ(mWinInit::HardwareSettings.AveragingForMeasurement, 4);
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
-TEST_F(MeasuringPage, Back_ends_the_reading_and_shows_the_setup_page) {
+TEST_F(MeasuringPageTest, Back_ends_the_reading_and_shows_the_setup_page) {
     OpenReading();
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     EXPECT_EQ(form->ShownPage(), frmMain::Page::setup);
     EXPECT_EQ(form->windowTitle(), "4-Channel Vantrel: Setup");
     EXPECT_FALSE(ReadTimerRuns());
@@ -306,20 +307,20 @@ TEST_F(MeasuringPage, Back_ends_the_reading_and_shows_the_setup_page) {
     EXPECT_FALSE(link->interval.Enabled());
 }
 
-TEST_F(MeasuringPage, Back_before_the_first_averages_ends_the_busy_pointer) {
+TEST_F(MeasuringPageTest, Back_before_the_first_averages_ends_the_busy_pointer) {
     OpenMeasuring();
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
-TEST_F(MeasuringPage, Entering_again_shows_no_value_of_the_last_time) {
+TEST_F(MeasuringPageTest, Entering_again_shows_no_value_of_the_last_time) {
     OpenReading();
-    Click(*form, "cmdPage", 0);
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
+    Click(*form, "cmdPage", frmMain::switchPage);
     ExpectCells(0, {"", "", "", "", ""});
 }
 
-TEST_F(MeasuringPage, The_status_line_names_port_and_link) {
+TEST_F(MeasuringPageTest, The_status_line_names_port_and_link) {
     OpenReading();
     const QString text = Find<QLabel>(*form, "lblLink").text();
     EXPECT_TRUE(text.startsWith("COM1, 9600 bit/s")) << text.toStdString();
@@ -328,7 +329,7 @@ TEST_F(MeasuringPage, The_status_line_names_port_and_link) {
     EXPECT_NE(Find<QLabel>(*form, "lblLink").text(), text);
 }
 
-TEST_F(MeasuringPage, Help_shows_the_text_of_the_measuring_page) {
+TEST_F(MeasuringPageTest, Help_shows_the_text_of_the_measuring_page) {
     OpenMeasuring();
     Choose(*form, "mnuHelp_0");
     ASSERT_EQ(platform.desktop.helpShown.size(), 1U);

@@ -28,15 +28,15 @@ protected:
         Pick(*form, "cboAcqr", "Automatic");
         Type(*form, "txtTimer", period);
         const auto target = AnswerSaveDialog("run.4ch");
-        Click(*form, "cmdPage", 1);
+        Click(*form, "cmdPage", frmMain::run);
         EXPECT_EQ(RunButton(), "&Stop");
         return target;
     }
 
     void StopAndGoBack() {
         if (RunButton() == "&Stop")
-            Click(*form, "cmdPage", 1);
-        Click(*form, "cmdPage", 0);
+            Click(*form, "cmdPage", frmMain::run);
+        Click(*form, "cmdPage", frmMain::switchPage);
     }
 };
 
@@ -45,20 +45,20 @@ protected:
 TEST_F(RecordingTest, The_first_record_asks_for_the_file_and_later_ones_do_not) {
     OpenReading();
     AnswerSaveDialog("run.4ch");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(form->windowTitle(), "4-Channel Vantrel : Data Acquisition - run.4ch");
     EXPECT_EQ(Counter(), "1");
     EXPECT_EQ(RunButton(), "&Record");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(Counter(), "2");
-    EXPECT_TRUE(Find<QPushButton>(*form, "cmdPage_0").isEnabled());
+    EXPECT_TRUE(Element<QPushButton>(*form, "cmdPage", frmMain::switchPage).isEnabled());
 }
 
 TEST_F(RecordingTest, Back_moves_the_records_into_the_chosen_file) {
     OpenReading();
     const auto target = AnswerSaveDialog("run.4ch");
-    Click(*form, "cmdPage", 1);
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_FALSE(std::filesystem::exists(target));
     const auto temporary = FileOpr::currentMeasurementPath;
     EXPECT_TRUE(std::filesystem::exists(temporary));
@@ -73,7 +73,7 @@ TEST_F(RecordingTest, Back_moves_the_records_into_the_chosen_file) {
 TEST_F(RecordingTest, A_record_holds_the_texts_that_the_page_shows) {
     OpenReading();
     const auto target = AnswerSaveDialog("run.4ch");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     StopAndGoBack();
     const auto file = FileOpr::ReadMeasurementFile(target);
     ASSERT_EQ(file.records.size(), 1U);
@@ -91,13 +91,13 @@ TEST_F(RecordingTest, A_record_holds_the_texts_that_the_page_shows) {
 TEST_F(RecordingTest, Records_of_a_later_visit_follow_in_the_same_file) {
     OpenReading();
     const auto target = AnswerSaveDialog("run.4ch");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     StopAndGoBack();
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     EXPECT_EQ(form->windowTitle(), "4-Channel Vantrel : Data Acquisition - run.4ch");
     EXPECT_EQ(Counter(), "0");
     ReadFrame(frame);
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     StopAndGoBack();
     const auto file = FileOpr::ReadMeasurementFile(target);
     ASSERT_EQ(file.records.size(), 2U);
@@ -108,7 +108,7 @@ TEST_F(RecordingTest, A_file_of_that_name_is_replaced) {
     OpenReading();
     const auto target = AnswerSaveDialog("run.4ch");
     WriteBytes(target, "an older run\r\n");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     StopAndGoBack();
     EXPECT_EQ(ReadBytes(target).find("an older run"), std::string::npos);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 1U);
@@ -119,7 +119,7 @@ TEST_F(RecordingTest, A_cancelled_save_dialog_records_nothing) {
     platform.dialogs.ExpectFileDialog(
         [](const platform::FileDialogRequest&) { return std::nullopt; });
     Type(*form, "txtComment", "first");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(RunButton(), "&Record");
     EXPECT_EQ(Counter(), "0");
     EXPECT_EQ(Comment(), "first");
@@ -131,9 +131,9 @@ TEST_F(RecordingTest, A_comment_is_used_by_one_record_only) {
     OpenReading();
     const auto target = AnswerSaveDialog("run.4ch");
     Type(*form, "txtComment", "Record 5, 10 mV ----");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(Comment(), "");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     StopAndGoBack();
     const auto file = FileOpr::ReadMeasurementFile(target);
     ASSERT_EQ(file.records.size(), 2U);
@@ -146,9 +146,9 @@ TEST_F(RecordingTest, A_period_below_one_second_is_refused_and_nothing_is_record
     Pick(*form, "cboAcqr", "Automatic");
     for (const char* period : {"0.99", "0", "-5", "", "soon"}) {
         Type(*form, "txtTimer", period);
-        Find<QWidget>(*form, "cmdPage_1").setFocus();
+        Element<QWidget>(*form, "cmdPage", frmMain::run).setFocus();
         platform.dialogs.ExpectMessage("The period cannot be less than One second", information);
-        Click(*form, "cmdPage", 1);
+        Click(*form, "cmdPage", frmMain::run);
         EXPECT_TRUE(Find<QWidget>(*form, "txtTimer").hasFocus());
         EXPECT_EQ(RunButton(), "&Record");
         EXPECT_EQ(Counter(), "0");
@@ -159,7 +159,7 @@ TEST_F(RecordingTest, The_period_does_not_matter_in_manual_mode) {
     OpenReading();
     Type(*form, "txtTimer", "0");
     AnswerSaveDialog("run.4ch");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(Counter(), "1");
 }
 
@@ -196,7 +196,7 @@ TEST_F(RecordingTest, An_automatic_run_locks_what_must_not_change_until_Stop) {
     for (const char* control : {"cmdPage_0", "txtTimer", "cboAcqr"})
         EXPECT_FALSE(Find<QWidget>(*form, control).isEnabled()) << control;
     EXPECT_TRUE(Find<QWidget>(*form, "txtComment").isEnabled());
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(RunButton(), "&Record");
     for (const char* control : {"cmdPage_0", "txtTimer", "cboAcqr"})
         EXPECT_TRUE(Find<QWidget>(*form, control).isEnabled()) << control;
@@ -241,9 +241,9 @@ TEST_F(RecordingTest, A_failed_link_ends_the_automatic_run) {
                                    exclamation);
     Tick(*form, "tmrRead");
     EXPECT_EQ(RunButton(), "&Start");
-    EXPECT_TRUE(Find<QWidget>(*form, "cmdPage_0").isEnabled());
+    EXPECT_TRUE(Element<QWidget>(*form, "cmdPage", frmMain::switchPage).isEnabled());
     EXPECT_TRUE(Find<QWidget>(*form, "txtTimer").isEnabled());
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(RunButton(), "&Record");
     ReadFrame(frame);
     TimePasses(10s);
@@ -279,7 +279,7 @@ TEST_F(RecordingTest, Reading_and_recording_go_on_while_a_box_is_open) {
         EXPECT_EQ(Counter(), "2");
         box->button(QMessageBox::No)->click();
     });
-    Click(*form, "cmdPage", 3);
+    Click(*form, "cmdPage", frmMain::exit);
     EXPECT_TRUE(form->isVisible());
     StopAndGoBack();
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
@@ -297,9 +297,9 @@ TEST_F(RecordingTest, A_run_does_not_start_when_the_link_fails_while_the_file_is
         Tick(*form, "tmrRead");
         return platform.folder.Path() / "run.4ch";
     });
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(RunButton(), "&Start");
-    EXPECT_TRUE(Find<QWidget>(*form, "cmdPage_0").isEnabled());
+    EXPECT_TRUE(Element<QWidget>(*form, "cmdPage", frmMain::switchPage).isEnabled());
     TimePasses(5s);
     EXPECT_LE(Counter().toInt(), 1);
 }
@@ -308,7 +308,7 @@ TEST_F(RecordingTest, A_target_that_cannot_be_written_is_said_and_nothing_is_cou
     OpenReading();
     const auto target = AnswerSaveDialog("missing/run.4ch");
     platform.dialogs.ExpectAnyMessage(critical);
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(Counter(), "0");
     EXPECT_EQ(RunButton(), "&Record");
     EXPECT_FALSE(std::filesystem::exists(target));
@@ -317,8 +317,8 @@ TEST_F(RecordingTest, A_target_that_cannot_be_written_is_said_and_nothing_is_cou
 TEST_F(RecordingTest, The_live_report_shows_the_target_with_all_records_so_far) {
     OpenReading();
     const auto target = AnswerSaveDialog("run.4ch");
-    Click(*form, "cmdPage", 1);
-    Click(*form, "cmdPage", 2);
+    Click(*form, "cmdPage", frmMain::run);
+    Click(*form, "cmdPage", frmMain::report);
     Report* report = nullptr;
     for (QWidget* window : QApplication::topLevelWidgets())
         if (auto* found = qobject_cast<Report*>(window))
@@ -332,13 +332,13 @@ TEST_F(RecordingTest, The_live_report_shows_the_target_with_all_records_so_far) 
 TEST_F(RecordingTest, The_report_button_brings_later_records_into_an_open_report) {
     OpenReading();
     const auto target = AnswerSaveDialog("run.4ch");
-    Click(*form, "cmdPage", 1);
-    Click(*form, "cmdPage", 2);
+    Click(*form, "cmdPage", frmMain::run);
+    Click(*form, "cmdPage", frmMain::report);
     std::int32_t lastRecord = 0;
     Mreport::PageRecordRange(0, lastRecord);
     ASSERT_EQ(lastRecord, 1);
-    Click(*form, "cmdPage", 1);
-    Click(*form, "cmdPage", 2);
+    Click(*form, "cmdPage", frmMain::run);
+    Click(*form, "cmdPage", frmMain::report);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
     Mreport::PageRecordRange(0, lastRecord);
     EXPECT_EQ(lastRecord, 2);
@@ -347,16 +347,16 @@ TEST_F(RecordingTest, The_report_button_brings_later_records_into_an_open_report
 TEST_F(RecordingTest, While_the_report_follows_records_go_straight_to_the_target) {
     OpenReading();
     const auto target = StartAutomatic("1");
-    Click(*form, "cmdPage", 2);
+    Click(*form, "cmdPage", frmMain::report);
     EXPECT_TRUE(FileOpr::IsFollowing());
     TimePasses(1s);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_FALSE(FileOpr::IsFollowing());
     Pick(*form, "cboAcqr", "Manual");
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     const auto file = FileOpr::ReadMeasurementFile(target);
     ASSERT_EQ(file.records.size(), 3U);
     EXPECT_EQ(file.records[2].number, 3);
@@ -367,8 +367,8 @@ TEST_F(RecordingTest, A_warning_does_not_hold_up_the_automatic_run) {
     OpenReading();
     Pick(*form, "cboAcqr", "Automatic");
     AnswerSaveDialog("stick/run.4ch");
-    Click(*form, "cmdPage", 1);
-    Click(*form, "cmdPage", 2); // the live report: records go straight into the file
+    Click(*form, "cmdPage", frmMain::run);
+    Click(*form, "cmdPage", frmMain::report); // the live report: records go straight into the file
     std::filesystem::rename(platform.folder.Path() / "stick", platform.folder.Path() / "pocket");
     platform.dialogs.ExpectAnyMessage(exclamation);
     platform.dialogs.whileMessageIsOpen = [this] {
@@ -385,7 +385,7 @@ TEST_F(RecordingTest, A_warning_does_not_hold_up_the_automatic_run) {
 TEST_F(RecordingTest, Nothing_is_recorded_before_the_first_values_even_if_the_pointer_has_changed) {
     OpenMeasuring();
     platform.desktop.pointer = platform::MousePointer::normal; // a report has been loaded meanwhile
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(Counter(), "0");
 }
 
@@ -397,7 +397,7 @@ TEST_F(RecordingTest, An_error_names_its_own_routine_although_timers_have_ticked
         return platform.folder.Path() / "missing" / "run.4ch";
     });
     platform.dialogs.ExpectAnyMessage(critical);
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_TRUE(platform.dialogs.lastMessage.ends_with("Error location - frmMain - cmdPage"))
         << platform.dialogs.lastMessage;
 }

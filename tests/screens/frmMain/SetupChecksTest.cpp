@@ -29,14 +29,14 @@ protected:
     /// "&Measure >" is refused with this message and the focus is on this control.
     void ExpectRefusal(const std::string& message, const char* focus) {
         platform.dialogs.ExpectMessage(message, information);
-        Click(*form, "cmdPage", 0);
+        Click(*form, "cmdPage", frmMain::switchPage);
         EXPECT_EQ(form->ShownPage(), frmMain::Page::setup);
         EXPECT_EQ(form->windowTitle(), "4-Channel Vantrel: Setup");
         EXPECT_TRUE(Find<QWidget>(*form, focus).hasFocus()) << focus;
     }
 
     void ExpectPass() {
-        Click(*form, "cmdPage", 0);
+        Click(*form, "cmdPage", frmMain::switchPage);
         EXPECT_EQ(form->ShownPage(), frmMain::Page::measuring);
     }
 };
@@ -47,7 +47,7 @@ TEST_F(SetupChecksTest, A_complete_setup_leads_to_the_measuring_page) {
     Open();
     ExpectPass();
     EXPECT_EQ(form->windowTitle(), "4-Channel Vantrel : Data Acquisition");
-    EXPECT_EQ(Find<QPushButton>(*form, "cmdPage_0").text(), "< &Back");
+    EXPECT_EQ(Element<QPushButton>(*form, "cmdPage", frmMain::switchPage).text(), "< &Back");
 }
 
 TEST_F(SetupChecksTest, An_averaging_number_must_be_a_whole_number_from_1_to_1000) {
@@ -175,7 +175,7 @@ TEST_F(SetupChecksTest, Only_the_channels_of_the_mode_are_checked) {
     mWinInit::ChannelSetup[5].SerialNo = "CA-6";
     Open();
     platform.dialogs.ExpectMessage(CalibrationMessage(6), information);
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     EXPECT_EQ(form->windowTitle(), "8-Channel Vantrel: Setup");
 }
 

@@ -26,11 +26,11 @@ std::vector<int> Range(int from, int to) {
     return indices;
 }
 
-using SetupPage = MainScreenTest;
+using SetupPageTest = MainScreenTest;
 
 } // namespace
 
-TEST_F(SetupPage, Has_the_control_arrays_with_exactly_their_indices) {
+TEST_F(SetupPageTest, Has_the_control_arrays_with_exactly_their_indices) {
     Open();
     EXPECT_EQ(IndicesOf(*form, "cmdPage"), Range(0, 4));
     EXPECT_EQ(IndicesOf(*form, "txtEntry"), Range(0, 19));
@@ -45,17 +45,17 @@ TEST_F(SetupPage, Has_the_control_arrays_with_exactly_their_indices) {
     EXPECT_EQ(IndicesOf(*form, "lblEntry"), labels);
 }
 
-TEST_F(SetupPage, Is_shown_first_with_the_title_of_the_channel_count) {
+TEST_F(SetupPageTest, Is_shown_first_with_the_title_of_the_channel_count) {
     Open();
     EXPECT_EQ(form->windowTitle(), "4-Channel Vantrel: Setup");
-    EXPECT_EQ(Find<QPushButton>(*form, "cmdPage_0").text(), "&Measure >");
+    EXPECT_EQ(Element<QPushButton>(*form, "cmdPage", frmMain::switchPage).text(), "&Measure >");
     form.reset();
     mWinInit::HardwareSettings.ChannelCount = 8;
     Open();
     EXPECT_EQ(form->windowTitle(), "8-Channel Vantrel: Setup");
 }
 
-TEST_F(SetupPage, Shows_the_rows_of_the_channels_in_use_only) {
+TEST_F(SetupPageTest, Shows_the_rows_of_the_channels_in_use_only) {
     Open();
     EXPECT_TRUE(Element<QComboBox>(*form, "cboEntry", 3).isVisible());
     for (const char* control : {"cboEntry_4", "cboEntry_15", "cboEntry_20", "txtEntry_8",
@@ -63,7 +63,7 @@ TEST_F(SetupPage, Shows_the_rows_of_the_channels_in_use_only) {
         EXPECT_FALSE(Find<QWidget>(*form, control).isVisible()) << control;
 }
 
-TEST_F(SetupPage, Shows_eight_rows_in_8_channel_mode) {
+TEST_F(SetupPageTest, Shows_eight_rows_in_8_channel_mode) {
     mWinInit::HardwareSettings.ChannelCount = 8;
     Open();
     for (const char* control : {"cboEntry_7", "cboEntry_15", "cboEntry_23", "txtEntry_11",
@@ -71,7 +71,7 @@ TEST_F(SetupPage, Shows_eight_rows_in_8_channel_mode) {
         EXPECT_TRUE(Find<QWidget>(*form, control).isVisibleTo(form.get())) << control;
 }
 
-TEST_F(SetupPage, Offers_the_electrodes_in_their_fixed_order_in_every_channel) {
+TEST_F(SetupPageTest, Offers_the_electrodes_in_their_fixed_order_in_every_channel) {
     Open();
     for (int channel = 0; channel < 8; ++channel) {
         const auto& box = Element<QComboBox>(*form, "cboEntry", channel);
@@ -83,7 +83,7 @@ TEST_F(SetupPage, Offers_the_electrodes_in_their_fixed_order_in_every_channel) {
     }
 }
 
-TEST_F(SetupPage, Offers_manual_and_automatic_acquisition) {
+TEST_F(SetupPageTest, Offers_manual_and_automatic_acquisition) {
     Open();
     const auto& box = Find<QComboBox>(*form, "cboAcqr");
     ASSERT_EQ(box.count(), 2);
@@ -91,7 +91,7 @@ TEST_F(SetupPage, Offers_manual_and_automatic_acquisition) {
     EXPECT_EQ(box.itemText(1), "Automatic");
 }
 
-TEST_F(SetupPage, Shows_the_loaded_records) {
+TEST_F(SetupPageTest, Shows_the_loaded_records) {
     mWinInit::HardwareSettings.AveragingForCalibration = 3;
     mWinInit::HardwareSettings.HardwarePortNumber = 7;
     mWinInit::ProjectInfo.MeasurementFileLocation = "/data/runs";
@@ -115,21 +115,21 @@ TEST_F(SetupPage, Shows_the_loaded_records) {
     EXPECT_EQ(Find<QLabel>(*form, "lblCalibDate_3").text(), "N/A");
 }
 
-TEST_F(SetupPage, A_channel_starts_as_selected_when_it_has_an_electrode) {
+TEST_F(SetupPageTest, A_channel_starts_as_selected_when_it_has_an_electrode) {
     Open();
     EXPECT_TRUE(Find<QCheckBox>(*form, "chkSelect_0").isChecked());
     EXPECT_TRUE(Find<QCheckBox>(*form, "chkSelect_2").isChecked());
     EXPECT_FALSE(Find<QCheckBox>(*form, "chkSelect_3").isChecked());
 }
 
-TEST_F(SetupPage, Names_the_port_in_use) {
+TEST_F(SetupPageTest, Names_the_port_in_use) {
     Open();
     EXPECT_EQ(Find<QGroupBox>(*form, "fraPort").title(), "Communications Port (COM1)");
     CommPort::TestPort(9600, 3);
     EXPECT_EQ(Find<QGroupBox>(*form, "fraPort").title(), "Communications Port (COM3)");
 }
 
-TEST_F(SetupPage, The_port_button_asks_for_the_port_screen) {
+TEST_F(SetupPageTest, The_port_button_asks_for_the_port_screen) {
     Open();
     int requests = 0;
     QObject::connect(form.get(), &frmMain::PortSettingsRequested, [&requests] { ++requests; });
@@ -137,21 +137,22 @@ TEST_F(SetupPage, The_port_button_asks_for_the_port_screen) {
     EXPECT_EQ(requests, 1);
 }
 
-TEST_F(SetupPage, An_absent_experiment_date_reads_NA_and_stays_absent) {
+TEST_F(SetupPageTest, An_absent_experiment_date_reads_NA_and_stays_absent) {
     mWinInit::ProjectInfo.ExperimentDate.clear();
     Open();
     EXPECT_EQ(Find<QDateEdit>(*form, "txtExperimentDate").text(), "N/A");
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     EXPECT_EQ(mWinInit::ProjectInfo.ExperimentDate, "");
 }
 
-TEST_F(SetupPage, Another_experiment_date_keeps_the_time_of_day) {
+TEST_F(SetupPageTest, Another_experiment_date_keeps_the_time_of_day) {
     Open();
     Find<QDateEdit>(*form, "txtExperimentDate").setDate(QDate(2024, 12, 24));
     EXPECT_EQ(mWinInit::ProjectInfo.ExperimentDate, "14:05:33 24.Dec.2024");
 }
 
-TEST_F(SetupPage, An_electrode_never_calibrated_here_starts_empty_with_its_built_in_molar_mass) {
+TEST_F(SetupPageTest,
+       An_electrode_never_calibrated_here_starts_empty_with_its_built_in_molar_mass) {
     Open();
     Pick(*form, "cboEntry_0", "K");
     EXPECT_EQ(mWinInit::ChannelSetup[0].Electrode, "K");
@@ -163,7 +164,7 @@ TEST_F(SetupPage, An_electrode_never_calibrated_here_starts_empty_with_its_built
     EXPECT_EQ(Find<QLabel>(*form, "lblCalibDate_0").text(), "N/A");
 }
 
-TEST_F(SetupPage, An_electrode_from_the_library_comes_back_with_its_calibration) {
+TEST_F(SetupPageTest, An_electrode_from_the_library_comes_back_with_its_calibration) {
     mWinInit::SaveCalibrationInfo("Ca", 0);
     Open();
     Pick(*form, "cboEntry_0", "K");
@@ -174,20 +175,20 @@ TEST_F(SetupPage, An_electrode_from_the_library_comes_back_with_its_calibration)
     EXPECT_EQ(mWinInit::Calibration[0].PointCount, 3);
 }
 
-TEST_F(SetupPage, Choosing_the_same_electrode_again_keeps_what_was_typed) {
+TEST_F(SetupPageTest, Choosing_the_same_electrode_again_keeps_what_was_typed) {
     Open();
     Type(*form, "txtEntry_4", "CA-99");
     Pick(*form, "cboEntry_0", "Ca");
     EXPECT_EQ(Find<QLineEdit>(*form, "txtEntry_4").text(), "CA-99");
 }
 
-TEST_F(SetupPage, An_unused_channel_that_gets_an_electrode_is_selected) {
+TEST_F(SetupPageTest, An_unused_channel_that_gets_an_electrode_is_selected) {
     Open();
     Pick(*form, "cboEntry_3", "Na");
     EXPECT_TRUE(Find<QCheckBox>(*form, "chkSelect_3").isChecked());
 }
 
-TEST_F(SetupPage, Calibrating_takes_the_entries_and_opens_the_screen_over_the_page) {
+TEST_F(SetupPageTest, Calibrating_takes_the_entries_and_opens_the_screen_over_the_page) {
     Open();
     Type(*form, "txtEntry_0", "5");
     Type(*form, "txtEntry_6", "RX-99");
@@ -200,7 +201,7 @@ TEST_F(SetupPage, Calibrating_takes_the_entries_and_opens_the_screen_over_the_pa
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
-TEST_F(SetupPage, A_stored_calibration_shows_its_date) {
+TEST_F(SetupPageTest, A_stored_calibration_shows_its_date) {
     Open();
     Click(*form, "cmdCalib", 1);
     mWinInit::Calibration[1].CalibrationDate = "09:30 24.Dec.2024";
@@ -208,7 +209,7 @@ TEST_F(SetupPage, A_stored_calibration_shows_its_date) {
     EXPECT_EQ(Find<QLabel>(*form, "lblCalibDate_1").text(), "24.Dec.2024");
 }
 
-TEST_F(SetupPage, Two_equal_electrodes_open_the_simultaneous_calibration) {
+TEST_F(SetupPageTest, Two_equal_electrodes_open_the_simultaneous_calibration) {
     Open();
     Pick(*form, "cboEntry_3", "Ca");
     Click(*form, "cmdSimult");
@@ -216,7 +217,7 @@ TEST_F(SetupPage, Two_equal_electrodes_open_the_simultaneous_calibration) {
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
-TEST_F(SetupPage, Without_two_equal_electrodes_there_is_no_simultaneous_calibration) {
+TEST_F(SetupPageTest, Without_two_equal_electrodes_there_is_no_simultaneous_calibration) {
     Open();
     platform.dialogs.ExpectMessage("Invalid selection of electrodes to do calibration.",
                                    information);
@@ -225,7 +226,7 @@ TEST_F(SetupPage, Without_two_equal_electrodes_there_is_no_simultaneous_calibrat
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
-TEST_F(SetupPage, Two_unused_channels_are_no_pair) {
+TEST_F(SetupPageTest, Two_unused_channels_are_no_pair) {
     mWinInit::ChannelSetup[2].Electrode = "None";
     Open();
     platform.dialogs.ExpectMessage("Invalid selection of electrodes to do calibration.",
@@ -233,7 +234,7 @@ TEST_F(SetupPage, Two_unused_channels_are_no_pair) {
     Click(*form, "cmdSimult");
 }
 
-TEST_F(SetupPage, Alt_and_a_letter_move_the_focus) {
+TEST_F(SetupPageTest, Alt_and_a_letter_move_the_focus) {
     Open();
     const std::array<std::pair<Qt::Key, const char*>, 5> moves = {{{Qt::Key_P, "cboEntry_0"},
                                                                    {Qt::Key_N, "txtEntry_0"},
@@ -241,28 +242,28 @@ TEST_F(SetupPage, Alt_and_a_letter_move_the_focus) {
                                                                    {Qt::Key_R, "txtEntry_12"},
                                                                    {Qt::Key_D, "txtEntry_2"}}};
     for (const auto& [key, box] : moves) {
-        Find<QPushButton>(*form, "cmdPage_3").setFocus();
+        Element<QPushButton>(*form, "cmdPage", frmMain::exit).setFocus();
         QTest::keyClick(form.get(), key, Qt::AltModifier);
         EXPECT_TRUE(Find<QWidget>(*form, box).hasFocus()) << box;
     }
 }
 
-TEST_F(SetupPage, A_letter_without_Alt_moves_nothing) {
+TEST_F(SetupPageTest, A_letter_without_Alt_moves_nothing) {
     Open();
-    auto& button = Find<QPushButton>(*form, "cmdPage_3");
+    auto& button = Element<QPushButton>(*form, "cmdPage", frmMain::exit);
     button.setFocus();
     QTest::keyClick(form.get(), Qt::Key_P);
     EXPECT_TRUE(button.hasFocus());
 }
 
-TEST_F(SetupPage, Help_shows_the_text_of_the_setup_page) {
+TEST_F(SetupPageTest, Help_shows_the_text_of_the_setup_page) {
     Open();
     Choose(*form, "mnuHelp_0");
     ASSERT_EQ(platform.desktop.helpShown.size(), 1U);
     EXPECT_EQ(platform.desktop.helpShown[0], platform.places.ProgramFolder() / "SetupHlp.txt");
 }
 
-TEST_F(SetupPage, About_shows_the_splash_until_its_button_is_pressed) {
+TEST_F(SetupPageTest, About_shows_the_splash_until_its_button_is_pressed) {
     Open();
     bool shown = false;
     QTimer::singleShot(0, [&shown] {
@@ -276,7 +277,7 @@ TEST_F(SetupPage, About_shows_the_splash_until_its_button_is_pressed) {
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
-TEST_F(SetupPage, A_chosen_data_folder_is_where_the_save_dialog_starts) {
+TEST_F(SetupPageTest, A_chosen_data_folder_is_where_the_save_dialog_starts) {
     Open();
     const auto folder = platform.folder.Path() / "m\xC3\xBCll";
     platform.dialogs.ExpectFileDialog([&folder](const platform::FileDialogRequest& request) {
@@ -285,16 +286,16 @@ TEST_F(SetupPage, A_chosen_data_folder_is_where_the_save_dialog_starts) {
     });
     Click(*form, "cmdBrowse");
     EXPECT_EQ(Find<QLineEdit>(*form, "txtDataFolder").text(), Text::FromPath(folder));
-    Click(*form, "cmdPage", 0);
+    Click(*form, "cmdPage", frmMain::switchPage);
     ReadFrame(frame);
     platform.dialogs.ExpectFileDialog([&folder](const platform::FileDialogRequest& request) {
         EXPECT_EQ(request.initialFolder, folder);
         return std::nullopt;
     });
-    Click(*form, "cmdPage", 1);
+    Click(*form, "cmdPage", frmMain::run);
 }
 
-TEST_F(SetupPage, A_folder_that_the_settings_cannot_hold_is_refused) {
+TEST_F(SetupPageTest, A_folder_that_the_settings_cannot_hold_is_refused) {
     Open();
     const std::string before = mWinInit::ProjectInfo.MeasurementFileLocation;
     platform.dialogs.ExpectFileDialog([this](const platform::FileDialogRequest&) {
@@ -308,19 +309,19 @@ TEST_F(SetupPage, A_folder_that_the_settings_cannot_hold_is_refused) {
     EXPECT_EQ(Find<QLineEdit>(*form, "txtDataFolder").text(), Text::ToQt(before));
 }
 
-TEST_F(SetupPage, A_click_into_a_prompt_selects_it_and_into_a_name_does_not) {
+TEST_F(SetupPageTest, A_click_into_a_prompt_selects_it_and_into_a_name_does_not) {
     mWinInit::ProjectInfo.ProjectName = mWinInit::projectPlaceholder;
     Open();
     for (const char* name : {"txtEntry_2", "txtEntry_3"}) {
         auto& box = Find<QLineEdit>(*form, name);
-        Find<QPushButton>(*form, "cmdPage_3").setFocus();
+        Element<QPushButton>(*form, "cmdPage", frmMain::exit).setFocus();
         QTest::mouseClick(&box, Qt::LeftButton);
         Settle();
         EXPECT_EQ(box.selectedText(), box.text().startsWith("< Please") ? box.text() : "");
     }
 }
 
-TEST_F(SetupPage, Entry_boxes_refuse_what_the_files_cannot_hold) {
+TEST_F(SetupPageTest, Entry_boxes_refuse_what_the_files_cannot_hold) {
     Open();
     Type(*form, "txtEntry_2", QString::fromUtf8("Gr\xC3\xBC\xC3\x9F\xE6\xB8\xAC\x65"));
     EXPECT_EQ(Find<QLineEdit>(*form, "txtEntry_2").text(),
@@ -329,7 +330,7 @@ TEST_F(SetupPage, Entry_boxes_refuse_what_the_files_cannot_hold) {
     EXPECT_EQ(Find<QLineEdit>(*form, "txtEntry_4").text(), "A1");
 }
 
-TEST_F(SetupPage, Alt_D_goes_to_the_project_name_from_another_box_of_its_frame) {
+TEST_F(SetupPageTest, Alt_D_goes_to_the_project_name_from_another_box_of_its_frame) {
     Open();
     Find<QLineEdit>(*form, "txtEntry_3").setFocus();
     Find<QComboBox>(*form, "cboEntry_0").setFocus();
@@ -337,7 +338,7 @@ TEST_F(SetupPage, Alt_D_goes_to_the_project_name_from_another_box_of_its_frame) 
     EXPECT_TRUE(Find<QLineEdit>(*form, "txtEntry_2").hasFocus());
 }
 
-TEST_F(SetupPage, The_wheel_changes_a_list_only_while_it_has_the_focus) {
+TEST_F(SetupPageTest, The_wheel_changes_a_list_only_while_it_has_the_focus) {
     Open();
     auto& electrodes = Find<QComboBox>(*form, "cboEntry_0");
     const auto turn = [&electrodes] {
@@ -345,7 +346,7 @@ TEST_F(SetupPage, The_wheel_changes_a_list_only_while_it_has_the_focus) {
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(&electrodes, &wheel);
     };
-    Find<QPushButton>(*form, "cmdPage_3").setFocus();
+    Element<QPushButton>(*form, "cmdPage", frmMain::exit).setFocus();
     const int before = electrodes.currentIndex();
     turn();
     EXPECT_EQ(electrodes.currentIndex(), before);

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "screens/controls/ControlArray.h"
+#include "settings/SetupChecks.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+/// The setup page's row of each channel: between its controls and the working records.
+class ChannelRows {
+public:
+    /// Where a channel's controls begin in the control arrays.
+    enum TextBox { serialNo = 4, refSerialNo = 12 };
+    enum List { electrode = 0, refType = 8, tempSensor = 16 };
+
+    /// Gathers the controls of the page.
+    explicit ChannelRows(const QWidget& page);
+
+    /// Fills the lists and hides the rows beyond the channel count.
+    void Prepare();
+
+    void Show(int channel);
+    void Store(int channel) const;
+
+    /// The row as it stands, for the checks.
+    SetupChecks::ChannelEntry EntryOf(int channel) const;
+
+    /// The electrode box was used: what the library holds for its electrode comes into the row.
+    void ElectrodeChosen(int channel);
+
+    ControlArray<QCheckBox> chkSelect;
+    ControlArray<QComboBox> cboEntry;
+    ControlArray<QLineEdit> txtEntry; ///< the project's and the hardware's boxes come before
+    ControlArray<QLineEdit> txtMolarMass;
+    ControlArray<QLabel> lblCalibDate;
+    ControlArray<QPushButton> cmdCalib;
+
+private:
+    void FillLists() const;
+    void PrepareRow(int channel) const;
+};

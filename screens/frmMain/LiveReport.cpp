@@ -1,0 +1,58 @@
+#include "screens/frmMain/LiveReport.h"
+
+#include "files/FileOpr.h"
+#include "screens/Report/Report.h"
+#include "screens/controls/Wiring.h"
+
+#include <QScopedValueRollback>
+
+LiveReport::LiveReport(FileOpr::Recording& recording, QObject* parent)
+    : QObject(parent), recording_(recording) {}
+
+LiveReport::~LiveReport() {
+    delete report_; // tells this object of its end, so it must go while this one is whole
+}
+
+void LiveReport::Show() {
+    if (!report_)
+        Create();
+    report_->show();
+    report_->raise();
+    report_->activateWindow();
+    ShowRun();
+    const std::filesystem::path target = FileOpr::targetFile;
+    if (target.empty() || (shown_ == target && !FileOpr::HasWaitingRecords()))
+        return;
+    // A target that cannot be completed now is shown as it is, after the reason.
+    guard_("frmMain - ShowLiveReport", [this] { recording_.ReportOpened(); });
+    const QScopedValueRollback opening(opening_, true);
+    report_->ViewFile(target);
+}
+
+void LiveReport::Create() {
+    report_ = new Report;
+    const Wiring wire(*this, guard_, "frmMain");
+    wire(report_.data(), &Report::FileShown, "FileShown", &LiveReport::ReportShows);
+    wire(report_.data(), &Report::Closed, "Closed", &LiveReport::ReportClosed);
+}
+
+bool LiveReport::Close() {
+    return !report_ || report_->close();
+}
+
+void LiveReport::ShowRun() {
+    if (report_)
+        report_->SetUpdateEnabled(recording_.IsAutomaticOn());
+}
+
+void LiveReport::ReportShows(const std::filesystem::path& file) {
+    shown_ = file;
+    if (file.empty() || file != FileOpr::targetFile)
+        recording_.ReportClosed();
+    else if (!opening_) // else that has been tried already
+        recording_.ReportOpened();
+}
+
+void LiveReport::ReportClosed() {
+    ReportShows({});
+}

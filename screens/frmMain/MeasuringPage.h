@@ -1,0 +1,99 @@
+#pragma once
+
+#include "base/Channels.h"
+#include "chem/MeasuringCycle.h"
+#include "link/ReadingSeries.h"
+#include "screens/controls/EventGuard.h"
+#include "screens/controls/FormTimer.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+#include <memory>
+#include <optional>
+
+class ReadingsTable;
+
+namespace Ui {
+class MeasuringPage;
+}
+
+/// The page that shows the live readings and records them.
+class MeasuringPage : public QWidget {
+    Q_OBJECT
+
+public:
+    /// What the run button does next.
+    enum class RunState {
+        start,  ///< nothing is read: "&Start"
+        record, ///< "&Record"
+        stop,   ///< an automatic run goes on: "&Stop"
+    };
+
+    using Selection = std::array<bool, maxChannels>;
+
+    explicit MeasuringPage(QWidget* parent = nullptr);
+    ~MeasuringPage() override;
+
+    void Load();
+
+    /// Begins to read and show the selected channels.
+    void Enter(const Selection& selected);
+
+    /// Ends reading and moves the records into their file; a failure is said, and they wait.
+    void Leave();
+
+    RunState State() const;
+
+    /// The hourglass stands: the first averages of a series are awaited.
+    bool IsBusy() const;
+
+    void RunPressed();
+    void ReportPressed();
+    void AveragingPressed();
+
+    /// False while the report loads, which it says itself.
+    bool CloseReport();
+
+    /// Ends reading and recording, on exit; true when it was reading.
+    bool EndWork();
+
+    /// Reading goes on after an exit that was declined.
+    void ResumeReading();
+
+Q_SIGNALS:
+    /// The run button's state or the target may have changed.
+    void RunChanged();
+
+    /// What the status line has to say; an empty text clears it.
+    void StatusChanged(const QString& text);
+
+    /// Another averaging number was chosen.
+    void AveragingChanged(const QString& text);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void ConnectEvents();
+    void StartReading();
+    void StopReading();
+    void tmrRead_Timer();
+    void tmrTime_Timer();
+    void ShowAverages(std::span<const float, cyclePositions> averages);
+    void ShowProblem(const QString& problem);
+    void ReadingFailed();
+
+    std::unique_ptr<Ui::MeasuringPage> ui_;
+    EventGuard guard_{"Unexpected Error - "};
+    ReadingsTable* table_;
+    QTimer tmrRead;
+    QTimer tmrTime;
+    FormTimer readTimer_{tmrRead};
+    ReadingSeries series_{readTimer_, ReadingSeries::measuringPace};
+
+    std::optional<MeasuringCycle::Source> cycle_; ///< while the page is shown
+    bool timeTickAtWork_ = false;
+    QString problemShown_; ///< why a position could not be converted
+};

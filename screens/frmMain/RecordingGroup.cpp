@@ -1,0 +1,85 @@
+#include "screens/frmMain/RecordingGroup.h"
+
+#include "app/Mcommon.h"
+#include "platform/qt/EntryText.h"
+#include "platform/qt/Text.h"
+#include "ui_RecordingGroup.h"
+
+#include <QScopeGuard>
+#include <QTimer>
+
+using FileOpr::Recording;
+
+RecordingGroup::RecordingGroup(QWidget* parent)
+    : QGroupBox(parent), ui_(std::make_unique<Ui::RecordingGroup>()) {
+    ui_->setupUi(this);
+}
+
+RecordingGroup::~RecordingGroup() = default;
+
+void RecordingGroup::Load() {
+    ui_->cboAcqr->addItems({"Manual", "Automatic"});
+    AcceptCodePageOnly(*ui_->txtTimer);
+    AcceptCodePageOnly(*ui_->txtComment);
+}
+
+void RecordingGroup::Reset() {
+    ui_->lblRec->setText("0");
+    ui_->txtComment->clear();
+}
+
+void RecordingGroup::ShowAveraging(const QString& text) {
+    ui_->lblAverage->setText(text);
+}
+
+QString RecordingGroup::AveragingText() const {
+    return ui_->lblAverage->text();
+}
+
+Recording::Entry RecordingGroup::EntryToRecord(const TakeDisplayed& takeDisplayed) const {
+    return {Text::FromQt(ui_->txtComment->text()), takeDisplayed()};
+}
+
+void RecordingGroup::Record(const TakeDisplayed& takeDisplayed) {
+    const auto shown = qScopeGuard([this] { ShowRun(); });
+    const auto mode = static_cast<Recording::Mode>(ui_->cboAcqr->currentIndex());
+    ShowOutcome(recording_.Record(mode, Text::FromQt(ui_->txtTimer->text()),
+                                  [this, &takeDisplayed] { return EntryToRecord(takeDisplayed); }));
+}
+
+void RecordingGroup::Tick(bool canRecord, const TakeDisplayed& takeDisplayed) {
+    if (!recording_.IsAutomaticOn())
+        return;
+    const auto ended = qScopeGuard([this] { ShowRun(); });
+    ShowOutcome(recording_.Tick(canRecord,
+                                [this, &takeDisplayed] { return EntryToRecord(takeDisplayed); }));
+}
+
+void RecordingGroup::Stop() {
+    recording_.Stop();
+    ShowRun();
+}
+
+void RecordingGroup::ShowOutcome(const Recording::Outcome& outcome) {
+    if (outcome.status == Recording::Status::periodTooShort) {
+        Mcommon::Inform(Recording::periodMessage);
+        ui_->txtTimer->setFocus(Qt::OtherFocusReason);
+        ui_->txtTimer->selectAll();
+    }
+    if (outcome.status == Recording::Status::recorded) {
+        ui_->lblRec->setText(QString::number(recording_.Counter()));
+        ui_->txtComment->clear();
+    }
+    // After the tick that recorded: the run must not wait for the answer.
+    if (!outcome.warning.empty())
+        QTimer::singleShot(0, this, [warning = outcome.warning] { Mcommon::Warn(warning); });
+}
+
+/// What must not be touched during an automatic run is locked.
+void RecordingGroup::ShowRun() {
+    const bool automatic = recording_.IsAutomaticOn();
+    ui_->txtTimer->setEnabled(!automatic);
+    ui_->cboAcqr->setEnabled(!automatic);
+    report_.ShowRun();
+    Q_EMIT RunChanged();
+}

@@ -1,0 +1,287 @@
+#include "screens/frmMain/SetupPage.h"
+
+#include "app/Mcommon.h"
+#include "base/CodePage.h"
+#include "base/Electrode.h"
+#include "base/NumberText.h"
+#include "chem/Measure.h"
+#include "files/FileOpr.h"
+#include "link/CommPort.h"
+#include "platform/Platform.h"
+#include "platform/qt/EntryText.h"
+#include "platform/qt/Text.h"
+#include "screens/SimultCalib/SimultCalib.h"
+#include "screens/controls/BusyPointer.h"
+#include "screens/controls/WheelFilter.h"
+#include "screens/controls/Wiring.h"
+#include "screens/frmCalib/frmCalib.h"
+#include "settings/SetupEntries.h"
+#include "settings/mWinInit.h"
+#include "ui_SetupPage.h"
+
+#include <QEvent>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QTimer>
+
+namespace {
+
+int ChannelCount() {
+    return mWinInit::HardwareSettings.ChannelCount;
+}
+
+std::string TextOf(const QLineEdit& box) {
+    return Text::FromQt(box.text());
+}
+
+/// The averaging number in a box: what its leading number says where that is usable, else the one
+/// in force.
+std::int16_t AveragingOr(std::int16_t inForce, const std::string& text) {
+    const std::int16_t typed = NumberText::LeadingInteger(text);
+    const bool usable = typed >= SetupChecks::minAveraging && typed <= SetupChecks::maxAveraging;
+    return usable ? typed : inForce;
+}
+
+std::unique_ptr<Ui::SetupPage> SetUp(SetupPage& page) {
+    auto ui = std::make_unique<Ui::SetupPage>();
+    ui->setupUi(&page);
+    return ui;
+}
+
+} // namespace
+
+SetupPage::SetupPage(QWidget* parent) : QWidget(parent), ui_(SetUp(*this)), rows_(*this) {
+    ConnectEvents();
+}
+
+SetupPage::~SetupPage() {
+    delete calibration_; // tells this page of its end, so it must go while the page is whole
+}
+
+void SetupPage::ConnectEvents() {
+    const Wiring wire(*this, guard_, "frmMain");
+    wire(rows_.cmdCalib, &QPushButton::clicked, "cmdCalib", &SetupPage::cmdCalib_Click);
+    wire(rows_.cboEntry, &QComboBox::activated, "cboEntry", &SetupPage::cboEntry_Click);
+    wire(ui_->cmdSimult, &QPushButton::clicked, "cmdSimult", &SetupPage::cmdSimult_Click);
+    wire(ui_->cmdBrowse, &QPushButton::clicked, "cmdBrowse", &SetupPage::cmdBrowse_Click);
+    // dateChanged, since a date is typed, stepped or picked; showing one blocks the signal.
+    wire(ui_->txtExperimentDate, &QDateEdit::dateChanged, "txtExperimentDate",
+         &SetupPage::txtExperimentDate_Change);
+    connect(ui_->cmdPort, &QPushButton::clicked, this, &SetupPage::PortSettingsRequested);
+}
+
+void SetupPage::Load() {
+    rows_.Prepare();
+    PrepareBoxes();
+    ShowRecords();
+}
+
+void SetupPage::PrepareBoxes() {
+    for (const int box : {averagingForCalibration, averagingForMeasurement, project, analyst})
+        AcceptCodePageOnly(rows_.txtEntry(box));
+    TakeWheelOnlyWithFocus(*ui_->scrSetup);
+    // A mnemonic in the frame's title would go to the box of the frame that had the focus last.
+    auto* toProject = new QShortcut(Qt::ALT | Qt::Key_D, ui_->scrSetup);
+    connect(toProject, &QShortcut::activated, this, [this] { FocusBoxOf(Qt::Key_D); });
+    rows_.txtEntry(project).installEventFilter(this);
+    rows_.txtEntry(analyst).installEventFilter(this);
+    ui_->txtExperimentDate->setLocale(QLocale::c()); // month names are English everywhere
+}
+
+bool SetupPage::eventFilter(QObject* watched, QEvent* event) {
+    auto* box = qobject_cast<QLineEdit*>(watched);
+    if (event->type() == QEvent::FocusIn && box != nullptr)
+        SelectPrompt(*box);
+    return QWidget::eventFilter(watched, event);
+}
+
+/// A prompt is replaced by what is typed, as if it were not there.
+void SetupPage::SelectPrompt(QLineEdit& box) {
+    if (!SetupChecks::IsFilled(TextOf(box)))
+        QTimer::singleShot(0, &box, &QLineEdit::selectAll); // after the click has set its cursor
+}
+
+void SetupPage::ShowRecords() {
+    const auto& hardware = mWinInit::HardwareSettings;
+    const auto& txtEntry = rows_.txtEntry;
+    txtEntry(averagingForCalibration).setText(QString::number(hardware.AveragingForCalibration));
+    txtEntry(averagingForMeasurement).setText(QString::number(hardware.AveragingForMeasurement));
+    txtEntry(project).setText(Text::ToQt(mWinInit::ProjectInfo.ProjectName));
+    txtEntry(analyst).setText(Text::ToQt(mWinInit::ProjectInfo.Experimentator));
+    ui_->txtPortNumber->setValue(hardware.HardwarePortNumber);
+    ui_->txtDataFolder->setText(Text::ToQt(mWinInit::ProjectInfo.MeasurementFileLocation));
+    ShowExperimentDate();
+    for (int i = 0; i < maxChannels; ++i) {
+        rows_.Show(i);
+        const int electrode = rows_.cboEntry(ChannelRows::electrode + i).currentIndex();
+        rows_.chkSelect(i).setChecked(i < ChannelCount() && electrode != Electrode::noneIndex);
+    }
+}
+
+void SetupPage::ShowExperimentDate() {
+    const QSignalBlocker quiet(ui_->txtExperimentDate); // showing a date is not choosing it
+    const auto day = SetupEntries::DayOf(mWinInit::ProjectInfo.ExperimentDate);
+    // The lowest date stands for a date that is absent, and reads "N/A".
+    ui_->txtExperimentDate->setDate(day ? QDate(day->year, day->month, day->day)
+                                        : ui_->txtExperimentDate->minimumDate());
+}
+
+void SetupPage::ShowPort() {
+    ui_->fraPort->setTitle(QString("Communications Port (COM%1)").arg(CommPort::PortNumber));
+}
+
+void SetupPage::ShowAveragingForMeasurement(const QString& text) {
+    rows_.txtEntry(averagingForMeasurement).setText(text);
+}
+
+void SetupPage::txtExperimentDate_Change(QDate date) {
+    std::string& stored = mWinInit::ProjectInfo.ExperimentDate;
+    if (date == ui_->txtExperimentDate->minimumDate())
+        stored.clear();
+    else
+        stored = SetupEntries::OnDay(stored, {date.year(), date.month(), date.day()});
+}
+
+void SetupPage::StoreEntries() {
+    auto& hardware = mWinInit::HardwareSettings;
+    const auto& txtEntry = rows_.txtEntry;
+    hardware.AveragingForCalibration =
+        AveragingOr(hardware.AveragingForCalibration, TextOf(txtEntry(averagingForCalibration)));
+    hardware.AveragingForMeasurement =
+        AveragingOr(hardware.AveragingForMeasurement, TextOf(txtEntry(averagingForMeasurement)));
+    hardware.HardwarePortNumber = static_cast<std::int16_t>(ui_->txtPortNumber->value());
+    mWinInit::ProjectInfo.ProjectName = TextOf(txtEntry(project));
+    mWinInit::ProjectInfo.Experimentator = TextOf(txtEntry(analyst));
+    for (int i = 0; i < ChannelCount(); ++i)
+        rows_.Store(i);
+}
+
+SetupChecks::Entries SetupPage::EntriesNow() const {
+    const auto& txtEntry = rows_.txtEntry;
+    SetupChecks::Entries entries;
+    entries.averagingForCalibration = TextOf(txtEntry(averagingForCalibration));
+    entries.averagingForMeasurement = TextOf(txtEntry(averagingForMeasurement));
+    entries.projectName = TextOf(txtEntry(project));
+    entries.analyst = TextOf(txtEntry(analyst));
+    entries.channelCount = mWinInit::HardwareSettings.ChannelCount;
+    for (int i = 0; i < ChannelCount(); ++i)
+        entries.channels[static_cast<std::size_t>(i)] = rows_.EntryOf(i);
+    return entries;
+}
+
+bool SetupPage::IsComplete() {
+    const auto finding = SetupChecks::FirstFinding(EntriesNow());
+    if (!finding)
+        return true;
+    Mcommon::Inform(finding->message);
+    QWidget& control = ControlOf(*finding);
+    control.setFocus(Qt::OtherFocusReason);
+    ui_->scrSetup->ensureWidgetVisible(&control);
+    return false;
+}
+
+QWidget& SetupPage::ControlOf(const SetupChecks::Finding& finding) {
+    using SetupChecks::Box;
+    switch (finding.box) {
+    case Box::averagingForCalibration:
+        return rows_.txtEntry(averagingForCalibration);
+    case Box::averagingForMeasurement:
+        return rows_.txtEntry(averagingForMeasurement);
+    case Box::projectName:
+        return rows_.txtEntry(project);
+    case Box::analyst:
+        return rows_.txtEntry(analyst);
+    case Box::electrode:
+        return rows_.cboEntry(ChannelRows::electrode + finding.channel);
+    case Box::serialNo:
+        return rows_.txtEntry(ChannelRows::serialNo + finding.channel);
+    case Box::molarMass:
+        return rows_.txtMolarMass(finding.channel);
+    case Box::calibrate:
+        return rows_.cmdCalib(finding.channel);
+    case Box::select:
+        break;
+    }
+    return rows_.chkSelect(finding.channel);
+}
+
+bool SetupPage::FocusBoxOf(int key) {
+    const std::array<std::pair<int, QWidget*>, 5> boxes = {
+        {{Qt::Key_P, &rows_.cboEntry(ChannelRows::electrode)},
+         {Qt::Key_N, &rows_.txtEntry(averagingForCalibration)},
+         {Qt::Key_T, &rows_.cboEntry(ChannelRows::refType)},
+         {Qt::Key_R, &rows_.txtEntry(ChannelRows::refSerialNo)},
+         {Qt::Key_D, &rows_.txtEntry(project)}}};
+    for (const auto& [letter, box] : boxes) {
+        if (letter != key || !box->isVisibleTo(window()))
+            continue;
+        box->setFocus(Qt::ShortcutFocusReason);
+        return true;
+    }
+    return false;
+}
+
+void SetupPage::cboEntry_Click(int Index) {
+    if (Index < maxChannels) // reference types and sensors are stored with the page
+        rows_.ElectrodeChosen(Index);
+}
+
+template <class Screen>
+void SetupPage::ShowCalibration() {
+    auto* screen = new Screen(this);
+    calibration_ = screen;
+    screen->setAttribute(Qt::WA_DeleteOnClose);
+    screen->setWindowModality(Qt::WindowModal);
+    const Wiring wire(*this, guard_, "frmMain");
+    wire(screen, &Screen::CalibrationStored, "CalibrationStored", &SetupPage::CalibrationStored);
+    wire(screen, &QObject::destroyed, "CalibrationClosed", &SetupPage::CalibrationClosed);
+    screen->move(mapToGlobal(QPoint(0, 0)));
+    screen->show();
+}
+
+void SetupPage::CalibrationStored(int channel) {
+    rows_.Show(channel);
+}
+
+/// The simultaneous calibration lets the averaging number be changed.
+void SetupPage::CalibrationClosed() {
+    rows_.txtEntry(averagingForCalibration)
+        .setText(QString::number(mWinInit::HardwareSettings.AveragingForCalibration));
+}
+
+void SetupPage::cmdCalib_Click(int Index) {
+    const BusyPointer busy;
+    StoreEntries();
+    Measure::ChannelToCalibrate = static_cast<std::int16_t>(Index);
+    ShowCalibration<frmCalib>();
+}
+
+void SetupPage::cmdSimult_Click() {
+    BusyPointer busy;
+    StoreEntries();
+    if (SetupChecks::HasSimultaneousPair()) {
+        ShowCalibration<SimultCalib>();
+        return;
+    }
+    busy.End();
+    Mcommon::Inform("Invalid selection of electrodes to do calibration.");
+}
+
+void SetupPage::cmdBrowse_Click() {
+    platform::FileDialogRequest request;
+    request.kind = platform::FileDialogRequest::Kind::folder;
+    request.title = "Data Folder";
+    request.initialFolder = CodePage::ToPath(mWinInit::ProjectInfo.MeasurementFileLocation);
+    const auto chosen = platform::Current().dialogs.ChooseFile(request);
+    if (!chosen)
+        return;
+    const auto folder = CodePage::FromPath(*chosen);
+    if (!folder) {
+        Mcommon::Warn("The name of this folder holds characters that the settings file cannot "
+                      "store. Please choose another folder.");
+        return;
+    }
+    mWinInit::ProjectInfo.MeasurementFileLocation = *folder;
+    FileOpr::lastFolder = *chosen;
+    ui_->txtDataFolder->setText(Text::ToQt(*folder));
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "base/Channels.h"
+#include "screens/controls/EventGuard.h"
+#include "screens/frmMain/ChannelRows.h"
+#include "settings/SetupChecks.h"
+
+#include <QDate>
+#include <QPointer>
+#include <QWidget>
+
+#include <array>
+#include <memory>
+
+namespace Ui {
+class SetupPage;
+}
+
+/// The page on which the analyst states what is connected to which channel.
+class SetupPage : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Elements of txtEntry that are not a channel's.
+    enum TextBox { averagingForCalibration, averagingForMeasurement, project, analyst };
+
+    explicit SetupPage(QWidget* parent = nullptr);
+    ~SetupPage() override;
+
+    /// Fills the lists and shows the working records.
+    void Load();
+
+    /// Names the port in use.
+    void ShowPort();
+
+    void ShowAveragingForMeasurement(const QString& text);
+
+    /// Brings the entries into the working records.
+    void StoreEntries();
+
+    /// Checks the entries; shows the first finding and goes to its box.
+    bool IsComplete();
+
+    bool IsSelected(int channel) const { return rows_.chkSelect(channel).isChecked(); }
+
+    /// Moves the focus to the box of an Alt + letter; false where the letter has none.
+    bool FocusBoxOf(int key);
+
+Q_SIGNALS:
+    /// "Port..." was pressed.
+    void PortSettingsRequested();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void ConnectEvents();
+    void PrepareBoxes();
+    void SelectPrompt(QLineEdit& box);
+    void ShowRecords();
+    void ShowExperimentDate();
+    SetupChecks::Entries EntriesNow() const;
+    QWidget& ControlOf(const SetupChecks::Finding& finding);
+    void cboEntry_Click(int Index);
+    void cmdCalib_Click(int Index);
+    void cmdSimult_Click();
+    void cmdBrowse_Click();
+    void txtExperimentDate_Change(QDate date);
+    void CalibrationStored(int channel);
+    void CalibrationClosed();
+    template <class Screen>
+    void ShowCalibration();
+
+    std::unique_ptr<Ui::SetupPage> ui_;
+    EventGuard guard_{"Unexpected Error - "};
+    ChannelRows rows_;
+    QPointer<QWidget> calibration_;
+};
