@@ -28,7 +28,9 @@ struct Viewer {
     fake::Platform platform;
     std::filesystem::path file = platform.folder.Path() / "run.4ch";
     SilentView<NoGraph> view{50};
-    Mreport::ReportLoader loader{view};
+    Mreport::ViewedFile viewed;
+    Mreport::ShownGraph shown;
+    Mreport::ReportLoader loader{viewed, shown, view};
 };
 
 void Load(benchmark::State& state) {
@@ -44,10 +46,10 @@ BENCHMARK(Load)->Range(1 << 10, 1 << 17)->Unit(benchmark::kMillisecond)->Complex
 void Search(benchmark::State& state) {
     Viewer viewer(1 << 16);
     viewer.loader.ViewFile(viewer.file);
-    Mreport::RecordSearch search;
+    Mreport::RecordSearch search(viewer.viewed);
     std::int32_t number = 1;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(search.Find(number));
+        benchmark::DoNotOptimize(search.Find({number}));
         number = number * 31 % (1 << 16) + 1;
     }
 }
@@ -57,8 +59,8 @@ void DrawSpan(benchmark::State& state) {
     Viewer viewer(4000);
     viewer.loader.ViewFile(viewer.file);
     for (auto _ : state)
-        Mreport::UpdateGraph(viewer.view.graph, 3000, static_cast<std::int32_t>(state.range(0)),
-                             false);
+        Mreport::UpdateGraph(viewer.view.graph, viewer.viewed, viewer.shown,
+                             {0, {3000}, static_cast<std::int32_t>(state.range(0))});
 }
 BENCHMARK(DrawSpan)->Arg(50)->Arg(1500)->Unit(benchmark::kMicrosecond);
 

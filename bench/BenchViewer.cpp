@@ -6,7 +6,6 @@
 #include "platform/Platform.h"
 #include "platform/System.h"
 #include "platform/qt/QtDesktop.h"
-#include "report/Mreport.h"
 #include "report/RecordSearch.h"
 #include "screens/Report/Report.h"
 #include "screens/controls/GraphControl.h"
@@ -74,17 +73,17 @@ void Print(const std::string& name, double value) {
     std::cout << name << ' ' << value << '\n';
 }
 
-void MeasureSearch() {
-    Mreport::RecordSearch search;
+void MeasureSearch(const Mreport::ViewedFile& file) {
+    Mreport::RecordSearch search(file);
     double worst = 0;
-    std::int32_t last = 0;
-    Mreport::PageRecordRange(Mreport::lastPageIndex, last);
+    const std::int32_t last =
+        Mreport::PageRecordRange(file.pages, file.LastPageIndex()).lastRecord.number;
     for (int tenth = 0; tenth <= 10; ++tenth) {
         const auto number =
             static_cast<std::int32_t>(std::max<std::int64_t>(1, std::int64_t{last} * tenth / 10));
         QElapsedTimer timer;
         timer.start();
-        if (!search.Find(number))
+        if (!search.Find({number}))
             Print("search_missed", number);
         worst = std::max(worst, WatchedDesktop::Elapsed_ms(timer));
     }
@@ -143,9 +142,9 @@ int main(int argc, char* argv[]) {
     Print("graph_ms", firstDrawing.at_ms);
     Print("longest_gap_ms", desktop.longestGap_ms);
     Print("memory_KiB", static_cast<double>(ResidentMemory_KiB() - idle_KiB));
-    Print("index_KiB", static_cast<double>(Mreport::pages.IndexBytes() / 1024));
-    Print("pages", Mreport::pages.Count());
-    MeasureSearch();
+    Print("index_KiB", static_cast<double>(form.File().pages.IndexBytes() / 1024));
+    Print("pages", form.File().pages.Count());
+    MeasureSearch(form.File());
     MeasureRedraw(graph);
     form.close();
 }

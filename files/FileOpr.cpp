@@ -1,17 +1,14 @@
 #include "files/FileOpr.h"
 
-#include "app/Mcommon.h"
 #include "base/CodePage.h"
-#include "base/NumberText.h"
 #include "base/RunTimeError.h"
-#include "files/MeasurementLines.h"
+#include "files/LiveReport.h"
 #include "files/Recovery.h"
 #include "files/TemporaryRecording.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
 #include <memory>
-#include <utility>
 
 namespace FileOpr {
 
@@ -24,7 +21,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-LiveReport liveReport;
 MeasurementFormat::RunRows runRows;
 std::unique_ptr<TemporaryRecording> temporaryRecording;
 bool following = false;
@@ -38,33 +34,6 @@ MeasurementFormat::Channels ChannelsInUse() {
 void PrepareWrite(const fs::path& file) {
     if (temporaryRecording && file == temporaryRecording->File())
         temporaryRecording->Prepare(targetFile);
-}
-
-std::array<float, maxChannels> GraphValues(const DisplayedChannels& displayed, Quantity quantity) {
-    std::array<float, maxChannels> values{};
-    const auto channels = ChannelsInUse();
-    for (std::size_t i = 0; i < channels.size(); ++i) {
-        if (Mcommon::TrimControl(displayed[i][Quantity::mV]).empty())
-            continue;
-        const float value = NumberText::LeadingSingle(
-            std::string_view(displayed[i][quantity]).substr(0, MeasurementText::cellWidth));
-        const int sensor = channels[i].TempSensor;
-        if (quantity != Quantity::celsius)
-            values[i] = value;
-        else if (sensor > 0 && sensor <= maxChannels)
-            values[static_cast<std::size_t>(sensor - 1)] = value;
-    }
-    return values;
-}
-
-/// Each line of the record as the list shows it: the separator is wider there than in the file.
-void EchoLines(std::string_view text) {
-    if (!liveReport.addLine)
-        return;
-    std::string_view line;
-    while (MeasurementLines::TakeLine(text, line))
-        liveReport.addLine(text.empty() ? std::string(MeasurementText::listSeparatorWidth, '-')
-                                        : line);
 }
 
 /// A target that cannot be written is found out before anything is recorded for it.
@@ -99,10 +68,6 @@ void EmptyTempFile() {
 
 } // namespace
 
-void SetLiveReport(LiveReport report) {
-    liveReport = std::move(report);
-}
-
 const MeasurementFormat::RunRows& Rows() {
     return runRows;
 }
@@ -128,10 +93,7 @@ void SaveMeasure(const fs::path& file, std::int32_t recordNumber, const std::str
     const auto text = MeasurementFormat::RecordText(record, runRows, channelCount);
     PrepareWrite(file);
     platform::Current().files.OpenForAppend(file)->Append(text, true);
-
-    EchoLines(text);
-    if (liveReport.addRecord && liveReport.quantity)
-        liveReport.addRecord(recordNumber, GraphValues(displayed, liveReport.quantity()));
+    LiveReport::RecordWritten();
 }
 
 fs::path GetTempFile() {
@@ -199,7 +161,6 @@ void Reset() {
     targetFile.clear();
     measuring = false;
     lastFolder.clear();
-    liveReport = {};
     runRows = {};
     following = false;
 }

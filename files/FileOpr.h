@@ -3,12 +3,9 @@
 #include "files/MeasurementFormat.h"
 #include "files/MeasurementRecord.h"
 
-#include <array>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string>
-#include <string_view>
 
 /// Measurement files: their text, the dialogs that choose them, and the temporary file that
 /// receives a run until it is flushed into the target.
@@ -25,22 +22,11 @@ extern bool measuring;
 /// dialogs start in the project's folder for measurement files.
 extern std::filesystem::path lastFolder;
 
-/// What the live report registers while it is open. The functions are called after the record is
-/// on the disk and must not throw.
-struct LiveReport {
-    std::function<void(std::string_view line)> addLine;
-    /// One value per channel (or sensor) of the quantity that the graph shows.
-    std::function<void(std::int32_t record, const std::array<float, maxChannels>& values)>
-        addRecord;
-    std::function<Quantity()> quantity;
-};
-void SetLiveReport(LiveReport report); ///< empty functions end it
-
 /// Creates or overwrites the file with the header of the working records, and sets Rows().
 void CreateHeadLines(const std::filesystem::path& file);
 
-/// Appends one record of the displayed texts with one write and a flush to disk. Throws
-/// RunTimeError; the file is then as it was.
+/// Appends one record of the displayed texts with one write and a flush to disk, then tells the
+/// live reports. Throws RunTimeError; the file is then as it was.
 void SaveMeasure(const std::filesystem::path& file, std::int32_t recordNumber,
                  const std::string& comment, const DisplayedChannels& displayed);
 

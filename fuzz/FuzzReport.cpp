@@ -4,7 +4,6 @@
 
 #include "NullPlatform.h"
 #include "report/GraphSpan.h"
-#include "report/Mreport.h"
 #include "report/RecordSearch.h"
 #include "report/ReportLoader.h"
 #include "report/Selection.h"
@@ -44,32 +43,36 @@ private:
 using NoView = SilentView<CountingGraph>;
 
 /// `any` chooses the spans, so that the inputs together try them all.
-void DrawSpans(NoView& view, std::size_t any) {
+void DrawSpans(NoView& view, const Mreport::ViewedFile& file, Mreport::ShownGraph& shown,
+               std::size_t any) {
     const auto points = static_cast<std::int32_t>(any % 1600);
     for (int unit = 0; unit < quantityCount; ++unit) {
-        Mreport::unitCode = static_cast<Quantity>(unit);
-        Mreport::UpdateGraph(view.graph, Mreport::recordsInPage, 50, any % 2 == 0);
+        shown.unitCode = static_cast<Quantity>(unit);
+        Mreport::UpdateGraph(
+            view.graph, file, shown,
+            {shown.graphPageIndex, Mreport::GraphRange(file, shown).Last(), 50, any % 2 == 0});
     }
-    for (const std::int32_t end : {points, Mreport::recordsInPage, 2'147'483'647})
-        Mreport::UpdateGraph(view.graph, end, points, any % 3 == 0);
+    for (const std::int32_t end :
+         {points, Mreport::GraphRange(file, shown).recordsInPage, 2'147'483'647})
+        Mreport::UpdateGraph(view.graph, file, shown,
+                             {shown.graphPageIndex, {end}, points, any % 3 == 0});
 }
 
-void SearchRecords() {
-    Mreport::RecordSearch search;
+void SearchRecords(const Mreport::ViewedFile& file) {
+    Mreport::RecordSearch search(file);
     for (const std::int32_t number : {0, 1, 2, 12, 2'147'483'647}) {
-        search.Find(number);
-        for (const auto& entry : Mreport::RecordSearch::Entries())
-            for (const auto unit : Mreport::RecordSearch::Units(entry.index))
+        search.Find({number});
+        for (const auto& entry : search.Entries())
+            for (const auto unit : search.Units(entry.index))
                 search.ValueText(entry.index, unit);
     }
 }
 
-void ReadEveryLine() {
-    for (int page = 0; page < Mreport::pages.Count(); ++page) {
-        std::int32_t last = 0;
-        Mreport::PageRecordRange(page, last);
-        for (std::size_t line = 0; line < Mreport::pages.LineCount(page); ++line)
-            Mreport::pages.Shown(page, line);
+void ReadEveryLine(const Mreport::ViewedFile& file) {
+    for (int page = 0; page < file.pages.Count(); ++page) {
+        Mreport::PageRecordRange(file.pages, page);
+        for (std::size_t line = 0; line < file.pages.LineCount(page); ++line)
+            file.pages.Shown(page, line);
     }
 }
 
@@ -77,27 +80,28 @@ void ReadEveryLine() {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::NullPlatform platform;
-    Mreport::Reset();
+    Mreport::ViewedFile file;
+    Mreport::ShownGraph shown;
     const std::string bytes(fuzz::Text(data, size));
     NoView view(0);
-    Mreport::ReportLoader loader(view);
+    Mreport::ReportLoader loader(file, shown, view);
     auto source = std::make_unique<Mreport::MemorySource>(bytes.substr(0, size / 2));
-    Mreport::MemorySource& file = *source;
+    Mreport::MemorySource& bytesOfFile = *source;
     loader.ViewSource("fuzz.4ch", std::move(source));
-    ReadEveryLine();
-    file.Append(bytes.substr(size / 2));
-    Mreport::viewingLiveFile = true;
+    ReadEveryLine(file);
+    bytesOfFile.Append(bytes.substr(size / 2));
+    file.viewingLiveFile = true;
     loader.SetAutoUpdate(true);
-    loader.LiveRecord(static_cast<std::int32_t>(size * 7919), {});
+    loader.LiveRecord();
     loader.SetAutoUpdate(false);
-    ReadEveryLine();
-    DrawSpans(view, size);
-    SearchRecords();
-    Mreport::Selection selection;
+    ReadEveryLine(file);
+    DrawSpans(view, file, shown, size);
+    SearchRecords(file);
+    Mreport::Selection selection(file, shown);
     for (int unit = 0; unit < quantityCount; ++unit)
         selection.ChooseUnit(static_cast<Quantity>(unit));
-    selection.Accept();
-    file.Cut(size / 3);
-    ReadEveryLine();
+    selection.Accept(shown);
+    bytesOfFile.Cut(size / 3);
+    ReadEveryLine(file);
     return 0;
 }

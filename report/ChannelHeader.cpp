@@ -4,7 +4,8 @@
 #include "base/Electrode.h"
 #include "base/NumberText.h"
 #include "files/MeasurementLines.h"
-#include "report/Mreport.h"
+#include "report/ShownGraph.h"
+#include "report/ViewedFile.h"
 #include "settings/mWinInit.h"
 
 #include <algorithm>
@@ -19,39 +20,30 @@ constexpr std::string_view projectMark = "Project Name: ";
 constexpr int longestHead = 200; // lines; a foreign file may be all header
 constexpr int longestRecord = 16;
 
-void TakeInferredRow(Quantity quantity, const MeasurementLines::Cells& cells) {
-    channelCount = std::max(channelCount, static_cast<std::int16_t>(cells.count));
-    for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
-        if (MeasurementLines::IsMissing(Mcommon::TrimControl(cells.cell[i])))
-            continue;
-        switch (quantity) {
-        case Quantity::mV:
-            channelKind[i] = kind::redox;
-            break;
-        case Quantity::pH:
-            channelKind[i] = kind::pH;
-            break;
-        case Quantity::ppm:
-        case Quantity::mol_l:
-            channelKind[i] = kind::ion;
-            break;
-        case Quantity::celsius:
-            if (i < tempSensorCount) // which sensor it was is not told; the own one is a fair guess
-                channelNumber[i] = static_cast<std::int16_t>(i + 1);
-            break;
-        }
+/// The kind of electrode that a value in this quantity tells of.
+Electrode::Kind KindTold(Quantity quantity) {
+    switch (quantity) {
+    case Quantity::pH:
+        return Electrode::Kind::pH;
+    case Quantity::ppm:
+    case Quantity::mol_l:
+        return Electrode::Kind::ion;
+    case Quantity::mV:
+    case Quantity::celsius:
+        break;
     }
+    return Electrode::Kind::redox;
 }
 
 } // namespace
 
-ChannelHeader::ChannelHeader() {
-    projectName.clear();
-    channelCount = 0;
-    channelInUse.fill(true);
-    channelKind.fill(kind::notInUse);
-    channelNumber.fill(0);
-    sensorInUse.fill(true);
+ChannelHeader::ChannelHeader(ViewedFile& file, ShownGraph& shown) : file_(file), shown_(shown) {
+    file_.projectName.clear();
+    file_.channelCount = 0;
+    file_.channelKind.fill(Electrode::Kind::none);
+    file_.channelNumber.fill(0);
+    shown_.channelInUse.fill(true);
+    shown_.sensorInUse.fill(true);
 }
 
 void ChannelHeader::TakeLine(std::string_view line) {
@@ -68,7 +60,7 @@ void ChannelHeader::TakeLine(std::string_view line) {
 
 void ChannelHeader::TakeProject(std::string_view line) {
     line.remove_prefix(projectMark.size());
-    projectName = Mcommon::TrimControl(line.substr(0, line.find('\t')));
+    file_.projectName = Mcommon::TrimControl(line.substr(0, line.find('\t')));
 }
 
 void ChannelHeader::TakeCells(std::string_view line) {
@@ -76,7 +68,7 @@ void ChannelHeader::TakeCells(std::string_view line) {
     const bool electrodes = MeasurementLines::Label(line) == electrodeLabel;
     if (electrodes) {
         electrodesKnown_ = true;
-        channelCount = static_cast<std::int16_t>(cells.count);
+        file_.channelCount = static_cast<std::int16_t>(cells.count);
     }
     for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
         const std::string cell = Mcommon::TrimControl(cells.cell[i]);
@@ -88,38 +80,54 @@ void ChannelHeader::TakeCells(std::string_view line) {
 
 void ChannelHeader::TakeCell(std::size_t channel, const std::string& cell) {
     if (cell == Electrode::noneName) {
-        channelInUse[channel] = false;
-        channelKind[channel] = kind::notInUse;
+        shown_.channelInUse[channel] = false;
+        file_.channelKind[channel] = Electrode::Kind::none;
     } else if (cell == "N/A") {
-        channelNumber[channel] = 0;
+        file_.channelNumber[channel] = 0;
     } else if (cell == Electrode::redoxName) {
-        channelKind[channel] = kind::redox;
+        file_.channelKind[channel] = Electrode::Kind::redox;
     } else if (cell == Electrode::pHName) {
-        channelKind[channel] = kind::pH;
+        file_.channelKind[channel] = Electrode::Kind::pH;
     } else if (const std::int16_t number = NumberText::LeadingInteger(cell); number != 0) {
-        channelNumber[channel] = number;
+        file_.channelNumber[channel] = number;
     } else {
-        channelKind[channel] = kind::ion;
+        file_.channelKind[channel] = Electrode::Kind::ion;
     }
 }
 
 std::int16_t ChannelHeader::Finish() {
     if (!electrodesKnown_)
         InferFromFirstRecord();
-    if (channelCount == 0)
-        channelCount = mWinInit::HardwareSettings.ChannelCount;
+    if (file_.channelCount == 0)
+        file_.channelCount = mWinInit::HardwareSettings.ChannelCount;
     return static_cast<std::int16_t>(maxChannels - unusedChannels_);
 }
 
 void ChannelHeader::InferFromFirstRecord() {
-    LineScanner scanner(pages.Source(), pages.NextOffset());
+    LineScanner scanner(file_.pages.Source(), file_.pages.NextOffset());
     ScannedLine line;
     for (int count = 0; count < longestRecord && scanner.Next(line); ++count) {
-        const std::string text = pages.Decoded(line.text);
+        const std::string text = file_.pages.Decoded(line.text);
         if (MeasurementLines::IsSeparator(text))
             return;
-        if (const auto quantity = MeasurementLines::QuantityOf(text))
-            TakeInferredRow(*quantity, MeasurementLines::SplitCells(text));
+        TakeInferredRow(text);
+    }
+}
+
+void ChannelHeader::TakeInferredRow(std::string_view line) {
+    const auto quantity = MeasurementLines::QuantityOf(line);
+    if (!quantity)
+        return;
+    const auto cells = MeasurementLines::SplitCells(line);
+    file_.channelCount = std::max(file_.channelCount, static_cast<std::int16_t>(cells.count));
+    for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
+        if (MeasurementLines::IsMissing(Mcommon::TrimControl(cells.cell[i])))
+            continue;
+        if (*quantity != Quantity::celsius)
+            file_.channelKind[i] = KindTold(*quantity);
+        else if (i <
+                 tempSensorCount) // which sensor it was is not told; the own one is a fair guess
+            file_.channelNumber[i] = static_cast<std::int16_t>(i + 1);
     }
 }
 

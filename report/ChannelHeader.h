@@ -6,11 +6,14 @@
 
 namespace Mreport {
 
-/// Takes the header of a measurement file, line by line, into the channel state of the report.
+struct ShownGraph;
+struct ViewedFile;
+
+/// Takes the header of a measurement file, line by line, into the channels of a viewed file.
 class ChannelHeader {
 public:
     /// Every channel starts as in use, without a kind and a temperature sensor.
-    ChannelHeader();
+    ChannelHeader(ViewedFile& file, ShownGraph& shown);
 
     void TakeLine(std::string_view line);
 
@@ -24,10 +27,13 @@ public:
 
 private:
     void TakeCells(std::string_view line);
-    static void TakeCell(std::size_t channel, const std::string& cell);
+    void TakeCell(std::size_t channel, const std::string& cell);
     void TakeProject(std::string_view line);
-    static void InferFromFirstRecord();
+    void InferFromFirstRecord();
+    void TakeInferredRow(std::string_view line);
 
+    ViewedFile& file_;
+    ShownGraph& shown_;
     std::string head_;
     int headLines_ = 0;
     bool electrodesKnown_ = false;

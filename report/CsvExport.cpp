@@ -5,7 +5,7 @@
 #include "base/DateText.h"
 #include "base/RunTimeError.h"
 #include "files/MeasurementLines.h"
-#include "report/Mreport.h"
+#include "report/ViewedFile.h"
 
 #include <algorithm>
 #include <array>
@@ -73,7 +73,8 @@ constexpr std::size_t linesPerStep = 512;
 
 /// Visits all lines of all pages until `stop` says so; false then.
 template <class Visit>
-bool ForEachLineOfFile(const Visit& visit, const std::function<bool()>& stop) {
+bool ForEachLineOfFile(const ReportPages& pages, const Visit& visit,
+                       const std::function<bool()>& stop) {
     for (int page = 0; page < pages.Count(); ++page) {
         for (std::size_t line = 0; line < pages.LineCount(page); line += linesPerStep) {
             Mcommon::LetEventsRun();
@@ -91,15 +92,17 @@ bool ForEachLineOfFile(const Visit& visit, const std::function<bool()>& stop) {
 
 class Exporter {
 public:
-    Exporter(PartFile& out, std::string name, const std::function<bool()>& stop)
-        : out_(out), name_(std::move(name)), stop_(stop) {}
+    Exporter(const ViewedFile& file, PartFile& out, std::string name,
+             const std::function<bool()>& stop)
+        : file_(file), out_(out), name_(std::move(name)), stop_(stop) {}
 
     /// False when it was stopped.
     bool Run() {
         if (!FindShape())
             return false;
         WriteHeading();
-        if (!ForEachLineOfFile([this](std::string_view line) { TakeLine(line); }, stop_))
+        if (!ForEachLineOfFile(
+                file_.pages, [this](std::string_view line) { TakeLine(line); }, stop_))
             return false;
         WriteRecord();
         return true;
@@ -109,7 +112,7 @@ public:
 
 private:
     bool FindShape() {
-        shape_.channels = channelCount;
+        shape_.channels = file_.channelCount;
         const auto note = [this](std::string_view line) {
             if (const auto quantity = MeasurementLines::QuantityOf(line)) {
                 shape_.rows[*quantity] = true;
@@ -117,7 +120,7 @@ private:
                     std::max(shape_.channels, MeasurementLines::SplitCells(line).count);
             }
         };
-        return ForEachLineOfFile(note, stop_);
+        return ForEachLineOfFile(file_.pages, note, stop_);
     }
 
     void WriteHeading() {
@@ -183,6 +186,7 @@ private:
             throw RunTimeError("Writing " + name_ + ": Disk full");
     }
 
+    const ViewedFile& file_;
     PartFile& out_;
     std::string name_;
     const std::function<bool()>& stop_;
@@ -216,14 +220,15 @@ std::string CsvField(std::string_view utf8) {
     return quoted + "\"";
 }
 
-std::int32_t ExportCsv(const std::filesystem::path& file, const std::function<bool()>& stop) {
+std::int32_t ExportCsv(const ViewedFile& viewed, const std::filesystem::path& file,
+                       const std::function<bool()>& stop) {
     const std::string name = CodePage::FromPath(file.filename()).value_or("the file");
     std::filesystem::path part = file;
     part += ".part";
     PartFile out(part);
     if (!out.IsOpen())
         throw RunTimeError("Writing " + name + ": The folder cannot be written to");
-    Exporter exporter(out, name, stop);
+    Exporter exporter(viewed, out, name, stop);
     if (!exporter.Run())
         return 0;
     if (!out.MoveTo(file))

@@ -21,11 +21,12 @@ std::int16_t Short(std::int32_t number) {
 
 /// The column (from 0) whose cell a series takes: the channel's own, or that of the first channel
 /// with the sensor, so that a shared sensor is plotted once.
-std::size_t ColumnOf(int number) {
-    if (unitCode != Quantity::celsius)
+std::size_t ColumnOf(const ViewedFile& file, Quantity unit, int number) {
+    if (unit != Quantity::celsius)
         return static_cast<std::size_t>(number - 1);
-    for (std::size_t channel = 0; channel < static_cast<std::size_t>(channelCount); ++channel)
-        if (channelKind[channel] != kind::notInUse && channelNumber[channel] == number)
+    for (std::size_t channel = 0; channel < static_cast<std::size_t>(file.channelCount); ++channel)
+        if (file.channelKind[channel] != Electrode::Kind::none &&
+            file.channelNumber[channel] == number)
             return channel;
     return maxChannels;
 }
@@ -39,15 +40,17 @@ public:
         std::int16_t tickEvery = 1;
     };
 
-    SpanWalk(ReportGraph& graph, const Limits& limits)
-        : graph_(graph), limits_(limits), series_(Series(unitCode)), point_(limits.leading) {}
+    SpanWalk(ReportGraph& graph, const ViewedFile& file, const ShownGraph& shown,
+             const Limits& limits)
+        : graph_(graph), file_(file), unit_(shown.unitCode), limits_(limits),
+          series_(Series(file, shown)), point_(limits.leading) {}
 
     /// False when the span is complete.
     bool TakeLine(std::string_view line) {
         if (MeasurementLines::IsRecordStart(line))
             return StartRecord(line);
-        if (inRecord_ && MeasurementLines::QuantityOf(line) == unitCode)
-            values_ = ValuesOf(line, series_);
+        if (inRecord_ && MeasurementLines::QuantityOf(line) == unit_)
+            values_ = ValuesOf(file_, unit_, line, series_);
         return true;
     }
 
@@ -70,13 +73,15 @@ private:
         values_.assign(series_.size(), std::nullopt);
         const bool first = point_ == limits_.leading + 1;
         if (first)
-            WriteLegends(graph_, series_);
+            WriteLegends(graph_, unit_, series_);
         const std::int32_t record = MeasurementLines::RecordNumber(line);
         LabelPoint(graph_, Short(point_), record, first || record % limits_.tickEvery == 0);
         return true;
     }
 
     ReportGraph& graph_;
+    const ViewedFile& file_;
+    Quantity unit_;
     Limits limits_;
     std::vector<int> series_;
     std::int32_t point_;
@@ -85,10 +90,11 @@ private:
 };
 
 /// The line of a record, looked for where records of equal length put it, then from the top.
-std::optional<ReportPages::Line> LineOf(int page, std::int32_t record, std::int32_t offset) {
+std::optional<ReportPages::Line> LineOf(const ReportPages& pages, int page, std::int32_t record,
+                                        std::int32_t offset) {
     const std::int64_t before = std::int64_t{record} - offset - 1;
     const auto near = static_cast<ReportPages::Line>(std::max<std::int64_t>(before, 0) *
-                                                     std::max<std::int64_t>(linesPerRecord, 0));
+                                                     CountLinesPerRecord(pages));
     if (const auto found = pages.FindRecord(page, record, near))
         return found;
     return near == 0 ? std::nullopt : pages.FindRecord(page, record);
@@ -106,11 +112,11 @@ struct Place {
     std::int32_t leading = 0;
 };
 
-Place PlaceOf(const Span& span) {
-    const auto range = pages.Records(span.page);
+Place PlaceOf(const ReportPages& pages, const Span& span) {
     Place place;
-    place.offset = range ? std::max(range->first - 1, 0) : 0;
-    const std::int64_t end = std::int64_t{span.endRecord} + place.offset;
+    if (pages.Records(span.page))
+        place.offset = PageRecordRange(pages, span.page).pageFirstRecordOffset;
+    const std::int64_t end = std::int64_t{span.endRecord.number} + place.offset;
     place.end = static_cast<std::int32_t>(
         std::clamp<std::int64_t>(end, 1, std::numeric_limits<std::int32_t>::max()));
     if (span.fromLive) {
@@ -124,18 +130,16 @@ Place PlaceOf(const Span& span) {
     return place;
 }
 
-bool NeedsFillers(const Span& span, std::int32_t filled) {
+bool NeedsFillers(const Span& span, std::int32_t filled, bool autoUpdate) {
     return span.fromLive || (span.numPoints == spanLength && filled < spanLength) ||
            span.numPoints < graph::smallestPointCount || autoUpdate;
 }
 
-std::int32_t WalkSpan(ReportGraph& graph, const Span& span, const Place& place,
-                      std::int32_t capacity) {
-    const auto line = LineOf(span.page, place.first + place.leading, place.offset);
+std::int32_t WalkSpan(SpanWalk& walk, const ReportPages& pages, const Span& span,
+                      const Place& place) {
+    const auto line = LineOf(pages, span.page, place.first + place.leading, place.offset);
     if (!line)
         return 0;
-    const std::int32_t points = span.fromLive ? place.end - place.first + 1 : capacity;
-    SpanWalk walk(graph, {place.leading, std::min(points, capacity), TickEvery(span.numPoints)});
     pages.ForEachLine(
         span.page, *line, pages.LineCount(span.page),
         [&walk](ReportPages::Line, std::string_view text) { return walk.TakeLine(text); });
@@ -159,11 +163,12 @@ std::optional<double> CellValue(std::string_view cell) {
     return NumberText::Leading(text);
 }
 
-SeriesValues ValuesOf(std::string_view valueLine, const std::vector<int>& series) {
+SeriesValues ValuesOf(const ViewedFile& file, Quantity unit, std::string_view valueLine,
+                      const std::vector<int>& series) {
     const auto cells = MeasurementLines::SplitCells(valueLine);
     SeriesValues values;
     for (const int number : series) {
-        const std::size_t column = ColumnOf(number);
+        const std::size_t column = ColumnOf(file, unit, number);
         values.push_back(column < static_cast<std::size_t>(cells.count)
                              ? CellValue(cells.cell[column])
                              : std::nullopt);
@@ -171,8 +176,8 @@ SeriesValues ValuesOf(std::string_view valueLine, const std::vector<int>& series
     return values;
 }
 
-void WriteLegends(ReportGraph& graph, const std::vector<int>& series) {
-    const bool sensors = unitCode == Quantity::celsius;
+void WriteLegends(ReportGraph& graph, Quantity unit, const std::vector<int>& series) {
+    const bool sensors = unit == Quantity::celsius;
     for (std::size_t i = 0; i < series.size(); ++i) {
         const auto set = static_cast<std::int16_t>(i + 1);
         graph.SetThisSet(set);
@@ -195,7 +200,7 @@ void LabelPoint(ReportGraph& graph, std::int16_t point, std::int64_t record, boo
 
 void FillUp(ReportGraph& graph, const Fillers& fillers) {
     for (std::int32_t point = fillers.from; point <= fillers.to; ++point) {
-        LabelPoint(graph, Short(point), std::int64_t{fillers.firstRecord} + point - 1,
+        LabelPoint(graph, Short(point), std::int64_t{fillers.firstRecord.number} + point - 1,
                    point % fillers.tickEvery == 0);
         for (std::int32_t set = 1; set <= graph.NumSets(); ++set) {
             graph.SetThisSet(Short(set));
@@ -211,44 +216,44 @@ std::string PointText(Quantity unit, int number, std::int64_t record, double val
            NumberText::Format(static_cast<float>(value), NumberText::Pattern::twoDecimals);
 }
 
-DrawnSpan DrawSpan(ReportGraph& graph, const ReportGraph& formGraph, const Span& span) {
+DrawnSpan DrawSpan(ReportGraph& graph, const ReportGraph& formGraph, const ViewedFile& file,
+                   const ShownGraph& shown, const Span& span) {
     Mcommon::errorLocation = "UpdateGraph";
     const std::int32_t asked = std::clamp(span.numPoints, 0, maxGraphPoints);
     const Span bounded{span.page, span.endRecord, asked, span.fromLive};
     graph.SetNumSets(formGraph.NumSets());
     graph.SetNumPoints(Short(asked));
-    graph.SetLeftTitle(UnitText(unitCode));
+    graph.SetLeftTitle(UnitText(shown.unitCode));
     graph.SetDataReset(graph::resetAllData);
     graph.SetTickEvery(TickEvery(asked));
 
-    const Place place = PlaceOf(bounded);
-    const std::int32_t capacity = span.fromLive ? spanLength : asked;
-    const std::int32_t filled = WalkSpan(graph, bounded, place, capacity);
-    if (NeedsFillers(bounded, filled)) {
+    const Place place = PlaceOf(file.pages, bounded);
+    const std::int32_t capacity =
+        span.fromLive ? std::min(place.end - place.first + 1, spanLength) : asked;
+    SpanWalk walk(graph, file, shown, {place.leading, capacity, TickEvery(asked)});
+    const std::int32_t filled = WalkSpan(walk, file.pages, bounded, place);
+    if (NeedsFillers(bounded, filled, shown.autoUpdate)) {
         const std::int16_t points =
             std::max({graph::smallestPointCount, Short(asked), Short(filled)});
         graph.SetNumPoints(points);
         const std::int16_t spacing = TickEvery(asked);
         FillUp(graph,
-               {1, filled == 0 ? std::int16_t{0} : Short(place.leading), place.first, spacing});
-        FillUp(graph, {Short(filled + 1), points, place.first, spacing});
+               {1, filled == 0 ? std::int16_t{0} : Short(place.leading), {place.first}, spacing});
+        FillUp(graph, {Short(filled + 1), points, {place.first}, spacing});
     }
     graph.SetDrawMode(graph::draw);
-    return {place.first, filled};
+    return {{place.first}, filled};
 }
 
-DrawnSpan UpdateGraph(ReportGraph& graph, std::int32_t endRecord, std::int32_t numPoints,
-                      bool fromLive) {
-    return DrawSpan(graph, graph, {graphPageIndex, endRecord, numPoints, fromLive});
+DrawnSpan UpdateGraph(ReportGraph& graph, const ViewedFile& file, const ShownGraph& shown,
+                      const Span& span) {
+    return DrawSpan(graph, graph, file, shown, span);
 }
 
-DrawnSpan InitGraphDraw(ReportGraph& graph) {
+DrawnSpan InitGraphDraw(ReportGraph& graph, const ViewedFile& file, const ShownGraph& shown) {
     Mcommon::errorLocation = "InitGraphDraw";
-    std::int32_t lastRecord = 0;
-    PageRecordRange(graphPageIndex, lastRecord);
-    CountLinesPerRecord();
-    const std::int32_t records = std::min(spanLength, recordsInPage);
-    return UpdateGraph(graph, records, records, false);
+    const std::int32_t records = std::min(spanLength, GraphRange(file, shown).recordsInPage);
+    return UpdateGraph(graph, file, shown, {shown.graphPageIndex, {records}, records});
 }
 
 } // namespace Mreport

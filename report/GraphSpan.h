@@ -1,7 +1,7 @@
 #pragma once
 
-#include "report/Mreport.h"
 #include "report/ReportGraph.h"
+#include "report/ShownGraph.h"
 
 #include <cstdint>
 #include <optional>
@@ -15,39 +15,41 @@ std::int16_t TickEvery(std::int32_t numPoints);
 
 /// What a drawing shows.
 struct DrawnSpan {
-    std::int32_t firstRecord = 1; ///< file-wide number of point 1
-    std::int32_t points = 0;      ///< points with a record
+    FileRecord firstRecord{1}; ///< that point 1 stands for
+    std::int32_t points = 0;   ///< points with a record
 };
 
 /// Records of one list page that a graph shows.
 struct Span {
     int page = 0;
-    std::int32_t endRecord = 0; ///< number within the page of the last record
+    PageRecord endRecord; ///< the last one
     std::int32_t numPoints = spanLength;
     bool fromLive = false; ///< in the live graph's block of 50, not as a sliding span
 };
 
-/// Draws the span in the unit and the channels of the report state. Number of sets and left title
-/// come from `formGraph`, the viewer's own graph, which may be the same as `graph`. A span whose
-/// first record is not in the page draws no points.
-DrawnSpan DrawSpan(ReportGraph& graph, const ReportGraph& formGraph, const Span& span);
+/// Draws the span in the unit and the channels that are shown. The number of sets comes from
+/// `formGraph`, the viewer's own graph, which may be the same as `graph`. A span whose first record
+/// is not in the page draws no points.
+DrawnSpan DrawSpan(ReportGraph& graph, const ReportGraph& formGraph, const ViewedFile& file,
+                   const ShownGraph& shown, const Span& span);
 
 /// Redraws the viewer's graph with records of its page.
-DrawnSpan UpdateGraph(ReportGraph& graph, std::int32_t endRecord, std::int32_t numPoints,
-                      bool fromLive);
+DrawnSpan UpdateGraph(ReportGraph& graph, const ViewedFile& file, const ShownGraph& shown,
+                      const Span& span);
 
 /// First drawing after a file is opened.
-DrawnSpan InitGraphDraw(ReportGraph& graph);
+DrawnSpan InitGraphDraw(ReportGraph& graph, const ViewedFile& file, const ShownGraph& shown);
 
 /// The value of a cell; nothing for a missing one ("NA", "N/A", blank).
 std::optional<double> CellValue(std::string_view cell);
 
-/// Values of a record's value line, one per series of the unit in force.
+/// Values of a record's value line in this unit, one per series.
 using SeriesValues = std::vector<std::optional<double>>;
-SeriesValues ValuesOf(std::string_view valueLine, const std::vector<int>& series);
+SeriesValues ValuesOf(const ViewedFile& file, Quantity unit, std::string_view valueLine,
+                      const std::vector<int>& series);
 
-/// Writes the legends of the series of the unit in force.
-void WriteLegends(ReportGraph& graph, const std::vector<int>& series);
+/// Writes the legends of the series of a unit.
+void WriteLegends(ReportGraph& graph, Quantity unit, const std::vector<int>& series);
 
 /// Writes one point of every series; a missing value becomes a filler point.
 void PlotPoint(ReportGraph& graph, std::int16_t point, const SeriesValues& values);
@@ -60,7 +62,7 @@ void LabelPoint(ReportGraph& graph, std::int16_t point, std::int64_t record, boo
 struct Fillers {
     std::int16_t from = 1;
     std::int16_t to = 0;
-    std::int32_t firstRecord = 1; ///< number that point 1 stands for
+    FileRecord firstRecord{1}; ///< that point 1 stands for
     std::int16_t tickEvery = 1;
 };
 void FillUp(ReportGraph& graph, const Fillers& fillers);

@@ -15,35 +15,27 @@ std::int16_t PointInBlock(std::int32_t record) {
     return static_cast<std::int16_t>((record - 1) % spanLength + 1);
 }
 
-SeriesValues GivenValues(const std::vector<int>& series,
-                         const std::array<float, maxChannels>& values) {
-    SeriesValues given;
-    for (const int number : series)
-        given.emplace_back(values[static_cast<std::size_t>(number - 1)]);
-    return given;
-}
-
-/// Takes away the values that the record in the list shows as missing.
-void DropIdle(SeriesValues& values, const std::vector<int>& series, std::int32_t record) {
-    const int page = graphPageIndex;
-    const auto range = pages.Records(page);
-    if (!range || range->last != record)
-        return;
-    pages.ForEachLine(page, range->lastLine, pages.LineCount(page),
-                      [&](ReportPages::Line, std::string_view line) {
-                          if (MeasurementLines::QuantityOf(line) != unitCode)
-                              return true;
-                          const auto shown = ValuesOf(line, series);
-                          for (std::size_t i = 0; i < shown.size(); ++i)
-                              if (!shown[i])
-                                  values[i].reset();
-                          return false;
-                      });
+/// The values of the graph's newest record, as the list has them.
+SeriesValues NewestValues(const ViewedFile& file, const ShownGraph& shown,
+                          const std::vector<int>& series) {
+    SeriesValues values(series.size());
+    const int page = shown.graphPageIndex;
+    const auto range = file.pages.Records(page);
+    if (!range)
+        return values;
+    file.pages.ForEachLine(page, range->lastLine, file.pages.LineCount(page),
+                           [&](ReportPages::Line, std::string_view line) {
+                               if (MeasurementLines::QuantityOf(line) != shown.unitCode)
+                                   return true;
+                               values = ValuesOf(file, shown.unitCode, line, series);
+                               return false;
+                           });
+    return values;
 }
 
 } // namespace
 
-void DynResetGraph(ReportGraph& graph, std::int32_t record) {
+void DynResetGraph(ReportGraph& graph, FileRecord record) {
     Mcommon::errorLocation = "DynResetGraph";
     graph.SetDataReset(graph::resetAllData);
     graph.SetNumPoints(static_cast<std::int16_t>(spanLength));
@@ -51,38 +43,29 @@ void DynResetGraph(ReportGraph& graph, std::int32_t record) {
     FillUp(graph, {1, static_cast<std::int16_t>(spanLength), record, TickEvery(spanLength)});
 }
 
-DrawnSpan DynUpdate(ReportGraph& graph, std::int32_t record,
-                    const std::array<float, maxChannels>& values) {
+DrawnSpan DynUpdate(ReportGraph& graph, const ViewedFile& file, const ShownGraph& shown,
+                    FileRecord record) {
     Mcommon::errorLocation = "DynUpdate";
-    record = std::max(record, 1);
-    recordsInPage = std::max(record - pageFirstRecordOffset, 0);
-    const std::int16_t point = PointInBlock(record);
-    if (record <= spanLength) {
-        if (record == 1)
+    const std::int32_t number = std::max(record.number, 1);
+    const std::int16_t point = PointInBlock(number);
+    if (number <= spanLength) {
+        if (number == 1)
             graph.SetDataReset(graph::resetAllData);
-        graph.SetNumPoints(static_cast<std::int16_t>(record));
+        graph.SetNumPoints(static_cast<std::int16_t>(number));
     } else if (point == 1) {
-        DynResetGraph(graph, record);
+        DynResetGraph(graph, {number});
     }
-    const auto series = Series(unitCode);
-    WriteLegends(graph, series);
-    const bool labelled = point == 1 || record <= spanLength || record % TickEvery(spanLength) == 0;
-    LabelPoint(graph, point, record, labelled);
-    SeriesValues shown = GivenValues(series, values);
-    DropIdle(shown, series, record);
-    PlotPoint(graph, point, shown);
+    const auto series = Series(file, shown);
+    WriteLegends(graph, shown.unitCode, series);
+    const bool labelled = point == 1 || number <= spanLength || number % TickEvery(spanLength) == 0;
+    LabelPoint(graph, point, number, labelled);
+    PlotPoint(graph, point, NewestValues(file, shown, series));
     graph.SetDrawMode(graph::draw);
-    return {record - point + 1, point};
+    return {{number - point + 1}, point};
 }
 
-bool PageIsFull() {
-    return pages.LineCount(lastPageIndex) + liveMargin >= maxPageLines + 1;
-}
-
-void ContinueOnNewPage(std::int32_t record) {
-    graphPageIndex = shownPageIndex = lastPageIndex;
-    pageFirstRecordOffset = record;
-    recordsInPage = 0;
+bool PageIsFull(const ReportPages& pages) {
+    return pages.LineCount(pages.Last()) + liveMargin >= maxPageLines + 1;
 }
 
 } // namespace Mreport

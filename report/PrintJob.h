@@ -7,22 +7,24 @@
 #include <functional>
 #include <string>
 
-/// Printing what the report viewer holds.
+/// Printing what a report viewer holds.
 namespace Mreport {
 
+struct ViewedFile;
+
 /// Numbers of the first and last record of a list page; 0 and 0 for a page without records.
-RecordRange RecordsOfPage(int page);
+RecordRange RecordsOfPage(const ViewedFile& file, int page);
 
 /// Title of the printed table or graph, by the file's channels and project.
-std::string ReportTitle(PrintKind kind);
+std::string ReportTitle(const ViewedFile& file, PrintKind kind);
 
 /// Prints records of a list page as a table, with a preview. `progress` as for PrintTable. Throws
 /// RunTimeError when it could not be printed.
-platform::PrintOutcome PrintPageTable(int page, RecordRange range,
+platform::PrintOutcome PrintPageTable(const ViewedFile& file, int page, RecordRange range,
                                       const std::function<void(const TableProgress&)>& progress);
 
 /// Prints a graph across the paper's width, with a preview. Throws RunTimeError when it could not
 /// be printed.
-platform::PrintOutcome PrintGraph(const platform::Picture& graph);
+platform::PrintOutcome PrintGraph(const ViewedFile& file, const platform::Picture& graph);
 
 } // namespace Mreport

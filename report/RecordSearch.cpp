@@ -4,6 +4,7 @@
 #include "base/NumberText.h"
 #include "files/MeasurementLines.h"
 #include "report/Selection.h"
+#include "report/ShownGraph.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,46 +26,46 @@ std::string TimeStampOf(std::string_view recordLine) {
 
 } // namespace
 
-std::vector<RecordSearch::Entry> RecordSearch::Entries() {
+std::vector<RecordSearch::Entry> RecordSearch::Entries() const {
     std::vector<Entry> entries;
-    for (int channel = 0; channel < channelCount; ++channel)
-        if (channelKind[static_cast<std::size_t>(channel)] != kind::notInUse)
+    for (int channel = 0; channel < file_.channelCount; ++channel)
+        if (file_.channelKind[static_cast<std::size_t>(channel)] != Electrode::Kind::none)
             entries.push_back({channel, "Chan. " + std::to_string(channel + 1)});
     for (int sensor = 1; sensor <= tempSensorCount; ++sensor) {
         const auto has = [sensor](std::int16_t number) { return number == sensor; };
-        if (std::any_of(channelNumber.begin(), channelNumber.end(), has))
+        if (std::any_of(file_.channelNumber.begin(), file_.channelNumber.end(), has))
             entries.push_back({maxChannels + sensor - 1, "Temp. " + std::to_string(sensor)});
     }
     return entries;
 }
 
-std::vector<Quantity> RecordSearch::Units(int entryIndex) {
+std::vector<Quantity> RecordSearch::Units(int entryIndex) const {
     if (entryIndex >= maxChannels)
         return {Quantity::celsius};
     std::vector<Quantity> units = {Quantity::mV};
-    const std::int16_t channel = channelKind[static_cast<std::size_t>(entryIndex)];
+    const Electrode::Kind kind = file_.channelKind[static_cast<std::size_t>(entryIndex)];
     for (const auto unit : {Quantity::pH, Quantity::ppm, Quantity::mol_l})
-        if (KindGives(channel, unit))
+        if (KindGives(kind, unit))
             units.push_back(unit);
     return units;
 }
 
-std::optional<int> RecordSearch::PageOf(std::int32_t number) {
-    for (int page = 0; page < pages.Count(); ++page)
-        if (const auto range = pages.Records(page); range && range->last >= number)
+std::optional<int> RecordSearch::PageOf(FileRecord record) const {
+    for (int page = 0; page < file_.pages.Count(); ++page)
+        if (const auto range = file_.pages.Records(page); range && range->last >= record.number)
             return page;
     return std::nullopt;
 }
 
-bool RecordSearch::Find(std::int32_t number) {
+bool RecordSearch::Find(FileRecord record) {
     timeStamp_.clear();
     comment_.clear();
     values_ = {};
     temperatures_ = {};
-    const auto page = PageOf(number);
+    const auto page = PageOf(record);
     if (!page)
         return false;
-    const auto line = pages.FindPrefix(*page, "Record " + std::to_string(number));
+    const auto line = file_.pages.FindPrefix(*page, "Record " + std::to_string(record.number));
     if (!line)
         return false;
     page_ = *page;
@@ -75,8 +76,8 @@ bool RecordSearch::Find(std::int32_t number) {
 
 /// The record ends at the next one, whatever its number.
 void RecordSearch::ReadRecord() {
-    pages.ForEachLine(
-        page_, line_, pages.LineCount(page_),
+    file_.pages.ForEachLine(
+        page_, line_, file_.pages.LineCount(page_),
         [this](ReportPages::Line line, std::string_view text) { return TakeLine(line, text); });
 }
 
@@ -96,12 +97,12 @@ bool RecordSearch::TakeLine(ReportPages::Line line, std::string_view text) {
 
 void RecordSearch::KeepRow(Quantity unit, std::string_view valueLine) {
     const auto cells = MeasurementLines::SplitCells(valueLine);
-    const int columns = std::min<int>(cells.count, channelCount);
+    const int columns = std::min<int>(cells.count, file_.channelCount);
     for (std::size_t channel = 0; channel < static_cast<std::size_t>(columns); ++channel) {
         const std::string cell = Mcommon::TrimControl(cells.cell[channel]);
-        const std::int16_t sensor = channelNumber[channel];
+        const std::int16_t sensor = file_.channelNumber[channel];
         if (unit != Quantity::celsius) {
-            if (KindGives(channelKind[channel], unit))
+            if (KindGives(file_.channelKind[channel], unit))
                 values_[channel][unit] = cell;
         } else if (sensor >= 1 && sensor <= tempSensorCount) {
             std::string& kept = temperatures_[static_cast<std::size_t>(sensor - 1)];
@@ -123,10 +124,10 @@ std::string RecordSearch::ValueText(int entryIndex, Quantity unit) const {
     return NumberText::Format(value, Quantities::Of(unit).pattern) + " " + UnitText(unit);
 }
 
-std::int32_t RecordNumberOf(std::string_view entry) {
+FileRecord RecordNumberOf(std::string_view entry) {
     constexpr double largest = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(
-        std::clamp(std::nearbyint(NumberText::Leading(entry)), 0.0, largest));
+    return {static_cast<std::int32_t>(
+        std::clamp(std::nearbyint(NumberText::Leading(entry)), 0.0, largest))};
 }
 
 } // namespace Mreport

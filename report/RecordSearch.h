@@ -1,6 +1,7 @@
 #pragma once
 
-#include "report/Mreport.h"
+#include "report/RecordNumber.h"
+#include "report/ViewedFile.h"
 
 #include <array>
 #include <cstdint>
@@ -11,9 +12,11 @@
 
 namespace Mreport {
 
-/// Finds a record of the list pages by its number and keeps its texts.
+/// Finds a record of the list pages by its number and keeps its texts. The file must outlive it.
 class RecordSearch {
 public:
+    explicit RecordSearch(const ViewedFile& file) : file_(file) {}
+
     /// An entry of the list of channels and sensors. `index` is 0..7 for a channel, 8..11 for
     /// temperature sensor 1..4.
     struct Entry {
@@ -22,14 +25,14 @@ public:
     };
 
     /// One for each channel in use, then one for each sensor that a channel has.
-    static std::vector<Entry> Entries();
+    std::vector<Entry> Entries() const;
 
     /// The units that an entry has values in.
-    static std::vector<Quantity> Units(int entryIndex);
+    std::vector<Quantity> Units(int entryIndex) const;
 
     /// Searches the first page whose last record is not below the number; its first line with the
     /// prefix "Record " and the number wins. False when there is none.
-    bool Find(std::int32_t number);
+    bool Find(FileRecord record);
 
     const std::string& TimeStamp() const { return timeStamp_; } ///< "Not valid" without one
     const std::string& Comment() const { return comment_; }
@@ -40,11 +43,12 @@ public:
     std::string ValueText(int entryIndex, Quantity unit) const;
 
 private:
-    static std::optional<int> PageOf(std::int32_t number);
+    std::optional<int> PageOf(FileRecord record) const;
     void ReadRecord();
     bool TakeLine(ReportPages::Line line, std::string_view text);
     void KeepRow(Quantity unit, std::string_view valueLine);
 
+    const ViewedFile& file_;
     int page_ = 0;
     ReportPages::Line line_ = 0;
     std::string timeStamp_;
@@ -54,6 +58,6 @@ private:
 };
 
 /// The entry box as a record number: its leading number as a 32-bit integer.
-std::int32_t RecordNumberOf(std::string_view entry);
+FileRecord RecordNumberOf(std::string_view entry);
 
 } // namespace Mreport

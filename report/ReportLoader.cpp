@@ -31,19 +31,15 @@ std::string ProgressText(std::uint64_t bytesRead, std::uint64_t fileLength) {
 
 } // namespace
 
-/// A load at work: the flags and the mouse pointer are restored however it ends.
+/// A load at work: the state and the mouse pointer are restored however it ends.
 class ReportLoader::Running {
 public:
     explicit Running(ReportLoader& loader) : loader_(loader) {
-        loader_.idle_ = false;
-        loader_.stopRequested_ = false;
-        loading = true;
+        loader_.state_ = State::loading;
         platform::Current().desktop.SetMousePointer(platform::MousePointer::hourglass);
     }
     ~Running() {
-        loader_.idle_ = true;
-        loading = false;
-        reloadInProgress = false;
+        loader_.state_ = State::idle;
         platform::Current().desktop.SetMousePointer(platform::MousePointer::normal);
     }
     Running(const Running&) = delete;
@@ -54,16 +50,21 @@ private:
 };
 
 void ReportLoader::RequestStop() {
-    if (!idle_)
-        stopRequested_ = true;
+    if (state_ == State::loading)
+        state_ = State::stopping;
+}
+
+bool ReportLoader::RefuseWhileLoading() const {
+    if (Idle())
+        return false;
+    Mcommon::MessageBoxEx(std::string(busyText), platform::style::okOnly,
+                          platform::style::information);
+    return true;
 }
 
 void ReportLoader::ViewFile(const std::filesystem::path& fileName) {
-    if (!idle_) {
-        Mcommon::MessageBoxEx(std::string(busyText), platform::style::okOnly,
-                              platform::style::information);
+    if (RefuseWhileLoading())
         return;
-    }
     Mcommon::errorLocation = "Report - ViewFile";
     ViewSource(fileName, std::make_unique<FileSource>(fileName));
 }
@@ -71,28 +72,25 @@ void ReportLoader::ViewFile(const std::filesystem::path& fileName) {
 void ReportLoader::ViewSource(const std::filesystem::path& fileName,
                               std::unique_ptr<TextSource> source) {
     const Running running(*this);
-    viewedFile = fileName;
+    file_.path = fileName;
     view_.ShowCaption(fileName);
-    viewingLiveFile = reloadInProgress = IsLiveFile(fileName);
-    autoUpdate = false;
-    unitCode = Quantity::mV;
-    lastPageIndex = graphPageIndex = shownPageIndex = 0;
-    recordsInPage = pageFirstRecordOffset = linesPerRecord = 0;
-    pages.Open(std::move(source));
+    file_.viewingLiveFile = IsLiveFile(fileName);
+    shown_ = ShownGraph();
+    file_.pages.Open(std::move(source));
     view_.ResetPages();
     view_.Graph().SetNumSets(GetChanInfo());
     FillList(true);
-    restUnread_ = stopRequested_;
-    if (viewingLiveFile && !restUnread_) // what was recorded during the load
+    restUnread_ = state_ == State::stopping;
+    if (file_.viewingLiveFile && !restUnread_) // what was recorded during the load
         CatchUp();
 }
 
 LineScanner ReportLoader::MakeScanner() {
-    pages.ReopenLastLine();
-    LineScanner scanner(pages.Source(), pages.NextOffset());
+    file_.pages.ReopenLastLine();
+    LineScanner scanner(file_.pages.Source(), file_.pages.NextOffset());
     scanner.onLongLine = [this] {
         Mcommon::LetEventsRun();
-        return stopRequested_;
+        return state_ == State::stopping;
     };
     return scanner;
 }
@@ -105,19 +103,17 @@ void ReportLoader::LetEventsRun() {
 }
 
 void ReportLoader::AddLine(const ScannedLine& line) {
-    if (!pages.AddLine(line))
-        return;
-    ++lastPageIndex;
-    view_.PageAdded(lastPageIndex, false);
+    if (file_.pages.AddLine(line))
+        view_.PageAdded(file_.LastPageIndex(), false);
 }
 
 std::int16_t ReportLoader::GetChanInfo() {
     Mcommon::errorLocation = "GetChanInfo";
     LineScanner scanner = MakeScanner();
-    ChannelHeader header;
+    ChannelHeader header(file_, shown_);
     ScannedLine line;
     bool recordLine = false;
-    while (!stopRequested_ && scanner.Next(line)) {
+    while (state_ != State::stopping && scanner.Next(line)) {
         LetEventsRun();
         AddLine(line);
         // Only the comment line behind it tells a record from a header line that looks like one.
@@ -125,20 +121,24 @@ std::int16_t ReportLoader::GetChanInfo() {
             break;
         recordLine = MeasurementLines::IsRecordStart(line.text);
         if (!recordLine)
-            header.TakeLine(pages.Decoded(line.text));
+            header.TakeLine(file_.pages.Decoded(line.text));
     }
     const std::int16_t sets = header.Finish();
     view_.ShowHead(header.Head());
     return sets;
 }
 
+std::size_t ReportLoader::WorkingLines() const {
+    return std::max<std::size_t>(file_.pages.LineCount(file_.LastPageIndex()), 1) - 1;
+}
+
 void ReportLoader::FillList(bool firstLoad) {
     Mcommon::errorLocation = "FillList";
-    workingLines_ = std::max<std::size_t>(pages.LineCount(lastPageIndex), 1) - 1;
+    workingLines_ = WorkingLines();
     if (firstLoad) {
         recordsRead_ = 0;
         bytesRead_ = nextProgress_ = 0;
-        fileLength_ = pages.Source().Size();
+        fileLength_ = file_.pages.Source().Size();
         graphDrawn_ = false;
     }
     ReadRecords(firstLoad);
@@ -154,7 +154,7 @@ void ReportLoader::ReadRecords(bool firstLoad) {
     ScannedLine line;
     for (;;) {
         LetEventsRun();
-        if (firstLoad && stopRequested_)
+        if (firstLoad && state_ == State::stopping)
             return;
         if (!scanner.Next(line))
             return;
@@ -185,17 +185,15 @@ bool ReportLoader::TakeSeparator(LineScanner& scanner, ScannedLine& line, bool f
 
 void ReportLoader::CountRecord() {
     ++recordsRead_;
-    if (graphPageIndex == lastPageIndex) {
-        recordsInPage = recordsRead_;
+    if (shown_.graphPageIndex == file_.LastPageIndex())
         ResetScroll(false);
-    }
-    if (lastPageIndex == 0 && recordsRead_ == firstDrawingAt && !viewingLiveFile)
+    if (file_.LastPageIndex() == 0 && recordsRead_ == firstDrawingAt && !file_.viewingLiveFile)
         DrawFirst();
 }
 
 void ReportLoader::DrawFirst() {
     graphDrawn_ = true;
-    view_.GraphDrawn(InitGraphDraw(view_.Graph()).firstRecord);
+    view_.GraphDrawn(InitGraphDraw(view_.Graph(), file_, shown_).firstRecord);
     view_.LinesAdded();
 }
 
@@ -211,13 +209,10 @@ void ReportLoader::ShowProgress(std::uint64_t length) {
 }
 
 void ReportLoader::FinishFirstLoad() {
-    std::int32_t lastRecord = 0;
-    PageRecordRange(graphPageIndex, lastRecord);
-    CountLinesPerRecord();
     ResetScroll(false);
     if (!graphDrawn_)
         DrawFirst();
-    if (!stopRequested_) {
+    if (state_ != State::stopping) {
         view_.ShowStatus(ProgressText(fileLength_, fileLength_));
         Mcommon::Wait(lastProgressShown);
     }
@@ -225,69 +220,61 @@ void ReportLoader::FinishFirstLoad() {
 }
 
 void ReportLoader::FinishReload() {
-    graphPageIndex = viewingLiveFile ? lastPageIndex : std::int16_t{0};
-    shownPageIndex = graphPageIndex;
-    std::int32_t lastRecord = 0;
-    recordsRead_ = PageRecordRange(graphPageIndex, lastRecord);
-    CountLinesPerRecord();
+    shown_.graphPageIndex = file_.viewingLiveFile ? file_.LastPageIndex() : 0;
+    shown_.shownPageIndex = shown_.graphPageIndex;
     ResetScroll(true);
     view_.SelectShownPage();
 }
 
 void ReportLoader::CreateNewPage(bool selectNew) {
     Mcommon::errorLocation = "CreateNewPage";
-    pages.NewPage();
-    ++lastPageIndex;
-    view_.PageAdded(lastPageIndex, selectNew);
+    file_.pages.NewPage();
+    view_.PageAdded(file_.LastPageIndex(), selectNew);
     Mcommon::errorLocation = "FillList";
 }
 
 void ReportLoader::ResetScroll(bool setValue) {
-    scrollGuard = true;
-    view_.SetScroll(Mreport::ResetScroll(setValue));
-    scrollGuard = false;
+    shown_.scrollGuard = true;
+    view_.SetScroll(Mreport::ResetScroll(file_, shown_, setValue));
+    shown_.scrollGuard = false;
 }
 
-void ReportLoader::Redraw(std::int32_t endRecord) {
+void ReportLoader::Redraw(PageRecord endRecord) {
+    const PageRange range = GraphRange(file_, shown_);
     // The live graph grows with the file's first 50 records and then keeps its width.
-    const std::int32_t records = autoUpdate ? recordsInPage + pageFirstRecordOffset : recordsInPage;
-    const std::int32_t span = std::clamp(records, 0, spanLength);
-    view_.GraphDrawn(UpdateGraph(view_.Graph(), endRecord, span, autoUpdate).firstRecord);
+    const std::int32_t records =
+        shown_.autoUpdate ? range.InFile(range.Last()).number : range.recordsInPage;
+    const Span span{shown_.graphPageIndex, endRecord, std::clamp(records, 0, spanLength),
+                    shown_.autoUpdate};
+    view_.GraphDrawn(UpdateGraph(view_.Graph(), file_, shown_, span).firstRecord);
 }
 
 void ReportLoader::SelectPage(int page) {
-    shownPageIndex = static_cast<std::int16_t>(page);
-    if (page == graphPageIndex || autoUpdate) // the live graph stays with the newest page
+    shown_.shownPageIndex = page;
+    if (page == shown_.graphPageIndex || shown_.autoUpdate) // the live graph stays with the newest
         return;
-    graphPageIndex = shownPageIndex;
-    std::int32_t lastRecord = 0;
-    PageRecordRange(page, lastRecord);
+    shown_.graphPageIndex = page;
     ResetScroll(true);
     Redraw(view_.ScrollValue());
 }
 
 void ReportLoader::SetAutoUpdate(bool on) {
-    if (autoUpdate == on)
+    if (shown_.autoUpdate == on)
         return;
-    autoUpdate = on;
+    shown_.autoUpdate = on;
     if (on) {
         if (restUnread_)
             ReadRest();
         CatchUp();
         FollowNewestPage();
     }
-    std::int32_t lastRecord = 0;
-    PageRecordRange(graphPageIndex, lastRecord);
     ResetScroll(true);
-    Redraw(recordsInPage);
+    Redraw(GraphRange(file_, shown_).Last());
 }
 
 void ReportLoader::UpdateList() {
-    if (!idle_) {
-        Mcommon::MessageBoxEx(std::string(busyText), platform::style::okOnly,
-                              platform::style::information);
+    if (RefuseWhileLoading())
         return;
-    }
     ReadRest();
     Redraw(view_.ScrollValue());
     Mcommon::MessageBoxEx("The list has been updated.", platform::style::okOnly,
@@ -297,7 +284,6 @@ void ReportLoader::UpdateList() {
 /// Reads from where the last load ended, letting events run.
 void ReportLoader::ReadRest() {
     const Running running(*this);
-    reloadInProgress = true;
     view_.ShowStatus("Please be patient, loading data...");
     view_.ShowStatus("Loading...");
     FillList(false);
@@ -307,7 +293,7 @@ void ReportLoader::ReadRest() {
 
 /// Takes the few records that have been written to the file since it was read, in one go.
 void ReportLoader::CatchUp() {
-    workingLines_ = std::max<std::size_t>(pages.LineCount(lastPageIndex), 1) - 1;
+    workingLines_ = WorkingLines();
     LineScanner scanner = MakeScanner();
     ScannedLine line;
     while (scanner.Next(line)) {
@@ -320,39 +306,48 @@ void ReportLoader::CatchUp() {
 }
 
 void ReportLoader::FollowNewestPage() {
-    graphPageIndex = shownPageIndex = lastPageIndex;
+    shown_.graphPageIndex = shown_.shownPageIndex = file_.LastPageIndex();
     view_.SelectShownPage();
 }
 
-void ReportLoader::LiveRecord(std::int32_t record, const std::array<float, maxChannels>& values) {
-    if (!idle_ || !viewingLiveFile || restUnread_) // a load reads the record itself
-        return;
-    const std::int16_t newestPage = lastPageIndex;
-    CatchUp();
-    if (autoUpdate && lastPageIndex != newestPage) {
-        FollowNewestPage();
-        std::int32_t lastRecord = 0;
-        PageRecordRange(graphPageIndex, lastRecord);
-    }
-    if (linesPerRecord == 0)
-        CountLinesPerRecord();
-    if (autoUpdate) {
-        view_.GraphDrawn(DynUpdate(view_.Graph(), record, values).firstRecord);
-        ResetScroll(true);
-    } else if (graphPageIndex == lastPageIndex) {
-        std::int32_t lastRecord = 0;
-        PageRecordRange(graphPageIndex, lastRecord);
-        ResetScroll(false);
-    }
-    ContinueWhenFull(record);
+/// Of the graph's page, or the last one before a page that has none yet.
+FileRecord ReportLoader::NewestOfGraph() const {
+    const PageRange range = GraphRange(file_, shown_);
+    return range.InFile(range.Last());
 }
 
-void ReportLoader::ContinueWhenFull(std::int32_t record) {
-    if (!PageIsFull())
+void ReportLoader::LiveRecord() {
+    // A load reads the record itself.
+    if (!Idle() || !file_.viewingLiveFile || restUnread_)
         return;
-    CreateNewPage(autoUpdate);
-    if (autoUpdate)
-        ContinueOnNewPage(record);
+    const int newestPage = file_.LastPageIndex();
+    const FileRecord before = NewestOfGraph();
+    CatchUp();
+    if (shown_.autoUpdate)
+        FollowLive(before, newestPage);
+    else if (shown_.graphPageIndex == file_.LastPageIndex())
+        ResetScroll(false);
+    ContinueWhenFull();
+}
+
+/// Shows what the list has caught up with behind the record that the live graph ended with.
+void ReportLoader::FollowLive(FileRecord before, int newestPage) {
+    if (file_.LastPageIndex() != newestPage)
+        FollowNewestPage();
+    const FileRecord newest = NewestOfGraph();
+    if (newest.number - 1 == before.number)
+        view_.GraphDrawn(DynUpdate(view_.Graph(), file_, shown_, newest).firstRecord);
+    else if (newest != before) // several at once
+        Redraw(GraphRange(file_, shown_).Last());
+    ResetScroll(true);
+}
+
+void ReportLoader::ContinueWhenFull() {
+    if (!PageIsFull(file_.pages))
+        return;
+    CreateNewPage(shown_.autoUpdate);
+    if (shown_.autoUpdate)
+        shown_.graphPageIndex = shown_.shownPageIndex = file_.LastPageIndex();
 }
 
 } // namespace Mreport

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "report/LineScanner.h"
-#include "report/Mreport.h"
 #include "report/ReportView.h"
+#include "report/ShownGraph.h"
 
-#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -13,10 +12,12 @@
 namespace Mreport {
 
 /// Loads a measurement file into the list pages, letting events run all the while, and follows it
-/// while it is being recorded. Must outlive a load that is running.
+/// while it is being recorded. Must outlive a load that is running, and be outlived by what it is
+/// given.
 class ReportLoader {
 public:
-    explicit ReportLoader(ReportView& view) : view_(view) {}
+    ReportLoader(ViewedFile& file, ShownGraph& shown, ReportView& view)
+        : file_(file), shown_(shown), view_(view) {}
 
     /// Opens the file in the viewer and returns when it is loaded or ESC has stopped it. Throws
     /// RunTimeError when it cannot be opened; the file shown before then stays. Refused with a
@@ -30,10 +31,10 @@ public:
     void UpdateList();
 
     /// A record has just been written to the file that the viewer follows.
-    void LiveRecord(std::int32_t record, const std::array<float, maxChannels>& values);
+    void LiveRecord();
 
-    /// Draws the graph's span that ends with this record of the page.
-    void Redraw(std::int32_t endRecord);
+    /// Draws the graph's span that ends with this record of its page.
+    void Redraw(PageRecord endRecord);
 
     /// Brings the page's records into graph and scroll bar; a graph that follows a recording stays
     /// with the newest page.
@@ -45,10 +46,15 @@ public:
     /// ESC: ends a running load at the next line; nothing otherwise.
     void RequestStop();
 
-    bool Idle() const { return idle_; }
+    bool Idle() const { return state_ == State::idle; }
 
 private:
     class Running;
+    enum class State {
+        idle,
+        loading,
+        stopping, ///< ESC has asked for the end of the load
+    };
 
     /// Reads the header up to the first record; the number of graph series.
     std::int16_t GetChanInfo();
@@ -67,12 +73,17 @@ private:
     void CatchUp();
     void ReadRest();
     void FollowNewestPage();
-    void ContinueWhenFull(std::int32_t record);
+    void FollowLive(FileRecord before, int newestPage);
+    void ContinueWhenFull();
+    FileRecord NewestOfGraph() const;
+    bool RefuseWhileLoading() const;
     LineScanner MakeScanner();
+    std::size_t WorkingLines() const;
 
+    ViewedFile& file_;
+    ShownGraph& shown_;
     ReportView& view_;
-    bool stopRequested_ = false;
-    bool idle_ = true;
+    State state_ = State::idle;
     bool graphDrawn_ = false;
     bool restUnread_ = false; ///< ESC has ended the load; what is recorded since does not follow on
     std::int32_t recordsRead_ = 0;

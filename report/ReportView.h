@@ -1,7 +1,8 @@
 #pragma once
 
-#include "report/Mreport.h"
+#include "report/RecordNumber.h"
 #include "report/ReportGraph.h"
+#include "report/ShownGraph.h"
 
 #include <filesystem>
 #include <string>
@@ -34,12 +35,12 @@ public:
 
     /// Sets the scroll bar; called with scrollGuard set.
     virtual void SetScroll(const ScrollLimits& limits) = 0;
-    virtual std::int32_t ScrollValue() const = 0;
+    virtual PageRecord ScrollValue() const = 0;
 
     virtual ReportGraph& Graph() = 0;
 
     /// The graph has been drawn anew.
-    virtual void GraphDrawn(std::int32_t firstRecord) = 0;
+    virtual void GraphDrawn(FileRecord firstRecord) = 0;
 };
 
 } // namespace Mreport

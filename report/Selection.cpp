@@ -4,14 +4,12 @@
 
 namespace Mreport {
 
-bool KindGives(std::int16_t kindCode, Quantity unit) {
-    if (kindCode == kind::notInUse)
-        return false;
-    return Quantities::IsOfSensors(unit) ||
-           Quantities::Gives(static_cast<Electrode::Kind>(kindCode), unit);
+bool KindGives(Electrode::Kind kind, Quantity unit) {
+    return kind != Electrode::Kind::none && Quantities::Gives(kind, unit);
 }
 
-Selection::Selection() : unit_(unitCode) {
+Selection::Selection(const ViewedFile& file, const ShownGraph& shown)
+    : file_(file), shown_(shown), unit_(shown.unitCode) {
     FillBoxes();
 }
 
@@ -30,15 +28,15 @@ void Selection::FillBoxes() {
 Selection::Box Selection::SensorBox(std::size_t index) const {
     if (index >= tempSensorCount)
         return {};
-    const bool enabled = SensorUsed(static_cast<int>(index) + 1);
-    return {true, enabled, enabled && sensorInUse[index]};
+    const bool enabled = file_.SensorUsed(static_cast<int>(index) + 1);
+    return {true, enabled, enabled && shown_.sensorInUse[index]};
 }
 
 Selection::Box Selection::ChannelBox(std::size_t index) const {
-    if (index >= static_cast<std::size_t>(channelCount))
+    if (index >= static_cast<std::size_t>(file_.channelCount))
         return {};
-    const bool enabled = KindGives(channelKind[index], unit_);
-    return {true, enabled, enabled && channelInUse[index]};
+    const bool enabled = KindGives(file_.channelKind[index], unit_);
+    return {true, enabled, enabled && shown_.channelInUse[index]};
 }
 
 void Selection::Check(int index, bool checked) {
@@ -63,15 +61,15 @@ bool Selection::Fits(std::int32_t points) const {
     return points * CheckedCount() < maxGraphPoints;
 }
 
-void Selection::Accept() const {
-    unitCode = unit_;
+void Selection::Accept(ShownGraph& shown) const {
+    shown.unitCode = unit_;
     if (unit_ == Quantity::celsius) { // the channels keep their own choice
         for (std::size_t i = 0; i < tempSensorCount; ++i)
-            sensorInUse[i] = boxes_[i].checked;
+            shown.sensorInUse[i] = boxes_[i].checked;
         return;
     }
-    for (std::size_t i = 0; i < static_cast<std::size_t>(channelCount); ++i)
-        channelInUse[i] = boxes_[i].checked;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(file_.channelCount); ++i)
+        shown.channelInUse[i] = boxes_[i].checked;
 }
 
 } // namespace Mreport

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "report/Mreport.h"
+#include "report/ShownGraph.h"
 
 #include <array>
 #include <cstdint>
@@ -18,8 +18,8 @@ public:
         bool checked = false;
     };
 
-    /// Starts with what the graph shows now.
-    Selection();
+    /// Starts with what the graph shows now. Both must outlive the selection.
+    Selection(const ViewedFile& file, const ShownGraph& shown);
 
     /// Changes the unit and the boxes with it; the unit in force keeps its check marks.
     void ChooseUnit(Quantity unit);
@@ -35,20 +35,22 @@ public:
     /// True when so many points of every checked box stay below the graph's limit.
     bool Fits(std::int32_t points) const;
 
-    /// Writes the choice into the report state.
-    void Accept() const;
+    /// Makes the choice that of the graph.
+    void Accept(ShownGraph& shown) const;
 
 private:
     void FillBoxes();
     Box SensorBox(std::size_t index) const;
     Box ChannelBox(std::size_t index) const;
 
+    const ViewedFile& file_;
+    const ShownGraph& shown_;
     Quantity unit_;
     std::array<Box, maxChannels> boxes_{};
 };
 
-/// True when a channel of this kind gives values of the unit.
-bool KindGives(std::int16_t kindCode, Quantity unit);
+/// True when a channel of this kind gives values of the unit; one without an electrode gives none.
+bool KindGives(Electrode::Kind kind, Quantity unit);
 
 inline constexpr std::string_view tooManyPointsText =
     "Too many points to draw them in this version software (Max 1500 points)";

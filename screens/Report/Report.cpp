@@ -35,9 +35,7 @@ Report::Report(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::
     ConnectControls();
 }
 
-Report::~Report() {
-    FileOpr::SetLiveReport({});
-}
+Report::~Report() = default;
 
 void Report::Form_Load() {
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -111,35 +109,28 @@ void Report::OpenFile(const std::filesystem::path& fileName) {
 
 /// Registers the viewer for the records that are written while it shows their file.
 void Report::FollowLive() {
-    if (!Mreport::viewingLiveFile) {
-        FileOpr::SetLiveReport({});
-        return;
-    }
-    FileOpr::LiveReport live;
-    live.addRecord = [this](std::int32_t record, const auto& values) {
-        guard_.Within(*this, "DynUpdate", [this, record, &values] { LiveRecord(record, values); });
-    };
-    live.quantity = [] { return Mreport::unitCode; };
-    FileOpr::SetLiveReport(std::move(live));
+    live_.reset();
+    if (file_.viewingLiveFile)
+        live_.emplace([this] { guard_.Within(*this, "DynUpdate", [this] { LiveRecord(); }); });
 }
 
-void Report::LiveRecord(std::int32_t record, const std::array<float, maxChannels>& values) {
+void Report::LiveRecord() {
     if (!FileOpr::IsFollowing()) // the record waits in the temporary file
         return;
-    if (Mreport::FileBegunAnew()) // loaded when the record's own handler has ended
-        QTimer::singleShot(0, this, [this] { ViewFile(Mreport::viewedFile); });
+    if (file_.BegunAnew()) // loaded when the record's own handler has ended
+        QTimer::singleShot(0, this, [this] { ViewFile(file_.path); });
     else
-        loader_.LiveRecord(record, values);
+        loader_.LiveRecord();
 }
 
 /// The shown file stops being live when the measuring page is left, and is so again on return.
 void Report::CheckWhetherLive() {
-    const bool live = Mreport::IsLiveFile(Mreport::viewedFile);
-    if (!IsIdle() || live == Mreport::viewingLiveFile)
+    const bool live = Mreport::IsLiveFile(file_.path);
+    if (!IsIdle() || live == file_.viewingLiveFile)
         return;
     if (!live)
         loader_.SetAutoUpdate(false);
-    Mreport::viewingLiveFile = live;
+    file_.viewingLiveFile = live;
     FollowLive();
     AllowMenus();
 }
@@ -151,27 +142,27 @@ void Report::changeEvent(QEvent* event) {
 }
 
 void Report::NoticeDamage() {
-    if (Mreport::pages.Damaged())
+    if (file_.pages.Damaged())
         ui_->lblStatus->setText(
             tr("The file has become shorter since it was loaded; what is gone is shown blank."));
 }
 
 void Report::AllowMenus() {
-    const bool file = !Mreport::viewedFile.empty();
+    const bool file = !file_.path.empty();
     const ControlArray<QAction> fileItems(*this, "mnuFileItem");
     for (const int item : {1, 2, 3})
         fileItems(item).setEnabled(file);
     ui_->mnuToolItem_2->setEnabled(file);
-    ui_->mnuViewItem_0->setEnabled(file && !Mreport::viewingLiveFile);
+    ui_->mnuViewItem_0->setEnabled(file && !file_.viewingLiveFile);
     for (const auto& [index, item] : ControlArray<QAction>(*this, "mnuUpdateItem"))
-        item->setEnabled(updateEnabled_ && Mreport::viewingLiveFile);
-    ui_->mnuUpdateItem_1->setChecked(Mreport::autoUpdate);
-    ui_->HScroll->setVisible(!Mreport::autoUpdate);
+        item->setEnabled(updateEnabled_ && file_.viewingLiveFile);
+    ui_->mnuUpdateItem_1->setChecked(shown_.autoUpdate);
+    ui_->HScroll->setVisible(!shown_.autoUpdate);
 }
 
 void Report::SetUpdateEnabled(bool enabled) {
     updateEnabled_ = enabled;
-    if (!enabled && Mreport::autoUpdate)
+    if (!enabled && shown_.autoUpdate)
         guard_("Report - mnuUpdateItem", [this] { loader_.SetAutoUpdate(false); });
     AllowMenus();
 }
@@ -205,11 +196,12 @@ bool Report::Form_QueryUnload() {
 /// The next showing starts empty, and the file is free for others.
 void Report::Form_Unload() {
     delete search_;
-    FileOpr::SetLiveReport({});
+    live_.reset();
     platform::UserStore& store = platform::Current().userStore;
     store.SaveSetting(placeApplication, placeSection, "Left", std::to_string(pos().x()));
     store.SaveSetting(placeApplication, placeSection, "Top", std::to_string(pos().y()));
-    Mreport::Reset();
+    file_ = {};
+    shown_ = {};
     ResetPages();
     ui_->txtHead->clear();
     ui_->txtInfo->clear();
@@ -219,7 +211,7 @@ void Report::Form_Unload() {
 }
 
 QString Report::Caption() const {
-    return "Report - " + Text::FromPath(Mreport::viewedFile);
+    return "Report - " + Text::FromPath(file_.path);
 }
 
 void Report::ShowCaption(const std::filesystem::path& file) {
@@ -251,10 +243,9 @@ LineListView* Report::AddList() {
     list->setObjectName("lstData_" + QString::number(page));
     list->setAccessibleName(tr("Lines of list %1").arg(page + 1));
     list->SetTabStops(widestFirstColumn, widestColumn);
-    list->SetSource([page] { return static_cast<int>(Mreport::pages.LineCount(page)); },
-                    [page](int line) {
-                        return Text::ToQt(
-                            Mreport::pages.Shown(page, static_cast<std::size_t>(line)));
+    list->SetSource([this, page] { return static_cast<int>(file_.pages.LineCount(page)); },
+                    [this, page](int line) {
+                        return Text::ToQt(file_.pages.Shown(page, static_cast<std::size_t>(line)));
                     });
     lstData_.push_back(list);
     ui_->stkLists->addWidget(list);
@@ -263,7 +254,7 @@ LineListView* Report::AddList() {
 
 void Report::ShowHead(const std::string& headerLines) {
     ui_->txtHead->setPlainText(Text::ToQt(headerLines));
-    ui_->graReport->SetGraphTitle(Mreport::ReportTitle(Mreport::PrintKind::graph));
+    ui_->graReport->SetGraphTitle(Mreport::ReportTitle(file_, Mreport::PrintKind::graph));
 }
 
 void Report::ShowStatus(const std::string& text) {
@@ -282,14 +273,14 @@ void Report::PageAdded(int page, bool selectNew) {
 
 void Report::LinesAdded() {
     lstData_.back()->LinesChanged();
-    if (Mreport::shownPageIndex < static_cast<int>(lstData_.size()))
-        List(Mreport::shownPageIndex).LinesChanged();
+    if (shown_.shownPageIndex < static_cast<int>(lstData_.size()))
+        List(shown_.shownPageIndex).LinesChanged();
 }
 
 void Report::SelectShownPage() {
     const QSignalBlocker quiet(ui_->Pages);
-    ui_->Pages->setCurrentIndex(Mreport::shownPageIndex);
-    ui_->stkLists->setCurrentIndex(Mreport::shownPageIndex);
+    ui_->Pages->setCurrentIndex(shown_.shownPageIndex);
+    ui_->stkLists->setCurrentIndex(shown_.shownPageIndex);
 }
 
 void Report::SetScroll(const Mreport::ScrollLimits& limits) {
@@ -299,15 +290,15 @@ void Report::SetScroll(const Mreport::ScrollLimits& limits) {
         ui_->HScroll->setValue(*limits.value);
 }
 
-std::int32_t Report::ScrollValue() const {
-    return ui_->HScroll->value();
+Mreport::PageRecord Report::ScrollValue() const {
+    return {ui_->HScroll->value()};
 }
 
 Mreport::ReportGraph& Report::Graph() {
     return *ui_->graReport;
 }
 
-void Report::GraphDrawn(std::int32_t firstRecord) {
+void Report::GraphDrawn(Mreport::FileRecord firstRecord) {
     firstRecord_ = firstRecord;
 }
 
@@ -342,26 +333,27 @@ void Report::Pages_Click(int page) {
 }
 
 void Report::HScroll_Change(int value) {
-    if (Mreport::scrollGuard)
+    if (shown_.scrollGuard)
         return;
-    loader_.Redraw(value);
+    loader_.Redraw({value});
     NoticeDamage();
 }
 
 /// While the thumb is dragged the caption tells where the span will end.
 void Report::HScroll_Scroll(int value) {
     setWindowTitle(Caption() + " [End With Record " +
-                   QString::number(value + Mreport::pageFirstRecordOffset) + "]");
+                   QString::number(Mreport::GraphRange(file_, shown_).InFile({value}).number) +
+                   "]");
 }
 
 std::string Report::PointInfo(int set, int point) const {
-    const auto series = Mreport::Series(Mreport::unitCode);
+    const auto series = Mreport::Series(file_, shown_);
     if (set < 1 || set > static_cast<int>(series.size()))
         return {};
     const double value = ui_->graReport->DataGetAmp(static_cast<std::int16_t>(set),
                                                     static_cast<std::int16_t>(point));
-    return Mreport::PointText(Mreport::unitCode, series[static_cast<std::size_t>(set - 1)],
-                              std::int64_t{firstRecord_} + point - 1, value);
+    return Mreport::PointText(shown_.unitCode, series[static_cast<std::size_t>(set - 1)],
+                              std::int64_t{firstRecord_.number} + point - 1, value);
 }
 
 void Report::graReport_Click(int set, int point) {

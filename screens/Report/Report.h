@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/LiveReport.h"
 #include "report/ReportLoader.h"
 #include "report/ReportView.h"
 #include "screens/controls/EventGuard.h"
@@ -9,6 +10,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace Ui {
@@ -36,6 +38,9 @@ public:
 
     /// No load and no export runs.
     bool IsIdle() const;
+
+    const Mreport::ViewedFile& File() const { return file_; }
+    const Mreport::ShownGraph& Shown() const { return shown_; }
 
 Q_SIGNALS:
     /// The viewer shows this file from now on.
@@ -83,7 +88,7 @@ private:
     void ShowView(bool table);
     void AllowMenus();
     void FollowLive();
-    void LiveRecord(std::int32_t record, const std::array<float, maxChannels>& values);
+    void LiveRecord();
     void CheckWhetherLive();
     void NoticeDamage();
     /// False, and it is said, while a load or an export runs.
@@ -101,16 +106,19 @@ private:
     void LinesAdded() override;
     void SelectShownPage() override;
     void SetScroll(const Mreport::ScrollLimits& limits) override;
-    std::int32_t ScrollValue() const override;
+    Mreport::PageRecord ScrollValue() const override;
     Mreport::ReportGraph& Graph() override;
-    void GraphDrawn(std::int32_t firstRecord) override;
+    void GraphDrawn(Mreport::FileRecord firstRecord) override;
 
     EventGuard guard_{"Unexpected error - "};
     std::unique_ptr<Ui::Report> ui_;
-    Mreport::ReportLoader loader_{*this};
+    Mreport::ViewedFile file_;
+    Mreport::ShownGraph shown_;
+    Mreport::ReportLoader loader_{file_, shown_, *this};
+    std::optional<FileOpr::LiveReport> live_; ///< while the shown file is being recorded
     std::vector<LineListView*> lstData_;
     QPointer<frmSrch> search_;
-    std::int32_t firstRecord_ = 1; ///< that point 1 of the graph stands for
+    Mreport::FileRecord firstRecord_{1}; ///< that point 1 of the graph stands for
     bool updateEnabled_ = true;
     bool exporting_ = false;
     bool exportStopped_ = false;

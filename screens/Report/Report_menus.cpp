@@ -35,20 +35,21 @@ constexpr int toolCopy = 3;
 constexpr int updateAutomatic = 1;
 
 /// The shown file's name with another ending, beside it.
-std::filesystem::path Proposal(const char* extension) {
-    return Mreport::viewedFile.filename().replace_extension(extension);
+std::filesystem::path Proposal(const std::filesystem::path& shown, const char* extension) {
+    return shown.filename().replace_extension(extension);
 }
 
-std::optional<std::filesystem::path> AskTarget(const std::string& title, const char* extension,
+std::optional<std::filesystem::path> AskTarget(const std::filesystem::path& shown,
+                                               const std::string& title, const char* extension,
                                                const std::string& filter) {
     platform::FileDialogRequest request;
     request.kind = platform::FileDialogRequest::Kind::save;
     request.title = title;
     request.fileName =
-        CodePage::FromPath(Proposal(extension)).value_or(std::string("report.") + extension);
+        CodePage::FromPath(Proposal(shown, extension)).value_or(std::string("report.") + extension);
     request.defaultExtension = extension;
     request.filter = filter;
-    request.initialFolder = Mreport::viewedFile.parent_path();
+    request.initialFolder = shown.parent_path();
     auto chosen = platform::Current().dialogs.ChooseFile(request);
     if (chosen && !chosen->has_extension())
         chosen->replace_extension(extension);
@@ -123,14 +124,15 @@ void Report::mnuRecent_Click(const std::filesystem::path& file) {
 void Report::Print() {
     if (Refuse(Mreport::loadingText))
         return;
-    frmPrint form(this);
+    frmPrint form(file_, shown_, this);
     form.exec();
 }
 
 void Report::ExportRecords() {
     if (Refuse(Mreport::loadingText))
         return;
-    const auto file = AskTarget("Export Records", "csv", "Comma-separated values (*.csv)|*.csv");
+    const auto file =
+        AskTarget(file_.path, "Export Records", "csv", "Comma-separated values (*.csv)|*.csv");
     if (!file)
         return;
     exporting_ = true;
@@ -138,7 +140,7 @@ void Report::ExportRecords() {
     const auto done = qScopeGuard([this] { exporting_ = false; });
     ui_->lblStatus->setText(tr("Exporting records... [Press ESC to stop exporting]"));
     ui_->lblStatus->repaint();
-    const auto records = Mreport::ExportCsv(*file, [this] { return exportStopped_; });
+    const auto records = Mreport::ExportCsv(file_, *file, [this] { return exportStopped_; });
     ui_->lblStatus->setText(exportStopped_ ? tr("Ready")
                                            : tr("Ready: %1 records exported").arg(records));
 }
@@ -147,7 +149,7 @@ void Report::ExportGraphPicture() {
     if (Refuse(Mreport::loadingText))
         return;
     const auto file =
-        AskTarget("Export Graph", "png",
+        AskTarget(file_.path, "Export Graph", "png",
                   "Picture (*.png)|*.png|Vector graphic (*.svg)|*.svg|PDF document (*.pdf)|*.pdf");
     if (file)
         ExportGraph(*ui_->graReport, Text::FromPath(*file));
@@ -173,7 +175,7 @@ void Report::mnuViewItem_Click(int Index) {
 void Report::SelectChannels() {
     if (Refuse(Mreport::loadingText))
         return;
-    frmCommon form(*ui_->graReport, this);
+    frmCommon form(file_, shown_, *ui_->graReport, this);
     form.Redraw = [this] { loader_.Redraw(ScrollValue()); };
     form.exec();
 }
@@ -195,7 +197,7 @@ void Report::mnuToolItem_Click(int Index) {
 
 void Report::FindRecord() {
     if (!search_) {
-        search_ = new frmSrch(this);
+        search_ = new frmSrch(file_, this);
         connect(search_, &frmSrch::RecordFound, this,
                 [this](int page, int line) { GoTo(page, line); });
     }

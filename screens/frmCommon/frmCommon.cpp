@@ -19,8 +19,10 @@ constexpr std::array busyCycle = {"/", "--", "\\", "|"};
 
 } // namespace
 
-frmCommon::frmCommon(Mreport::ReportGraph& graph, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmCommon>()), graph_(graph) {
+frmCommon::frmCommon(const Mreport::ViewedFile& file, Mreport::ShownGraph& shown,
+                     Mreport::ReportGraph& graph, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmCommon>()), shown_(shown), graph_(graph),
+      selection_(file, shown) {
     ui_->setupUi(this);
     Timer1.setObjectName("Timer1");
     Timer1.setParent(this);
@@ -88,7 +90,7 @@ void frmCommon::AcceptSelection() {
                               platform::style::exclamation);
         return;
     }
-    selection_.Accept();
+    selection_.Accept(shown_);
     graph_.SetNumSets(selection_.CheckedCount());
     graph_.SetLeftTitle(selection_.UnitName());
     ShowBusy(true);

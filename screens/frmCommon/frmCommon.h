@@ -26,9 +26,10 @@ class frmCommon : public QDialog {
     Q_OBJECT
 
 public:
-    /// Shows what is selected now. The graph gives the number of points and takes the number of
-    /// sets and the left title.
-    explicit frmCommon(Mreport::ReportGraph& graph, QWidget* parent = nullptr);
+    /// Shows what is selected now and changes it when it is accepted. The graph gives the number of
+    /// points and takes the number of sets and the left title.
+    frmCommon(const Mreport::ViewedFile& file, Mreport::ShownGraph& shown,
+              Mreport::ReportGraph& graph, QWidget* parent = nullptr);
     ~frmCommon() override;
 
     /// Draws the graph with the accepted selection.
@@ -45,6 +46,7 @@ private:
 
     EventGuard guard_{"Unexpected error - "};
     std::unique_ptr<Ui::frmCommon> ui_;
+    Mreport::ShownGraph& shown_;
     Mreport::ReportGraph& graph_;
     Mreport::Selection selection_;
     ControlArray<QRadioButton> optData;

@@ -6,13 +6,10 @@
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/Text.h"
 #include "report/GraphSpan.h"
-#include "report/Mreport.h"
 #include "report/PrintJob.h"
 #include "ui_frmPrint.h"
 
 #include <QScopeGuard>
-
-#include <algorithm>
 
 namespace {
 
@@ -23,7 +20,9 @@ constexpr int lastBox = 1;
 
 } // namespace
 
-frmPrint::frmPrint(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmPrint>()) {
+frmPrint::frmPrint(const Mreport::ViewedFile& file, const Mreport::ShownGraph& shown,
+                   QWidget* parent)
+    : QDialog(parent), file_(file), shown_(shown), ui_(std::make_unique<Ui::frmPrint>()) {
     ui_->setupUi(this);
     optPrintOpt = ControlArray<QRadioButton>(*this, "optPrintOpt");
     optRange = ControlArray<QRadioButton>(*this, "optRange");
@@ -46,9 +45,9 @@ frmPrint::~frmPrint() = default;
 
 void frmPrint::Form_Load() {
     ui_->graReport->hide(); // it is drawn on paper alone
-    for (int page = 0; page <= Mreport::lastPageIndex; ++page)
+    for (int page = 0; page <= file_.LastPageIndex(); ++page)
         ui_->cboList->addItem(QString("List %1").arg(page + 1), page);
-    ui_->cboList->setCurrentIndex(ui_->cboList->findData(Mreport::shownPageIndex));
+    ui_->cboList->setCurrentIndex(ui_->cboList->findData(shown_.shownPageIndex));
     ShowBusy({}, {});
     cboList_Click();
 }
@@ -58,7 +57,7 @@ int frmPrint::ChosenPage() const {
 }
 
 void frmPrint::cboList_Click() {
-    listed_ = Mreport::RecordsOfPage(ChosenPage());
+    listed_ = Mreport::RecordsOfPage(file_, ChosenPage());
     lblRange(firstBox).setText(QString::number(listed_.first));
     lblRange(lastBox).setText(QString::number(listed_.last));
 }
@@ -112,24 +111,24 @@ void frmPrint::Refuse(std::string_view message, int box) {
 platform::PrintOutcome frmPrint::PrintTable(Mreport::RecordRange range) {
     shownPercent_ = -1;
     return Mreport::PrintPageTable(
-        ChosenPage(), range,
+        file_, ChosenPage(), range,
         [this](const Mreport::TableProgress& progress) { ShowProgress(progress); });
 }
 
 platform::PrintOutcome frmPrint::PrintGraph(Mreport::RecordRange range) {
     GraphControl& graph = *ui_->graReport;
-    graph.SetNumSets(static_cast<std::int16_t>(Mreport::Series(Mreport::unitCode).size()));
-    graph.SetLeftTitle(Mreport::UnitText(Mreport::unitCode));
-    graph.SetGraphTitle(Mreport::ReportTitle(Mreport::PrintKind::graph));
+    graph.SetNumSets(static_cast<std::int16_t>(Mreport::Series(file_, shown_).size()));
+    graph.SetLeftTitle(Mreport::UnitText(shown_.unitCode));
+    graph.SetGraphTitle(Mreport::ReportTitle(file_, Mreport::PrintKind::graph));
     Mreport::Span span;
     span.page = ChosenPage();
-    span.endRecord = range.last - std::max(listed_.first - 1, 0);
+    span.endRecord = Mreport::PageRecordRange(file_.pages, span.page).InPage({range.last});
     span.numPoints = static_cast<std::int32_t>(range.Count());
-    Mreport::DrawSpan(graph, graph, span);
+    Mreport::UpdateGraph(graph, file_, shown_, span);
     const auto asOnScreen = qScopeGuard([&graph] { graph.SetNumPoints(Mreport::spanLength); });
     const platform::QtPicture picture(
         [&graph](QPainter& painter, const QRectF& area) { graph.PaintOnPaper(painter, area); });
-    return Mreport::PrintGraph(picture);
+    return Mreport::PrintGraph(file_, picture);
 }
 
 void frmPrint::ShowBusy(const QString& busy, const QString& status) {

@@ -3,6 +3,7 @@
 #include "platform/Printer.h"
 #include "report/PrintLayout.h"
 #include "report/PrintRange.h"
+#include "report/ShownGraph.h"
 #include "screens/controls/ControlArray.h"
 #include "screens/controls/EventGuard.h"
 
@@ -24,7 +25,9 @@ class frmPrint : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmPrint(QWidget* parent = nullptr);
+    /// Starts with the list that the viewer shows. Both must outlive the form.
+    frmPrint(const Mreport::ViewedFile& file, const Mreport::ShownGraph& shown,
+             QWidget* parent = nullptr);
     ~frmPrint() override;
 
 private:
@@ -41,6 +44,8 @@ private:
     void ShowBusy(const QString& busy, const QString& status);
     void ShowProgress(const Mreport::TableProgress& progress);
 
+    const Mreport::ViewedFile& file_;
+    const Mreport::ShownGraph& shown_;
     std::unique_ptr<Ui::frmPrint> ui_;
     EventGuard guard_{"Unexpected error - "};
     ControlArray<QRadioButton> optPrintOpt;

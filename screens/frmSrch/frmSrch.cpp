@@ -2,13 +2,15 @@
 
 #include "app/Mcommon.h"
 #include "platform/qt/Text.h"
+#include "report/ShownGraph.h"
 #include "ui_frmSrch.h"
 
 #include <QRegularExpressionValidator>
 
 #include <exception>
 
-frmSrch::frmSrch(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmSrch>()) {
+frmSrch::frmSrch(const Mreport::ViewedFile& file, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmSrch>()), search_(file) {
     ui_->setupUi(this);
     // Digits alone; every other key is discarded.
     ui_->txtEntry->setValidator(
@@ -93,7 +95,7 @@ void frmSrch::Forget() {
 void frmSrch::FillChannels() {
     const QVariant chosen = ui_->cboChan->currentData();
     ui_->cboChan->clear();
-    for (const auto& entry : Mreport::RecordSearch::Entries())
+    for (const auto& entry : search_.Entries())
         ui_->cboChan->addItem(Text::ToQt(entry.text), entry.index);
     ui_->cboChan->setCurrentIndex(std::max(0, ui_->cboChan->findData(chosen)));
 }
@@ -102,7 +104,7 @@ void frmSrch::FillUnits() {
     ui_->cboUnit->clear();
     if (ui_->cboChan->currentIndex() < 0)
         return;
-    for (const auto unit : Mreport::RecordSearch::Units(ui_->cboChan->currentData().toInt()))
+    for (const auto unit : search_.Units(ui_->cboChan->currentData().toInt()))
         ui_->cboUnit->addItem(Text::ToQt(Mreport::UnitText(unit)), static_cast<int>(unit));
     ui_->cboUnit->setCurrentIndex(0);
 }

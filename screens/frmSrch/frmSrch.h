@@ -16,7 +16,8 @@ class frmSrch : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmSrch(QWidget* parent = nullptr);
+    /// The file must outlive the form.
+    explicit frmSrch(const Mreport::ViewedFile& file, QWidget* parent = nullptr);
     ~frmSrch() override;
 
     /// Another file is shown: what was found in the one before does not hold any more.

@@ -1,14 +1,15 @@
 #include "base/RunTimeError.h"
 #include "files/FileOpr.h"
+#include "files/LiveReport.h"
 #include "files/SetUpRun.h"
 #include "settings/mWinInit.h"
 #include "support/FakePlatform.h"
 
 #include <gtest/gtest.h>
 
-namespace {
+#include <optional>
 
-using Values = std::array<float, maxChannels>;
+namespace {
 
 class SaveMeasure : public testing::Test {
 protected:
@@ -30,21 +31,9 @@ protected:
         WriteBytes(file, "");
     }
 
-    void OpenReport(Quantity quantity) {
-        FileOpr::SetLiveReport({[this](std::string_view line) { echoed.emplace_back(line); },
-                                [this](std::int32_t number, const Values& values) {
-                                    graphRecords.push_back(number);
-                                    graphValues.push_back(values);
-                                },
-                                [quantity] { return quantity; }});
-    }
-
     fake::Platform platform;
     std::filesystem::path file;
     FileOpr::DisplayedChannels displayed = DisplayedRun();
-    std::vector<std::string> echoed;
-    std::vector<std::int32_t> graphRecords;
-    std::vector<Values> graphValues;
 };
 
 const std::string firstRecord =
@@ -112,54 +101,34 @@ TEST_F(SaveMeasure, A_line_break_in_a_comment_becomes_a_blank_and_a_tab_stays) {
               std::string::npos);
 }
 
-TEST_F(SaveMeasure, Without_a_live_report_nothing_is_echoed) {
+TEST_F(SaveMeasure, Each_live_report_is_told_once_the_record_is_in_the_file) {
+    std::vector<std::string> found;
+    const auto look = [&] { found.push_back(ReadBytes(file)); };
+    const FileOpr::LiveReport first(look);
+    {
+        const FileOpr::LiveReport second(look);
+        Save(1, "first look");
+    }
+    EXPECT_EQ(found, std::vector<std::string>(2, firstRecord + Separator()));
+    Save(2, "");
+    EXPECT_EQ(found.size(), 3U) << "the second report has ended";
+}
+
+TEST_F(SaveMeasure, A_live_report_may_end_another_one) {
+    std::optional<FileOpr::LiveReport> second;
+    const FileOpr::LiveReport first([&second] { second.reset(); });
+    int told = 0;
+    second.emplace([&told] { ++told; });
     Save(1, "");
-    EXPECT_TRUE(echoed.empty());
-    EXPECT_TRUE(graphRecords.empty());
+    EXPECT_EQ(told, 0);
 }
 
-TEST_F(SaveMeasure, The_live_report_receives_each_line_and_a_wider_separator) {
-    OpenReport(Quantity::mV);
-    Save(1, "first look");
-    ASSERT_EQ(echoed.size(), 8U);
-    EXPECT_EQ(echoed[0], "Record 1\tAt\t14:05:33 07.Mar.2003");
-    EXPECT_EQ(echoed[1], "Comment:\tfirst look");
-    EXPECT_EQ(echoed[2], "mV             \t59.0        \t-12.3       \t-412.0      \tNA          ");
-    EXPECT_EQ(echoed[7], std::string(200, '-'));
-    EXPECT_EQ(graphRecords, std::vector<std::int32_t>{1});
-}
-
-TEST_F(SaveMeasure, The_graph_receives_the_leading_number_of_each_used_channel) {
-    OpenReport(Quantity::mV);
-    displayed[0][Quantity::mV] = "  59.5 mV";
-    displayed[1][Quantity::mV] = "Error";
-    displayed[3] = {" ", "", "", "", "9"}; // idle
-    Save(1, "");
-    EXPECT_EQ(graphValues.at(0), (Values{59.5F, 0, -412.0F, 0}));
-}
-
-TEST_F(SaveMeasure, The_graph_receives_concentrations_in_the_chosen_unit) {
-    OpenReport(Quantity::mol_l);
-    Save(3, "");
-    EXPECT_EQ(graphValues.at(0), (Values{0, 0.001F, 0, 0}));
-    EXPECT_EQ(graphRecords.at(0), 3);
-}
-
-TEST_F(SaveMeasure, The_graph_receives_temperatures_by_sensor) {
-    OpenReport(Quantity::celsius);
-    mWinInit::ChannelSetup[0].TempSensor = 4;
-    mWinInit::ChannelSetup[2].TempSensor = 0;
-    displayed[2][Quantity::celsius] = "77";
-    Save(1, "");
-    EXPECT_EQ(graphValues.at(0), (Values{0, 22.0F, 0, 21.5F}));
-}
-
-TEST_F(SaveMeasure, A_record_that_cannot_be_written_is_not_echoed) {
-    OpenReport(Quantity::mV);
+TEST_F(SaveMeasure, A_record_that_cannot_be_written_is_not_told) {
+    int told = 0;
+    const FileOpr::LiveReport report([&told] { ++told; });
     file = platform.folder.Path() / "gone" / "run.4ch";
     EXPECT_THROW(FileOpr::SaveMeasure(file, 1, "", displayed), RunTimeError);
-    EXPECT_TRUE(echoed.empty());
-    EXPECT_TRUE(graphRecords.empty());
+    EXPECT_EQ(told, 0);
 }
 
 TEST_F(SaveMeasure, Eight_channels_have_eight_cells) {

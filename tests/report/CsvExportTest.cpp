@@ -9,7 +9,7 @@ class Csv : public LoadedReport {
 protected:
     std::filesystem::path Target() const { return platform.folder.Path() / "out.csv"; }
     std::string Export() {
-        Mreport::ExportCsv(Target(), [] { return false; });
+        Mreport::ExportCsv(viewed, Target(), [] { return false; });
         return ReadBytes(Target());
     }
 };
@@ -43,8 +43,8 @@ TEST_F(Csv, Rows_that_no_record_has_are_left_out) {
 
 TEST_F(Csv, All_pages_are_exported) {
     View(MeasurementText().File(4200));
-    ASSERT_EQ(Mreport::pages.Count(), 2);
-    EXPECT_EQ(Mreport::ExportCsv(Target(), [] { return false; }), 4200);
+    ASSERT_EQ(viewed.pages.Count(), 2);
+    EXPECT_EQ(Mreport::ExportCsv(viewed, Target(), [] { return false; }), 4200);
     const std::string csv = ReadBytes(Target());
     EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 4201);
 }
@@ -52,7 +52,7 @@ TEST_F(Csv, All_pages_are_exported) {
 TEST_F(Csv, A_stopped_export_leaves_no_file) {
     View(MeasurementText().File(4200));
     int asked = 0;
-    EXPECT_EQ(Mreport::ExportCsv(Target(), [&asked] { return ++asked == 90; }), 0);
+    EXPECT_EQ(Mreport::ExportCsv(viewed, Target(), [&asked] { return ++asked == 90; }), 0);
     EXPECT_EQ(asked, 90);
     EXPECT_FALSE(std::filesystem::exists(Target()));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(platform.folder.Path()), {}), 5)
@@ -62,6 +62,6 @@ TEST_F(Csv, A_stopped_export_leaves_no_file) {
 TEST_F(Csv, A_folder_that_cannot_be_written_is_said) {
     View(MeasurementText().File(1));
     EXPECT_THROW(
-        Mreport::ExportCsv(platform.folder.Path() / "no" / "out.csv", [] { return false; }),
+        Mreport::ExportCsv(viewed, platform.folder.Path() / "no" / "out.csv", [] { return false; }),
         RunTimeError);
 }

@@ -10,7 +10,8 @@ protected:
     const RecordingGraph& Drawn() const { return view.graph; }
 
     Mreport::DrawnSpan Draw(std::int32_t endRecord, std::int32_t points, bool live = false) {
-        return Mreport::UpdateGraph(view.graph, endRecord, points, live);
+        return Mreport::UpdateGraph(view.graph, viewed, shown,
+                                    {shown.graphPageIndex, {endRecord}, points, live});
     }
 };
 
@@ -64,7 +65,7 @@ TEST_F(Graph, Seven_records_draw_ten_points_three_of_them_fillers) {
 
 TEST_F(Graph, A_span_ends_with_the_wanted_record) {
     View(MeasurementText().File(120));
-    EXPECT_EQ(Draw(90, 50).firstRecord, 41);
+    EXPECT_EQ(Draw(90, 50).firstRecord.number, 41);
     EXPECT_EQ(Drawn().labels.at(1), "41");
     EXPECT_EQ(Drawn().labels.at(50), "90");
     EXPECT_EQ(Drawn().Values(1), 50);
@@ -72,13 +73,13 @@ TEST_F(Graph, A_span_ends_with_the_wanted_record) {
 
 TEST_F(Graph, A_span_never_starts_before_the_page) {
     View(MeasurementText().File(120));
-    EXPECT_EQ(Draw(20, 50).firstRecord, 1);
+    EXPECT_EQ(Draw(20, 50).firstRecord.number, 1);
     EXPECT_EQ(Drawn().labels.at(1), "1");
 }
 
 TEST_F(Graph, Record_numbers_are_those_of_the_file) {
     View(MeasurementText().File(60, 1001));
-    EXPECT_EQ(Draw(60, 50).firstRecord, 1011);
+    EXPECT_EQ(Draw(60, 50).firstRecord.number, 1011);
     EXPECT_EQ(Drawn().labels.at(1), "1011");
 }
 
@@ -114,10 +115,10 @@ TEST_F(Graph, Each_unit_shows_its_own_row) {
     };
     View(text.File(10));
     for (int unit = 0; unit < 5; ++unit) {
-        Mreport::unitCode = static_cast<Quantity>(unit);
+        shown.unitCode = static_cast<Quantity>(unit);
         Draw(10, 10);
         EXPECT_EQ(Drawn().sets.at(1).data.at(1), unit + 1);
-        EXPECT_EQ(Drawn().LeftTitle(), Mreport::UnitText(Mreport::unitCode));
+        EXPECT_EQ(Drawn().LeftTitle(), Mreport::UnitText(shown.unitCode));
     }
 }
 
@@ -125,9 +126,9 @@ TEST_F(Graph, A_sensor_that_two_channels_share_is_one_series) {
     MeasurementText text;
     text.sensors = {"2", "2", "4", "1"};
     View(text.File(3));
-    Mreport::unitCode = Quantity::celsius;
+    shown.unitCode = Quantity::celsius;
     Draw(3, 3);
-    EXPECT_EQ(Mreport::Series(Mreport::unitCode), (std::vector<int>{2, 4}))
+    EXPECT_EQ(Mreport::Series(viewed, shown), (std::vector<int>{2, 4}))
         << "sensor 1 belongs to a channel without an electrode";
     EXPECT_EQ(Drawn().sets.at(1).legend, "Temp. 2");
     EXPECT_EQ(Drawn().sets.at(2).legend, "Temp. 4");
@@ -175,18 +176,18 @@ TEST_F(Graph, Records_of_unequal_length_are_found_all_the_same) {
 
 TEST_F(Graph, A_live_span_starts_behind_the_last_multiple_of_fifty) {
     View(MeasurementText().File(120));
-    EXPECT_EQ(Draw(120, 50, true).firstRecord, 101);
+    EXPECT_EQ(Draw(120, 50, true).firstRecord.number, 101);
     EXPECT_EQ(Drawn().labels.at(1), "101");
     EXPECT_EQ(Drawn().Values(1), 20);
     EXPECT_EQ(Drawn().NumPoints(), 50);
-    EXPECT_EQ(Draw(100, 50, true).firstRecord, 51);
+    EXPECT_EQ(Draw(100, 50, true).firstRecord.number, 51);
     EXPECT_EQ(Drawn().Values(1), 50);
-    EXPECT_EQ(Draw(101, 50, true).firstRecord, 101);
+    EXPECT_EQ(Draw(101, 50, true).firstRecord.number, 101);
 }
 
 TEST_F(Graph, A_live_block_that_began_on_the_page_before_leaves_its_points_open) {
     View(MeasurementText().File(10, 4087));
-    EXPECT_EQ(Draw(10, 50, true).firstRecord, 4051);
+    EXPECT_EQ(Draw(10, 50, true).firstRecord.number, 4051);
     EXPECT_EQ(Drawn().sets.at(1).extra.at(36), 1);
     EXPECT_EQ(Drawn().sets.at(1).data.at(37), 4087.0);
     EXPECT_EQ(Drawn().Values(1), 10);
@@ -196,7 +197,7 @@ TEST_F(Graph, Another_graph_takes_series_and_title_from_the_viewers_own) {
     View(MeasurementText().File(300));
     view.graph.SetNumSets(3);
     RecordingGraph printed;
-    Mreport::DrawSpan(printed, view.graph, {0, 300, 200});
+    Mreport::DrawSpan(printed, view.graph, viewed, shown, {0, {300}, 200});
     EXPECT_EQ(printed.NumSets(), 3);
     EXPECT_EQ(printed.Values(1), 200);
     EXPECT_EQ(printed.labels.at(1), "101");

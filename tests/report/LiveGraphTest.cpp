@@ -15,11 +15,12 @@ protected:
         View(text.File(records));
         loader.SetAutoUpdate(true);
     }
-    void Record(std::int32_t record, float value) {
-        Append(text.Record(record));
-        std::array<float, 8> values{};
-        values.fill(value);
-        loader.LiveRecord(record, values);
+    /// Records a reading with this value in every cell.
+    void Record(std::int32_t record, int value) {
+        MeasurementText written = text;
+        written.cell = [value](int, const std::string&, int) { return std::to_string(value); };
+        Append(written.Record(record));
+        loader.LiveRecord();
     }
 };
 
@@ -28,7 +29,7 @@ protected:
 TEST_F(Live, Each_of_the_first_fifty_records_widens_the_graph) {
     Follow(0);
     for (int record = 1; record <= 50; ++record) {
-        Record(record, static_cast<float>(record));
+        Record(record, record);
         EXPECT_EQ(view.graph.NumPoints(), record);
         EXPECT_EQ(view.graph.labels.at(record), std::to_string(record));
     }
@@ -66,7 +67,7 @@ TEST_F(Live, Blocks_start_at_51_and_101_and_151) {
 TEST_F(Live, The_scroll_bar_follows_the_newest_record) {
     Follow(60);
     Record(61, 1);
-    EXPECT_EQ(Mreport::recordsInPage, 61);
+    EXPECT_EQ(Range().recordsInPage, 61);
     EXPECT_EQ(view.scroll.max, 61);
     EXPECT_EQ(view.scroll.value, 61);
 }
@@ -74,9 +75,9 @@ TEST_F(Live, The_scroll_bar_follows_the_newest_record) {
 TEST_F(Live, New_lines_join_the_list) {
     Follow(2);
     Record(3, 1);
-    EXPECT_EQ(Mreport::pages.LineCount(0), 12U + 24U);
-    EXPECT_EQ(Mreport::pages.Shown(0, 28), "Record 3\tAt\t14:05:33 07.Mar.2003");
-    EXPECT_EQ(Mreport::pages.Shown(0, 35), std::string(200, '-'));
+    EXPECT_EQ(viewed.pages.LineCount(0), 12U + 24U);
+    EXPECT_EQ(viewed.pages.Shown(0, 28), "Record 3\tAt\t14:05:33 07.Mar.2003");
+    EXPECT_EQ(viewed.pages.Shown(0, 35), std::string(200, '-'));
 }
 
 TEST_F(Live, Without_automatic_update_the_list_grows_and_the_graph_stays) {
@@ -85,7 +86,7 @@ TEST_F(Live, Without_automatic_update_the_list_grows_and_the_graph_stays) {
     const int draws = view.graph.draws;
     Record(61, 1);
     EXPECT_EQ(view.graph.draws, draws);
-    EXPECT_EQ(Mreport::pages.Records(0)->last, 61);
+    EXPECT_EQ(viewed.pages.Records(0)->last, 61);
     EXPECT_EQ(view.scroll.max, 61);
 }
 
@@ -110,16 +111,20 @@ TEST_F(Live, An_idle_channel_has_no_value) {
         return std::string(channel == 1 ? "NA" : "2.5");
     };
     Follow(1);
-    Record(2, 0);
+    Append(text.Record(2));
+    loader.LiveRecord();
     EXPECT_EQ(view.graph.sets.at(1).extra.at(2), 0);
     EXPECT_EQ(view.graph.sets.at(2).extra.at(2), 1);
 }
 
 TEST_F(Live, Degrees_are_taken_by_sensor) {
     Follow(1);
-    Mreport::unitCode = Quantity::celsius;
+    shown.unitCode = Quantity::celsius;
+    text.cell = [](int, const std::string&, int channel) {
+        return std::to_string(20 + 10 * channel);
+    };
     Append(text.Record(2));
-    loader.LiveRecord(2, {20, 30, 40, 50, 0, 0, 0, 0});
+    loader.LiveRecord();
     EXPECT_EQ(view.graph.sets.at(1).legend, "Temp. 1");
     EXPECT_EQ(view.graph.sets.at(1).data.at(2), 20);
     EXPECT_EQ(view.graph.sets.at(2).data.at(2), 30);
@@ -127,18 +132,18 @@ TEST_F(Live, Degrees_are_taken_by_sensor) {
 
 TEST_F(Live, A_full_page_is_followed_by_a_new_one_in_front) {
     Follow(4085); // 12 + 8 * 4085 = 32692 lines, and 9 more reach 32701
-    EXPECT_TRUE(Mreport::PageIsFull());
+    EXPECT_TRUE(Mreport::PageIsFull(viewed.pages));
     Follow(4084);
-    EXPECT_FALSE(Mreport::PageIsFull());
+    EXPECT_FALSE(Mreport::PageIsFull(viewed.pages));
     Record(4085, 1);
     EXPECT_EQ(view.tabs.size(), 2U);
     EXPECT_EQ(view.selectedTab, 1);
-    EXPECT_EQ(Mreport::graphPageIndex, 1);
-    EXPECT_EQ(Mreport::shownPageIndex, 1);
-    EXPECT_EQ(Mreport::pageFirstRecordOffset, 4085);
+    EXPECT_EQ(shown.graphPageIndex, 1);
+    EXPECT_EQ(shown.shownPageIndex, 1);
+    EXPECT_EQ(Range().pageFirstRecordOffset, 4085);
     Record(4086, 3);
-    EXPECT_EQ(Mreport::recordsInPage, 1);
-    EXPECT_EQ(Mreport::pages.LineCount(1), 8U);
+    EXPECT_EQ(Range().recordsInPage, 1);
+    EXPECT_EQ(viewed.pages.LineCount(1), 8U);
     EXPECT_EQ(view.graph.sets.at(1).data.at(36), 3) << "the block goes on across the page";
 }
 
@@ -150,18 +155,18 @@ TEST_F(Live, Records_that_arrive_during_a_load_are_in_the_list_once) {
         if (++passes == 5 || passes == 60) { // while it reads, and in the pause at the end
             const int record = passes == 5 ? 41 : 42;
             Append(text.Record(record));
-            loader.LiveRecord(record, {});
+            loader.LiveRecord();
         }
     };
     View(text.File(40));
     EXPECT_GE(passes, 60);
-    EXPECT_EQ(Mreport::pages.LineCount(0), 12U + 8U * 42U);
-    EXPECT_EQ(Mreport::pages.Records(0)->last, 42);
+    EXPECT_EQ(viewed.pages.LineCount(0), 12U + 8U * 42U);
+    EXPECT_EQ(viewed.pages.Records(0)->last, 42);
 }
 
 TEST_F(Live, A_block_on_the_second_list_is_as_wide_as_on_the_first) {
     Follow(4101); // 15 records on the second list, one in the block
-    EXPECT_EQ(Mreport::lastPageIndex, 1);
+    EXPECT_EQ(viewed.LastPageIndex(), 1);
     EXPECT_EQ(view.graph.NumPoints(), 50);
     EXPECT_EQ(view.firstRecord, 4101);
     for (int record = 4102; record <= 4150; ++record)
@@ -173,12 +178,12 @@ TEST_F(Live, A_block_on_the_second_list_is_as_wide_as_on_the_first) {
 TEST_F(Live, A_list_without_records_yet_begins_behind_the_one_before) {
     Follow(4084);
     Record(4085, 1); // the first list is full, the next one is empty
-    ASSERT_EQ(Mreport::lastPageIndex, 1);
+    ASSERT_EQ(viewed.LastPageIndex(), 1);
     loader.SetAutoUpdate(false);
     loader.SetAutoUpdate(true);
-    EXPECT_EQ(Mreport::pageFirstRecordOffset, 4085);
+    EXPECT_EQ(Range().pageFirstRecordOffset, 4085);
     Record(4086, 1);
-    EXPECT_EQ(Mreport::recordsInPage, 1);
+    EXPECT_EQ(Range().recordsInPage, 1);
 }
 
 TEST_F(Live, What_ESC_has_left_unread_is_read_when_the_user_asks_for_it) {
@@ -190,15 +195,15 @@ TEST_F(Live, What_ESC_has_left_unread_is_read_when_the_user_asks_for_it) {
             loader.RequestStop();
     };
     View(text.File(5000));
-    const auto lines = Mreport::pages.LineCount(0);
+    const auto lines = viewed.pages.LineCount(0);
     EXPECT_LT(lines, 12U + 8U * 5000U);
     Record(5001, 1);
-    EXPECT_EQ(Mreport::pages.LineCount(0), lines);
+    EXPECT_EQ(viewed.pages.LineCount(0), lines);
     loader.SetAutoUpdate(true);
-    EXPECT_EQ(Mreport::lastPageIndex, 1);
-    EXPECT_EQ(Mreport::pages.Records(1)->last, 5001);
+    EXPECT_EQ(viewed.LastPageIndex(), 1);
+    EXPECT_EQ(viewed.pages.Records(1)->last, 5001);
     Record(5002, 1);
-    EXPECT_EQ(Mreport::pages.Records(1)->last, 5002);
+    EXPECT_EQ(viewed.pages.Records(1)->last, 5002);
 }
 
 TEST_F(Live, Many_records_at_once_overfill_no_list) {
@@ -207,9 +212,9 @@ TEST_F(Live, Many_records_at_once_overfill_no_list) {
     for (int record = 4001; record <= 4200; ++record)
         more += text.Record(record);
     Append(more);
-    loader.LiveRecord(4200, {});
-    EXPECT_EQ(Mreport::lastPageIndex, 1);
-    EXPECT_LE(Mreport::pages.LineCount(0), 32700U);
-    EXPECT_EQ(Mreport::graphPageIndex, 1);
-    EXPECT_EQ(Mreport::recordsInPage, 4200 - Mreport::pageFirstRecordOffset);
+    loader.LiveRecord();
+    EXPECT_EQ(viewed.LastPageIndex(), 1);
+    EXPECT_LE(viewed.pages.LineCount(0), 32700U);
+    EXPECT_EQ(shown.graphPageIndex, 1);
+    EXPECT_EQ(Range().recordsInPage, 4200 - Range().pageFirstRecordOffset);
 }

@@ -1,4 +1,5 @@
-#include "report/Mreport.h"
+#include "report/ViewedFile.h"
+
 #include "report/support/MeasurementText.h"
 #include "support/FakePlatform.h"
 
@@ -12,24 +13,25 @@ namespace {
 class Pages : public testing::Test {
 protected:
     fake::Platform platform;
+    Mreport::ReportPages pages;
 
     Mreport::MemorySource* Open(const std::string& bytes) {
         auto source = std::make_unique<Mreport::MemorySource>(bytes);
         Mreport::MemorySource* opened = source.get();
-        Mreport::pages.Open(std::move(source));
+        pages.Open(std::move(source));
         ReadOn();
         return opened;
     }
-    static void ReadOn() {
-        Mreport::LineScanner scanner(Mreport::pages.Source(), Mreport::pages.NextOffset());
+    void ReadOn() {
+        Mreport::LineScanner scanner(pages.Source(), pages.NextOffset());
         Mreport::ScannedLine line;
         while (scanner.Next(line))
-            Mreport::pages.AddLine(line);
+            pages.AddLine(line);
     }
-    static std::vector<std::string> All(int page) {
+    std::vector<std::string> All(int page) const {
         std::vector<std::string> lines;
-        for (std::size_t i = 0; i < Mreport::pages.LineCount(page); ++i)
-            lines.push_back(Mreport::pages.Text(page, i));
+        for (std::size_t i = 0; i < pages.LineCount(page); ++i)
+            lines.push_back(pages.Text(page, i));
         return lines;
     }
 };
@@ -56,7 +58,7 @@ TEST_F(Pages, A_walk_gives_the_same_lines_as_single_reads) {
     Open(MeasurementText().File(800)); // more than one block
     const auto single = All(0);
     std::vector<std::string> walked;
-    Mreport::pages.ForEachLine(0, 0, single.size(), [&](std::size_t line, std::string_view text) {
+    pages.ForEachLine(0, 0, single.size(), [&](std::size_t line, std::string_view text) {
         EXPECT_EQ(line, walked.size());
         walked.emplace_back(text);
         return true;
@@ -66,119 +68,114 @@ TEST_F(Pages, A_walk_gives_the_same_lines_as_single_reads) {
 
 TEST_F(Pages, The_record_range_is_that_of_first_and_last_record_line) {
     Open(MeasurementText().File(7, 31));
-    std::int32_t last = 0;
-    EXPECT_EQ(Mreport::PageRecordRange(0, last), 7);
-    EXPECT_EQ(last, 37);
-    EXPECT_EQ(Mreport::pageFirstRecordOffset, 30);
+    EXPECT_EQ(Mreport::PageRecordRange(pages, 0).recordsInPage, 7);
+    EXPECT_EQ(Mreport::PageRecordRange(pages, 0).lastRecord.number, 37);
+    EXPECT_EQ(Mreport::PageRecordRange(pages, 0).pageFirstRecordOffset, 30);
 }
 
 TEST_F(Pages, A_page_without_records_has_an_empty_range) {
     Open(MeasurementText().Header());
-    std::int32_t last = 5;
-    EXPECT_EQ(Mreport::PageRecordRange(0, last), 0);
-    EXPECT_EQ(last, 0);
-    EXPECT_EQ(Mreport::pageFirstRecordOffset, 0);
+    EXPECT_EQ(Mreport::PageRecordRange(pages, 0).recordsInPage, 0);
+    EXPECT_EQ(Mreport::PageRecordRange(pages, 0).lastRecord.number, 0);
+    EXPECT_EQ(Mreport::PageRecordRange(pages, 0).pageFirstRecordOffset, 0);
 }
 
 TEST_F(Pages, A_line_that_only_looks_like_a_record_is_none) {
     Open("Record 7\tAt\tnow\r\nno comment line\r\nRecord x\r\nComment:\r\nComment:\tRecord 3\r\n");
-    EXPECT_FALSE(Mreport::pages.Records(0).has_value());
+    EXPECT_FALSE(pages.Records(0).has_value());
 }
 
 TEST_F(Pages, Numbers_that_run_backwards_or_far_apart_stay_in_bounds) {
     const MeasurementText text;
-    std::int32_t last = 0;
     Open(text.Record(2'000'000'000) + text.Record(3));
-    EXPECT_EQ(Mreport::PageRecordRange(0, last), 0);
+    EXPECT_EQ(Mreport::PageRecordRange(pages, 0).recordsInPage, 0);
     Open(text.Record(1) + text.Record(2'000'000'000));
-    EXPECT_EQ(Mreport::PageRecordRange(0, last), 16) << "not more than the page has lines";
+    EXPECT_EQ(Mreport::PageRecordRange(pages, 0).recordsInPage, 16)
+        << "not more than the page has lines";
     Open(text.Record(0));
-    EXPECT_EQ(Mreport::PageRecordRange(0, last), 0);
-    EXPECT_EQ(Mreport::pageFirstRecordOffset, 0);
+    EXPECT_EQ(Mreport::PageRecordRange(pages, 0).recordsInPage, 0);
+    EXPECT_EQ(Mreport::PageRecordRange(pages, 0).pageFirstRecordOffset, 0);
 }
 
 TEST_F(Pages, Lines_per_record_count_the_separator) {
     Open(MeasurementText().File(3));
-    Mreport::CountLinesPerRecord();
-    EXPECT_EQ(Mreport::linesPerRecord, 8);
+    EXPECT_EQ(Mreport::CountLinesPerRecord(pages), 8);
     Open(MeasurementText().File(1));
-    Mreport::CountLinesPerRecord();
-    EXPECT_EQ(Mreport::linesPerRecord, 8);
+    EXPECT_EQ(Mreport::CountLinesPerRecord(pages), 8);
 }
 
 TEST_F(Pages, A_cut_last_record_does_not_shorten_the_others) {
     const std::string whole = MeasurementText().File(3);
     Open(whole.substr(0, whole.size() - 300));
-    Mreport::CountLinesPerRecord();
-    EXPECT_EQ(Mreport::linesPerRecord, 8);
+    EXPECT_EQ(Mreport::CountLinesPerRecord(pages), 8);
 }
 
 TEST_F(Pages, The_first_line_with_a_prefix_wins) {
     const MeasurementText text;
     Open(text.Record(120) + text.Record(12));
-    EXPECT_EQ(Mreport::pages.FindPrefix(0, "Record 12"), 0U);
-    EXPECT_EQ(Mreport::pages.FindPrefix(0, "record 12\t"), 8U);
-    EXPECT_FALSE(Mreport::pages.FindPrefix(0, "Record 13").has_value());
-    EXPECT_EQ(Mreport::pages.FindRecord(0, 12), 8U);
-    EXPECT_FALSE(Mreport::pages.FindRecord(0, 120, 1).has_value());
+    EXPECT_EQ(pages.FindPrefix(0, "Record 12"), 0U);
+    EXPECT_EQ(pages.FindPrefix(0, "record 12\t"), 8U);
+    EXPECT_FALSE(pages.FindPrefix(0, "Record 13").has_value());
+    EXPECT_EQ(pages.FindRecord(0, 12), 8U);
+    EXPECT_FALSE(pages.FindRecord(0, 120, 1).has_value());
 }
 
 TEST_F(Pages, An_incomplete_last_line_is_taken_back_and_read_anew) {
     auto* source = Open("Record 1\tAt\tnow\r\nComm");
-    EXPECT_FALSE(Mreport::pages.Records(0).has_value());
+    EXPECT_FALSE(pages.Records(0).has_value());
     source->Append("ent:\t\r\nRecord 2\tAt\tnow\r\nComment:");
-    Mreport::pages.ReopenLastLine();
+    pages.ReopenLastLine();
     ReadOn();
-    EXPECT_EQ(Mreport::pages.Records(0)->last, 2);
+    EXPECT_EQ(pages.Records(0)->last, 2);
     source->Append("\t\r\n");
-    Mreport::pages.ReopenLastLine();
-    EXPECT_EQ(Mreport::pages.Records(0)->last, 1);
+    pages.ReopenLastLine();
+    EXPECT_EQ(pages.Records(0)->last, 1);
     ReadOn();
-    EXPECT_EQ(Mreport::pages.Records(0)->last, 2);
-    EXPECT_EQ(Mreport::pages.Records(0)->first, 1);
+    EXPECT_EQ(pages.Records(0)->last, 2);
+    EXPECT_EQ(pages.Records(0)->first, 1);
     EXPECT_EQ(All(0).size(), 4U);
 }
 
 TEST_F(Pages, A_source_that_shrinks_gives_blank_lines) {
     auto* source = Open("first\r\nsecond\r\nthird\r\n");
     source->Cut(9);
-    EXPECT_FALSE(Mreport::pages.Damaged());
+    EXPECT_FALSE(pages.Damaged());
     EXPECT_EQ(All(0), (std::vector<std::string>{"first", "", ""}));
-    EXPECT_TRUE(Mreport::pages.Damaged());
+    EXPECT_TRUE(pages.Damaged());
 }
 
 TEST_F(Pages, A_page_ends_before_its_lines_lie_4_gib_apart) {
-    Mreport::pages.Open(std::make_unique<EndlessSource>());
+    pages.Open(std::make_unique<EndlessSource>());
     Mreport::ScannedLine line;
     line.terminated = true;
     line.next = 2;
-    EXPECT_FALSE(Mreport::pages.AddLine(line));
+    EXPECT_FALSE(pages.AddLine(line));
     line.offset = std::numeric_limits<std::uint32_t>::max();
     line.next = line.offset + 1;
-    EXPECT_FALSE(Mreport::pages.AddLine(line));
+    EXPECT_FALSE(pages.AddLine(line));
     line.offset = line.next;
     line.next += 2;
-    EXPECT_TRUE(Mreport::pages.AddLine(line));
-    EXPECT_EQ(Mreport::pages.Count(), 2);
-    EXPECT_EQ(Mreport::pages.Text(1, 0), "x");
+    EXPECT_TRUE(pages.AddLine(line));
+    EXPECT_EQ(pages.Count(), 2);
+    EXPECT_EQ(pages.Text(1, 0), "x");
 }
 
 TEST_F(Pages, The_index_takes_a_tenth_of_the_file_at_most) {
     const std::string file = MeasurementText().File(20'000);
     Open(file);
-    EXPECT_LT(Mreport::pages.IndexBytes(), file.size() / 10);
+    EXPECT_LT(pages.IndexBytes(), file.size() / 10);
 }
 
 TEST_F(Pages, Text_in_utf8_is_shown_as_the_code_page_has_it) {
     Open("20 \xC2\xB0"
          "C \xE2\x82\xAC \xE6\xBC\xA2 \xF0\x9F\x98\x80\r\n");
-    EXPECT_EQ(Mreport::pages.Text(0, 0), "20 \xB0"
-                                         "C \x80 ? ?");
+    EXPECT_EQ(pages.Text(0, 0), "20 \xB0"
+                                "C \x80 ? ?");
 }
 
 TEST_F(Pages, Text_of_the_code_page_stays_as_it_is) {
     Open("20 \xB0"
          "C \xE9t\xE9\r\n");
-    EXPECT_EQ(Mreport::pages.Text(0, 0), "20 \xB0"
-                                         "C \xE9t\xE9");
+    EXPECT_EQ(pages.Text(0, 0), "20 \xB0"
+                                "C \xE9t\xE9");
 }

@@ -19,7 +19,7 @@ protected:
 
 TEST_F(SelectionOf, Each_unit_enables_the_channels_that_can_give_it) {
     View(MeasurementText().File(1)); // Ca, H (pH), Redox, None
-    Mreport::Selection selection;
+    Mreport::Selection selection(viewed, shown);
     EXPECT_EQ(Enabled(selection), (std::vector<int>{0, 1, 2}));
     selection.ChooseUnit(Quantity::pH);
     EXPECT_EQ(Enabled(selection), std::vector<int>{1});
@@ -33,7 +33,7 @@ TEST_F(SelectionOf, Each_unit_enables_the_channels_that_can_give_it) {
 
 TEST_F(SelectionOf, Degrees_enable_the_sensors_that_channels_have) {
     View(MeasurementText().File(1));
-    Mreport::Selection selection;
+    Mreport::Selection selection(viewed, shown);
     selection.ChooseUnit(Quantity::celsius);
     EXPECT_EQ(Enabled(selection), (std::vector<int>{0, 1}));
     EXPECT_EQ(selection.Heading(), "Temp. Sensors");
@@ -45,7 +45,7 @@ TEST_F(SelectionOf, A_file_without_sensors_leaves_all_sensor_boxes_disabled) {
     MeasurementText text;
     text.sensors = {"N/A", "N/A", "N/A", "N/A"};
     View(text.File(1));
-    Mreport::Selection selection;
+    Mreport::Selection selection(viewed, shown);
     selection.ChooseUnit(Quantity::celsius);
     EXPECT_EQ(Enabled(selection), std::vector<int>{});
     EXPECT_EQ(selection.CheckedCount(), 0);
@@ -56,7 +56,7 @@ TEST_F(SelectionOf, Eight_channels_have_eight_boxes) {
     text.electrodes = {"Ca", "Cl", "K", "Na", "F", "I", "Br", "Ag"};
     text.sensors = {"1", "2", "3", "4", "1", "2", "3", "4"};
     View(text.File(1));
-    Mreport::Selection selection;
+    Mreport::Selection selection(viewed, shown);
     EXPECT_EQ(selection.CheckedCount(), 8);
     selection.ChooseUnit(Quantity::celsius);
     EXPECT_EQ(selection.CheckedCount(), 4);
@@ -64,7 +64,7 @@ TEST_F(SelectionOf, Eight_channels_have_eight_boxes) {
 
 TEST_F(SelectionOf, The_unit_in_force_keeps_its_check_marks) {
     View(MeasurementText().File(1));
-    Mreport::Selection selection;
+    Mreport::Selection selection(viewed, shown);
     selection.Check(0, false);
     selection.ChooseUnit(Quantity::mV);
     EXPECT_FALSE(selection.BoxAt(0).checked);
@@ -74,7 +74,7 @@ TEST_F(SelectionOf, Fifteen_hundred_points_are_refused_and_less_is_accepted) {
     MeasurementText text;
     text.electrodes = {"Ca", "Cl", "K", "None"};
     View(text.File(1));
-    const Mreport::Selection selection;
+    const Mreport::Selection selection(viewed, shown);
     ASSERT_EQ(selection.CheckedCount(), 3);
     EXPECT_TRUE(selection.Fits(499));
     EXPECT_FALSE(selection.Fits(500));
@@ -83,28 +83,28 @@ TEST_F(SelectionOf, Fifteen_hundred_points_are_refused_and_less_is_accepted) {
 
 TEST_F(SelectionOf, Accepting_writes_unit_and_channels) {
     View(MeasurementText().File(1));
-    Mreport::Selection selection;
+    Mreport::Selection selection(viewed, shown);
     selection.Check(1, false);
-    selection.Accept();
-    EXPECT_EQ(Mreport::Series(Quantity::mV), (std::vector<int>{1, 3}));
-    EXPECT_EQ(Mreport::unitCode, Quantity::mV);
+    selection.Accept(shown);
+    EXPECT_EQ(Mreport::Series(viewed, shown, Quantity::mV), (std::vector<int>{1, 3}));
+    EXPECT_EQ(shown.unitCode, Quantity::mV);
 }
 
 TEST_F(SelectionOf, Accepting_sensors_keeps_the_choice_of_channels) {
     View(MeasurementText().File(1));
-    Mreport::Selection selection;
+    Mreport::Selection selection(viewed, shown);
     selection.ChooseUnit(Quantity::celsius);
     selection.Check(0, false);
-    selection.Accept();
-    EXPECT_EQ(Mreport::Series(Quantity::celsius), std::vector<int>{2});
-    EXPECT_EQ(Mreport::Series(Quantity::mV), (std::vector<int>{1, 2, 3}));
-    EXPECT_FALSE(Mreport::Selection().BoxAt(0).checked);
-    EXPECT_TRUE(Mreport::Selection().BoxAt(1).checked);
+    selection.Accept(shown);
+    EXPECT_EQ(Mreport::Series(viewed, shown, Quantity::celsius), std::vector<int>{2});
+    EXPECT_EQ(Mreport::Series(viewed, shown, Quantity::mV), (std::vector<int>{1, 2, 3}));
+    EXPECT_FALSE(Mreport::Selection(viewed, shown).BoxAt(0).checked);
+    EXPECT_TRUE(Mreport::Selection(viewed, shown).BoxAt(1).checked);
 }
 
 TEST_F(SelectionOf, A_disabled_box_cannot_be_checked) {
     View(MeasurementText().File(1));
-    Mreport::Selection selection;
+    Mreport::Selection selection(viewed, shown);
     selection.Check(3, true);
     EXPECT_FALSE(selection.BoxAt(3).checked);
 }

@@ -6,7 +6,6 @@
 #include "link/CommPort.h"
 #include "link/DataAcq.h"
 #include "platform/System.h"
-#include "report/Mreport.h"
 #include "settings/mWinInit.h"
 
 #include <gtest/gtest.h>
@@ -149,7 +148,6 @@ void ResetCore() {
     CommPort::Reset();
     DataAcq::Reset();
     FileOpr::Reset();
-    Mreport::Reset();
 }
 } // namespace
 

@@ -15,8 +15,10 @@
 class LoadedReport : public testing::Test {
 protected:
     fake::Platform platform;
-    RecordingView view;
-    Mreport::ReportLoader loader{view};
+    Mreport::ViewedFile viewed;
+    Mreport::ShownGraph shown;
+    RecordingView view{viewed, shown};
+    Mreport::ReportLoader loader{viewed, shown, view};
 
     LoadedReport() { platform.clock.step = std::chrono::milliseconds(1); }
 
@@ -32,6 +34,8 @@ protected:
         stream << text;
         ASSERT_TRUE(stream.flush());
     }
+
+    Mreport::PageRange Range() const { return Mreport::GraphRange(viewed, shown); }
 
     bool StatusShown(const std::string& text) const {
         return std::find(view.statuses.begin(), view.statuses.end(), text) != view.statuses.end();

@@ -43,13 +43,13 @@ void RecordingView::PageAdded(int page, bool selectNew) {
 }
 
 void RecordingView::SetScroll(const Mreport::ScrollLimits& limits) {
-    scrollGuarded = scrollGuarded && Mreport::scrollGuard;
+    scrollGuarded = scrollGuarded && shown_.scrollGuard;
     scroll = limits;
     scrollValue = std::clamp(limits.value.value_or(scrollValue), limits.min, limits.max);
 }
 
-void RecordingView::GraphDrawn(std::int32_t first) {
-    firstRecord = first;
-    const auto range = Mreport::pages.Records(0);
+void RecordingView::GraphDrawn(Mreport::FileRecord first) {
+    firstRecord = first.number;
+    const auto range = file_.pages.Records(0);
     recordsAtDrawing.push_back(range ? range->last : 0);
 }

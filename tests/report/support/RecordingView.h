@@ -61,6 +61,9 @@ private:
 /// A viewer without a window.
 class RecordingView : public Mreport::ReportView {
 public:
+    RecordingView(const Mreport::ViewedFile& file, const Mreport::ShownGraph& shown)
+        : file_(file), shown_(shown) {}
+
     RecordingGraph graph;
     std::filesystem::path caption;
     std::string head;
@@ -80,9 +83,13 @@ public:
     void ShowStatus(const std::string& text) override { statuses.push_back(text); }
     void PageAdded(int page, bool selectNew) override;
     void LinesAdded() override {}
-    void SelectShownPage() override { selectedTab = Mreport::shownPageIndex; }
+    void SelectShownPage() override { selectedTab = shown_.shownPageIndex; }
     void SetScroll(const Mreport::ScrollLimits& limits) override;
-    std::int32_t ScrollValue() const override { return scrollValue; }
+    Mreport::PageRecord ScrollValue() const override { return {scrollValue}; }
     Mreport::ReportGraph& Graph() override { return graph; }
-    void GraphDrawn(std::int32_t first) override;
+    void GraphDrawn(Mreport::FileRecord first) override;
+
+private:
+    const Mreport::ViewedFile& file_;
+    const Mreport::ShownGraph& shown_;
 };

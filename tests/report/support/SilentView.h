@@ -41,9 +41,9 @@ public:
     void LinesAdded() override {}
     void SelectShownPage() override {}
     void SetScroll(const Mreport::ScrollLimits&) override {}
-    std::int32_t ScrollValue() const override { return scrollValue_; }
+    Mreport::PageRecord ScrollValue() const override { return {scrollValue_}; }
     Mreport::ReportGraph& Graph() override { return graph; }
-    void GraphDrawn(std::int32_t) override {}
+    void GraphDrawn(Mreport::FileRecord) override {}
 
     GraphKind graph;
 

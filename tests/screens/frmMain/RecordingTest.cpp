@@ -4,7 +4,6 @@
 #include "files/FileOpr.h"
 #include "files/MeasurementReader.h"
 #include "platform/qt/QtDialogs.h"
-#include "report/Mreport.h"
 #include "screens/Report/Report.h"
 #include "settings/mWinInit.h"
 
@@ -31,6 +30,16 @@ protected:
         Click(*form, "cmdPage", frmMain::run);
         EXPECT_EQ(RunButton(), "&Stop");
         return target;
+    }
+
+    static Report* OpenReport() {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* report = qobject_cast<Report*>(window))
+                return report;
+        return nullptr;
+    }
+    static std::int32_t LastViewedRecord() {
+        return Mreport::PageRecordRange(OpenReport()->File().pages, 0).lastRecord.number;
     }
 
     void StopAndGoBack() {
@@ -319,10 +328,7 @@ TEST_F(RecordingTest, The_live_report_shows_the_target_with_all_records_so_far) 
     const auto target = AnswerSaveDialog("run.4ch");
     Click(*form, "cmdPage", frmMain::run);
     Click(*form, "cmdPage", frmMain::report);
-    Report* report = nullptr;
-    for (QWidget* window : QApplication::topLevelWidgets())
-        if (auto* found = qobject_cast<Report*>(window))
-            report = found;
+    const Report* report = OpenReport();
     ASSERT_NE(report, nullptr);
     EXPECT_TRUE(report->isVisible());
     EXPECT_TRUE(report->windowTitle().contains("run.4ch"));
@@ -334,14 +340,11 @@ TEST_F(RecordingTest, The_report_button_brings_later_records_into_an_open_report
     const auto target = AnswerSaveDialog("run.4ch");
     Click(*form, "cmdPage", frmMain::run);
     Click(*form, "cmdPage", frmMain::report);
-    std::int32_t lastRecord = 0;
-    Mreport::PageRecordRange(0, lastRecord);
-    ASSERT_EQ(lastRecord, 1);
+    ASSERT_EQ(LastViewedRecord(), 1);
     Click(*form, "cmdPage", frmMain::run);
     Click(*form, "cmdPage", frmMain::report);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
-    Mreport::PageRecordRange(0, lastRecord);
-    EXPECT_EQ(lastRecord, 2);
+    EXPECT_EQ(LastViewedRecord(), 2);
 }
 
 TEST_F(RecordingTest, While_the_report_follows_records_go_straight_to_the_target) {

@@ -5,6 +5,7 @@
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/QtPrinting.h"
 #include "report/PrintJob.h"
+#include "report/ViewedFile.h"
 #include "report/PrintLayout.h"
 #include "report/PrintedLines.h"
 #include "screens/controls/GraphControl.h"
@@ -103,8 +104,9 @@ TEST_F(PrintQueue, A_graph_arrives_with_its_legend_and_in_colour) {
         return platform::PrintOn(printer, name, document);
     };
 
-    Mreport::PrintGraph(platform::QtPicture(
-        [&graph](QPainter& painter, const QRectF& area) { graph.PaintOnPaper(painter, area); }));
+    Mreport::PrintGraph({}, platform::QtPicture([&graph](QPainter& painter, const QRectF& area) {
+                            graph.PaintOnPaper(painter, area);
+                        }));
 
     const QString job = server.LastJob();
     ASSERT_FALSE(job.isEmpty());

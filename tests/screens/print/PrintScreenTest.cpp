@@ -2,7 +2,6 @@
 
 #include "base/RunTimeError.h"
 #include "platform/qt/QtPrinting.h"
-#include "report/Mreport.h"
 #include "report/ReportLoader.h"
 #include "report/support/MeasurementText.h"
 #include "report/support/RecordingView.h"
@@ -33,7 +32,7 @@ protected:
         const auto file = platform.folder.Path() / "run.4ch";
         WriteBytes(file, text.File(records));
         loader.ViewFile(file);
-        form = std::make_unique<frmPrint>();
+        form = std::make_unique<frmPrint>(viewed, shown);
         Show(*form);
     }
 
@@ -58,15 +57,17 @@ protected:
         return records;
     }
 
-    RecordingView view;
-    Mreport::ReportLoader loader{view};
+    Mreport::ViewedFile viewed;
+    Mreport::ShownGraph shown;
+    RecordingView view{viewed, shown};
+    Mreport::ReportLoader loader{viewed, shown, view};
     std::unique_ptr<frmPrint> form;
 };
 
 TEST_F(PrintScreen, The_list_shown_in_the_viewer_is_chosen_and_its_records_are_told) {
     Open(4200); // 8 lines each: two pages
-    Mreport::shownPageIndex = 1;
-    form = std::make_unique<frmPrint>();
+    shown.shownPageIndex = 1;
+    form = std::make_unique<frmPrint>(viewed, shown);
     Show(*form);
 
     auto& list = Find<QComboBox>(*form, "cboList");
@@ -340,7 +341,7 @@ TEST_F(PrintScreen, Every_control_has_a_name_and_a_mnemonic_of_its_own) {
 
 TEST_F(PrintScreen, A_graph_holds_the_range_that_was_asked_for_during_automatic_update_too) {
     Open(200);
-    Mreport::autoUpdate = true;
+    shown.autoUpdate = true;
     ChooseGraph();
     ChooseRange("1", "200");
     const auto& graph = Find<GraphControl>(*form, "graReport");

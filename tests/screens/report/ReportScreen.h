@@ -1,6 +1,5 @@
 #pragma once
 
-#include "report/Mreport.h"
 #include "report/support/MeasurementText.h"
 #include "screens/Report/Report.h"
 #include "screens/controls/GraphControl.h"
@@ -46,6 +45,10 @@ protected:
                 step();
         };
     }
+
+    const Mreport::ViewedFile& Viewed() const { return form->File(); }
+    const Mreport::ShownGraph& Shown() const { return form->Shown(); }
+    Mreport::PageRange Range() const { return Mreport::GraphRange(Viewed(), Shown()); }
 
     QString Status() const { return Find<QLabel>(*form, "lblStatus").text(); }
     GraphControl& Graph() const { return Find<GraphControl>(*form, "graReport"); }

@@ -52,14 +52,14 @@ TEST_F(ReportScreen, The_table_view_shows_the_lines_in_lists_with_tabs) {
     pages.setCurrentIndex(1);
     EXPECT_TRUE(List(1).isVisible());
     EXPECT_EQ(List(1).LineText(0), "Record 4087\tAt\t14:05:33 07.Mar.2003");
-    EXPECT_EQ(Mreport::shownPageIndex, 1);
+    EXPECT_EQ(Shown().shownPageIndex, 1);
 }
 
 TEST_F(ReportScreen, Another_list_page_brings_its_records_into_the_graph) {
     View(MeasurementText().File(recordsOfFirstPage + 60));
     Find<QTabBar>(*form, "Pages").setCurrentIndex(1);
-    EXPECT_EQ(Mreport::graphPageIndex, 1);
-    EXPECT_EQ(Mreport::pageFirstRecordOffset, recordsOfFirstPage);
+    EXPECT_EQ(Shown().graphPageIndex, 1);
+    EXPECT_EQ(Range().pageFirstRecordOffset, recordsOfFirstPage);
     EXPECT_EQ(Scroll().maximum(), 60);
     EXPECT_EQ(Graph().DataGetAmp(1, 1), 4087.0);
 }
@@ -97,7 +97,7 @@ TEST_F(ReportScreen, Escape_stops_a_load_and_a_second_file_is_refused_meanwhile)
     View(MeasurementText().File(4000));
     EXPECT_EQ(Status(), "Ready");
     EXPECT_TRUE(form->isVisible());
-    EXPECT_LT(Mreport::recordsInPage, 400);
+    EXPECT_LT(Range().recordsInPage, 400);
     EXPECT_TRUE(form->IsIdle());
 }
 
@@ -111,7 +111,7 @@ TEST_F(ReportScreen, Escape_reaches_the_load_from_every_control) {
             QCoreApplication::processEvents();
         };
         View(MeasurementText().File(1000));
-        EXPECT_LT(Mreport::recordsInPage, 1000) << name;
+        EXPECT_LT(Range().recordsInPage, 1000) << name;
     }
 }
 
@@ -125,7 +125,7 @@ TEST_F(ReportScreen, Selecting_channels_and_printing_wait_for_the_end_of_a_load)
         Choose(*form, "mnuFileItem_0");
     });
     View(MeasurementText().File(500));
-    EXPECT_EQ(Mreport::recordsInPage, 500);
+    EXPECT_EQ(Range().recordsInPage, 500);
 }
 
 TEST_F(ReportScreen, Opening_goes_through_the_file_dialog) {
@@ -135,8 +135,8 @@ TEST_F(ReportScreen, Opening_goes_through_the_file_dialog) {
         return std::optional(File("other.4ch"));
     });
     Choose(*form, "mnuFileItem_0");
-    EXPECT_EQ(Mreport::recordsInPage, 5);
-    EXPECT_EQ(Mreport::viewedFile, File("other.4ch"));
+    EXPECT_EQ(Range().recordsInPage, 5);
+    EXPECT_EQ(Viewed().path, File("other.4ch"));
 }
 
 TEST_F(ReportScreen, A_file_that_cannot_be_opened_is_said_and_the_old_one_stays) {
@@ -145,7 +145,7 @@ TEST_F(ReportScreen, A_file_that_cannot_be_opened_is_said_and_the_old_one_stays)
         "Unexpected error - Opening gone.4ch: File not found\nError location - Report - ViewFile",
         critical);
     form->ViewFile(File("gone.4ch"));
-    EXPECT_EQ(Mreport::viewedFile, File());
+    EXPECT_EQ(Viewed().path, File());
     EXPECT_EQ(List(0).LineCount(), 12 + 40);
 }
 
@@ -157,7 +157,7 @@ TEST_F(ReportScreen, Recent_files_are_offered_newest_first) {
     ASSERT_EQ(menu.actions().size(), 2);
     EXPECT_TRUE(menu.actions()[0]->text().endsWith("two&&2.4ch"));
     menu.actions()[1]->trigger();
-    EXPECT_EQ(Mreport::recordsInPage, 1);
+    EXPECT_EQ(Range().recordsInPage, 1);
 }
 
 TEST_F(ReportScreen, The_menus_offer_what_the_shown_file_allows) {
@@ -201,11 +201,11 @@ TEST_F(ReportScreen, Automatic_update_hides_the_scroll_bar_until_the_run_ends) {
     FileOpr::targetFile = File();
     View(MeasurementText().File(60));
     Choose(*form, "mnuUpdateItem_1");
-    EXPECT_TRUE(Mreport::autoUpdate);
+    EXPECT_TRUE(Shown().autoUpdate);
     EXPECT_FALSE(Scroll().isVisible());
     EXPECT_EQ(Graph().DataGetAmp(1, 10), 60.0) << "the block of 50 that began with record 51";
     form->SetUpdateEnabled(false);
-    EXPECT_FALSE(Mreport::autoUpdate);
+    EXPECT_FALSE(Shown().autoUpdate);
     EXPECT_TRUE(Scroll().isVisible());
     EXPECT_FALSE(Find<QAction>(*form, "mnuUpdateItem_1").isChecked());
 }
@@ -219,8 +219,8 @@ TEST_F(ReportScreen, The_file_is_no_longer_live_when_the_measuring_page_is_left)
     QWidget other;
     Show(other);
     Show(*form);
-    EXPECT_FALSE(Mreport::viewingLiveFile);
-    EXPECT_FALSE(Mreport::autoUpdate);
+    EXPECT_FALSE(Viewed().viewingLiveFile);
+    EXPECT_FALSE(Shown().autoUpdate);
     EXPECT_TRUE(Find<QAction>(*form, "mnuViewItem_0").isEnabled());
     FileOpr::measuring = true;
     Show(other);
@@ -233,10 +233,10 @@ TEST_F(ReportScreen, A_list_chosen_during_automatic_update_leaves_the_live_graph
     FileOpr::measuring = true;
     View(MeasurementText().File(recordsOfFirstPage + 10));
     Choose(*form, "mnuUpdateItem_1");
-    EXPECT_EQ(Mreport::graphPageIndex, 1);
+    EXPECT_EQ(Shown().graphPageIndex, 1);
     Find<QTabBar>(*form, "Pages").setCurrentIndex(0);
-    EXPECT_EQ(Mreport::shownPageIndex, 0);
-    EXPECT_EQ(Mreport::graphPageIndex, 1);
+    EXPECT_EQ(Shown().shownPageIndex, 0);
+    EXPECT_EQ(Shown().graphPageIndex, 1);
 }
 
 TEST_F(ReportScreen, Opening_a_file_resets_update_and_view) {
@@ -247,7 +247,7 @@ TEST_F(ReportScreen, Opening_a_file_resets_update_and_view) {
     Choose(*form, "mnuViewItem_2");
     EXPECT_TRUE(Find<QWidget>(*form, "picMode").isVisible());
     View(MeasurementText().File(3), "other.4ch");
-    EXPECT_FALSE(Mreport::autoUpdate);
+    EXPECT_FALSE(Shown().autoUpdate);
     EXPECT_FALSE(Find<QAction>(*form, "mnuUpdateItem_1").isChecked());
     EXPECT_TRUE(Find<QAction>(*form, "mnuViewItem_1").isChecked());
     EXPECT_FALSE(Find<QAction>(*form, "mnuViewItem_2").isChecked());
@@ -262,7 +262,7 @@ TEST_F(ReportScreen, Closing_frees_the_file_and_remembers_the_place) {
     Choose(*form, "mnuBack");
     EXPECT_EQ(closed, 1);
     EXPECT_FALSE(form->isVisible());
-    EXPECT_TRUE(Mreport::viewedFile.empty());
+    EXPECT_TRUE(Viewed().path.empty());
     EXPECT_EQ(platform.userStore.values.at("Report/Window/Left"), "40");
     EXPECT_EQ(platform.userStore.values.at("Report/Window/Top"), "50");
 }
@@ -285,7 +285,7 @@ TEST_F(ReportScreen, A_found_record_is_brought_into_the_list) {
     EXPECT_TRUE(search.isVisible());
     Type(search, "txtEntry", "4088");
     QTest::keyClick(&Find<QWidget>(search, "txtEntry"), Qt::Key_Return);
-    EXPECT_EQ(Mreport::shownPageIndex, 1);
+    EXPECT_EQ(Shown().shownPageIndex, 1);
     EXPECT_EQ(List(1).CurrentLine(), 8);
 }
 
@@ -337,7 +337,7 @@ TEST_F(ReportScreen, Automatic_update_waits_for_the_end_of_a_load) {
     });
     View(MeasurementText().File(500));
     EXPECT_EQ(List(0).LineCount(), 12 + 8 * 500);
-    EXPECT_FALSE(Mreport::autoUpdate);
+    EXPECT_FALSE(Shown().autoUpdate);
     EXPECT_FALSE(Find<QAction>(*form, "mnuUpdateItem_1").isChecked());
 }
 
@@ -350,7 +350,7 @@ TEST_F(ReportScreen, A_recent_file_chosen_during_a_load_is_refused_once) {
         menu.actions().last()->trigger();
     });
     View(MeasurementText().File(500));
-    EXPECT_EQ(Mreport::recordsInPage, 500);
+    EXPECT_EQ(Range().recordsInPage, 500);
 }
 
 TEST_F(ReportScreen, A_search_forgets_what_it_found_when_another_file_is_opened) {

@@ -14,7 +14,7 @@ protected:
         MeasurementText text;
         text.comment = [](int record) { return "note " + std::to_string(record); };
         View(text.File(records));
-        dialog = std::make_unique<frmSrch>();
+        dialog = std::make_unique<frmSrch>(form->File());
         Show(*dialog);
     }
     std::unique_ptr<frmSrch> dialog;

@@ -12,10 +12,12 @@ namespace {
 class SelectionDialog : public ReportScreen {
 protected:
     void Open() {
-        dialog = std::make_unique<frmCommon>(Graph());
+        shown = form->Shown();
+        dialog = std::make_unique<frmCommon>(form->File(), shown, Graph());
         dialog->Redraw = [this] { ++redraws; };
         Show(*dialog);
     }
+    Mreport::ShownGraph shown; ///< what the dialog changes
     std::unique_ptr<frmCommon> dialog;
     int redraws = 0;
 
@@ -53,7 +55,7 @@ TEST_F(SelectionDialog, Degrees_turn_the_boxes_into_sensors) {
     EXPECT_EQ(Graph().NumSets(), 1);
     EXPECT_EQ(Graph().LeftTitle(), "\xB0"
                                    "C");
-    EXPECT_EQ(Mreport::Series(Mreport::unitCode), std::vector<int>{1});
+    EXPECT_EQ(Mreport::Series(form->File(), shown), std::vector<int>{1});
     EXPECT_FALSE(dialog->isVisible());
 }
 
@@ -71,7 +73,7 @@ TEST_F(SelectionDialog, Cancel_changes_nothing) {
     Open();
     Click(*dialog, "optData_1");
     Click(*dialog, "cmdBtn_1");
-    EXPECT_EQ(Mreport::unitCode, Quantity::mV);
+    EXPECT_EQ(shown.unitCode, Quantity::mV);
     EXPECT_EQ(Graph().NumSets(), sets);
     EXPECT_EQ(redraws, 0);
 }

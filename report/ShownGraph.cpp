@@ -1,0 +1,39 @@
+#include "report/ShownGraph.h"
+
+#include <algorithm>
+
+namespace Mreport {
+
+std::string UnitText(Quantity unit) {
+    return std::string(Quantities::Label(unit));
+}
+
+ScrollLimits ResetScroll(const ViewedFile& file, const ShownGraph& shown, bool setValue) {
+    const std::int32_t records = GraphRange(file, shown).recordsInPage;
+    ScrollLimits limits{std::min(spanLength, records), records, std::nullopt};
+    if (setValue)
+        limits.value = file.viewingLiveFile ? limits.max : limits.min;
+    return limits;
+}
+
+std::vector<int> Series(const ViewedFile& file, const ShownGraph& shown, Quantity unit) {
+    std::vector<int> numbers;
+    if (Quantities::IsOfSensors(unit)) {
+        for (int sensor = 1; sensor <= tempSensorCount; ++sensor)
+            if (shown.sensorInUse[static_cast<std::size_t>(sensor - 1)] && file.SensorUsed(sensor))
+                numbers.push_back(sensor);
+        return numbers;
+    }
+    for (int channel = 1; channel <= file.channelCount; ++channel) {
+        const auto index = static_cast<std::size_t>(channel - 1);
+        if (file.channelKind[index] != Electrode::Kind::none && shown.channelInUse[index])
+            numbers.push_back(channel);
+    }
+    return numbers;
+}
+
+std::vector<int> Series(const ViewedFile& file, const ShownGraph& shown) {
+    return Series(file, shown, shown.unitCode);
+}
+
+} // namespace Mreport
