@@ -5,7 +5,7 @@
 #include "base/Electrode.h"
 #include "base/Letters.h"
 #include "base/NumberText.h"
-#include "files/MeasurementText.h"
+#include "files/MeasurementTexts.h"
 
 #include <algorithm>
 #include <functional>
@@ -14,7 +14,7 @@ namespace MeasurementFormat {
 
 namespace {
 
-namespace Text = MeasurementText;
+namespace Text = MeasurementTexts;
 
 constexpr int slopeCellsWithoutCalibration = 8; // in four-channel files too: readers count them
 

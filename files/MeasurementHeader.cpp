@@ -9,7 +9,7 @@ namespace FileOpr {
 
 namespace {
 
-namespace Text = MeasurementText;
+namespace Text = MeasurementTexts;
 using Channel = MeasurementHeader::Channel;
 
 std::string Trimmed(std::string_view text) {

@@ -17,7 +17,7 @@ std::int32_t RecordNumber(std::string_view line) {
     if (!IsRecordStart(line))
         return 0;
     std::int32_t number = 0;
-    const auto digits = line.substr(MeasurementText::record.size());
+    const auto digits = line.substr(MeasurementTexts::record.size());
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     return result.ec == std::errc() ? number : 0;
 }
@@ -33,14 +33,14 @@ std::string_view TimeStamp(std::string_view line) {
 }
 
 bool IsMissing(std::string_view cell) {
-    return cell.empty() || cell == MeasurementText::noRecordValue ||
-           cell == MeasurementText::noHeaderValue;
+    return cell.empty() || cell == MeasurementTexts::noRecordValue ||
+           cell == MeasurementTexts::noHeaderValue;
 }
 
 std::string_view CommentText(std::string_view line) {
     if (!IsComment(line))
         return {};
-    line.remove_prefix(MeasurementText::comment.size());
+    line.remove_prefix(MeasurementTexts::comment.size());
     if (line.starts_with('\t'))
         line.remove_prefix(1);
     return line;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "files/MeasurementRecord.h"
-#include "files/MeasurementText.h"
+#include "files/MeasurementTexts.h"
 
 #include <optional>
 #include <string_view>
@@ -16,7 +16,7 @@ namespace MeasurementLines {
 
 /// The first line of a record: "Record " and a digit.
 inline bool IsRecordStart(std::string_view line) {
-    constexpr std::string_view mark = MeasurementText::record;
+    constexpr std::string_view mark = MeasurementTexts::record;
     return line.size() > mark.size() && line.starts_with(mark) && line[mark.size()] >= '0' &&
            line[mark.size()] <= '9';
 }
@@ -32,7 +32,7 @@ bool IsMissing(std::string_view cell);
 
 /// The second line of a record.
 inline bool IsComment(std::string_view line) {
-    return line.starts_with(MeasurementText::comment);
+    return line.starts_with(MeasurementTexts::comment);
 }
 std::string_view CommentText(std::string_view line);
 

@@ -19,8 +19,8 @@ void ReadValues(MeasurementRecord& record, std::string_view line) {
     const auto cells = SplitCells(line);
     for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
         auto& cell = record.cells[i][*quantity];
-        cell.assign(cells.cell[i].substr(0, MeasurementText::cellWidth));
-        cell.resize(MeasurementText::cellWidth, ' ');
+        cell.assign(cells.cell[i].substr(0, MeasurementTexts::cellWidth));
+        cell.resize(MeasurementTexts::cellWidth, ' ');
     }
 }
 
@@ -30,7 +30,7 @@ void Begin(MeasurementRecord& record, const RecordWalk& walk, std::string_view c
     record.comment = comment;
     for (auto& channel : record.cells)
         for (auto& cell : channel)
-            cell.assign(MeasurementText::cellWidth, ' ');
+            cell.assign(MeasurementTexts::cellWidth, ' ');
 }
 
 } // namespace

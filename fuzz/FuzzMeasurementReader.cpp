@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Demand(IsOneLine(record.comment) && IsOneLine(record.timeStamp));
         for (const auto& channel : record.cells)
             for (const auto& cell : channel)
-                Demand(cell.size() == MeasurementText::cellWidth);
+                Demand(cell.size() == MeasurementTexts::cellWidth);
         ++records;
     }
     Demand(records <= size / std::string_view("Record 1").size());

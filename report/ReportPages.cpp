@@ -162,7 +162,7 @@ std::string ReportPages::Decoded(std::string_view fileText) const {
 std::string ReportPages::Shown(Page page, Line line) const {
     std::string text = Text(page, line);
     if (MeasurementLines::IsSeparator(text))
-        text.assign(MeasurementText::listSeparatorWidth, '-');
+        text.assign(MeasurementTexts::listSeparatorWidth, '-');
     return text;
 }
 

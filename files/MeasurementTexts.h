@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// The fixed texts of a measurement file, for those who write it and those who read it.
-namespace MeasurementText {
+namespace MeasurementTexts {
 
 inline constexpr std::string_view lineEnd = "\r\n";
 
@@ -58,4 +58,4 @@ inline constexpr std::string_view record = "Record ";
 inline constexpr std::string_view at = "\tAt\t";
 inline constexpr std::string_view comment = "Comment:";
 
-} // namespace MeasurementText
+} // namespace MeasurementTexts
