@@ -11,8 +11,7 @@ namespace platform {
 
 /// While it lives, clicks and keys wait outside, so that a long drawing may let events run without
 /// its own screens being closed or clicked meanwhile, and the pointer is the hourglass; ESC asks to
-/// stop. A box that opens in the
-/// meantime, over everything else, is answered as usual.
+/// stop. A box that opens in the meantime, over everything else, is answered as usual.
 class InputGate : public QObject {
 public:
     InputGate();
