@@ -66,6 +66,10 @@ std::string PrintedPage(const LocalTime& time) {
     return DatePart(time, '-');
 }
 
+std::string TimeOfDay(const LocalTime& time) {
+    return Padded(time.hour, 2) + MinutesAndSeconds(time);
+}
+
 std::string General(const LocalTime& time) {
     return DatePart(time, '.') + " " + std::to_string(time.hour) + MinutesAndSeconds(time);
 }

@@ -17,6 +17,7 @@ std::string Clock(const LocalTime& time);             ///< "h:mm:ss dd.mmm.yyyy"
 std::string Date(const LocalTime& time);              ///< "dd.mmm.yyyy"
 std::string SingleCalibration(const LocalTime& time); ///< "hh:mm dd.mmm.yyyy"
 std::string PrintedPage(const LocalTime& time);       ///< "dd-mmm-yyyy"
+std::string TimeOfDay(const LocalTime& time);         ///< "hh:mm:ss"
 std::string General(const LocalTime& time);           ///< "dd.mmm.yyyy h:mm:ss", link messages
 
 } // namespace DateText

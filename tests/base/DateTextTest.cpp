@@ -30,6 +30,11 @@ TEST(DateText, Midnight_is_hour_0) {
     EXPECT_EQ(DateText::Clock({2003, 1, 1, 0, 0, 0}), "0:00:00 01.Jan.2003");
 }
 
+TEST(DateText, A_time_of_day_has_two_digits_each) {
+    EXPECT_EQ(DateText::TimeOfDay({2003, 3, 7, 2, 4, 8}), "02:04:08");
+    EXPECT_EQ(DateText::TimeOfDay({2003, 3, 7, 14, 46, 56}), "14:46:56");
+}
+
 TEST(DateText, Month_names_are_the_English_ones) {
     const char* const names[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                  "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
