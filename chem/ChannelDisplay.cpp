@@ -20,24 +20,29 @@ Cell TwoDecimals(float value) {
 }
 
 /// The concentration in the unit that the channel was not calibrated in.
-Cell OtherUnit(float (*change)(float, float), const ChannelState& channel) {
+std::optional<float> OtherUnit(float (*change)(float, float), const ChannelState& channel) {
     if (channel.molarMass_g_per_mol == 0)
-        return Error(); // a concentration of 0 would be believed
+        return std::nullopt; // a concentration of 0 would be believed
     try {
-        return Reading(change(*channel.converted, channel.molarMass_g_per_mol));
+        return change(*channel.converted, channel.molarMass_g_per_mol);
     } catch (const RunTimeError&) {
-        return Error();
+        return std::nullopt;
     }
 }
 
-void ShowConcentrations(Cells& cells, const ChannelState& channel) {
+void AddConcentrations(Values& values, const ChannelState& channel) {
     if (channel.stdUnit != 0) {
-        cells[Quantity::mol_l] = Reading(*channel.converted);
-        cells[Quantity::ppm] = OtherUnit(Measure::ToPpm, channel);
+        values[Quantity::mol_l] = channel.converted;
+        values[Quantity::ppm] = OtherUnit(Measure::ToPpm, channel);
     } else {
-        cells[Quantity::ppm] = Reading(*channel.converted);
-        cells[Quantity::mol_l] = OtherUnit(Measure::ToMolPerLitre, channel);
+        values[Quantity::ppm] = channel.converted;
+        values[Quantity::mol_l] = OtherUnit(Measure::ToMolPerLitre, channel);
     }
+}
+
+void ShowConcentrations(Cells& cells, const Values& values) {
+    for (const Quantity unit : {Quantity::ppm, Quantity::mol_l})
+        cells[unit] = values[unit] ? Reading(*values[unit]) : Error();
 }
 
 void ShowFailure(Cells& cells, Electrode::Kind kind) {
@@ -55,7 +60,7 @@ void ShowNegative(Cells& cells, const ChannelState& channel) {
             Error(); // of a pH channel too: its pH cell stays blank
 }
 
-void ShowConverted(Cells& cells, const ChannelState& channel) {
+void ShowConverted(Cells& cells, const ChannelState& channel, const Values& values) {
     if (channel.conversionFailed)
         ShowFailure(cells, channel.kind);
     else if (!channel.converted)
@@ -65,15 +70,30 @@ void ShowConverted(Cells& cells, const ChannelState& channel) {
     else if (channel.kind == Electrode::Kind::pH)
         cells[Quantity::pH] = TwoDecimals(*channel.converted);
     else if (channel.kind == Electrode::Kind::ion)
-        ShowConcentrations(cells, channel);
+        ShowConcentrations(cells, values);
 }
 
 } // namespace
 
+Values ValuesOf(const ChannelState& channel) {
+    Values values;
+    values[Quantity::mV] = channel.potential_mV;
+    if (!channel.temperatureFailed)
+        values[Quantity::celsius] = channel.temperature_celsius;
+    if (channel.conversionFailed || !channel.converted || *channel.converted < 0)
+        return values;
+    if (channel.kind == Electrode::Kind::pH)
+        values[Quantity::pH] = channel.converted;
+    else if (channel.kind == Electrode::Kind::ion)
+        AddConcentrations(values, channel);
+    return values;
+}
+
 Cells Compose(const ChannelState& channel) {
+    const Values values = ValuesOf(channel);
     Cells cells;
     cells[Quantity::mV] = Reading(channel.potential_mV);
-    ShowConverted(cells, channel);
+    ShowConverted(cells, channel, values);
     if (channel.temperatureFailed)
         cells[Quantity::celsius] = Error();
     else if (channel.temperature_celsius)

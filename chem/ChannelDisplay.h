@@ -31,6 +31,11 @@ struct ChannelState {
     bool temperatureFailed = false;
 };
 
+/// The numbers behind the cells; nothing where a cell is blank or says "Error".
+using Values = PerQuantity<std::optional<float>>;
+
+Values ValuesOf(const ChannelState& channel);
+
 /// The five cells. A concentration beyond single precision, or one that needs an unknown molar
 /// mass, shows "Error" in its own cell alone.
 Cells Compose(const ChannelState& channel);

@@ -58,9 +58,13 @@ std::string FirstProblem(const Measure::ConversionFailures& failures) {
 Outcome Run(const Source& source, std::span<const float, cyclePositions> averages) {
     const Converted cycle = Convert(source, averages);
     Outcome outcome;
-    for (std::size_t i = 0; i < maxChannels; ++i)
-        if (source.selected[i] != 0)
-            outcome.cells[i] = ChannelDisplay::Compose(StateOf(source, cycle, i, averages[i]));
+    for (std::size_t i = 0; i < maxChannels; ++i) {
+        if (source.selected[i] == 0)
+            continue;
+        const auto state = StateOf(source, cycle, i, averages[i]);
+        outcome.cells[i] = ChannelDisplay::Compose(state);
+        outcome.values[i] = ChannelDisplay::ValuesOf(state);
+    }
     outcome.problem = FirstProblem(cycle.failures);
     return outcome;
 }

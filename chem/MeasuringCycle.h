@@ -23,6 +23,8 @@ struct Source {
 struct Outcome {
     /// Blank throughout for a channel that is not in use.
     std::array<ChannelDisplay::Cells, maxChannels> cells;
+    /// The numbers of those cells, for trend, limits and standards.
+    std::array<ChannelDisplay::Values, maxChannels> values;
     /// Why the first position that could not be converted was not; empty where all were.
     std::string problem;
 };

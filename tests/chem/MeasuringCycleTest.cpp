@@ -82,3 +82,29 @@ TEST_F(MeasuringCycleTest, A_failed_sensor_is_named_by_its_own_number) {
     EXPECT_TRUE(outcome.problem.starts_with("Converting temperature sensor 1: "))
         << outcome.problem;
 }
+
+TEST_F(MeasuringCycleTest, The_numbers_behind_the_cells_come_with_them) {
+    const auto outcome = MeasuringCycle::Run(Source(), averages);
+    const auto& ion = outcome.values[0];
+    EXPECT_FLOAT_EQ(*ion[Quantity::mV], 129.5F);
+    EXPECT_NEAR(*ion[Quantity::ppm], 3.1623F, 1E-4F);           // 10^0.5
+    EXPECT_NEAR(*ion[Quantity::mol_l], 3.1623F / 40078, 1E-9F); // 40.078 g/mol
+    EXPECT_FLOAT_EQ(*ion[Quantity::celsius], 20.0F);
+    EXPECT_FALSE(ion[Quantity::pH]);
+    EXPECT_NEAR(*outcome.values[1][Quantity::pH], 6.0F, 0.01F);
+    EXPECT_FALSE(outcome.values[1][Quantity::celsius]);
+    EXPECT_EQ(outcome.values[2], ChannelDisplay::Values());
+}
+
+TEST_F(MeasuringCycleTest, A_cell_that_says_Error_has_no_number) {
+    calibration[0].Standard = {0.0F, 10.0F};
+    const auto outcome = MeasuringCycle::Run(Source(), averages);
+    EXPECT_FLOAT_EQ(*outcome.values[0][Quantity::mV], 129.5F);
+    EXPECT_FALSE(outcome.values[0][Quantity::ppm]);
+    auto source = Source();
+    source.molarMass_g_per_mol = {};
+    calibration[0].Standard = {1.0F, 10.0F};
+    const auto unknownMass = MeasuringCycle::Run(source, averages);
+    EXPECT_TRUE(unknownMass.values[0][Quantity::ppm]);
+    EXPECT_FALSE(unknownMass.values[0][Quantity::mol_l]);
+}
