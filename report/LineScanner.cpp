@@ -50,6 +50,12 @@ bool LineScanner::Next(ScannedLine& line) {
     return true;
 }
 
+std::string_view LineScanner::Ahead(std::size_t wanted) {
+    if (end_ - begin_ < wanted)
+        Refill();
+    return {buffer_.data() + begin_, end_ - begin_};
+}
+
 bool LineScanner::Refill() {
     const std::size_t kept = end_ - begin_;
     std::memmove(buffer_.data(), buffer_.data() + begin_, kept);

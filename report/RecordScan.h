@@ -1,0 +1,110 @@
+#pragma once
+
+#include "base/Quantity.h"
+#include "files/RecordWalk.h"
+#include "report/LineScanner.h"
+#include "report/RecordTime.h"
+#include "report/TextSource.h"
+#include "report/ValueCells.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Mreport {
+
+/// A stretch of a file that begins and ends at line ends.
+struct Stretch {
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0; ///< behind its last byte
+
+    bool operator==(const Stretch&) const = default;
+};
+
+/// What a scan reads of each record.
+struct ScanWish {
+    /// Whose row of values; nothing for a scan that needs no values.
+    std::optional<Quantity> quantity;
+    bool utf8 = false; ///< the file is coded so, not as Windows-1252
+};
+
+/// One record as a scan finds it.
+struct FoundRecord {
+    std::uint64_t offset = 0; ///< of its first line
+    std::int32_t number = 0;
+    std::optional<RecordTime> time;
+    std::string_view comment; ///< as the file has it; until the scan goes on
+    CellValues values{};      ///< by column, not-a-number where there is none
+    bool ended = false;       ///< by its separator or by the next record, not by the stretch's end
+    std::uint64_t end = 0;    ///< offset behind its last line
+};
+
+/// Reads the records of a stretch one after the other, for whoever needs a value of each. Records
+/// of one run have one layout: once it has been learned from a record, the lines behind it are
+/// checked against it instead of being looked for, which gives the same records several times as
+/// fast.
+class RecordScan {
+public:
+    RecordScan(TextSource& source, const Stretch& stretch, const ScanWish& wish);
+
+    /// The next record; false behind the last one. One that is cut off is given with what it has.
+    bool Next(FoundRecord& record);
+
+    /// Bytes of the stretch that have been passed.
+    std::uint64_t Passed() const { return scanner_.NextOffset() - begin_; }
+
+private:
+    /// Reads no byte behind the stretch.
+    class Part : public TextSource {
+    public:
+        Part(TextSource& source, std::uint64_t end) : source_(source), end_(end) {}
+        std::uint64_t Size() override { return end_; }
+        std::size_t Read(std::uint64_t offset, std::span<char> buffer) override;
+
+    private:
+        TextSource& source_;
+        std::uint64_t end_;
+    };
+
+    /// A record's rows as the last walked record had them.
+    struct Row {
+        std::string label;      ///< with the tab behind it
+        std::size_t length = 0; ///< with the line end
+    };
+    struct Layout {
+        std::vector<Row> rows;
+        std::size_t separatorLength = 0; ///< with the line end
+        std::size_t length = 0;          ///< of all lines behind the comment line
+        std::optional<std::size_t> valueRow;
+        bool learned = false;
+    };
+
+    bool NextByLayout(FoundRecord& record);
+    bool FitsLayout(std::string_view rows, FoundRecord& record) const;
+    bool NextByWalk(FoundRecord& record);
+    void BeginRecord(std::uint64_t offset, std::string_view commentLine);
+    void TakeRow(const ScannedLine& line);
+    void Learn(const ScannedLine& separator);
+    bool HoldsWish(std::string_view label) const;
+    void Give(FoundRecord& record, bool ended, std::uint64_t end);
+
+    std::uint64_t begin_;
+    Part part_;
+    LineScanner scanner_;
+    ScanWish wish_;
+    RecordWalk walk_;
+    RecordTimeReader times_;
+    Layout layout_;
+
+    bool atRecordEnd_ = false; ///< the layout may be tried
+    Layout taken_;             ///< of the record that is being walked
+    FoundRecord walked_;
+    std::string comment_;        ///< of the walked record
+    std::string givenComment_;   ///< of the record given last
+    std::uint64_t lastLine_ = 0; ///< offset
+};
+
+} // namespace Mreport
