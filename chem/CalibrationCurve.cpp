@@ -7,12 +7,9 @@
 
 CalibrationCurve CurveOf(const CalibrationRecord& record, bool isPH) {
     CalibrationCurve curve;
-    if (isPH)
-        curve.xTitle = "pH";
-    else
-        curve.xTitle = UnitOf(record.StdUnit) == StandardUnit::ppm
-                           ? "log10 of the concentration in ppm"
-                           : "log10 of the concentration in mol/l";
+    if (!isPH)
+        curve.standards =
+            UnitOf(record.StdUnit) == StandardUnit::ppm ? Quantity::ppm : Quantity::mol_l;
     const int count = std::clamp<int>(record.PointCount, 0, maxCalibrationPoints);
     for (int j = 0; j < count; ++j) {
         const auto row = static_cast<std::size_t>(j);

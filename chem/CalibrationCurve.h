@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/Quantity.h"
 #include "chem/CalibrationRecord.h"
 
-#include <string>
 #include <vector>
 
 /// The points of a calibration as its summary plots them.
@@ -12,7 +12,7 @@ struct CalibrationCurve {
         double potential_mV = 0; ///< mV
     };
 
-    std::string xTitle;
+    Quantity standards = Quantity::pH; ///< what they are: pH, ppm or mol/l
     std::vector<Point> points; ///< in the order of their recording
 };
 

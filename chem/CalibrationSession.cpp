@@ -149,6 +149,10 @@ std::optional<float> CalibrationSession::Reading(int channel, int point) const {
     return At(point).potential_mV.at(static_cast<std::size_t>(channel));
 }
 
+std::optional<float> CalibrationSession::Shown(int channel, int point) const {
+    return IsBeingRead(point) ? Live(channel) : Reading(channel, point);
+}
+
 bool CalibrationSession::IsRecorded(int point) const {
     return !channels_.empty() && std::ranges::all_of(channels_, [&](int channel) {
         return Reading(channel, point).has_value();

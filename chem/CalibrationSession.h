@@ -62,6 +62,7 @@ public:
 
     void BeginReading();
     bool IsReading() const { return reading_; }
+    bool IsBeingRead(int point) const { return reading_ && point == current_; }
 
     /// The averaged mV of a channel for the point being read.
     void SetLive(int channel, float potential_mV);
@@ -82,6 +83,9 @@ public:
 
     /// The recorded mV, as displayed.
     std::optional<float> Reading(int channel, int point) const;
+    /// What stands beside a point: the live reading while it is read, then the recorded one.
+    std::optional<float> Shown(int channel, int point) const;
+
     bool IsRecorded(int point) const;
     bool IsRecordedHere(int point) const; ///< in this session, not taken from a stored calibration
     bool IsComplete() const;

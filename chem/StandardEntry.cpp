@@ -10,28 +10,8 @@ StandardUnit UnitOf(float stdUnit) {
 
 namespace StandardEntry {
 
-namespace {
-constexpr std::string_view promptStart = "< Type";
-}
-
-std::string_view Prompt(bool isPH, StandardUnit unit) {
-    if (isPH)
-        return "< Type pH value here >";
-    return unit == StandardUnit::ppm ? "< Type ppm here >" : "< Type mol/l here >";
-}
-
 bool IsBlank(std::string_view text) {
     return Mcommon::TrimControl(text).empty() || text.find(promptStart) != std::string_view::npos;
-}
-
-std::string_view PointLabel(bool isPH, StandardUnit unit) {
-    if (isPH)
-        return "pH:";
-    return unit == StandardUnit::ppm ? "ppm:" : "mol/l:";
-}
-
-std::string_view ColumnHeading(bool isPH) {
-    return isPH ? "Calibration Point:" : "Standards:";
 }
 
 std::string Converted(const std::string& text, StandardUnit to, float molarMass_g_per_mol) {

@@ -10,21 +10,14 @@ enum class StandardUnit : std::int16_t { ppm = 0, mol_per_litre = 1 };
 /// The unit that a stored `StdUnit` means.
 StandardUnit UnitOf(float stdUnit);
 
-/// What a calibration screen says about the standards of an electrode, and the change of their
-/// unit.
+/// The entry fields of the standards as texts, and the change of their unit.
 namespace StandardEntry {
 
-/// What an entry field holds until the analyst types, for example "< Type ppm here >".
-std::string_view Prompt(bool isPH, StandardUnit unit);
+/// How the prompt begins that a field holds until the analyst types.
+inline constexpr std::string_view promptStart = "< Type";
 
 /// An empty text or one that still holds a prompt.
 bool IsBlank(std::string_view text);
-
-/// "pH:", "ppm:" or "mol/l:".
-std::string_view PointLabel(bool isPH, StandardUnit unit);
-
-/// Heading of the column of standards.
-std::string_view ColumnHeading(bool isPH);
 
 /// The typed standard in unit `to`, when it stood in the other one, in the number display of
 /// standards. A blank text comes back as it was, and so does one that is no number: it is refused

@@ -1,11 +1,7 @@
 #pragma once
 
-#include "chem/CalibrationRecord.h"
-
 #include <optional>
-#include <string>
 #include <string_view>
-#include <vector>
 
 /// How the slopes of a calibration compare with theory. Advice for the analyst: it blocks nothing
 /// and enters no file.
@@ -27,22 +23,5 @@ std::optional<float> Of(std::string_view electrode);
 std::optional<float> Percent(float slope, std::string_view electrode);
 
 bool IsUsual(float percent);
-
-/// One line of the "Slopes" list.
-struct Line {
-    std::string points;  ///< "1 - 2"
-    std::string slope;   ///< "58.9"
-    std::string percent; ///< "99.6 %", empty where there is no theory
-    bool usual = true;
-};
-
-/// A line for each segment of the record.
-std::vector<Line> Lines(const CalibrationRecord& record, std::string_view electrode);
-
-/// "mV/pH" or "mV/decade".
-std::string_view Unit(bool isPH);
-
-/// What is said below the list; empty when all slopes are usual or have no theory.
-std::string Remark(const std::vector<Line>& lines);
 
 } // namespace TheoreticalSlope

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "chem/CalibrationRecord.h"
-#include "chem/CalibrationSummary.h"
+#include "report/CalibrationSummary.h"
 #include "platform/Printer.h"
 
 #include <cstdint>

@@ -4,246 +4,203 @@
 #include "base/DateText.h"
 #include "base/Electrode.h"
 #include "base/NumberText.h"
-#include "chem/CalibrationInstructions.h"
-#include "chem/CalibrationSummary.h"
 #include "chem/Measure.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
-#include "screens/controls/CalibrationTexts.h"
+#include "report/PrintCalibSummary.h"
+#include "screens/calibration/CalibrationChoices.h"
+#include "screens/calibration/CalibrationSteps.h"
+#include "screens/calibration/CalibrationTexts.h"
+#include "screens/calibration/StandardFields.h"
+#include "screens/controls/Placement.h"
+#include "screens/controls/Wiring.h"
 #include "settings/SetupChecks.h"
 #include "settings/mWinInit.h"
 #include "ui_SimultCalib.h"
 
-#include <QScopedValueRollback>
-#include <QSignalBlocker>
-#include <QTextBlock>
-#include <QTextCursor>
+#include <QScreen>
 
 #include <algorithm>
 
 namespace {
 
-using platform::style::exclamation;
-using platform::style::information;
-using platform::style::okOnly;
-
-constexpr auto differentElectrode = "This electrode is different to others, it cannot be used "
-                                    "during this simultaneous calibration.";
-constexpr auto tooFewChannels = "At least two channels are needed for simultaneous calibration.";
-constexpr auto noStandard = "Manual data entry required";
-constexpr auto quitQuestion = "Calibration is not completed, quit anyway?";
+constexpr std::string_view differentElectrode =
+    "This electrode is different to others, it cannot be used during this simultaneous "
+    "calibration.";
+constexpr std::string_view tooFewChannels =
+    "At least two channels are needed for simultaneous calibration.";
+constexpr std::string_view noStandard = "Manual data entry required";
+constexpr std::string_view quitQuestion = "Calibration is not completed, quit anyway?";
 constexpr auto averagingPrompt = "Input new averaging number for the calibration.";
 constexpr std::size_t fewestChannels = 2;
-
-enum Button {
-    nextButton,
-    mainButton,
-    stopButton,
-    averagingButton,
-    helpButton,
-    finishButton,
-    closeButton
-};
-enum Info { calibrationInfo, standardsHeading };
 
 const mWinInit::ChannelSetupRecord& SetupOf(int channel) {
     return mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel));
 }
 
-int SignalIndex(int channel, int point) {
-    return point * maxChannels + channel;
-}
-
-bool CanBeCalibrated(const std::string& electrode) {
-    return Electrode::KindOf(electrode) != Electrode::Kind::none &&
-           electrode.find("mV") == std::string::npos;
+std::string Now() {
+    return DateText::Record(platform::Current().clock.Now());
 }
 
 } // namespace
 
 SimultCalib::SimultCalib(QWidget* parent)
-    : CalibrationForm("SimultCalib", noStandard, parent), ui_(std::make_unique<Ui::SimultCalib>()) {
+    : QDialog(parent), ui_(std::make_unique<Ui::SimultCalib>()) {
     ui_->setupUi(this);
-    chkSimult = ControlArray<QCheckBox>(*this, "chkSimult");
-    lblHead = ControlArray<QLabel>(*this, "lblHead");
-    lblDat = ControlArray<QLabel>(*this, "lblDat");
-    txtDat = ControlArray<QLineEdit>(*this, "txtDat");
-    lblSig = ControlArray<QLabel>(*this, "lblSig");
-    TakeControls(txtDat);
-    Guarded("Form_Load", [this] { Form_Load(); });
-    ConnectControls();
-    ConnectEvents();
+    cmdSys = ControlArray<QPushButton>(*this, "cmdSys");
+    Mcommon::FitOntoScreen(*this);
+    guard_("SimultCalib - Form_Load", [this] { Form_Load(); });
+    WireControls(); // comes last, so that loading calls no handler
 }
 
-SimultCalib::~SimultCalib() = default;
+SimultCalib::~SimultCalib() {
+    // A field still loses the cursor while the window goes, behind the members of this class.
+    Standards().disconnect(this);
+}
 
-void SimultCalib::ConnectEvents() {
-    // However a box is changed (mouse, keys, an assistive tool), the rules must hold.
-    chkSimult.Connect(*this, &QCheckBox::toggled, [this](int Index) {
-        Guarded("chkSimult_Click", [&] { chkSimult_Click(Index); });
-    });
-    connect(ui_->tabChannel, &QTabBar::currentChanged, this,
-            [this] { Guarded("tabChannel_Click", [this] { tabChannel_Click(); }); });
+void SimultCalib::WireControls() {
+    const Wiring wire(*this, guard_, "SimultCalib");
+    wire(cmdSys, &QPushButton::clicked, "cmdSys_Click", &SimultCalib::cmdSys_Click);
+    wire(ui_->fraChoice, &ChannelChoicePage::Toggled, "chkSimult_Click",
+         &SimultCalib::chkSimult_Click);
+    CalibrationChoices* choices = &ui_->fraPoints->Choices();
+    wire(choices, &CalibrationChoices::PointCountChosen, "cboCalibPtrs_Click",
+         &SimultCalib::cboCalibPtrs_Click);
+    wire(choices, &CalibrationChoices::UnitChosen, "cboUnits_Click", &SimultCalib::cboUnits_Click);
+    wire(&Standards(), &StandardFields::Entered, "txtDat_GotFocus", &SimultCalib::txtDat_GotFocus);
+    wire(&Standards(), &StandardFields::Changed, "txtDat_Change", &SimultCalib::txtDat_Change);
+    wire(ui_->fraSummary, &SimultSummaryPage::ChannelChosen, "tabChannel_Click",
+         &SimultCalib::tabChannel_Click);
+    wire(&reading_.tmrRead, &QTimer::timeout, "tmrRead_Timer", &SimultCalib::tmrRead_Timer);
+    wire(&reading_.tmrElapsed, &QTimer::timeout, "tmrElapsed_Timer",
+         &SimultCalib::tmrElapsed_Timer);
+}
+
+StandardFields& SimultCalib::Standards() const {
+    return ui_->fraPoints->Standards();
 }
 
 void SimultCalib::Form_Load() {
-    for (const auto& [channel, box] : chkSimult) {
-        const std::string& electrode = SetupOf(channel).Electrode;
-        box->setText(Text::ToQt("Channel " + std::to_string(channel + 1) + ": " + electrode));
-        box->setVisible(channel < mWinInit::HardwareSettings.ChannelCount);
-        box->setEnabled(CanBeCalibrated(electrode));
-    }
-    ShowInstructions();
+    ui_->fraChoice->ShowChannels();
     ShowStep(Step::channels);
 }
 
-void SimultCalib::ShowInstructions() {
-    ui_->RTXSimult->setPlainText(Text::ToQt(CalibrationInstructions::Text()));
-    QTextCharFormat bold;
-    bold.setFontWeight(QFont::Bold);
-    for (const std::string_view phrase : CalibrationInstructions::boldPhrases)
-        ui_->RTXSimult->document()->find(Text::ToQt(phrase)).mergeCharFormat(bold);
+void SimultCalib::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    reading_.EndBusyPointer();
 }
 
 // ---- What the session says, shown ------------------------------------------------------------
 
 void SimultCalib::ShowStep(Step step) {
     step_ = step;
-    QWidget* page = step == Step::channels ? ui_->fraChoice
+    QWidget* page = step == Step::channels ? static_cast<QWidget*>(ui_->fraChoice)
                     : step == Step::points ? static_cast<QWidget*>(ui_->fraPoints)
                                            : ui_->fraSummary;
-    ui_->lblTitle->setText(step == Step::summary ? Text::ToQt(CalibrationTexts::summaryTitle)
-                                                 : QString("Simultaneous Calibration"));
-    lblInfo(calibrationInfo)
-        .setText(step == Step::channels
-                     ? QString("Choose the channels whose electrodes stand in the same solutions.")
-                     : QString("Electrode: %1").arg(Text::ToQt(electrode_)));
+    ShowTitles();
     ui_->picPage->setCurrentWidget(page);
     ShowState();
     if (step == Step::points)
         WidenForChannels();
-    const Button next = step == Step::channels  ? nextButton
-                        : step == Step::points  ? mainButton
-                        : session_.IsFinished() ? finishButton
-                                                : nextButton;
-    cmdSys(next).setDefault(true);
+    cmdSys(NextStepsButton()).setDefault(true);
+}
+
+void SimultCalib::ShowTitles() {
+    ui_->lblTitle->setText(Text::ToQt(step_ == Step::summary
+                                          ? CalibrationTexts::summaryTitle
+                                          : CalibrationTexts::simultaneousTitle));
+    ui_->lblInfo_0->setText(
+        step_ == Step::channels
+            ? QString("Choose the channels whose electrodes stand in the same solutions.")
+            : QString("Electrode: %1").arg(Text::ToQt(electrode_)));
+}
+
+/// The button that takes the user on from this step, and that Enter presses.
+SimultCalib::SysButton SimultCalib::NextStepsButton() const {
+    switch (step_) {
+    case Step::channels:
+        return nextButton;
+    case Step::points:
+        return mainButton;
+    case Step::summary:
+        break;
+    }
+    return session_.IsFinished() ? finishButton : nextButton;
 }
 
 /// Eight channels need more room than two; the screen's width is the limit.
 void SimultCalib::WidenForChannels() {
-    const int missing =
-        ui_->fraPointsContents->minimumSizeHint().width() - ui_->fraPoints->viewport()->width();
-    const int most = screen()->availableGeometry().width();
-    if (missing > 0)
-        resize(std::min(width() + missing, most), height());
+    const int missing_px = ui_->fraPoints->MissingWidth_px();
+    if (missing_px > 0)
+        resize(std::min(width() + missing_px, screen()->availableGeometry().width()), height());
 }
 
 void SimultCalib::ShowState() {
-    for (int point = 0; point < CalibrationSession::maxPoints; ++point)
-        ShowPoint(point);
-    for (int channel = 0; channel < maxChannels; ++channel)
-        ShowChannel(channel);
-    cboCalibPtrs->setEnabled(!session_.IsReading());
-    cboUnits->setEnabled(!session_.IsReading());
+    ui_->fraPoints->ShowSession(session_, reading_);
     ShowButtons();
 }
 
-void SimultCalib::ShowPoint(int point) {
-    const bool chosen = point < session_.PointCount();
-    const bool beingRead = session_.IsReading() && point == session_.CurrentPoint();
-    lblPoint(point).setVisible(chosen);
-    lblDat(point).setVisible(chosen);
-    lblDat(point).setText(Text::ToQt(StandardEntry::PointLabel(session_.IsPH(), session_.Unit())));
-    ShowEntryState(point, chosen);
-    for (int channel = 0; channel < maxChannels; ++channel) {
-        QLabel& reading = lblSig(SignalIndex(channel, point));
-        reading.setVisible(chosen && TakesPart(channel));
-        reading.setText(ReadingText(channel, point));
-        QFont font = reading.font();
-        font.setBold(beingRead);
-        reading.setFont(font);
-    }
-}
-
-void SimultCalib::ShowChannel(int channel) {
-    lblHead(channel).setVisible(TakesPart(channel));
-    lblMark(channel).setVisible(TakesPart(channel));
-    ShowMark(lblMark(channel), MarkText(channel));
-}
-
-QString SimultCalib::ReadingText(int channel, int point) const {
-    const bool beingRead = session_.IsReading() && point == session_.CurrentPoint();
-    const auto reading = beingRead ? session_.Live(channel) : session_.Reading(channel, point);
-    return reading ? Text::ToQt(Mcommon::FormatReading(*reading)) : QString();
-}
-
-bool SimultCalib::TakesPart(int channel) const {
-    return std::ranges::count(session_.Channels(), channel) > 0;
-}
-
-bool SimultCalib::IsLastSummary() const {
-    return ui_->tabChannel->currentIndex() >= ui_->tabChannel->count() - 1;
-}
-
 void SimultCalib::ShowButtons() {
-    const bool forward = step_ == Step::channels || (step_ == Step::summary && !IsLastSummary());
-    cmdSys(nextButton).setText(forward ? "&Next >" : "< &Back");
+    const bool onSummary = step_ == Step::summary;
+    const bool forward =
+        step_ == Step::channels || (onSummary && !ui_->fraSummary->IsLastChannel());
     const bool finished = session_.IsFinished();
-    cmdSys(mainButton).setText(Text::ToQt(MainCaption(step_ == Step::summary)));
-    cmdSys(mainButton).setEnabled(step_ == Step::points || (step_ == Step::summary && finished));
+    cmdSys(nextButton).setText(forward ? "&Next >" : "< &Back");
+    cmdSys(mainButton)
+        .setText(Text::ToQt(onSummary ? CalibrationTexts::print
+                                      : CalibrationTexts::MainCaption(session_.MainAction())));
+    cmdSys(mainButton).setEnabled(step_ == Step::points || (onSummary && finished));
     cmdSys(stopButton).setEnabled(session_.IsReading());
-    cmdSys(averagingButton).setEnabled(step_ != Step::summary);
-    OfferFinish(step_ == Step::summary && finished, cmdSys(finishButton), cmdSys(closeButton));
+    cmdSys(averagingButton).setEnabled(!onSummary);
+    OfferFinish(onSummary && finished, cmdSys(finishButton), cmdSys(closeButton));
 }
 
 // ---- Handlers --------------------------------------------------------------------------------
 
-void SimultCalib::EntryEntered(int point) {
-    session_.SetCurrentPoint(point);
+void SimultCalib::txtDat_GotFocus(int Index) {
+    session_.SetCurrentPoint(Index);
     ShowState();
 }
 
-void SimultCalib::EntryChanged() {
+void SimultCalib::txtDat_Change() {
     session_.Touch();
 }
 
-std::vector<int> SimultCalib::TickedChannels() const {
-    std::vector<int> ticked;
-    for (const auto& [channel, box] : chkSimult)
-        if (channel < mWinInit::HardwareSettings.ChannelCount && box->isChecked())
-            ticked.push_back(channel);
-    return ticked;
-}
-
 void SimultCalib::chkSimult_Click(int Index) {
-    if (!chkSimult(Index).isChecked())
+    if (!ui_->fraChoice->IsTicked(Index))
         return;
     const std::string& electrode = SetupOf(Index).Electrode;
     const auto differs = [&](int channel) { return SetupOf(channel).Electrode != electrode; };
-    if (std::ranges::none_of(TickedChannels(), differs))
+    if (std::ranges::none_of(ui_->fraChoice->Ticked(), differs))
         return;
-    Mcommon::MessageBoxEx(differentElectrode, okOnly, exclamation);
-    const QSignalBlocker quiet(chkSimult(Index));
-    chkSimult(Index).setChecked(false);
+    Mcommon::Warn(differentElectrode);
+    ui_->fraChoice->Untick(Index);
 }
 
 void SimultCalib::cboCalibPtrs_Click() {
-    session_.SetPointCount(cboCalibPtrs->currentData().toInt());
+    session_.SetPointCount(ui_->fraPoints->Choices().PointCount());
     ShowState();
 }
 
 void SimultCalib::cboUnits_Click() {
-    ChangeUnit(electrode_, SetupOf(session_.Channels().front()).MolarMass);
+    Standards().ChangeUnit(session_, ui_->fraPoints->Choices(), electrode_,
+                           SetupOf(session_.Channels().front()).MolarMass);
     ShowState();
 }
 
 void SimultCalib::tabChannel_Click() {
-    const int tab = ui_->tabChannel->currentIndex();
-    if (tab < 0 || static_cast<std::size_t>(tab) >= outcomes_.size())
-        return;
-    const CalibrationSession::Outcome& outcome = outcomes_[static_cast<std::size_t>(tab)];
-    ui_->pagSummary->ShowCalibration(outcome.record, electrode_, outcome.usable);
+    ui_->fraSummary->ShowChosenChannel();
     ShowButtons();
+}
+
+void SimultCalib::tmrRead_Timer() {
+    reading_.OnTimer([this] { ShowState(); });
+    if (reading_.CloseWaits())
+        reject();
+}
+
+void SimultCalib::tmrElapsed_Timer() {
+    ui_->fraPoints->ShowElapsed(reading_);
 }
 
 void SimultCalib::cmdSys_Click(int Index) {
@@ -252,7 +209,7 @@ void SimultCalib::cmdSys_Click(int Index) {
         NextOrBack();
         break;
     case mainButton:
-        MainButton(step_ == Step::summary);
+        MainButton();
         break;
     case stopButton:
         StopButton();
@@ -261,12 +218,14 @@ void SimultCalib::cmdSys_Click(int Index) {
         AskAveraging();
         break;
     case helpButton:
-        ShowHelp();
+        ShowCalibrationHelp();
         break;
     default:
         close();
     }
 }
+
+// ---- Step by step ----------------------------------------------------------------------------
 
 void SimultCalib::NextOrBack() {
     switch (step_) {
@@ -274,23 +233,24 @@ void SimultCalib::NextOrBack() {
         ChooseChannels();
         break;
     case Step::points:
-        StopReading();
+        reading_.Stop();
         ShowStep(Step::channels);
         break;
     case Step::summary:
-        if (!IsLastSummary()) {
-            ui_->tabChannel->setCurrentIndex(ui_->tabChannel->currentIndex() + 1);
+        if (!ui_->fraSummary->IsLastChannel()) {
+            ui_->fraSummary->ShowNextChannel();
             break;
         }
         ShowStep(Step::points);
-        FocusEntry(session_.CurrentPoint());
+        Standards().Focus(session_.CurrentPoint());
     }
 }
 
 void SimultCalib::ChooseChannels() {
-    const std::vector<int> chosen = TickedChannels();
+    const std::vector<int> chosen = ui_->fraChoice->Ticked();
     if (chosen.size() < fewestChannels) {
-        Mcommon::MessageBoxEx(tooFewChannels, okOnly, information);
+        Mcommon::MessageBoxEx(std::string(tooFewChannels), platform::style::okOnly,
+                              platform::style::information);
         return;
     }
     const std::string& electrode = SetupOf(chosen.front()).Electrode;
@@ -298,7 +258,7 @@ void SimultCalib::ChooseChannels() {
         StartSession(electrode, chosen.front());
     session_.SetChannels(chosen);
     ShowStep(Step::points);
-    FocusEntry(session_.CurrentPoint());
+    Standards().Focus(session_.CurrentPoint());
 }
 
 void SimultCalib::StartSession(const std::string& electrode, int firstChannel) {
@@ -306,41 +266,68 @@ void SimultCalib::StartSession(const std::string& electrode, int firstChannel) {
     const bool isPH = Electrode::KindOf(electrode) == Electrode::Kind::pH;
     const auto& stored = mWinInit::Calibration.at(static_cast<std::size_t>(firstChannel));
     session_.Start(isPH, UnitOf(stored.StdUnit));
-    session_.SetPointCount(cboCalibPtrs->currentData().toInt());
-    Select(*cboUnits, cboUnits->findData(static_cast<int>(session_.Unit())));
-    cboUnits->setVisible(!isPH);
-    ui_->lblUnits->setVisible(!isPH);
+    session_.SetPointCount(ui_->fraPoints->Choices().PointCount());
     Measure::IsPHMode = isPH;
-    lblInfo(standardsHeading).setText(Text::ToQt(StandardEntry::ColumnHeading(isPH)));
-    for (const auto& [point, entry] : txtDat)
-        entry->clear();
+    Standards().ShowStandards(session_);
+}
+
+void SimultCalib::MainButton() {
+    if (step_ == Step::summary) {
+        PrintSummary();
+        return;
+    }
+    switch (session_.MainAction()) {
+    case CalibrationSession::Action::read:
+        ReadPoint();
+        break;
+    case CalibrationSession::Action::record:
+        RecordPoint();
+        break;
+    case CalibrationSession::Action::showSummary:
+        ShowSummary();
+        break;
+    }
+}
+
+void SimultCalib::ReadPoint() {
+    const int point = session_.CurrentPoint();
+    if (!Standards().Take(session_, point)) {
+        Refuse(point);
+        return;
+    }
+    reading_.Begin();
+    ShowState();
+}
+
+/// Says that the standard of a point is no number.
+void SimultCalib::Refuse(int point) {
+    const auto held = reading_.HoldForBox();
+    Mcommon::Warn(noStandard);
+    Standards().Focus(point);
 }
 
 void SimultCalib::RecordPoint() {
-    // The hourglass stands until the first average is complete.
-    const bool waiting =
-        platform::Current().desktop.GetMousePointer() == platform::MousePointer::hourglass;
-    if (waiting)
+    if (!reading_.HasValues()) // the hourglass stands until the average is complete
         return;
     const auto recorded = session_.Record();
     if (recorded == CalibrationSession::Recorded::nothing)
         return;
-    StopReading();
+    reading_.Stop();
     ShowState();
     if (recorded == CalibrationSession::Recorded::allPoints)
         ShowSummary();
     else
-        FocusEntry(session_.CurrentPoint());
+        Standards().Focus(session_.CurrentPoint());
 }
 
 void SimultCalib::StopButton() {
-    StopReading();
+    reading_.Stop();
     ShowState();
-    FocusEntry(session_.CurrentPoint());
+    Standards().Focus(session_.CurrentPoint());
 }
 
 void SimultCalib::AskAveraging() {
-    const QScopedValueRollback open(boxOpen_, true);
+    const auto held = reading_.HoldForBox();
     std::int16_t& averaging = mWinInit::HardwareSettings.AveragingForCalibration;
     const std::string answer = platform::Current().dialogs.AskText(
         averagingPrompt, std::string(Mcommon::applicationTitle), NumberText::Plain(averaging));
@@ -348,57 +335,66 @@ void SimultCalib::AskAveraging() {
         return;
     const auto number = SetupChecks::Averaging(answer);
     if (!number) {
-        Mcommon::MessageBoxEx(std::string(SetupChecks::averagingRange), okOnly, exclamation);
+        Mcommon::Warn(SetupChecks::averagingRange);
         return;
     }
     averaging = *number;
-    RestartAveraging();
+    reading_.RestartAveraging();
 }
 
+// ---- Summary, closing ------------------------------------------------------------------------
+
 void SimultCalib::ShowSummary() {
-    if (!TakeAllStandards())
+    if (const auto refused = Standards().TakeAll(session_)) {
+        Refuse(*refused);
         return;
-    outcomes_.clear();
+    }
+    std::vector<CalibrationSession::Outcome> outcomes;
     for (const int channel : session_.Channels())
-        outcomes_.push_back(session_.OutcomeOf(channel));
-    const bool usable = std::ranges::all_of(outcomes_, &CalibrationSession::Outcome::usable);
+        outcomes.push_back(session_.OutcomeOf(channel));
+    ui_->fraSummary->ShowOutcomes(electrode_, session_.Channels(), std::move(outcomes));
+    const bool usable = ui_->fraSummary->IsUsable();
     if (usable)
         session_.SetFinished();
-    {
-        const QSignalBlocker quiet(ui_->tabChannel);
-        while (ui_->tabChannel->count() > 0)
-            ui_->tabChannel->removeTab(0);
-        for (const int channel : session_.Channels())
-            ui_->tabChannel->addTab(QString("Channel %1").arg(channel + 1));
-        ui_->tabChannel->setCurrentIndex(0);
-        ui_->tabChannel->updateGeometry(); // filled while hidden, it has claimed no room yet
-    }
-    tabChannel_Click();
     ShowStep(Step::summary);
-    cmdSys(usable ? finishButton : nextButton).setFocus();
+    cmdSys(NextStepsButton()).setFocus();
     if (!usable)
-        Mcommon::MessageBoxEx(std::string(CalibrationSummary::invalidDataMessage), okOnly,
-                              exclamation);
+        Mcommon::Warn(CalibrationTexts::invalidData);
 }
 
 void SimultCalib::PrintSummary() {
-    const std::string now = DateText::Record(platform::Current().clock.Now());
     std::vector<CalibrationSummary::Summary> summaries;
-    for (std::size_t i = 0; i < outcomes_.size(); ++i) {
-        CalibrationRecord record = outcomes_[i].record;
-        record.CalibrationDate = now;
+    const auto& outcomes = ui_->fraSummary->Outcomes();
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        CalibrationRecord record = outcomes[i].record;
+        record.CalibrationDate = Now();
         summaries.push_back(
             CalibrationSummary::Compose(electrode_, session_.Channels()[i], record));
     }
     Measure::PrintCalibSummaries(summaries);
 }
 
+void SimultCalib::reject() {
+    guard_("SimultCalib - Form_QueryUnload", [this] {
+        if (!reading_.MayClose() || !Form_QueryUnload())
+            return;
+        reading_.Stop();
+        QDialog::reject();
+    });
+}
+
 bool SimultCalib::Form_QueryUnload() {
-    if (!session_.IsFinished())
-        return Ask(quitQuestion) == platform::button::yes;
-    StopReading();
-    const std::string now = DateText::Record(platform::Current().clock.Now());
-    for (std::size_t i = 0; i < outcomes_.size(); ++i)
-        Store(session_.Channels()[i], outcomes_[i].record, now);
+    if (!session_.IsFinished()) {
+        const auto held = reading_.HoldForBox();
+        return Mcommon::Ask(quitQuestion, Mcommon::EnterMeans::no, Mcommon::Tone::exclamation);
+    }
+    reading_.Stop();
+    const std::string now = Now();
+    const auto& outcomes = ui_->fraSummary->Outcomes();
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        const int channel = session_.Channels()[i];
+        StoreCalibration(channel, outcomes[i].record, now);
+        Q_EMIT CalibrationStored(channel);
+    }
     return true;
 }

@@ -1,11 +1,17 @@
 #pragma once
 
-#include "screens/controls/CalibrationForm.h"
+#include "chem/CalibrationSession.h"
+#include "screens/calibration/PointReading.h"
+#include "screens/controls/ControlArray.h"
+#include "screens/controls/EventGuard.h"
 
-#include <QCheckBox>
+#include <QDialog>
+#include <QPushButton>
 
 #include <memory>
-#include <vector>
+#include <string>
+
+class StandardFields;
 
 namespace Ui {
 class SimultCalib;
@@ -13,59 +19,78 @@ class SimultCalib;
 
 /// Calibration of several electrodes of the same kind in one vessel: the channels are chosen, then
 /// the points are read for all of them at once, then each channel's summary is shown.
-class SimultCalib : public CalibrationForm {
+class SimultCalib : public QDialog {
     Q_OBJECT
 
 public:
+    /// Indices of cmdSys.
+    enum SysButton {
+        nextButton, ///< "< &Back" or "&Next >"
+        mainButton,
+        stopButton,
+        averagingButton,
+        helpButton,
+        finishButton,
+        closeButton
+    };
+
     explicit SimultCalib(QWidget* parent = nullptr);
     ~SimultCalib() override;
 
+    /// Escape and the window's close button ask as the close buttons do.
+    void reject() override;
+
+Q_SIGNALS:
+    /// The calibration of a channel (0-based) has been stored.
+    void CalibrationStored(int channel);
+
 protected:
-    void cboCalibPtrs_Click() override;
-    void cboUnits_Click() override;
-    void cmdSys_Click(int Index) override;
-    bool Form_QueryUnload() override;
-    void ShowState() override;
-    void RecordPoint() override;
-    void ShowSummary() override;
-    void PrintSummary() override;
-    void EntryEntered(int point) override;
-    void EntryChanged() override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     enum class Step { channels, points, summary };
 
+    void WireControls();
     void Form_Load();
-    void ConnectEvents();
-    void ShowInstructions();
-
     void chkSimult_Click(int Index);
+    void cboCalibPtrs_Click();
+    void cboUnits_Click();
     void tabChannel_Click();
+    void cmdSys_Click(int Index);
+    void txtDat_GotFocus(int Index);
+    void txtDat_Change();
+    void tmrRead_Timer();
+    void tmrElapsed_Timer();
+
+    /// Asks where something would be lost and stores what is finished; false keeps the form open.
+    bool Form_QueryUnload();
 
     void NextOrBack();
     void ChooseChannels();
     void StartSession(const std::string& electrode, int firstChannel);
+    void MainButton();
+    void ReadPoint();
+    void RecordPoint();
     void StopButton();
     void AskAveraging();
+    void ShowSummary();
+    void PrintSummary();
+    void Refuse(int point);
 
     void ShowStep(Step step);
-    void WidenForChannels();
+    void ShowTitles();
+    void ShowState();
     void ShowButtons();
-    void ShowPoint(int point);
-    void ShowChannel(int channel);
-    QString ReadingText(int channel, int point) const;
-    bool IsLastSummary() const;
-    std::vector<int> TickedChannels() const;
-    bool TakesPart(int channel) const;
+    void WidenForChannels();
+    SysButton NextStepsButton() const;
+    StandardFields& Standards() const;
 
     std::unique_ptr<Ui::SimultCalib> ui_;
-    ControlArray<QCheckBox> chkSimult;
-    ControlArray<QLabel> lblHead;
-    ControlArray<QLabel> lblDat;
-    ControlArray<QLineEdit> txtDat;
-    ControlArray<QLabel> lblSig; ///< point * 8 + channel
+    EventGuard guard_{"Unexpected Error - "};
+    ControlArray<QPushButton> cmdSys;
 
+    CalibrationSession session_;
+    PointReading reading_{session_, *this};
     Step step_ = Step::channels;
-    std::string electrode_;                             ///< of the session
-    std::vector<CalibrationSession::Outcome> outcomes_; ///< one for each channel of the session
+    std::string electrode_; ///< of the session
 };

@@ -29,7 +29,6 @@ public:
         return *found->second;
     }
 
-    bool Contains(int index) const { return controls_.contains(index); }
     std::size_t Count() const { return controls_.size(); }
 
     std::vector<int> Indices() const {

@@ -3,42 +3,67 @@
 #include "app/Mcommon.h"
 #include "base/DateText.h"
 #include "base/Electrode.h"
-#include "base/NumberText.h"
-#include "chem/CalibrationSummary.h"
 #include "chem/Measure.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
-#include "screens/controls/CalibrationTexts.h"
+#include "report/PrintCalibSummary.h"
+#include "screens/calibration/CalibrationChoices.h"
+#include "screens/calibration/CalibrationSteps.h"
+#include "screens/calibration/CalibrationTexts.h"
+#include "screens/calibration/StandardFields.h"
+#include "screens/controls/Placement.h"
+#include "screens/controls/Wiring.h"
 #include "settings/mWinInit.h"
 #include "ui_frmCalib.h"
 
-#include <QEvent>
-#include <QSignalBlocker>
-
 namespace {
 
-constexpr auto notANumber = "Input not correct.";
-constexpr auto quitQuestion = "The calibration process has not been achieved yet.\n"
-                              "Would you like to quit the process?";
-constexpr auto firstReading = "0.0"; // stands until the first value has arrived
+constexpr std::string_view notANumber = "Input not correct.";
+constexpr std::string_view quitQuestion = "The calibration process has not been achieved yet.\n"
+                                          "Would you like to quit the process?";
 
-enum Button { mainButton, secondButton, helpButton, finishButton, closeButton };
-enum Info { channelInfo, electrodeInfo, dateInfo, standardsHeading };
+/// Indices of lblInfo; the headings of the points belong to their page.
+enum Info { channelInfo, electrodeInfo, dateInfo };
+
+std::string Now() {
+    return DateText::SingleCalibration(platform::Current().clock.Now());
+}
 
 } // namespace
 
 frmCalib::frmCalib(QWidget* parent)
-    : CalibrationForm("frmCalib", notANumber, parent), ui_(std::make_unique<Ui::frmCalib>()),
-      channel_(Measure::ChannelToCalibrate), before_(Record()) {
+    : QDialog(parent), ui_(std::make_unique<Ui::frmCalib>()), channel_(Measure::ChannelToCalibrate),
+      before_(Record()) {
     ui_->setupUi(this);
-    txtEntry = ControlArray<QLineEdit>(*this, "txtEntry");
-    lblReading = ControlArray<QLabel>(*this, "lblReading");
-    TakeControls(txtEntry);
-    Guarded("Form_Load", [this] { Form_Load(); });
-    ConnectControls();
+    lblInfo = ControlArray<QLabel>(*this, "lblInfo");
+    cmdSys = ControlArray<QPushButton>(*this, "cmdSys");
+    Mcommon::FitOntoScreen(*this);
+    guard_("frmCalib - Form_Load", [this] { Form_Load(); });
+    WireControls(); // comes last, so that loading calls no handler
 }
 
-frmCalib::~frmCalib() = default;
+frmCalib::~frmCalib() {
+    // A field still loses the cursor while the window goes, behind the members of this class.
+    Standards().disconnect(this);
+}
+
+void frmCalib::WireControls() {
+    const Wiring wire(*this, guard_, "frmCalib");
+    wire(cmdSys, &QPushButton::clicked, "cmdSys_Click", &frmCalib::cmdSys_Click);
+    CalibrationChoices* choices = &ui_->fraEntry->Choices();
+    wire(choices, &CalibrationChoices::PointCountChosen, "cboCalibPtrs_Click",
+         &frmCalib::cboCalibPtrs_Click);
+    wire(choices, &CalibrationChoices::UnitChosen, "cboUnits_Click", &frmCalib::cboUnits_Click);
+    wire(&Standards(), &StandardFields::Entered, "txtEntry_GotFocus", &frmCalib::txtEntry_GotFocus);
+    wire(&Standards(), &StandardFields::Left, "txtEntry_LostFocus", &frmCalib::txtEntry_LostFocus);
+    wire(&Standards(), &StandardFields::Changed, "txtEntry_Change", &frmCalib::txtEntry_Change);
+    wire(&reading_.tmrRead, &QTimer::timeout, "tmrRead_Timer", &frmCalib::tmrRead_Timer);
+    wire(&reading_.tmrElapsed, &QTimer::timeout, "tmrElapsed_Timer", &frmCalib::tmrElapsed_Timer);
+}
+
+StandardFields& frmCalib::Standards() const {
+    return ui_->fraEntry->Standards();
+}
 
 CalibrationRecord& frmCalib::Record() const {
     return mWinInit::Calibration.at(static_cast<std::size_t>(channel_));
@@ -54,35 +79,19 @@ void frmCalib::Form_Load() {
     session_.Start(isPH, UnitOf(Record().StdUnit));
     session_.SetChannels({channel_});
     session_.Load(channel_, Record());
-    Select(*cboCalibPtrs, cboCalibPtrs->findData(session_.PointCount()));
-    Select(*cboUnits, cboUnits->findData(static_cast<int>(session_.Unit())));
-    cboUnits->setVisible(!isPH);
-    ui_->lblUnits->setVisible(!isPH);
 
     lblInfo(channelInfo).setText(QString("Channel %1").arg(channel_ + 1));
     lblInfo(electrodeInfo).setText(Text::ToQt(ElectrodeName()));
     lblInfo(dateInfo).setText(Measure::IsUsable(Record()) ? Text::ToQt(Record().CalibrationDate)
                                                           : QString("None"));
-    lblInfo(standardsHeading).setText(Text::ToQt(StandardEntry::ColumnHeading(isPH)));
-    FillStoredPoints();
+    Standards().ShowStandards(session_);
+    Standards().ShowPrompts(session_);
     ShowEntryPage();
 }
 
-void frmCalib::FillStoredPoints() {
-    for (const auto& [point, entry] : txtEntry)
-        if (const auto standard = session_.Standard(point))
-            entry->setText(Text::ToQt(NumberText::Plain(*standard)));
-    ShowPrompts();
-}
-
-/// Every field without a standard asks for one in the unit in force.
-void frmCalib::ShowPrompts() {
-    const QString prompt = Text::ToQt(StandardEntry::Prompt(session_.IsPH(), session_.Unit()));
-    for (const auto& [point, entry] : txtEntry) {
-        const QSignalBlocker quiet(entry); // a prompt is no change of a standard
-        if (StandardEntry::IsBlank(entry->text().toStdString()))
-            entry->setText(prompt);
-    }
+void frmCalib::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    reading_.EndBusyPointer();
 }
 
 // ---- What the session says, shown ------------------------------------------------------------
@@ -92,42 +101,15 @@ bool frmCalib::OnSummaryPage() const {
 }
 
 void frmCalib::ShowState() {
-    for (int point = 0; point < CalibrationSession::maxPoints; ++point)
-        ShowPoint(point);
-    cboCalibPtrs->setEnabled(!session_.IsReading());
-    cboUnits->setEnabled(!session_.IsReading());
+    ui_->fraEntry->ShowSession(session_, reading_);
     ShowButtons();
-}
-
-void frmCalib::ShowPoint(int point) {
-    const bool chosen = point < session_.PointCount();
-    lblPoint(point).setVisible(chosen);
-    ShowEntryState(point, chosen);
-    lblReading(point).setVisible(chosen);
-    lblReading(point).setText(ReadingText(point));
-    lblMark(point).setVisible(chosen);
-    ShowMark(lblMark(point), PointMark(point));
-}
-
-QString frmCalib::ReadingText(int point) const {
-    const bool beingRead = session_.IsReading() && point == session_.CurrentPoint();
-    const auto reading = beingRead ? session_.Live(channel_) : session_.Reading(channel_, point);
-    if (reading)
-        return Text::ToQt(Mcommon::FormatReading(*reading));
-    return beingRead ? QString(firstReading) : QString();
-}
-
-QString frmCalib::PointMark(int point) const {
-    if (session_.IsReading() && point == session_.CurrentPoint())
-        return MarkText(channel_);
-    if (session_.IsRecordedHere(point))
-        return "recorded";
-    return session_.IsRecorded(point) ? QString("last calibration") : QString();
 }
 
 void frmCalib::ShowButtons() {
     const bool summary = OnSummaryPage();
-    cmdSys(mainButton).setText(Text::ToQt(MainCaption(summary)));
+    cmdSys(mainButton)
+        .setText(Text::ToQt(summary ? CalibrationTexts::print
+                                    : CalibrationTexts::MainCaption(session_.MainAction())));
     cmdSys(mainButton).setEnabled(!summary || outcome_.usable);
     cmdSys(secondButton).setText(summary ? "&Back" : "&Clear");
     OfferFinish(summary && session_.IsFinished(), cmdSys(finishButton), cmdSys(closeButton));
@@ -135,47 +117,73 @@ void frmCalib::ShowButtons() {
 
 // ---- Handlers --------------------------------------------------------------------------------
 
-void frmCalib::EntryEntered(int point) {
-    session_.SetCurrentPoint(point);
+void frmCalib::txtEntry_GotFocus(int Index) {
+    session_.SetCurrentPoint(Index);
     ShowState();
 }
 
-void frmCalib::EntryChanged() {
+void frmCalib::txtEntry_LostFocus() {
+    Standards().ShowPrompts(session_);
+}
+
+void frmCalib::txtEntry_Change() {
     session_.Touch();
 }
 
-bool frmCalib::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::FocusOut)
-        ShowPrompts();
-    return CalibrationForm::eventFilter(watched, event);
-}
-
 void frmCalib::cboCalibPtrs_Click() {
-    session_.SetPointCount(cboCalibPtrs->currentData().toInt());
+    session_.SetPointCount(ui_->fraEntry->Choices().PointCount());
     ShowState();
 }
 
 void frmCalib::cboUnits_Click() {
     const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel_));
-    ChangeUnit(setup.Electrode, setup.MolarMass);
+    Standards().ChangeUnit(session_, ui_->fraEntry->Choices(), setup.Electrode, setup.MolarMass);
     Record().StdUnit = static_cast<float>(session_.Unit());
-    ShowPrompts();
+    Standards().ShowPrompts(session_);
     ShowState();
+}
+
+void frmCalib::tmrRead_Timer() {
+    reading_.OnTimer([this] { ShowState(); });
+    if (reading_.CloseWaits())
+        reject();
+}
+
+void frmCalib::tmrElapsed_Timer() {
+    ui_->fraEntry->ShowElapsed(reading_);
 }
 
 void frmCalib::cmdSys_Click(int Index) {
     switch (Index) {
     case mainButton:
-        MainButton(OnSummaryPage());
+        MainButton();
         break;
     case secondButton:
         SecondButton();
         break;
     case helpButton:
-        ShowHelp();
+        ShowCalibrationHelp();
         break;
     default:
         close();
+    }
+}
+
+void frmCalib::MainButton() {
+    if (OnSummaryPage()) {
+        PrintSummary();
+        return;
+    }
+    switch (session_.MainAction()) {
+    case CalibrationSession::Action::read:
+        ReadPoint();
+        break;
+    case CalibrationSession::Action::record:
+        RecordPoint();
+        break;
+    case CalibrationSession::Action::showSummary:
+        ShowSummary();
+        break;
     }
 }
 
@@ -186,28 +194,47 @@ void frmCalib::SecondButton() {
         ClearPoint();
 }
 
+void frmCalib::ReadPoint() {
+    const int point = session_.CurrentPoint();
+    if (!Standards().Take(session_, point)) {
+        Refuse(point);
+        return;
+    }
+    reading_.Begin();
+    ShowState();
+}
+
+/// Says that the standard of a point is no number.
+void frmCalib::Refuse(int point) {
+    const auto held = reading_.HoldForBox();
+    Mcommon::Warn(notANumber);
+    Standards().Focus(point);
+}
+
 void frmCalib::RecordPoint() {
     const auto recorded = session_.Record();
     if (recorded == CalibrationSession::Recorded::nothing)
         return;
-    StopReading();
+    reading_.Stop();
     ShowState();
     if (recorded == CalibrationSession::Recorded::allPoints)
         cmdSys(mainButton).setFocus();
     else
-        FocusEntry(session_.CurrentPoint());
+        Standards().Focus(session_.CurrentPoint());
 }
 
 void frmCalib::ClearPoint() {
-    StopReading();
+    reading_.Stop();
     session_.ClearPoint(session_.CurrentPoint());
     ShowState();
-    FocusEntry(session_.CurrentPoint());
+    Standards().Focus(session_.CurrentPoint());
 }
 
 void frmCalib::ShowSummary() {
-    if (!TakeAllStandards())
+    if (const auto refused = Standards().TakeAll(session_)) {
+        Refuse(*refused);
         return;
+    }
     outcome_ = session_.OutcomeOf(channel_);
     Record().Slope = outcome_.record.Slope;
     if (outcome_.usable)
@@ -215,15 +242,14 @@ void frmCalib::ShowSummary() {
     ui_->lblTitle->setText(Text::ToQt(CalibrationTexts::summaryTitle));
     ui_->picPage->ShowCalibration(outcome_.record, ElectrodeName(), outcome_.usable);
     session_.SetCurrentPoint(0);
-    txtEntry(0).setFocus(); // where the cursor stands after "Back"
+    Standards()(0).setFocus(); // where the cursor stands after "Back"
     ui_->stkPages->setCurrentWidget(ui_->picPage);
     ShowState();
     QPushButton& next = cmdSys(outcome_.usable ? finishButton : secondButton);
     next.setDefault(true);
     next.setFocus();
     if (!outcome_.usable)
-        Mcommon::MessageBoxEx(std::string(CalibrationSummary::invalidDataMessage),
-                              platform::style::okOnly, platform::style::exclamation);
+        Mcommon::Warn(CalibrationTexts::invalidData);
 }
 
 void frmCalib::ShowEntryPage() {
@@ -231,23 +257,35 @@ void frmCalib::ShowEntryPage() {
     ui_->stkPages->setCurrentWidget(ui_->fraEntry);
     cmdSys(mainButton).setDefault(true);
     ShowState();
-    FocusEntry(session_.CurrentPoint());
+    Standards().Focus(session_.CurrentPoint());
 }
 
 void frmCalib::PrintSummary() {
     CalibrationRecord record = outcome_.record;
-    record.CalibrationDate = DateText::SingleCalibration(platform::Current().clock.Now());
+    record.CalibrationDate = Now();
     Measure::PrintCalibSummary(ElectrodeName(), static_cast<std::int16_t>(channel_), record);
+}
+
+// ---- Closing ---------------------------------------------------------------------------------
+
+void frmCalib::reject() {
+    guard_("frmCalib - Form_QueryUnload", [this] {
+        if (!reading_.MayClose() || !Form_QueryUnload())
+            return;
+        reading_.Stop();
+        QDialog::reject();
+    });
 }
 
 bool frmCalib::Form_QueryUnload() {
     if (session_.IsFinished()) {
-        StopReading();
-        Store(channel_, outcome_.record,
-              DateText::SingleCalibration(platform::Current().clock.Now()));
+        reading_.Stop();
+        StoreCalibration(channel_, outcome_.record, Now());
+        Q_EMIT CalibrationStored(channel_);
         return true;
     }
-    if (Ask(quitQuestion) != platform::button::yes)
+    const auto held = reading_.HoldForBox();
+    if (!Mcommon::Ask(quitQuestion, Mcommon::EnterMeans::no, Mcommon::Tone::exclamation))
         return false;
     Record() = before_;
     return true;

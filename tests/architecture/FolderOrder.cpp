@@ -22,7 +22,7 @@ struct Floor {
 };
 
 /// From the ground up. A floor includes itself and those before it.
-constexpr std::array<Floor, 22> house = {{
+constexpr std::array<Floor, 23> house = {{
     {"base"},
     {"platform"},
     {"platform/posix"},
@@ -35,6 +35,7 @@ constexpr std::array<Floor, 22> house = {{
     {"report"},
     {"platform/qt", true},
     {"screens/controls", true},
+    {"screens/calibration", true},
     {"screens/frmSplash", true},
     {"screens/frmPortSettings", true},
     {"screens/frmCommon", true},
@@ -104,9 +105,7 @@ std::optional<std::size_t> PlaceOf(std::span<const Floor> floors, std::string_vi
 
 /// Why a file of a floor may not include a file of `folder`; empty where it may.
 std::string Reason(std::span<const Floor> floors, const Floor& own, std::string_view folder) {
-    const auto refused = [&](const char* why) {
-        return "includes " + std::string(folder) + why;
-    };
+    const auto refused = [&](const char* why) { return "includes " + std::string(folder) + why; };
     const auto place = PlaceOf(floors, folder);
     if (!place)
         return refused(", which is no part of its building");

@@ -29,6 +29,7 @@ protected:
                                  "files",
                                  "report",
                                  "screens/controls",
+                                 "screens/calibration",
                                  "screens/frmSplash",
                                  "screens/frmPortSettings",
                                  "screens/frmCommon",

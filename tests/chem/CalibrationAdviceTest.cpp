@@ -124,38 +124,9 @@ TEST(TheoreticalSlope, From_90_to_105_percent_is_usual) {
     EXPECT_FALSE(TheoreticalSlope::IsUsual(105.1F));
 }
 
-TEST(TheoreticalSlope, The_list_has_a_line_for_each_segment) {
-    CalibrationRecord record = Record({4, 7, 10}, {177.5F, 0, -150});
-    record.Slope = {-59.2F, -50};
-    const auto lines = TheoreticalSlope::Lines(record, "H (pH)");
-    ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[0].points, "1 - 2");
-    EXPECT_EQ(lines[0].slope, "-59.2");
-    EXPECT_EQ(lines[0].percent, "100.1 %");
-    EXPECT_TRUE(lines[0].usual);
-    EXPECT_EQ(lines[1].points, "2 - 3");
-    EXPECT_EQ(lines[1].slope, "-50.0");
-    EXPECT_EQ(lines[1].percent, "84.5 %");
-    EXPECT_FALSE(lines[1].usual);
-    EXPECT_NE(TheoreticalSlope::Remark(lines).find("90 to 105 %"), std::string::npos);
-}
-
-TEST(TheoreticalSlope, Usual_slopes_and_slopes_without_theory_get_no_remark) {
-    CalibrationRecord record = Record({1, 10}, {0, 29});
-    record.Slope = {29};
-    EXPECT_EQ(TheoreticalSlope::Remark(TheoreticalSlope::Lines(record, "Ca")), "");
-    const auto redox = TheoreticalSlope::Lines(record, "Redox");
-    EXPECT_EQ(redox.at(0).percent, "");
-    EXPECT_EQ(TheoreticalSlope::Remark(redox), "");
-}
-
-TEST(TheoreticalSlope, A_record_without_points_has_no_lines) {
-    EXPECT_TRUE(TheoreticalSlope::Lines(CalibrationRecord(), "Ca").empty());
-}
-
 TEST(CalibrationCurve, A_pH_calibration_is_plotted_over_pH_in_the_order_recorded) {
     const auto curve = CurveOf(Record({7, 4}, {0, 177.5F}), true);
-    EXPECT_EQ(curve.xTitle, "pH");
+    EXPECT_EQ(curve.standards, Quantity::pH);
     ASSERT_EQ(curve.points.size(), 2U);
     EXPECT_DOUBLE_EQ(curve.points[0].x, 7);
     EXPECT_DOUBLE_EQ(curve.points[1].potential_mV, 177.5);
@@ -166,9 +137,9 @@ TEST(CalibrationCurve, Concentrations_are_plotted_over_their_decimal_logarithm) 
     const auto ppm = CurveOf(record, false);
     EXPECT_NEAR(ppm.points.at(0).x, -2, 1E-6); // single precision of the standard
     EXPECT_DOUBLE_EQ(ppm.points.at(1).x, 2);
-    EXPECT_NE(ppm.xTitle.find("ppm"), std::string::npos);
+    EXPECT_EQ(ppm.standards, Quantity::ppm);
     record.StdUnit = 1;
-    EXPECT_NE(CurveOf(record, false).xTitle.find("mol/l"), std::string::npos);
+    EXPECT_EQ(CurveOf(record, false).standards, Quantity::mol_l);
 }
 
 TEST(CalibrationCurve, A_standard_without_a_logarithm_is_left_out) {

@@ -1,6 +1,5 @@
 #include "chem/StandardEntry.h"
 #include "base/RunTimeError.h"
-#include "chem/CalibrationInstructions.h"
 
 #include <gtest/gtest.h>
 
@@ -8,21 +7,6 @@ using StandardEntry::Converted;
 
 namespace {
 constexpr float calcium_g_per_mol = 40.078F;
-}
-
-TEST(StandardEntry, The_prompt_names_what_is_typed) {
-    EXPECT_EQ(StandardEntry::Prompt(true, StandardUnit::ppm), "< Type pH value here >");
-    EXPECT_EQ(StandardEntry::Prompt(true, StandardUnit::mol_per_litre), "< Type pH value here >");
-    EXPECT_EQ(StandardEntry::Prompt(false, StandardUnit::ppm), "< Type ppm here >");
-    EXPECT_EQ(StandardEntry::Prompt(false, StandardUnit::mol_per_litre), "< Type mol/l here >");
-}
-
-TEST(StandardEntry, Headings_and_labels_follow_kind_and_unit) {
-    EXPECT_EQ(StandardEntry::ColumnHeading(true), "Calibration Point:");
-    EXPECT_EQ(StandardEntry::ColumnHeading(false), "Standards:");
-    EXPECT_EQ(StandardEntry::PointLabel(true, StandardUnit::mol_per_litre), "pH:");
-    EXPECT_EQ(StandardEntry::PointLabel(false, StandardUnit::ppm), "ppm:");
-    EXPECT_EQ(StandardEntry::PointLabel(false, StandardUnit::mol_per_litre), "mol/l:");
 }
 
 TEST(StandardEntry, Any_unit_number_but_0_means_mol_per_litre) {
@@ -60,27 +44,4 @@ TEST(StandardEntry, Empty_fields_prompts_and_what_is_no_number_stay_as_they_are)
 
 TEST(StandardEntry, Without_a_molar_mass_a_standard_cannot_become_mol_per_litre) {
     EXPECT_THROW(Converted("10", StandardUnit::mol_per_litre, 0), RunTimeError);
-}
-
-TEST(CalibrationInstructions, Nine_lines_are_joined_by_carriage_return_and_line_feed) {
-    const std::string expected =
-        "For 'Simultaneous Calibration', you need only to type the concentration once, \r\n"
-        "for the first electrode.\r\n"
-        "You must then immerse the electrode(s)in the first calibrating solution \r\n"
-        "(to minimise cross contamination, use the lowest concentration first, \r\n"
-        "then work up sequentially), type the concentration and click on the 'Read' \r\n"
-        "button (or press 'Enter').\r\n"
-        "When the reading of the electrode is stable, click on the 'Record' button, \r\n"
-        "The cursor will then move to the next calibration point to repeat the  \r\n"
-        "process until all calibrating solutions have been measured.";
-    EXPECT_EQ(CalibrationInstructions::Text(), expected);
-}
-
-TEST(CalibrationInstructions, Each_bold_phrase_stands_within_one_line) {
-    for (const auto phrase : CalibrationInstructions::boldPhrases) {
-        int found = 0;
-        for (const auto line : CalibrationInstructions::lines)
-            found += line.find(phrase) != std::string_view::npos ? 1 : 0;
-        EXPECT_EQ(found, 1) << phrase;
-    }
 }

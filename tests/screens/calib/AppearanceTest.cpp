@@ -50,14 +50,14 @@ protected:
     void WalkSingle(const QString& suffix) {
         const auto form = OpenSingle(pHChannel);
         Pick(*form, "cboCalibPtrs", "3");
-        ReadPoint(*form, "txtEntry_0", "4", 0, 177.5);
-        Click(*form, "cmdSys_0");
-        ReadPoint(*form, "txtEntry_1", "7", 0, 2.1);
+        ReadPoint(*form, "txtEntry_0", "4", frmCalib::mainButton, 177.5);
+        Click(*form, "cmdSys", frmCalib::mainButton);
+        ReadPoint(*form, "txtEntry_1", "7", frmCalib::mainButton, 2.1);
         Picture(*form, "calib-entry" + suffix);
-        Click(*form, "cmdSys_0");
-        ReadPoint(*form, "txtEntry_2", "10", 0, -140.2);
-        Click(*form, "cmdSys_0");
-        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys", frmCalib::mainButton);
+        ReadPoint(*form, "txtEntry_2", "10", frmCalib::mainButton, -140.2);
+        Click(*form, "cmdSys", frmCalib::mainButton);
+        Click(*form, "cmdSys", frmCalib::mainButton);
         Picture(*form, "calib-summary" + suffix);
         form->close();
     }
@@ -68,12 +68,12 @@ protected:
         for (const int channel : {firstCa, secondCa})
             Element<QCheckBox>(form, "chkSimult", channel).click();
         Picture(form, "simult-choice" + suffix);
-        Click(form, "cmdSys_0");
-        ReadPoint(form, "txtDat_0", "1", 1, 100);
-        Click(form, "cmdSys_1");
-        ReadPoint(form, "txtDat_1", "10", 1, 129);
+        Click(form, "cmdSys", SimultCalib::nextButton);
+        ReadPoint(form, "txtDat_0", "1", SimultCalib::mainButton, 100);
+        Click(form, "cmdSys", SimultCalib::mainButton);
+        ReadPoint(form, "txtDat_1", "10", SimultCalib::mainButton, 129);
         Picture(form, "simult-points" + suffix);
-        Click(form, "cmdSys_1");
+        Click(form, "cmdSys", SimultCalib::mainButton);
         Picture(form, "simult-summary" + suffix);
         form.close();
     }
@@ -93,12 +93,12 @@ TEST_F(Appearance, Both_forms_pass_through_all_steps_in_the_light_and_the_dark) 
 
 TEST_F(Appearance, Incorrect_data_is_shown_in_place_of_the_slopes) {
     const auto form = OpenSingle(firstCa);
-    ReadPoint(*form, "txtEntry_0", "0", 0, 100);
-    Click(*form, "cmdSys_0");
-    ReadPoint(*form, "txtEntry_1", "10", 0, 129);
-    Click(*form, "cmdSys_0");
+    ReadPoint(*form, "txtEntry_0", "0", frmCalib::mainButton, 100);
+    Click(*form, "cmdSys", frmCalib::mainButton);
+    ReadPoint(*form, "txtEntry_1", "10", frmCalib::mainButton, 129);
+    Click(*form, "cmdSys", frmCalib::mainButton);
     platform.dialogs.ExpectMessage("Incorrect calibration data encountered.", exclamation);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     Picture(*form, "calib-incorrect");
     EXPECT_TRUE(Find<QLabel>(*form, "lblIncorrect").isVisible());
     EXPECT_FALSE(Find<QWidget>(*form, "lstSlopes").isVisible());
@@ -121,7 +121,7 @@ TEST_F(Appearance, No_two_controls_share_a_key) {
     EXPECT_EQ(SharedMnemonics(simultaneous), std::vector<std::string>());
     for (const int channel : {firstCa, secondCa})
         Element<QCheckBox>(simultaneous, "chkSimult", channel).click();
-    Click(simultaneous, "cmdSys_0");
+    Click(simultaneous, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(SharedMnemonics(simultaneous), std::vector<std::string>());
 }
 
@@ -137,7 +137,7 @@ TEST_F(Appearance, Both_forms_fit_the_smallest_screen) {
     Show(simultaneous);
     for (int channel = 0; channel < 8; ++channel)
         Element<QCheckBox>(simultaneous, "chkSimult", channel).click();
-    Click(simultaneous, "cmdSys_0");
+    Click(simultaneous, "cmdSys", SimultCalib::nextButton);
     Picture(simultaneous, "simult-eight");
     ExpectFitsAtDoubleScale(simultaneous);
 }

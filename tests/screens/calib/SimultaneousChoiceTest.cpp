@@ -1,6 +1,6 @@
-#include "chem/CalibrationInstructions.h"
 #include "screens/SimultCalib/SimultCalib.h"
 #include "screens/calib/CalibTest.h"
+#include "screens/calibration/CalibrationTexts.h"
 #include "settings/mWinInit.h"
 
 #include <QCheckBox>
@@ -51,7 +51,7 @@ TEST_F(SimultaneousChoice, The_instruments_channels_are_offered_with_their_elect
 TEST_F(SimultaneousChoice, The_instructions_stand_there_word_for_word) {
     Open();
     const auto& text = Find<QTextEdit>(*form, "RTXSimult");
-    QString expected = QString::fromLatin1(CalibrationInstructions::Text().c_str());
+    QString expected = QString::fromLatin1(CalibrationTexts::Instructions().c_str());
     expected.replace("\r\n", "\n"); // how a text control gives its line ends
     EXPECT_EQ(text.toPlainText(), expected);
     EXPECT_TRUE(text.isReadOnly());
@@ -107,13 +107,13 @@ TEST_F(SimultaneousChoice, After_unticking_another_kind_can_be_chosen) {
 
 TEST_F(SimultaneousChoice, Fewer_than_two_channels_are_not_enough) {
     Open();
-    EXPECT_EQ(Caption(*form, 0), "&Next >");
+    EXPECT_EQ(Caption(*form, SimultCalib::nextButton), "&Next >");
     for (const bool oneTicked : {false, true}) {
         if (oneTicked)
             Box(firstCa).click();
         platform.dialogs.ExpectMessage(
             "At least two channels are needed for simultaneous calibration.", information);
-        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys", SimultCalib::nextButton);
         EXPECT_EQ(Page(), "fraChoice");
     }
 }
@@ -122,13 +122,13 @@ TEST_F(SimultaneousChoice, Exactly_two_channels_proceed_and_Back_returns) {
     Open();
     Box(firstCa).click();
     Box(secondCa).click();
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(Page(), "fraPoints");
-    EXPECT_EQ(Caption(*form, 0), "< &Back");
+    EXPECT_EQ(Caption(*form, SimultCalib::nextButton), "< &Back");
     EXPECT_EQ(FocusName(*form), "txtDat_0");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(Page(), "fraChoice");
-    EXPECT_EQ(Caption(*form, 0), "&Next >");
+    EXPECT_EQ(Caption(*form, SimultCalib::nextButton), "&Next >");
     EXPECT_TRUE(Box(firstCa).isChecked());
 }
 
@@ -139,7 +139,7 @@ TEST_F(SimultaneousChoice, Channels_beyond_the_instrument_do_not_count) {
     Box(5).setChecked(true);
     platform.dialogs.ExpectMessage("At least two channels are needed for simultaneous calibration.",
                                    information);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(Page(), "fraChoice");
 }
 
@@ -150,7 +150,7 @@ TEST_F(SimultaneousChoice, Eight_channels_are_offered_by_the_larger_instrument) 
     Open();
     for (const int channel : {1, 2, 4, 5, 6, 7})
         Box(channel).click();
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_TRUE(Find<QLabel>(*form, "lblHead_7").isVisible());
     EXPECT_FALSE(Find<QLabel>(*form, "lblHead_0").isVisible());
 }

@@ -27,7 +27,7 @@ protected:
         Show(*form);
         for (const int channel : channels)
             Element<QCheckBox>(*form, "chkSimult", channel).click();
-        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys", SimultCalib::nextButton);
     }
 
     /// mV of the two Ca electrodes.
@@ -39,9 +39,9 @@ protected:
 
     void RecordPoint(int point, const QString& standard, double first_mV, double second_mV) {
         Type(*form, "txtDat_" + QString::number(point), standard);
-        Click(*form, "cmdSys_1");
+        Click(*form, "cmdSys", SimultCalib::mainButton);
         FrameArrives(first_mV, second_mV);
-        Click(*form, "cmdSys_1");
+        Click(*form, "cmdSys", SimultCalib::mainButton);
     }
 
     /// Two standards, up to the summary.
@@ -107,8 +107,8 @@ TEST_F(SimultaneousPoints, A_standard_is_demanded) {
     for (const char* text : {"", "ten", "1,5"}) {
         Type(*form, "txtDat_0", text);
         platform.dialogs.ExpectMessage("Manual data entry required", exclamation);
-        Click(*form, "cmdSys_1");
-        EXPECT_EQ(Caption(*form, 1), "&Read");
+        Click(*form, "cmdSys", SimultCalib::mainButton);
+        EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Read");
         EXPECT_EQ(FocusName(*form), "txtDat_0");
         EXPECT_EQ(link->Requests(), 0U);
     }
@@ -118,8 +118,8 @@ TEST_F(SimultaneousPoints, Read_starts_a_series_and_each_tick_shows_every_chosen
     mWinInit::HardwareSettings.AveragingForCalibration = 3;
     OpenWith({firstCa, secondCa});
     Type(*form, "txtDat_0", "1");
-    Click(*form, "cmdSys_1");
-    EXPECT_EQ(Caption(*form, 1), "&Record");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Record");
     EXPECT_TRUE(Hourglass());
     EXPECT_EQ(DataAcq::Reader().AverageCount, 3);
     EXPECT_EQ(Find<QTimer>(*form, "tmrRead").interval(), 50);
@@ -134,14 +134,14 @@ TEST_F(SimultaneousPoints, Read_starts_a_series_and_each_tick_shows_every_chosen
 TEST_F(SimultaneousPoints, Record_is_ignored_while_the_hourglass_stands) {
     OpenWith({firstCa, secondCa});
     Type(*form, "txtDat_0", "1");
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
     Tick(*form, "tmrRead");
-    Click(*form, "cmdSys_1");
-    EXPECT_EQ(Caption(*form, 1), "&Record");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Record");
     EXPECT_TRUE(Find<QTimer>(*form, "tmrRead").isActive());
     FrameArrives(100, 80);
-    Click(*form, "cmdSys_1");
-    EXPECT_EQ(Caption(*form, 1), "&Read");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Read");
     EXPECT_EQ(FocusName(*form), "txtDat_1");
     EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_EQ(Signal(firstCa, 0), "100.0");
@@ -149,12 +149,12 @@ TEST_F(SimultaneousPoints, Record_is_ignored_while_the_hourglass_stands) {
 
 TEST_F(SimultaneousPoints, The_stop_button_ends_a_reading_without_recording) {
     OpenWith({firstCa, secondCa});
-    EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", 2).isEnabled());
+    EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", SimultCalib::stopButton).isEnabled());
     Type(*form, "txtDat_0", "1");
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
     FrameArrives(100, 80);
-    Click(*form, "cmdSys_2");
-    EXPECT_EQ(Caption(*form, 1), "&Read");
+    Click(*form, "cmdSys", SimultCalib::stopButton);
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Read");
     EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
     EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
     EXPECT_FALSE(Hourglass());
@@ -165,16 +165,16 @@ TEST_F(SimultaneousPoints, A_failed_link_says_so_once_and_keeps_the_recorded_poi
     OpenWith({firstCa, secondCa});
     RecordPoint(0, "1", 100, 80);
     Type(*form, "txtDat_1", "10");
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
     TimeOut();
     platform.dialogs.ExpectMessage(connectionMessage, exclamation);
     Tick(*form, "tmrRead");
-    EXPECT_EQ(Caption(*form, 1), "&Read");
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Read");
     EXPECT_EQ(Signal(firstCa, 0), "100.0");
     EXPECT_EQ(Signal(firstCa, 1), "");
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
     FrameArrives(129, 108);
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
     EXPECT_EQ(Page(), "fraSummary");
     form->close();
 }
@@ -196,7 +196,7 @@ TEST_F(SimultaneousPoints, The_keyboard_alone_calibrates) {
 TEST_F(SimultaneousPoints, Each_channel_has_its_own_stability_mark) {
     OpenWith({firstCa, secondCa});
     Type(*form, "txtDat_0", "1");
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
     for (int i = 0; i < 10; ++i)
         FrameArrives(100, 80 + i);
     EXPECT_EQ(Text("lblMark_1"), "steady");
@@ -209,17 +209,18 @@ TEST_F(SimultaneousPoints, A_new_averaging_number_restarts_a_reading) {
     mWinInit::HardwareSettings.AveragingForCalibration = 2;
     OpenWith({firstCa, secondCa});
     Type(*form, "txtDat_0", "1");
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
     FrameArrives(100, 80);
     platform.dialogs.ExpectInput(averagingPrompt, "2", "5");
-    Click(*form, "cmdSys_3");
+    Click(*form, "cmdSys", SimultCalib::averagingButton);
     EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 5);
     EXPECT_EQ(DataAcq::Reader().AverageCount, 5);
     EXPECT_FALSE(DataAcq::Reader().AveragePrimed);
     EXPECT_TRUE(Hourglass());
-    EXPECT_EQ(Caption(*form, 1), "&Record");
-    Click(*form, "cmdSys_1");
-    EXPECT_EQ(Caption(*form, 1), "&Record") << "the first new average is still awaited";
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Record");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Record")
+        << "the first new average is still awaited";
     FrameArrives(90, 70);
     EXPECT_EQ(Signal(firstCa, 0), "90.0") << "nothing of the old average is left";
 }
@@ -228,7 +229,7 @@ TEST_F(SimultaneousPoints, An_empty_averaging_answer_keeps_the_old_number) {
     mWinInit::HardwareSettings.AveragingForCalibration = 2;
     OpenWith({firstCa, secondCa});
     platform.dialogs.ExpectInput(averagingPrompt, "2", "");
-    Click(*form, "cmdSys_3");
+    Click(*form, "cmdSys", SimultCalib::averagingButton);
     EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 2);
     EXPECT_FALSE(Hourglass());
 }
@@ -236,7 +237,7 @@ TEST_F(SimultaneousPoints, An_empty_averaging_answer_keeps_the_old_number) {
 TEST_F(SimultaneousPoints, Without_a_reading_a_new_averaging_number_shows_no_hourglass) {
     OpenWith({firstCa, secondCa});
     platform.dialogs.ExpectInput(averagingPrompt, "1", "1000");
-    Click(*form, "cmdSys_3");
+    Click(*form, "cmdSys", SimultCalib::averagingButton);
     EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 1000);
     EXPECT_FALSE(Hourglass());
 }
@@ -247,14 +248,14 @@ TEST_F(SimultaneousPoints, An_averaging_number_out_of_range_is_refused) {
         platform.dialogs.ExpectInput(averagingPrompt, "1", answer);
         platform.dialogs.ExpectMessage(
             "The averaging number must be a whole number from 1 to 1000.", exclamation);
-        Click(*form, "cmdSys_3");
+        Click(*form, "cmdSys", SimultCalib::averagingButton);
         EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 1);
     }
 }
 
 TEST_F(SimultaneousPoints, Help_shows_the_calibration_help_text) {
     OpenWith({firstCa, secondCa});
-    Click(*form, "cmdSys_4");
+    Click(*form, "cmdSys", SimultCalib::helpButton);
     ASSERT_EQ(platform.desktop.helpShown.size(), 1U);
     EXPECT_EQ(platform.desktop.helpShown[0], platform.places.ProgramFolder() / "CalibHlp.txt");
 }
@@ -265,11 +266,11 @@ TEST_F(SimultaneousPoints, Back_stops_a_reading_and_the_points_recorded_stay) {
     OpenWith({firstCa, secondCa});
     RecordPoint(0, "1", 100, 80);
     Type(*form, "txtDat_1", "10");
-    Click(*form, "cmdSys_1");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
     EXPECT_FALSE(Hourglass());
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(Signal(firstCa, 0), "100.0");
     EXPECT_EQ(Text("txtDat_1"), "10");
 }
@@ -278,10 +279,10 @@ TEST_F(SimultaneousPoints, Another_kind_of_electrode_starts_anew) {
     mWinInit::ChannelSetup[pHChannel].Electrode = "Cl";
     OpenWith({firstCa, secondCa});
     RecordPoint(0, "1", 100, 80);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     for (const int channel : {firstCa, secondCa, pHChannel, clChannel})
         Element<QCheckBox>(*form, "chkSimult", channel).click();
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(Text("txtDat_0"), "");
     EXPECT_EQ(Signal(pHChannel, 0), "");
     EXPECT_EQ(Text("lblInfo_0"), "Electrode: Cl");
@@ -300,14 +301,14 @@ TEST_F(SimultaneousPoints, The_last_point_shows_a_summary_of_each_channel_one_af
     EXPECT_EQ(tabs.tabText(0), "Channel 2");
     const auto& slopes = Find<QTableWidget>(*form, "lstSlopes");
     EXPECT_EQ(slopes.item(0, 1)->text(), "29.0");
-    EXPECT_EQ(Caption(*form, 0), "&Next >");
-    Click(*form, "cmdSys_0");
+    EXPECT_EQ(Caption(*form, SimultCalib::nextButton), "&Next >");
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(tabs.currentIndex(), 1);
     EXPECT_EQ(slopes.item(0, 1)->text(), "28.5");
-    EXPECT_EQ(Caption(*form, 0), "< &Back");
-    Click(*form, "cmdSys_0");
+    EXPECT_EQ(Caption(*form, SimultCalib::nextButton), "< &Back");
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(Page(), "fraPoints");
-    EXPECT_EQ(Caption(*form, 1), "Contin&ue");
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "Contin&ue");
     form->close();
     EXPECT_EQ(Stored(firstCa).PointCount, 2);
 }
@@ -315,7 +316,7 @@ TEST_F(SimultaneousPoints, The_last_point_shows_a_summary_of_each_channel_one_af
 TEST_F(SimultaneousPoints, Closing_stores_every_channel_with_the_date_with_seconds) {
     CalibrateCa();
     QSignalSpy stored(form.get(), &SimultCalib::CalibrationStored);
-    Click(*form, "cmdSys_5");
+    Click(*form, "cmdSys", SimultCalib::finishButton);
     EXPECT_FALSE(form->isVisible());
     ASSERT_EQ(stored.count(), 2);
     EXPECT_EQ(stored[0][0].toInt(), firstCa);
@@ -339,7 +340,7 @@ TEST_F(SimultaneousPoints, An_uncompleted_calibration_asks_and_stores_nothing) {
     QTest::keyClick(form.get(), Qt::Key_Escape);
     EXPECT_TRUE(form->isVisible());
     ExpectQuestion(platform::button::yes);
-    Click(*form, "cmdSys_6");
+    Click(*form, "cmdSys", SimultCalib::closeButton);
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(Stored(firstCa), CalibrationRecord());
     EXPECT_EQ(LibraryLine(firstCa), "");
@@ -352,7 +353,7 @@ TEST_F(SimultaneousPoints, Incorrect_data_is_said_once_and_not_stored) {
     RecordPoint(1, "10", 129, 108);
     EXPECT_EQ(Page(), "fraSummary");
     EXPECT_TRUE(Find<QLabel>(*form, "lblIncorrect").isVisible());
-    EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", 1).isEnabled());
+    EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", SimultCalib::mainButton).isEnabled());
     ExpectQuestion(platform::button::yes);
     form->close();
     EXPECT_EQ(Stored(firstCa).PointCount, 0);
@@ -361,11 +362,11 @@ TEST_F(SimultaneousPoints, Incorrect_data_is_said_once_and_not_stored) {
 TEST_F(SimultaneousPoints, A_change_after_the_summary_needs_a_new_one) {
     CalibrateCa();
     Find<QTabBar>(*form, "tabChannel").setCurrentIndex(1);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", SimultCalib::nextButton);
     Type(*form, "txtDat_1", "100");
     ExpectQuestion(platform::button::no);
     form->close();
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
     EXPECT_EQ(Page(), "fraSummary");
     form->close();
     EXPECT_EQ(Stored(firstCa).Standard[1], 100.0F);
@@ -374,8 +375,8 @@ TEST_F(SimultaneousPoints, A_change_after_the_summary_needs_a_new_one) {
 
 TEST_F(SimultaneousPoints, Print_prints_a_page_for_each_channel) {
     CalibrateCa();
-    EXPECT_EQ(Caption(*form, 1), "&Print");
-    Click(*form, "cmdSys_1");
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Print");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
     ASSERT_EQ(platform.printing.documents.size(), 1U);
     const auto& document = platform.printing.documents[0];
     EXPECT_EQ(document.PageNumber(), 2);

@@ -23,13 +23,13 @@ protected:
 
     void ReadPoint(int point, const QString& standard, double potential_mV) {
         Type(*form, "txtEntry_" + QString::number(point), standard);
-        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys", frmCalib::mainButton);
         ReadingArrives(*form, potential_mV);
     }
 
     void RecordPoint(int point, const QString& standard, double potential_mV) {
         ReadPoint(point, standard, potential_mV);
-        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys", frmCalib::mainButton);
     }
 
     /// Closing without the question, where the test is about something else.
@@ -39,7 +39,7 @@ protected:
     }
 
     std::string Text(const QString& name) const { return TextOf(*form, name); }
-    std::string MainCaption() const { return Caption(*form, 0); }
+    std::string MainCaption() const { return Caption(*form, frmCalib::mainButton); }
 
     static constexpr std::int16_t quitStyle = Style(
         platform::style::yesNo, platform::style::exclamation, platform::style::defaultButton2);
@@ -145,7 +145,7 @@ TEST_F(SingleCalibration, A_standard_that_is_no_number_is_refused_and_nothing_ch
     for (const char* text : {"ten", "0,5", ""}) {
         Type(*form, "txtEntry_0", text);
         platform.dialogs.ExpectMessage("Input not correct.", exclamation);
-        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys", frmCalib::mainButton);
         EXPECT_EQ(MainCaption(), "&Read");
         EXPECT_EQ(FocusName(*form), "txtEntry_0");
         EXPECT_EQ(Text("lblReading_0"), "");
@@ -156,7 +156,7 @@ TEST_F(SingleCalibration, A_standard_that_is_no_number_is_refused_and_nothing_ch
 TEST_F(SingleCalibration, A_prompt_is_no_standard) {
     Open(firstCa);
     platform.dialogs.ExpectMessage("Input not correct.", exclamation);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(MainCaption(), "&Read");
 }
 
@@ -164,7 +164,7 @@ TEST_F(SingleCalibration, Read_starts_a_series_with_the_calibration_average) {
     mWinInit::HardwareSettings.AveragingForCalibration = 7;
     Open(firstCa);
     Type(*form, "txtEntry_0", "10");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(MainCaption(), "&Record");
     EXPECT_EQ(Text("lblReading_0"), "0.0");
     EXPECT_TRUE(Hourglass());
@@ -177,22 +177,22 @@ TEST_F(SingleCalibration, Read_starts_a_series_with_the_calibration_average) {
 TEST_F(SingleCalibration, The_reader_runs_fast_until_the_instrument_has_been_heard) {
     Open(firstCa);
     Type(*form, "txtEntry_0", "10");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     auto& timer = Find<QTimer>(*form, "tmrRead");
     EXPECT_TRUE(timer.isActive());
     EXPECT_EQ(timer.interval(), 50);
     ReadingArrives(*form, 12.3);
     EXPECT_EQ(timer.interval(), 1500);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     Type(*form, "txtEntry_1", "100");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(timer.interval(), 1500);
 }
 
 TEST_F(SingleCalibration, A_tick_before_the_first_frame_shows_nothing) {
     Open(firstCa);
     Type(*form, "txtEntry_0", "10");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     Tick(*form, "tmrRead");
     EXPECT_EQ(Text("lblReading_0"), "0.0");
     EXPECT_TRUE(Hourglass());
@@ -202,8 +202,8 @@ TEST_F(SingleCalibration, A_tick_before_the_first_frame_shows_nothing) {
 TEST_F(SingleCalibration, Recording_before_any_reading_has_arrived_does_nothing) {
     Open(firstCa);
     Type(*form, "txtEntry_0", "10");
-    Click(*form, "cmdSys_0");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(MainCaption(), "&Record");
     EXPECT_TRUE(Find<QTimer>(*form, "tmrRead").isActive());
     EXPECT_EQ(Text("lblReading_0"), "0.0");
@@ -212,7 +212,7 @@ TEST_F(SingleCalibration, Recording_before_any_reading_has_arrived_does_nothing)
 TEST_F(SingleCalibration, A_tick_shows_the_channels_own_mV) {
     Open(secondCa);
     Type(*form, "txtEntry_0", "10");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     Arrive({1000, 250, 2000, 250, -553, 250, 4000, 250});
     Tick(*form, "tmrRead");
     EXPECT_EQ(Text("lblReading_0"), "-55.3");
@@ -274,7 +274,7 @@ TEST_F(SingleCalibration, While_a_point_is_read_the_others_wait) {
     EXPECT_FALSE(Element<QLineEdit>(*form, "txtEntry", 1).isEnabled());
     EXPECT_TRUE(Element<QLineEdit>(*form, "txtEntry", 0).isReadOnly());
     EXPECT_FALSE(Find<QComboBox>(*form, "cboCalibPtrs").isEnabled());
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_TRUE(Element<QLineEdit>(*form, "txtEntry", 1).isEnabled());
     EXPECT_FALSE(Element<QLineEdit>(*form, "txtEntry", 0).isReadOnly());
     EXPECT_TRUE(Find<QComboBox>(*form, "cboCalibPtrs").isEnabled());
@@ -287,7 +287,7 @@ TEST_F(SingleCalibration, The_cursor_chooses_the_point_to_read) {
     ReadPoint(2, "1000", 70);
     EXPECT_EQ(Text("lblReading_2"), "70.0");
     EXPECT_EQ(Text("lblReading_0"), "");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(FocusName(*form), "txtEntry_0") << "points left out come next";
 }
 
@@ -304,7 +304,7 @@ TEST_F(SingleCalibration, An_emptied_field_asks_again) {
 TEST_F(SingleCalibration, Clear_stops_a_reading_and_empties_its_label) {
     Open(firstCa);
     ReadPoint(0, "10", 12.3);
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", frmCalib::secondButton);
     EXPECT_EQ(MainCaption(), "&Read");
     EXPECT_EQ(Text("lblReading_0"), "");
     EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
@@ -319,7 +319,7 @@ TEST_F(SingleCalibration, Clear_takes_a_recorded_point_back_so_that_it_is_read_a
     RecordPoint(1, "100", 41.9);
     Element<QLineEdit>(*form, "txtEntry", 0).setFocus();
     EXPECT_EQ(MainCaption(), "Contin&ue");
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", frmCalib::secondButton);
     EXPECT_EQ(Text("lblReading_0"), "");
     EXPECT_EQ(Text("lblReading_1"), "41.9");
     EXPECT_EQ(MainCaption(), "&Read");
@@ -331,7 +331,7 @@ TEST_F(SingleCalibration, A_failed_link_says_so_once_and_keeps_the_recorded_poin
     Open(firstCa);
     RecordPoint(0, "10", 12.3);
     Type(*form, "txtEntry_1", "100");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     TimeOut();
     platform.dialogs.ExpectMessage(connectionMessage, exclamation);
     Tick(*form, "tmrRead");
@@ -342,10 +342,10 @@ TEST_F(SingleCalibration, A_failed_link_says_so_once_and_keeps_the_recorded_poin
     EXPECT_EQ(Text("lblReading_0"), "12.3");
     EXPECT_EQ(Text("lblReading_1"), "");
 
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     ReadingArrives(*form, 41.9);
     EXPECT_EQ(Text("lblReading_1"), "41.9");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(MainCaption(), "Contin&ue");
 }
 
@@ -430,7 +430,7 @@ TEST_F(SingleCalibration, Without_a_molar_mass_the_unit_can_be_chosen_before_typ
 
 TEST_F(SingleCalibration, Help_shows_the_calibration_help_text) {
     Open(firstCa);
-    Click(*form, "cmdSys_2");
+    Click(*form, "cmdSys", frmCalib::helpButton);
     ASSERT_EQ(platform.desktop.helpShown.size(), 1U);
     EXPECT_EQ(platform.desktop.helpShown[0], platform.places.ProgramFolder() / "CalibHlp.txt");
 }
@@ -444,7 +444,7 @@ TEST_F(SingleCalibration, The_mark_turns_steady_after_ten_readings_and_recording
     EXPECT_EQ(Text("lblMark_0"), "steady");
     ReadingArrives(*form, 12.8);
     EXPECT_EQ(Text("lblMark_0"), "drifting");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(Text("lblReading_0"), "12.8");
     EXPECT_EQ(Text("lblMark_0"), "recorded");
 }
@@ -452,13 +452,13 @@ TEST_F(SingleCalibration, The_mark_turns_steady_after_ten_readings_and_recording
 TEST_F(SingleCalibration, The_time_since_Read_is_shown_while_a_point_is_read) {
     Open(firstCa);
     Type(*form, "txtEntry_0", "10");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(Text("lblElapsed"), "0:00 since Read");
     platform.clock.monotonic += std::chrono::seconds(75);
     Tick(*form, "tmrElapsed");
     EXPECT_EQ(Text("lblElapsed"), "1:15 since Read");
     ReadingArrives(*form, 12.3);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(Text("lblElapsed"), "");
 }
 
@@ -473,7 +473,7 @@ TEST_F(SingleCalibration, An_unfinished_calibration_asks_before_it_closes) {
     QTest::keyClick(form.get(), Qt::Key_Escape);
     EXPECT_TRUE(form->isVisible());
     platform.dialogs.ExpectMessage(quitQuestion, quitStyle, platform::button::yes);
-    Click(*form, "cmdSys_4");
+    Click(*form, "cmdSys", frmCalib::closeButton);
     EXPECT_FALSE(form->isVisible());
 }
 
@@ -502,7 +502,7 @@ TEST_F(SingleCalibration, A_form_closed_while_a_tick_is_at_work_goes_after_the_t
     QPointer<frmCalib> opened = form.release();
     opened->setAttribute(Qt::WA_DeleteOnClose);
     Type(*opened, "txtEntry_0", "10");
-    Click(*opened, "cmdSys_0");
+    Click(*opened, "cmdSys", frmCalib::mainButton);
     Arrive({1, 2, 3, 4, 5, 6, 7, 8});
     platform.clock.step = std::chrono::milliseconds(1); // events run at every channel
     platform.dialogs.ExpectMessage(quitQuestion, quitStyle, platform::button::yes);

@@ -1,6 +1,6 @@
 #include "chem/Measure.h"
 #include "screens/calib/CalibTest.h"
-#include "screens/controls/CalibrationPlot.h"
+#include "screens/calibration/CalibrationPlot.h"
 #include "screens/frmCalib/frmCalib.h"
 #include "settings/mWinInit.h"
 
@@ -26,9 +26,9 @@ protected:
 
     void RecordPoint(int point, const QString& standard, double potential_mV) {
         Type(*form, "txtEntry_" + QString::number(point), standard);
-        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys", frmCalib::mainButton);
         ReadingArrives(*form, potential_mV);
-        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys", frmCalib::mainButton);
     }
 
     /// Two Ca standards on channel 2, up to the summary.
@@ -36,7 +36,7 @@ protected:
         Open(firstCa);
         RecordPoint(0, "1", 100);
         RecordPoint(1, "10", 129);
-        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys", frmCalib::mainButton);
     }
 
     void ExpectQuestion(std::int16_t answer) {
@@ -119,7 +119,7 @@ TEST_F(SingleSummary, Escape_and_Finish_store_too) {
     EXPECT_EQ(Stored(firstCa).PointCount, 2);
     Stored(firstCa) = {};
     CalibrateCa();
-    Click(*form, "cmdSys_3");
+    Click(*form, "cmdSys", frmCalib::finishButton);
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(Stored(firstCa).PointCount, 2);
 }
@@ -132,7 +132,7 @@ TEST_F(SingleSummary, A_line_that_cannot_be_read_back_whole_is_told) {
                                "1.234567E-03", "1.234567E-02", "1.234567E-01"};
     for (int point = 0; point < 6; ++point)
         RecordPoint(point, standards[point], -500.5 + 29 * point);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     platform.dialogs.ExpectMessage("Channel 2: calibration point 6 does not fit into the settings "
                                    "file and will not come back.",
                                    exclamation);
@@ -143,24 +143,24 @@ TEST_F(SingleSummary, A_line_that_cannot_be_read_back_whole_is_told) {
 
 TEST_F(SingleSummary, Back_returns_to_the_first_entry_field) {
     CalibrateCa();
-    EXPECT_EQ(Caption(*form, 1), "&Back");
-    Click(*form, "cmdSys_1");
+    EXPECT_EQ(Caption(*form, frmCalib::secondButton), "&Back");
+    Click(*form, "cmdSys", frmCalib::secondButton);
     EXPECT_EQ(Text("lblTitle"), "Electrode Calibration");
     EXPECT_EQ(FocusName(*form), "txtEntry_0");
-    EXPECT_EQ(Caption(*form, 0), "Contin&ue");
-    EXPECT_EQ(Caption(*form, 1), "&Clear");
+    EXPECT_EQ(Caption(*form, frmCalib::mainButton), "Contin&ue");
+    EXPECT_EQ(Caption(*form, frmCalib::secondButton), "&Clear");
     form->close();
     EXPECT_EQ(Stored(firstCa).PointCount, 2) << "its summary has been shown";
 }
 
 TEST_F(SingleSummary, A_change_after_Back_needs_a_new_summary) {
     CalibrateCa();
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", frmCalib::secondButton);
     Type(*form, "txtEntry_1", "100");
     ExpectQuestion(platform::button::no);
     form->close();
     EXPECT_TRUE(form->isVisible());
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(SlopeCell(0, 1), "14.5");
     EXPECT_EQ(SlopeCell(0, 2), "49.0 % !");
     EXPECT_NE(Text("lblRemark").find("90 to 105 %"), std::string::npos);
@@ -178,8 +178,8 @@ TEST_F(SingleSummary, Giving_up_after_Back_and_Clear_puts_the_old_record_back) {
     before.Slope = {29};
     Stored(firstCa) = before;
     CalibrateCa();
-    Click(*form, "cmdSys_1");
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", frmCalib::secondButton);
+    Click(*form, "cmdSys", frmCalib::secondButton);
     ExpectQuestion(platform::button::yes);
     form->close();
     EXPECT_EQ(Stored(firstCa), before);
@@ -191,7 +191,7 @@ TEST_F(SingleSummary, An_entry_spoilt_after_recording_is_refused_at_Continue) {
     RecordPoint(1, "10", 129);
     Type(*form, "txtEntry_0", "one");
     platform.dialogs.ExpectMessage("Input not correct.", exclamation);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(Text("lblTitle"), "Electrode Calibration");
     EXPECT_EQ(FocusName(*form), "txtEntry_0");
     ExpectQuestion(platform::button::yes);
@@ -205,14 +205,14 @@ TEST_F(SingleSummary, Equal_standards_are_incorrect_data_and_are_not_stored) {
         RecordPoint(0, "7", 100);
         RecordPoint(1, "7", 129);
         platform.dialogs.ExpectMessage(incorrectData, exclamation);
-        Click(*form, "cmdSys_0");
+        Click(*form, "cmdSys", frmCalib::mainButton);
         const auto& red = Find<QLabel>(*form, "lblIncorrect");
         EXPECT_TRUE(red.isVisible());
         EXPECT_EQ(red.text(), incorrectData);
         const QColor colour = red.palette().color(QPalette::WindowText);
         EXPECT_GT(colour.red(), 2 * colour.green());
         EXPECT_FALSE(Find<QTableWidget>(*form, "lstSlopes").isVisible());
-        EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", 0).isEnabled())
+        EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", frmCalib::mainButton).isEnabled())
             << "nothing to print";
         ExpectQuestion(platform::button::yes);
         form->close();
@@ -226,10 +226,10 @@ TEST_F(SingleSummary, A_standard_of_0_is_incorrect_data_and_can_be_mended) {
     RecordPoint(0, "0", 71);
     RecordPoint(1, "10", 129);
     platform.dialogs.ExpectMessage(incorrectData, exclamation);
-    Click(*form, "cmdSys_0");
-    Click(*form, "cmdSys_1");
+    Click(*form, "cmdSys", frmCalib::mainButton);
+    Click(*form, "cmdSys", frmCalib::secondButton);
     Type(*form, "txtEntry_0", "0.1");
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(SlopeCell(0, 1), "29.0");
     EXPECT_FALSE(Find<QLabel>(*form, "lblIncorrect").isVisible());
     form->close();
@@ -238,8 +238,8 @@ TEST_F(SingleSummary, A_standard_of_0_is_incorrect_data_and_can_be_mended) {
 
 TEST_F(SingleSummary, Print_prints_what_is_shown) {
     CalibrateCa();
-    EXPECT_EQ(Caption(*form, 0), "&Print");
-    Click(*form, "cmdSys_0");
+    EXPECT_EQ(Caption(*form, frmCalib::mainButton), "&Print");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     ASSERT_EQ(platform.printing.documents.size(), 1U);
     const auto& texts = platform.printing.documents[0].texts;
     const auto printed = [&](const std::string& text) {
@@ -261,7 +261,7 @@ TEST_F(SingleSummary, A_printer_that_fails_is_told_and_the_calibration_stays) {
         "Unexpected Error - Printing Calibration Summary: the queue is stopped\n"
         "Error location - PrintCalibSummary",
         critical);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_TRUE(form->isVisible());
     form->close();
     EXPECT_EQ(Stored(firstCa).PointCount, 2);
@@ -272,7 +272,7 @@ TEST_F(SingleSummary, The_unit_chosen_is_stored_with_the_points) {
     Pick(*form, "cboUnits", "Concentration (mol/l)");
     RecordPoint(0, "0.001", 100);
     RecordPoint(1, "0.01", 129);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     form->close();
     EXPECT_EQ(Stored(firstCa).StdUnit, 1.0F);
     EXPECT_EQ(Stored(firstCa).Standard[0], 0.001F);
@@ -285,7 +285,7 @@ TEST_F(SingleSummary, Three_buffers_give_two_slopes_per_pH) {
     RecordPoint(0, "4", 177.5);
     RecordPoint(1, "7", 0);
     RecordPoint(2, "10", -172.2);
-    Click(*form, "cmdSys_0");
+    Click(*form, "cmdSys", frmCalib::mainButton);
     EXPECT_EQ(SlopeCell(0, 1), "-59.2");
     EXPECT_EQ(SlopeCell(1, 1), "-57.4");
     EXPECT_EQ(Find<QTableWidget>(*form, "lstSlopes").horizontalHeaderItem(1)->text(), "mV/pH");

@@ -9,9 +9,6 @@
 /// The printed calibration summary as data; whoever prints it places the texts.
 namespace CalibrationSummary {
 
-/// Shown in red on the summary page and in a message box when ComputeSlopes fails.
-inline constexpr std::string_view invalidDataMessage = "Incorrect calibration data encountered.";
-
 /// A text that begins at a tab column, counted from 1 in average characters.
 struct TabText {
     int column = 1;

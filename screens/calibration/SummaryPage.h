@@ -4,31 +4,28 @@
 
 #include <QWidget>
 
+#include <memory>
 #include <string>
 
-class CalibrationPlot;
-class QLabel;
-class QTableWidget;
+namespace Ui {
+class SummaryPage;
+}
 
 /// The calibration summary: the plot of the points and the "Slopes" list with what there is to say
 /// about them.
-class CalibrationPage : public QWidget {
+class SummaryPage : public QWidget {
     Q_OBJECT
 
 public:
-    explicit CalibrationPage(QWidget* parent = nullptr);
+    explicit SummaryPage(QWidget* parent = nullptr);
+    ~SummaryPage() override;
 
     /// `usable` false shows that the data is bad, in place of the slopes.
     void ShowCalibration(const CalibrationRecord& record, const std::string& electrode,
                          bool usable);
 
 private:
-    void BuildSlopes();
     void ShowSlopes(const CalibrationRecord& record, const std::string& electrode);
 
-    CalibrationPlot* plot_;
-    QLabel* lblSlopes_;
-    QTableWidget* lstSlopes_;
-    QLabel* lblRemark_;
-    QLabel* lblIncorrect_;
+    std::unique_ptr<Ui::SummaryPage> ui_;
 };

@@ -1,4 +1,4 @@
-#include "screens/controls/CalibrationPlot.h"
+#include "screens/calibration/CalibrationPlot.h"
 
 #include "platform/qt/Text.h"
 
@@ -20,6 +20,11 @@ PlotColours ColoursFor(const QPalette& palette) {
                 QColor(100, 181, 246), QColor(255, 183, 77)};
     return {QColor(214, 214, 214), Qt::white, QColor(190, 190, 190), QColor(13, 71, 161),
             QColor(191, 54, 12)};
+}
+
+QString AxisTitle(Quantity standards) {
+    const QString label = Text::ToQt(Quantities::Label(standards));
+    return standards == Quantity::pH ? label : "log10 of the concentration in " + label;
 }
 
 /// A single point or a flat line still gets an axis around it.
@@ -49,15 +54,11 @@ void CalibrationPlot::ShowCurve(const CalibrationCurve& curve) {
         y.append(point.potential_mV);
     }
     line_->setData(x, y);
-    xAxis->setLabel(Text::ToQt(curve.xTitle));
+    xAxis->setLabel(AxisTitle(curve.standards));
     setAccessibleDescription(
-        QString("%1 calibration points, mV over %2").arg(x.size()).arg(Text::ToQt(curve.xTitle)));
+        QString("%1 calibration points, mV over %2").arg(x.size()).arg(xAxis->label()));
     FitAxes();
     replot();
-}
-
-void CalibrationPlot::Clear() {
-    ShowCurve({});
 }
 
 void CalibrationPlot::FitAxes() {

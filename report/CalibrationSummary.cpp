@@ -1,4 +1,4 @@
-#include "chem/CalibrationSummary.h"
+#include "report/CalibrationSummary.h"
 
 #include "base/Electrode.h"
 #include "base/NumberText.h"

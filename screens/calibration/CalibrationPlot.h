@@ -13,7 +13,6 @@ public:
     explicit CalibrationPlot(QWidget* parent = nullptr);
 
     void ShowCurve(const CalibrationCurve& curve);
-    void Clear();
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -1,0 +1,61 @@
+#include "screens/SimultCalib/ChannelChoicePage.h"
+
+#include "base/Electrode.h"
+#include "platform/qt/Text.h"
+#include "screens/calibration/CalibrationTexts.h"
+#include "settings/mWinInit.h"
+#include "ui_ChannelChoicePage.h"
+
+#include <QSignalBlocker>
+#include <QTextCursor>
+#include <QTextDocument>
+
+namespace {
+
+bool CanBeCalibrated(const std::string& electrode) {
+    return Electrode::KindOf(electrode) != Electrode::Kind::none &&
+           electrode.find("mV") == std::string::npos;
+}
+
+} // namespace
+
+ChannelChoicePage::ChannelChoicePage(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::ChannelChoicePage>()) {
+    ui_->setupUi(this);
+    chkSimult = ControlArray<QCheckBox>(*this, "chkSimult");
+    chkSimult.Connect(*this, &QCheckBox::toggled, [this](int Index) { Q_EMIT Toggled(Index); });
+    ShowInstructions();
+}
+
+ChannelChoicePage::~ChannelChoicePage() = default;
+
+void ChannelChoicePage::ShowInstructions() {
+    ui_->RTXSimult->setPlainText(Text::ToQt(CalibrationTexts::Instructions()));
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    for (const std::string_view phrase : CalibrationTexts::boldPhrases)
+        ui_->RTXSimult->document()->find(Text::ToQt(phrase)).mergeCharFormat(bold);
+}
+
+void ChannelChoicePage::ShowChannels() {
+    for (const auto& [channel, box] : chkSimult) {
+        const std::string& electrode =
+            mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel)).Electrode;
+        box->setText(Text::ToQt("Channel " + std::to_string(channel + 1) + ": " + electrode));
+        box->setVisible(channel < mWinInit::HardwareSettings.ChannelCount);
+        box->setEnabled(CanBeCalibrated(electrode));
+    }
+}
+
+std::vector<int> ChannelChoicePage::Ticked() const {
+    std::vector<int> ticked;
+    for (const auto& [channel, box] : chkSimult)
+        if (channel < mWinInit::HardwareSettings.ChannelCount && box->isChecked())
+            ticked.push_back(channel);
+    return ticked;
+}
+
+void ChannelChoicePage::Untick(int channel) {
+    const QSignalBlocker quiet(chkSimult(channel));
+    chkSimult(channel).setChecked(false);
+}

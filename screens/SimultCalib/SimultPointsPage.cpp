@@ -1,0 +1,145 @@
+#include "screens/SimultCalib/SimultPointsPage.h"
+
+#include "app/Mcommon.h"
+#include "platform/qt/Text.h"
+#include "screens/calibration/CalibrationTexts.h"
+#include "screens/calibration/PointReading.h"
+#include "screens/controls/MarkLabel.h"
+#include "ui_SimultPointsPage.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int entryWidth_px = 110;
+constexpr int readingWidth_px = 78;
+
+/// Columns and rows of the grid: headings, the points, the marks.
+enum GridColumn { captionColumn, unitColumn, entryColumn, firstReadingColumn };
+enum GridRow { headingRow, firstPointRow, markRow = firstPointRow + CalibrationSession::maxPoints };
+
+template <class Label>
+Label* RightAligned(const QString& name, const QString& text = {}) {
+    auto* label = new Label;
+    label->setObjectName(name);
+    label->setText(text);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return label;
+}
+
+void SetBold(QLabel& label, bool bold) {
+    QFont font = label.font();
+    font.setBold(bold);
+    label.setFont(font);
+}
+
+QLabel* ReadingLabel(int channel, int point) {
+    auto* label = RightAligned<QLabel>(QString("lblSig_%1").arg(point * maxChannels + channel));
+    label->setAccessibleName(
+        QString("Reading of channel %1 at point %2 in mV").arg(channel + 1).arg(point + 1));
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    label->setMinimumWidth(readingWidth_px);
+    return label;
+}
+
+bool TakesPart(const CalibrationSession& session, int channel) {
+    return std::ranges::count(session.Channels(), channel) > 0;
+}
+
+QString ReadingText(const CalibrationSession& session, int channel, int point) {
+    const auto reading = session.Shown(channel, point);
+    return reading ? Text::ToQt(Mcommon::FormatReading(*reading)) : QString();
+}
+
+} // namespace
+
+SimultPointsPage::SimultPointsPage(QWidget* parent)
+    : QScrollArea(parent), ui_(std::make_unique<Ui::SimultPointsPage>()) {
+    ui_->setupUi(this);
+    txtDat = new StandardFields(*ui_->fraPointsContents, "txtDat", entryWidth_px);
+    for (int point = 0; point < CalibrationSession::maxPoints; ++point)
+        rows_.at(static_cast<std::size_t>(point)) = BuildRow(point);
+    for (int channel = 0; channel < maxChannels; ++channel)
+        columns_.at(static_cast<std::size_t>(channel)) = BuildColumn(channel);
+    ui_->layPoints->setColumnStretch(firstReadingColumn + maxChannels, 1);
+}
+
+SimultPointsPage::~SimultPointsPage() = default;
+
+SimultPointsPage::Row SimultPointsPage::BuildRow(int point) {
+    const Row row{new QLabel(QString("Point &%1").arg(point + 1)),
+                  RightAligned<QLabel>(QString("lblDat_%1").arg(point))};
+    row.lblPoint->setObjectName(QString("lblPoint_%1").arg(point));
+    row.lblPoint->setBuddy(&(*txtDat)(point));
+    QGridLayout& grid = *ui_->layPoints;
+    grid.addWidget(row.lblPoint, firstPointRow + point, captionColumn);
+    grid.addWidget(row.lblDat, firstPointRow + point, unitColumn);
+    grid.addWidget(&(*txtDat)(point), firstPointRow + point, entryColumn);
+    return row;
+}
+
+SimultPointsPage::Column SimultPointsPage::BuildColumn(int channel) {
+    Column column;
+    const int place = firstReadingColumn + channel;
+    column.lblHead = RightAligned<QLabel>(QString("lblHead_%1").arg(channel),
+                                          QString("Channel %1").arg(channel + 1));
+    SetBold(*column.lblHead, true);
+    ui_->layPoints->addWidget(column.lblHead, headingRow, place);
+    int row = firstPointRow;
+    for (QLabel*& signal : column.lblSig) {
+        signal = ReadingLabel(channel, row - firstPointRow);
+        ui_->layPoints->addWidget(signal, row++, place);
+    }
+    column.lblMark = RightAligned<MarkLabel>(QString("lblMark_%1").arg(channel));
+    column.lblMark->setAccessibleName(QString("State of channel %1").arg(channel + 1));
+    ui_->layPoints->addWidget(column.lblMark, markRow, place);
+    return column;
+}
+
+CalibrationChoices& SimultPointsPage::Choices() const {
+    return *ui_->fraChoices;
+}
+
+void SimultPointsPage::ShowSession(const CalibrationSession& session, const PointReading& reading) {
+    ui_->fraChoices->ShowChoices(session);
+    ui_->lblInfo_1->setText(Text::ToQt(CalibrationTexts::ColumnHeading(session.IsPH())));
+    txtDat->ShowState(session);
+    for (int point = 0; point < CalibrationSession::maxPoints; ++point)
+        ShowRow(point, session);
+    for (int channel = 0; channel < maxChannels; ++channel)
+        ShowColumn(channel, session, reading);
+    ShowElapsed(reading);
+}
+
+void SimultPointsPage::ShowRow(int point, const CalibrationSession& session) {
+    const Row& row = rows_.at(static_cast<std::size_t>(point));
+    row.lblPoint->setVisible(point < session.PointCount());
+    row.lblDat->setVisible(point < session.PointCount());
+    row.lblDat->setText(Text::ToQt(CalibrationTexts::PointLabel(session.IsPH(), session.Unit())));
+}
+
+void SimultPointsPage::ShowColumn(int channel, const CalibrationSession& session,
+                                  const PointReading& reading) {
+    const Column& column = columns_.at(static_cast<std::size_t>(channel));
+    const bool takesPart = TakesPart(session, channel);
+    column.lblHead->setVisible(takesPart);
+    int point = 0;
+    for (QLabel* signal : column.lblSig) {
+        signal->setVisible(takesPart && point < session.PointCount());
+        signal->setText(ReadingText(session, channel, point));
+        SetBold(*signal, session.IsBeingRead(point));
+        ++point;
+    }
+    const StabilityMark* mark = reading.MarkOf(channel);
+    column.lblMark->setVisible(takesPart);
+    column.lblMark->ShowMark(mark ? Text::ToQt(mark->Text()) : QString(), mark && mark->IsSteady());
+}
+
+void SimultPointsPage::ShowElapsed(const PointReading& reading) {
+    ui_->lblElapsed->setText(Text::ToQt(reading.ElapsedText()));
+}
+
+int SimultPointsPage::MissingWidth_px() const {
+    const int missing = ui_->fraPointsContents->minimumSizeHint().width() - viewport()->width();
+    return std::max(missing, 0);
+}

@@ -1,0 +1,50 @@
+#include "screens/SimultCalib/SimultSummaryPage.h"
+
+#include "ui_SimultSummaryPage.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+SimultSummaryPage::SimultSummaryPage(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::SimultSummaryPage>()) {
+    ui_->setupUi(this);
+    connect(ui_->tabChannel, &QTabBar::currentChanged, this, &SimultSummaryPage::ChannelChosen);
+}
+
+SimultSummaryPage::~SimultSummaryPage() = default;
+
+void SimultSummaryPage::ShowOutcomes(const std::string& electrode, const std::vector<int>& channels,
+                                     std::vector<CalibrationSession::Outcome> outcomes) {
+    electrode_ = electrode;
+    outcomes_ = std::move(outcomes);
+    QTabBar& tabs = *ui_->tabChannel;
+    const QSignalBlocker quiet(tabs);
+    while (tabs.count() > 0)
+        tabs.removeTab(0);
+    for (const int channel : channels)
+        tabs.addTab(QString("Channel %1").arg(channel + 1));
+    tabs.setCurrentIndex(0);
+    tabs.updateGeometry(); // filled while hidden, it has claimed no room yet
+    ShowChosenChannel();
+}
+
+bool SimultSummaryPage::IsUsable() const {
+    return std::ranges::all_of(outcomes_, &CalibrationSession::Outcome::usable);
+}
+
+bool SimultSummaryPage::IsLastChannel() const {
+    return ui_->tabChannel->currentIndex() >= ui_->tabChannel->count() - 1;
+}
+
+void SimultSummaryPage::ShowNextChannel() {
+    ui_->tabChannel->setCurrentIndex(ui_->tabChannel->currentIndex() + 1);
+}
+
+void SimultSummaryPage::ShowChosenChannel() {
+    const int tab = ui_->tabChannel->currentIndex();
+    if (tab < 0)
+        return;
+    const CalibrationSession::Outcome& outcome = outcomes_.at(static_cast<std::size_t>(tab));
+    ui_->pagSummary->ShowCalibration(outcome.record, electrode_, outcome.usable);
+}

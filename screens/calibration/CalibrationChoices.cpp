@@ -1,0 +1,45 @@
+#include "screens/calibration/CalibrationChoices.h"
+
+#include "ui_CalibrationChoices.h"
+
+#include <QSignalBlocker>
+
+namespace {
+
+void Select(QComboBox& list, int value) {
+    const QSignalBlocker quiet(list);
+    list.setCurrentIndex(list.findData(value));
+}
+
+} // namespace
+
+CalibrationChoices::CalibrationChoices(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::CalibrationChoices>()) {
+    ui_->setupUi(this);
+    for (int count = CalibrationSession::minPoints; count <= CalibrationSession::maxPoints; ++count)
+        ui_->cboCalibPtrs->addItem(QString::number(count), count);
+    ui_->cboUnits->addItem("Concentration (ppm)", static_cast<int>(StandardUnit::ppm));
+    ui_->cboUnits->addItem("Concentration (mol/l)", static_cast<int>(StandardUnit::mol_per_litre));
+    connect(ui_->cboCalibPtrs, &QComboBox::currentIndexChanged, this,
+            &CalibrationChoices::PointCountChosen);
+    connect(ui_->cboUnits, &QComboBox::currentIndexChanged, this, &CalibrationChoices::UnitChosen);
+}
+
+CalibrationChoices::~CalibrationChoices() = default;
+
+int CalibrationChoices::PointCount() const {
+    return ui_->cboCalibPtrs->currentData().toInt();
+}
+
+StandardUnit CalibrationChoices::Unit() const {
+    return static_cast<StandardUnit>(ui_->cboUnits->currentData().toInt());
+}
+
+void CalibrationChoices::ShowChoices(const CalibrationSession& session) {
+    Select(*ui_->cboCalibPtrs, session.PointCount());
+    Select(*ui_->cboUnits, static_cast<int>(session.Unit()));
+    ui_->cboCalibPtrs->setEnabled(!session.IsReading());
+    ui_->cboUnits->setEnabled(!session.IsReading());
+    ui_->cboUnits->setVisible(!session.IsPH());
+    ui_->lblUnits->setVisible(!session.IsPH());
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "chem/CalibrationRecord.h"
+
+#include <string>
+
+class QPushButton;
+
+/// Shows the help text of the calibration screens.
+void ShowCalibrationHelp();
+
+/// Shows the one button or the other. The one goes before the other comes: both together may be
+/// wider than a small screen.
+void OfferFinish(bool finish, QPushButton& finishButton, QPushButton& closeButton);
+
+/// Stores a finished calibration of a channel (0-based) in the working records and the settings
+/// file; says what will not come back from there.
+void StoreCalibration(int channel, CalibrationRecord record, const std::string& date);

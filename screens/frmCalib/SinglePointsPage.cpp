@@ -1,0 +1,102 @@
+#include "screens/frmCalib/SinglePointsPage.h"
+
+#include "app/Mcommon.h"
+#include "platform/qt/Text.h"
+#include "screens/calibration/CalibrationTexts.h"
+#include "screens/calibration/PointReading.h"
+#include "screens/controls/MarkLabel.h"
+#include "ui_SinglePointsPage.h"
+
+namespace {
+
+constexpr int entryWidth_px = 190;
+constexpr int readingWidth_px = 110;
+constexpr int markWidth_px = 72;
+constexpr int readingSize_pt = 12;
+constexpr auto firstReading = "0.0"; // stands until the first value has arrived
+
+/// Columns of the grid; its first row is that of the headings.
+enum Column { captionColumn, entryColumn, readingColumn, markColumn };
+
+QLabel* ReadingLabel(int point) {
+    auto* label = new QLabel;
+    label->setObjectName(QString("lblReading_%1").arg(point));
+    label->setAccessibleName(QString("Reading of point %1 in mV").arg(point + 1));
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    label->setMinimumWidth(readingWidth_px);
+    QFont font = label->font();
+    font.setPointSize(readingSize_pt);
+    font.setBold(true);
+    label->setFont(font);
+    return label;
+}
+
+QString ReadingText(const CalibrationSession& session, int point) {
+    if (const auto reading = session.Shown(session.Channels().front(), point))
+        return Text::ToQt(Mcommon::FormatReading(*reading));
+    return session.IsBeingRead(point) ? QString(firstReading) : QString();
+}
+
+} // namespace
+
+SinglePointsPage::SinglePointsPage(QWidget* parent)
+    : QScrollArea(parent), ui_(std::make_unique<Ui::SinglePointsPage>()) {
+    ui_->setupUi(this);
+    txtEntry = new StandardFields(*ui_->fraEntryContents, "txtEntry", entryWidth_px);
+    for (int point = 0; point < CalibrationSession::maxPoints; ++point)
+        rows_.at(static_cast<std::size_t>(point)) = BuildRow(point);
+}
+
+SinglePointsPage::~SinglePointsPage() = default;
+
+SinglePointsPage::Row SinglePointsPage::BuildRow(int point) {
+    const Row row{new QLabel(QString("Point &%1").arg(point + 1)), ReadingLabel(point),
+                  new MarkLabel};
+    row.lblPoint->setObjectName(QString("lblPoint_%1").arg(point));
+    row.lblPoint->setBuddy(&(*txtEntry)(point));
+    row.lblMark->setObjectName(QString("lblMark_%1").arg(point));
+    row.lblMark->setAccessibleName(QString("State of point %1").arg(point + 1));
+    row.lblMark->setMinimumWidth(markWidth_px);
+    QGridLayout& grid = *ui_->layPoints;
+    grid.addWidget(row.lblPoint, point + 1, captionColumn);
+    grid.addWidget(&(*txtEntry)(point), point + 1, entryColumn);
+    grid.addWidget(row.lblReading, point + 1, readingColumn);
+    grid.addWidget(row.lblMark, point + 1, markColumn);
+    return row;
+}
+
+CalibrationChoices& SinglePointsPage::Choices() const {
+    return *ui_->fraChoices;
+}
+
+void SinglePointsPage::ShowSession(const CalibrationSession& session, const PointReading& reading) {
+    ui_->fraChoices->ShowChoices(session);
+    ui_->lblInfo_3->setText(Text::ToQt(CalibrationTexts::ColumnHeading(session.IsPH())));
+    txtEntry->ShowState(session);
+    for (int point = 0; point < CalibrationSession::maxPoints; ++point) {
+        const Row& row = rows_.at(static_cast<std::size_t>(point));
+        const bool chosen = point < session.PointCount();
+        for (QWidget* part : {row.lblPoint, row.lblReading, static_cast<QLabel*>(row.lblMark)})
+            part->setVisible(chosen);
+        row.lblReading->setText(ReadingText(session, point));
+        ShowMark(*row.lblMark, point, session, reading);
+    }
+    ShowElapsed(reading);
+}
+
+void SinglePointsPage::ShowElapsed(const PointReading& reading) {
+    ui_->lblElapsed->setText(Text::ToQt(reading.ElapsedText()));
+}
+
+void SinglePointsPage::ShowMark(MarkLabel& label, int point, const CalibrationSession& session,
+                                const PointReading& reading) {
+    if (session.IsBeingRead(point)) {
+        const StabilityMark* mark = reading.MarkOf(session.Channels().front());
+        label.ShowMark(mark ? Text::ToQt(mark->Text()) : QString(), mark && mark->IsSteady());
+    } else if (session.IsRecordedHere(point)) {
+        label.ShowMark("recorded", false);
+    } else {
+        label.ShowMark(session.IsRecorded(point) ? "last calibration" : "", false);
+    }
+}
