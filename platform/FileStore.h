@@ -28,6 +28,29 @@ public:
     virtual ~FileLock() = default;
 };
 
+/// A new file that is to take the place of another: the old one stays until the new one is whole.
+/// What has not been committed is gone with the object, and the old file is as it was.
+class Replacement {
+public:
+    virtual ~Replacement() = default;
+
+    /// Adds the bytes. Throws RunTimeError naming the file and the reason that the system gives.
+    virtual void Write(std::string_view bytes) = 0;
+
+    /// Where the new file stands until it is committed, for who can write it only by its name.
+    virtual const std::filesystem::path& HalfFile() const = 0;
+
+    /// Puts the new file onto the disk and, in one step, in place of the old one, which is whole
+    /// until then, whatever happens. Throws RunTimeError as Write does.
+    virtual void Commit() = 0;
+};
+
+/// Who can read a new file. One that takes another's place keeps the access of that.
+enum class Readers {
+    user,    ///< nobody but its user
+    asUsual, ///< as any document that the user makes
+};
+
 /// What measurement files need of the system beyond standard file streams: flushes to disk,
 /// exclusive temporary files and locks. All throw RunTimeError with a plain description.
 class FileStore {
@@ -40,9 +63,18 @@ public:
 
     virtual std::unique_ptr<AppendFile> OpenForAppend(const std::filesystem::path& file) = 0;
 
-    /// Puts a file with these bytes in place of `file` in one step; afterwards the old or the new
-    /// one is whole, whatever happens, and the new one is on the disk.
-    virtual void Replace(const std::filesystem::path& file, std::string_view bytes) = 0;
+    /// Begins a file beside `file` that can take its place. A symbolic link stays, and what it
+    /// leads to is replaced.
+    virtual std::unique_ptr<Replacement> BeginReplacement(const std::filesystem::path& file,
+                                                          Readers readers) = 0;
+
+    /// Puts a file with these bytes in place of `file`.
+    void Replace(const std::filesystem::path& file, std::string_view bytes,
+                 Readers readers = Readers::user) {
+        const auto replacement = BeginReplacement(file, readers);
+        replacement->Write(bytes);
+        replacement->Commit();
+    }
 
     /// Cuts the file to `size` bytes and flushes it to disk.
     virtual void Truncate(const std::filesystem::path& file, std::uint64_t size) = 0;

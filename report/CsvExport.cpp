@@ -3,14 +3,12 @@
 #include "app/Mcommon.h"
 #include "base/CodePage.h"
 #include "base/DateText.h"
-#include "base/RunTimeError.h"
 #include "files/MeasurementLines.h"
+#include "platform/Platform.h"
 #include "report/ViewedFile.h"
 
 #include <algorithm>
 #include <array>
-#include <fstream>
-#include <system_error>
 
 namespace Mreport {
 
@@ -30,35 +28,27 @@ bool FitsPattern(std::string_view text) {
            std::equal(text.begin(), text.end(), timePattern.begin(), fits);
 }
 
-/// Removes the file it names unless it was kept.
-class PartFile {
+/// Gathers the lines that are written: each is small, and there are many.
+class BufferedLines {
 public:
-    explicit PartFile(std::filesystem::path file)
-        : file_(std::move(file)), stream_(file_, std::ios::binary | std::ios::trunc) {}
-    ~PartFile() {
-        stream_.close();
-        std::error_code ignored; // an unwritable folder has been reported already
-        std::filesystem::remove(file_, ignored);
-    }
-    PartFile(const PartFile&) = delete;
-    PartFile& operator=(const PartFile&) = delete;
+    explicit BufferedLines(platform::Replacement& file) : file_(file) {}
 
-    bool IsOpen() const { return stream_.is_open(); }
-    bool Write(std::string_view text) {
-        stream_.write(text.data(), static_cast<std::streamsize>(text.size()));
-        return static_cast<bool>(stream_);
+    void Add(std::string_view line) {
+        pending_ += line;
+        pending_ += "\r\n";
+        if (pending_.size() >= blockSize)
+            Flush();
     }
-    bool MoveTo(const std::filesystem::path& target) {
-        stream_.close();
-        std::error_code error;
-        if (stream_)
-            std::filesystem::rename(file_, target, error);
-        return stream_ && !error;
+    void Flush() {
+        file_.Write(pending_);
+        pending_.clear();
     }
 
 private:
-    std::filesystem::path file_;
-    std::ofstream stream_;
+    static constexpr std::size_t blockSize = std::size_t{64} * 1024;
+
+    platform::Replacement& file_;
+    std::string pending_;
 };
 
 /// Which rows the records have, and how many columns.
@@ -92,9 +82,8 @@ bool ForEachLineOfFile(const ReportPages& pages, const Visit& visit,
 
 class Exporter {
 public:
-    Exporter(const ViewedFile& file, PartFile& out, std::string name,
-             const std::function<bool()>& stop)
-        : file_(file), out_(out), name_(std::move(name)), stop_(stop) {}
+    Exporter(const ViewedFile& file, platform::Replacement& out, const std::function<bool()>& stop)
+        : file_(file), lines_(out), stop_(stop) {}
 
     /// False when it was stopped.
     bool Run() {
@@ -105,6 +94,7 @@ public:
                 file_.pages, [this](std::string_view line) { TakeLine(line); }, stop_))
             return false;
         WriteRecord();
+        lines_.Flush();
         return true;
     }
 
@@ -130,7 +120,7 @@ private:
                  ++channel)
                 row +=
                     ",Chan " + std::to_string(channel) + " (" + CodePage::ToUtf8(each.label) + ")";
-        Write(row);
+        lines_.Add(row);
     }
 
     void TakeLine(std::string_view line) {
@@ -174,21 +164,14 @@ private:
         for (const auto& each : Quantities::table)
             for (std::size_t i = 0; shape_.rows[each.quantity] && i < channels; ++i)
                 AddField(row, cells_[each.quantity][i]);
-        Write(row);
+        lines_.Add(row);
         ++records_;
         recordLine_.clear();
         cells_ = {};
     }
 
-    void Write(std::string row) {
-        row += "\r\n";
-        if (!out_.Write(row))
-            throw RunTimeError("Writing " + name_ + ": Disk full");
-    }
-
     const ViewedFile& file_;
-    PartFile& out_;
-    std::string name_;
+    BufferedLines lines_;
     const std::function<bool()>& stop_;
     Shape shape_;
     std::string candidate_;
@@ -222,17 +205,12 @@ std::string CsvField(std::string_view utf8) {
 
 std::int32_t ExportCsv(const ViewedFile& viewed, const std::filesystem::path& file,
                        const std::function<bool()>& stop) {
-    const std::string name = CodePage::FromPath(file.filename()).value_or("the file");
-    std::filesystem::path part = file;
-    part += ".part";
-    PartFile out(part);
-    if (!out.IsOpen())
-        throw RunTimeError("Writing " + name + ": The folder cannot be written to");
-    Exporter exporter(viewed, out, name, stop);
+    const auto replacement =
+        platform::Current().files.BeginReplacement(file, platform::Readers::asUsual);
+    Exporter exporter(viewed, *replacement, stop);
     if (!exporter.Run())
         return 0;
-    if (!out.MoveTo(file))
-        throw RunTimeError("Writing " + name + ": The file could not be written");
+    replacement->Commit();
     return exporter.Records();
 }
 

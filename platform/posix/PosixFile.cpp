@@ -4,10 +4,7 @@
 #include "base/RunTimeError.h"
 
 #include <cerrno>
-#include <chrono>
-#include <cstring>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -15,8 +12,6 @@
 namespace platform::posix {
 
 namespace {
-
-constexpr mode_t ownerOnly = 0600;
 
 /// The names that the program uses for the errors a user can meet; the system's own otherwise.
 std::string Reason(int error) {
@@ -35,48 +30,6 @@ std::string Reason(int error) {
     default:
         return std::generic_category().message(error);
     }
-}
-
-constexpr const char* halfMark = ".new-"; ///< in the name of a file that is not yet in place
-
-/// Removes the half-made files that killed processes left beside `file`. One that another process
-/// is just writing is younger than the limit.
-void RemoveLeftOvers(const std::filesystem::path& file) {
-    constexpr std::chrono::minutes limit{10};
-    const auto oldest = std::filesystem::file_time_type::clock::now() - limit;
-    const std::string start = file.filename().string() + halfMark;
-    const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
-    std::error_code ignored; // what cannot be removed now is tried again at the next write
-    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored))
-        if (entry.path().filename().string().starts_with(start) &&
-            entry.last_write_time(ignored) < oldest)
-            std::filesystem::remove(entry.path(), ignored);
-}
-
-/// Removes a half-made file unless it has been put into place.
-class NewFile {
-public:
-    explicit NewFile(std::filesystem::path name) : name_(std::move(name)) {}
-    ~NewFile() {
-        if (!name_.empty())
-            ::unlink(name_.c_str());
-    }
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
-
-    void Keep() { name_.clear(); }
-
-private:
-    std::filesystem::path name_;
-};
-
-/// The file behind a symbolic link; the name itself where there is none.
-std::filesystem::path BehindLink(const std::filesystem::path& file) {
-    std::error_code noSuchFile;
-    if (!std::filesystem::is_symlink(file, noSuchFile))
-        return file;
-    const auto target = std::filesystem::weakly_canonical(file, noSuchFile);
-    return noSuchFile ? file : target;
 }
 
 } // namespace
@@ -130,24 +83,6 @@ void FlushFolder(const std::filesystem::path& file) {
     const Descriptor opened = Open(folder, O_RDONLY | O_DIRECTORY, 0, "Flushing");
     if (::fsync(opened.Number()) != 0 && errno != EINVAL) // some file systems have no such flush
         ThrowError("Flushing", folder);
-}
-
-void ReplaceFile(const std::filesystem::path& file, std::string_view bytes) {
-    const std::filesystem::path target = BehindLink(file);
-    RemoveLeftOvers(target);
-    std::string name = target.string() + halfMark + "XXXXXX";
-    Descriptor descriptor(::mkstemp(name.data()));
-    if (!descriptor.IsOpen())
-        ThrowError("Writing", target);
-    NewFile half(name);
-    struct stat old {};
-    const mode_t mode = ::stat(target.c_str(), &old) == 0 ? old.st_mode & 07777 : ownerOnly;
-    if (::fchmod(descriptor.Number(), mode) != 0 || !WriteAll(descriptor.Number(), bytes) ||
-        ::fsync(descriptor.Number()) != 0 || !descriptor.Close() ||
-        ::rename(name.c_str(), target.c_str()) != 0)
-        ThrowError("Writing", target);
-    half.Keep();
-    FlushFolder(target);
 }
 
 } // namespace platform::posix

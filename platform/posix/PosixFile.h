@@ -40,9 +40,4 @@ bool WriteAll(int descriptor, std::string_view bytes);
 /// read is left to the system.
 void FlushFolder(const std::filesystem::path& file);
 
-/// Puts a file with these bytes in place of `file`: a new file beside it, flushed, renamed, and the
-/// folder flushed. A symbolic link stays and its target is replaced. Permissions of an existing
-/// file are kept; a new one is readable by its user only. Throws RunTimeError.
-void ReplaceFile(const std::filesystem::path& file, std::string_view bytes);
-
 } // namespace platform::posix

@@ -2,6 +2,7 @@
 
 #include "base/RunTimeError.h"
 #include "platform/posix/PosixFile.h"
+#include "platform/posix/PosixReplacement.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -83,8 +84,9 @@ public:
         return std::make_unique<PosixAppendFile>(file);
     }
 
-    void Replace(const std::filesystem::path& file, std::string_view bytes) override {
-        posix::ReplaceFile(file, bytes);
+    std::unique_ptr<Replacement> BeginReplacement(const std::filesystem::path& file,
+                                                  Readers readers) override {
+        return std::make_unique<posix::PosixReplacement>(file, readers);
     }
 
     void Truncate(const std::filesystem::path& file, std::uint64_t size) override {

@@ -1,7 +1,7 @@
 #include "platform/System.h"
 
 #include "base/RunTimeError.h"
-#include "platform/posix/PosixFile.h"
+#include "platform/posix/PosixReplacement.h"
 #include "platform/posix/ProfileText.h"
 
 #include <cerrno>
@@ -148,7 +148,9 @@ public:
                                           : text_.Set(section, *key, *value);
             if (changed) {
                 stamp_.reset();
-                posix::ReplaceFile(file_, text_.Bytes());
+                posix::PosixReplacement replacement(file_, Readers::user);
+                replacement.Write(text_.Bytes());
+                replacement.Commit();
             }
             return true;
         } catch (const RunTimeError&) {

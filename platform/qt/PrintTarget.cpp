@@ -1,6 +1,7 @@
 #include "platform/qt/PrintTarget.h"
 
 #include "base/RunTimeError.h"
+#include "platform/Platform.h"
 #include "platform/qt/Text.h"
 
 #include <QFile>
@@ -8,8 +9,8 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 
-#include <filesystem>
-#include <system_error>
+#include <algorithm>
+#include <string>
 
 namespace platform {
 
@@ -37,8 +38,8 @@ bool IsWholePdf(const QString& name) {
 
 PrintTarget::PrintTarget(QPrinter& printer) : printer_(printer), file_(printer.outputFileName()) {
     if (IsFile()) {
-        partial_ = file_ + ".part";
-        printer_.setOutputFileName(partial_);
+        replacement_ = Current().files.BeginReplacement(Text::ToPath(file_), Readers::asUsual);
+        printer_.setOutputFileName(Text::FromPath(replacement_->HalfFile()));
         return;
     }
     const QPrinterInfo info(printer_);
@@ -49,10 +50,14 @@ PrintTarget::PrintTarget(QPrinter& printer) : printer_(printer), file_(printer.o
 }
 
 PrintTarget::~PrintTarget() {
-    if (!IsFile())
-        return;
-    printer_.setOutputFileName(file_);
-    QFile::remove(partial_);
+    if (IsFile())
+        printer_.setOutputFileName(file_);
+}
+
+void PrintTarget::CheckFile() {
+    constexpr std::size_t manyBlocks = std::size_t{1} << 20; // more than a full disk has left over
+    if (IsFile())
+        replacement_->Write(std::string(manyBlocks, ' '));
 }
 
 void PrintTarget::Finish() {
@@ -62,15 +67,12 @@ void PrintTarget::Finish() {
             throw RunTimeError(Text::ForMessage(printer_.printerName() + ": " + error));
         return;
     }
-    const std::string name = Text::ForMessage(QFileInfo(file_).fileName());
-    if (!IsWholePdf(partial_))
-        throw RunTimeError("writing " + name +
-                           ": the file could not be written whole (disk full?)");
-    std::error_code failed;
-    std::filesystem::rename(Text::ToPath(partial_), Text::ToPath(file_), failed);
-    if (failed)
-        throw RunTimeError("writing " + name + ": " +
-                           Text::ForMessage(QString::fromLocal8Bit(failed.message())));
+    if (!IsWholePdf(Text::FromPath(replacement_->HalfFile()))) {
+        CheckFile();
+        throw RunTimeError("Writing " + Text::ForMessage(QFileInfo(file_).fileName()) +
+                           ": The file could not be written whole");
+    }
+    replacement_->Commit();
 }
 
 } // namespace platform

@@ -32,6 +32,15 @@ PrintOutcome Draw(QPrinter& printer, const PrintDocument& document, bool mayStop
     return complete ? PrintOutcome::printed : PrintOutcome::stopped;
 }
 
+PrintOutcome DrawOn(PrintTarget& target, QPrinter& printer, const PrintDocument& document) {
+    try {
+        return Draw(printer, document, target.IsFile());
+    } catch (const RunTimeError&) {
+        target.CheckFile(); // a full disk says more than the page that could not be begun
+        throw;
+    }
+}
+
 /// The tool bar's buttons take no focus, so the one that matters gets a key.
 void AddPrintKey(QPrintPreviewDialog& dialog) {
     for (QAction* action : dialog.findChildren<QAction*>()) {
@@ -92,7 +101,7 @@ private:
 PrintOutcome PrintOn(QPrinter& printer, const std::string& name, const PrintDocument& document) {
     try {
         PrintTarget target(printer);
-        const PrintOutcome outcome = Draw(printer, document, target.IsFile());
+        const PrintOutcome outcome = DrawOn(target, printer, document);
         if (outcome == PrintOutcome::printed)
             target.Finish();
         return outcome;

@@ -12,6 +12,8 @@ namespace platform::win32 {
 
 namespace {
 
+constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
 /// The names that the program uses for the errors a user can meet; the system's own otherwise.
 std::string Reason(DWORD error) {
     switch (error) {
@@ -56,7 +58,6 @@ void ThrowError(const std::string& operation, const std::filesystem::path& file)
 
 FileHandle Open(const std::filesystem::path& file, DWORD access, DWORD disposition,
                 const std::string& operation) {
-    constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     FileHandle handle(::CreateFileW(file.c_str(), access, shareAll, nullptr, disposition,
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!handle.IsOpen())
@@ -69,8 +70,7 @@ FileHandle CreateUniqueFile(const std::filesystem::path& start, std::filesystem:
     for (;;) {
         name = start;
         name += std::to_wstring(random());
-        FileHandle handle(::CreateFileW(name.c_str(), GENERIC_WRITE,
-                                        FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
+        FileHandle handle(::CreateFileW(name.c_str(), GENERIC_WRITE, shareAll, nullptr, CREATE_NEW,
                                         FILE_ATTRIBUTE_NORMAL, nullptr));
         if (handle.IsOpen())
             return handle;

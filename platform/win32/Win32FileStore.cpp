@@ -60,6 +60,42 @@ private:
     FileHandle handle_;
 };
 
+class Win32Replacement : public Replacement {
+public:
+    explicit Win32Replacement(const std::filesystem::path& file) : target_(file) {
+        std::filesystem::path start = file;
+        start += ".new-";
+        handle_ = win32::CreateUniqueFile(start, half_);
+    }
+    ~Win32Replacement() override {
+        handle_.Close(); // first: some file systems remove no open file
+        if (!half_.empty())
+            ::DeleteFileW(half_.c_str());
+    }
+    Win32Replacement(const Win32Replacement&) = delete;
+    Win32Replacement& operator=(const Win32Replacement&) = delete;
+
+    void Write(std::string_view bytes) override {
+        if (!win32::WriteAll(handle_.Get(), bytes))
+            ThrowError("Writing", target_);
+    }
+
+    const std::filesystem::path& HalfFile() const override { return half_; }
+
+    void Commit() override {
+        if (!::FlushFileBuffers(handle_.Get()) || !handle_.Close() ||
+            !::MoveFileExW(half_.c_str(), target_.c_str(),
+                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            ThrowError("Writing", target_);
+        half_.clear();
+    }
+
+private:
+    std::filesystem::path target_;
+    std::filesystem::path half_; ///< empty once it is in place
+    FileHandle handle_;
+};
+
 class Win32FileLock : public FileLock {
 public:
     explicit Win32FileLock(FileHandle handle) : handle_(std::move(handle)) {}
@@ -81,20 +117,10 @@ public:
         return std::make_unique<Win32AppendFile>(file);
     }
 
-    void Replace(const std::filesystem::path& file, std::string_view bytes) override {
-        std::filesystem::path start = file;
-        start += ".new-";
-        std::filesystem::path name;
-        FileHandle half = win32::CreateUniqueFile(start, name);
-        if (win32::WriteAll(half.Get(), bytes) && ::FlushFileBuffers(half.Get()) && half.Close() &&
-            ::MoveFileExW(name.c_str(), file.c_str(),
-                          MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-            return;
-        const DWORD reason = ::GetLastError();
-        half.Close();
-        ::DeleteFileW(name.c_str());
-        ::SetLastError(reason);
-        ThrowError("Writing", file);
+    /// Who can read a new file follows from its folder.
+    std::unique_ptr<Replacement> BeginReplacement(const std::filesystem::path& file,
+                                                  Readers) override {
+        return std::make_unique<Win32Replacement>(file);
     }
 
     void Truncate(const std::filesystem::path& file, std::uint64_t size) override {

@@ -1,15 +1,16 @@
 #include "screens/controls/GraphExport.h"
 
 #include "base/RunTimeError.h"
+#include "platform/Platform.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/GraphControl.h"
 
+#include <QBuffer>
 #include <QFileInfo>
 #include <QImage>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 namespace {
@@ -51,21 +52,19 @@ void DrawPdf(GraphControl& graph, QIODevice& file) {
 
 void ExportGraph(GraphControl& graph, const QString& fileName) {
     const QFileInfo info(fileName);
-    const auto fail = [&info](const QString& reason) {
-        throw RunTimeError("Writing " + Text::ForMessage(info.fileName() + ": " + reason));
-    };
     const QString kind = info.suffix().toLower();
     if (kind != "png" && kind != "svg" && kind != "pdf")
-        fail("The name must end with .png, .svg or .pdf");
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
-        fail(file.errorString());
+        throw RunTimeError("Writing " + Text::ForMessage(info.fileName()) +
+                           ": The name must end with .png, .svg or .pdf");
+    QBuffer picture;
+    picture.open(QIODevice::WriteOnly);
     if (kind == "png")
-        DrawPng(graph, file);
+        DrawPng(graph, picture);
     else if (kind == "svg")
-        DrawSvg(graph, file);
+        DrawSvg(graph, picture);
     else
-        DrawPdf(graph, file);
-    if (!file.commit())
-        fail(file.errorString());
+        DrawPdf(graph, picture);
+    const QByteArray& bytes = picture.data();
+    platform::Current().files.Replace(Text::ToPath(fileName), bytes.toStdString(),
+                                      platform::Readers::asUsual);
 }

@@ -22,8 +22,9 @@ public:
             return opened;
         return std::make_unique<HalfWritten>(std::move(opened), folder_);
     }
-    void Replace(const fs::path& file, std::string_view bytes) override {
-        real_.Replace(file, bytes);
+    std::unique_ptr<platform::Replacement> BeginReplacement(const fs::path& file,
+                                                            platform::Readers readers) override {
+        return real_.BeginReplacement(file, readers);
     }
     void Truncate(const fs::path& file, std::uint64_t size) override { real_.Truncate(file, size); }
     bool IsPrivate(const fs::path& file) const override { return real_.IsPrivate(file); }

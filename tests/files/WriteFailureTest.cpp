@@ -4,38 +4,16 @@
 #include "files/Recovery.h"
 #include "files/SetUpRun.h"
 #include "support/FakePlatform.h"
+#include "support/FullDisk.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <csignal>
 
 namespace {
 
 namespace fs = std::filesystem;
 using Numbers = std::vector<std::int32_t>;
-
-/// No file of this process may grow beyond a size, as on a full disk, while the object lives.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &old_);
-        const rlimit limit{bytes, old_.rlim_max};
-        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
-    ~FullDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &old_);
-        std::signal(SIGXFSZ, oldHandler_);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit old_{};
-    void (*oldHandler_)(int);
-};
 
 class WriteFailure : public testing::Test {
 protected:

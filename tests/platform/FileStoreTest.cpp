@@ -87,6 +87,40 @@ TEST_F(FileStore_, A_replacement_that_fails_leaves_nothing_behind) {
     EXPECT_EQ(FilesInFolder(), 1U);
 }
 
+TEST_F(FileStore_, The_old_file_stays_until_its_replacement_is_committed) {
+    WriteBytes(File(), "old");
+    const auto replacement = store->BeginReplacement(File(), platform::Readers::asUsual);
+    replacement->Write("one ");
+    replacement->Write("two");
+    EXPECT_EQ(ReadBytes(File()), "old");
+    EXPECT_EQ(ReadBytes(replacement->HalfFile()), "one two");
+    replacement->Commit();
+    EXPECT_EQ(ReadBytes(File()), "one two");
+    EXPECT_EQ(FilesInFolder(), 1U);
+}
+
+TEST_F(FileStore_, A_replacement_that_is_given_up_is_gone) {
+    WriteBytes(File(), "old");
+    store->BeginReplacement(File(), platform::Readers::user)->Write("new");
+    EXPECT_EQ(ReadBytes(File()), "old");
+    EXPECT_EQ(FilesInFolder(), 1U);
+}
+
+TEST_F(FileStore_, A_replacement_can_be_written_by_its_name) {
+    const auto replacement = store->BeginReplacement(File(), platform::Readers::asUsual);
+    WriteBytes(replacement->HalfFile(), "by another");
+    replacement->Commit();
+    EXPECT_EQ(ReadBytes(File()), "by another");
+}
+
+TEST_F(FileStore_, A_replacement_in_a_missing_folder_is_refused_with_the_reason) {
+    const auto missing = folder.Path() / "missing" / "table.csv";
+    const std::string error =
+        ErrorOf([&] { store->BeginReplacement(missing, platform::Readers::asUsual); });
+    EXPECT_NE(error.find("table.csv"), std::string::npos) << error;
+    EXPECT_TRUE(error.ends_with(": Path not found")) << error;
+}
+
 TEST_F(FileStore_, A_file_is_cut_to_its_size) {
     WriteBytes(File(), "whole half");
     store->Truncate(File(), 5);

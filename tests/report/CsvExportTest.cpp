@@ -61,7 +61,10 @@ TEST_F(Csv, A_stopped_export_leaves_no_file) {
 
 TEST_F(Csv, A_folder_that_cannot_be_written_is_said) {
     View(MeasurementText().File(1));
-    EXPECT_THROW(
-        Mreport::ExportCsv(viewed, platform.folder.Path() / "no" / "out.csv", [] { return false; }),
-        RunTimeError);
+    try {
+        Mreport::ExportCsv(viewed, platform.folder.Path() / "no" / "out.csv", [] { return false; });
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const RunTimeError& error) {
+        EXPECT_TRUE(std::string(error.what()).ends_with("out.csv: Path not found")) << error.what();
+    }
 }
