@@ -70,7 +70,7 @@ void LiveCycle(benchmark::State& state) {
     std::array<float, cyclePositions> averages{};
     for (auto _ : state) {
         const auto values = Frame::Decode(frame);
-        std::ranges::copy(values, CommPort::Readings.begin());
+        std::ranges::copy(values, CommPort::Readings().begin());
         DataAcq::ReadChannels(averages);
         const auto outcome = MeasuringCycle::Run(source, averages);
         if (!outcome.problem.empty())

@@ -25,6 +25,7 @@ public:
         input_.clear();
     }
     bool PortOpen() const override { return open_; }
+    bool DeviceChanged() const override { return open_ && !pluggedIn; }
     void SetBufferSize(std::size_t /*bytes*/) override {}
     void SetRThreshold(int bytes) override { threshold_ = bytes; }
     int RThreshold() const override { return threshold_; }
@@ -162,10 +163,10 @@ private:
     }
 
     void CheckState() const {
-        Require(!CommPort::Busy || timeout_.Enabled() || boxOpen_);
-        Require(!CommPort::TimedOut);
-        for (std::size_t slot = Frame::valueCount; slot < CommPort::Readings.size(); ++slot)
-            Require(CommPort::Readings[slot] == 0);
+        Require(!CommPort::Busy() || timeout_.Enabled() || boxOpen_);
+        Require(!CommPort::TimedOut());
+        for (std::size_t slot = Frame::valueCount; slot < CommPort::Readings().size(); ++slot)
+            Require(CommPort::Readings()[slot] == 0);
     }
 
     /// Whatever has happened, starting to read on a good line gives values again.
@@ -174,12 +175,12 @@ private:
         if (timeout_.Enabled())
             CommPort::tmrTimeout_Timer();
         CommPort::EndReading();
-        CommPort::Readings.fill(0);
+        CommPort::Readings().fill(0);
         CommPort::BeginReading();
-        Require(CommPort::Busy);
+        Require(CommPort::Busy());
         SendFrame();
         Require(CommPort::State() == CommPort::LinkState::answered);
-        Require(CommPort::Readings[0] == 111.1F);
+        Require(CommPort::Readings()[0] == 111.1F);
     }
 
     fuzz::NullPlatform& platform_;

@@ -1,287 +1,188 @@
 #include "link/CommPort.h"
 
-#include "base/NumberText.h"
-#include "base/RunTimeError.h"
-#include "link/LinkData.h"
-#include "platform/Platform.h"
+#include "link/Link.h"
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
 #include <utility>
 
 namespace CommPort {
-
-using internal::Data;
-using internal::LinkData;
-
-std::int32_t BitRate = 9600;
-std::int16_t PortNumber = 1;
-std::array<bool, maxPortNumber + 1> PortAvailable{};
-bool PortOK = false;
-
 namespace {
 
-// The place of the choice in the per-user store.
-constexpr const char* application = "CommPort";
-constexpr const char* section = "Startup";
-constexpr const char* bitRateKey = "BitRate";
-constexpr const char* portNumberKey = "PortNumber";
-
-constexpr std::string_view portPrefix = "COM";
-constexpr std::chrono::milliseconds initialInterval{1000};
-
-std::string PortName(std::int16_t number) {
-    return std::string(portPrefix) + NumberText::Plain(std::int32_t{number});
-}
-
-std::int32_t LeadingInteger32(const std::string& text) {
-    constexpr double lowest = std::numeric_limits<std::int32_t>::min();
-    constexpr double highest = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(
-        std::nearbyint(std::clamp(NumberText::Leading(text), lowest, highest)));
-}
-
-/// Tries to open one port for the scan; its failure is kept as the port's problem.
-void TryPort(std::int16_t number) {
-    auto& control = internal::Control();
-    auto& problem = Data().portProblem[static_cast<std::size_t>(number)];
-    problem.clear();
-    bool& available = PortAvailable[static_cast<std::size_t>(number)];
-    available = false;
-    try {
-        control.SetCommPort(number);
-        control.SetPortOpen(true);
-        available = true;
-        control.SetPortOpen(false);
-    } catch (const RunTimeError& error) {
-        problem = error.what();
-    }
-}
-
-/// Back to the port that was open before a scan or a failed test.
-void ReopenPort(std::int16_t number) {
-    try {
-        internal::OpenWithTimeouts(number);
-    } catch (const RunTimeError& error) {
-        internal::Fail(error.what());
-    }
-}
-
-void ListPorts() {
-    auto& list = Data().portList;
-    list.clear();
-    for (std::int16_t n = 1; n <= maxPortNumber; ++n) {
-        if (PortAvailable[static_cast<std::size_t>(n)])
-            list.push_back(PortName(n));
-    }
-    if (Data().controls.SetPortList)
-        Data().controls.SetPortList(list);
+std::unique_ptr<Link>& Owner() {
+    static auto owner = std::make_unique<Link>();
+    return owner;
 }
 
 } // namespace
 
-namespace internal {
-
-void OpenWithTimeouts(std::int16_t portNumber) {
-    PortOK = false;
-    OpenPort(BitRate, portNumber);
-    SetPortTimeouts();
-    PortOK = true;
+Link& TheLink() {
+    return *Owner();
 }
 
-} // namespace internal
+std::int32_t BitRate() {
+    return TheLink().choice.BitRate;
+}
+
+std::int16_t PortNumber() {
+    return TheLink().choice.PortNumber;
+}
+
+bool PortAvailable(std::int16_t number) {
+    return TheLink().port.PortAvailable.at(static_cast<std::size_t>(number));
+}
+
+bool PortOK() {
+    return TheLink().port.PortOK;
+}
 
 void Attach(Controls controls) {
-    Data().controls = std::move(controls);
-    auto& control = internal::Control();
-    control.OnComm = [](platform::SerialControl::Event event) { MSComm1_OnComm(event); };
-    control.OnArrival = [] { MSComm1_OnArrival(); };
+    TheLink().Attach(std::move(controls));
 }
 
 void Detach() {
-    EndReading();
-    internal::CancelTransfer();
-    if (auto* control = Data().controls.MSComm1) {
-        control->SetPortOpen(false);
-        control->OnComm = nullptr;
-        control->OnArrival = nullptr;
-    }
-    PortOK = false;
-    Data().controls = {};
+    TheLink().Detach();
 }
 
 void LoadPortSettings() {
-    const auto& store = platform::Current().userStore;
-    BitRate = LeadingInteger32(store.GetSetting(application, section, bitRateKey, "9600"));
-    PortNumber =
-        NumberText::LeadingInteger(store.GetSetting(application, section, portNumberKey, "1"));
+    TheLink().choice = LoadPortChoice();
 }
 
 void SavePortSettings() {
-    auto& store = platform::Current().userStore;
-    store.SaveSetting(application, section, bitRateKey, NumberText::Plain(BitRate));
-    store.SaveSetting(application, section, portNumberKey,
-                      NumberText::Plain(std::int32_t{PortNumber}));
+    SavePortChoice(TheLink().choice);
 }
 
 void OpenPort(std::int32_t bitRate, std::int16_t portNumber) {
-    auto& control = internal::Control();
-    internal::CancelTransfer();
-    if (control.PortOpen())
-        control.SetPortOpen(false);
-    if (bitRate <= 0)
-        throw RunTimeError("Opening " + PortName(portNumber) + ": a bit rate of " +
-                           NumberText::Plain(bitRate) + " is not possible");
-    control.SetSettings(NumberText::Plain(bitRate) + ",N,8,1");
-    control.SetCommPort(portNumber);
-    control.SetBufferSize(internal::inputBufferSize);
-    control.SetRThreshold(0);
-    control.SetPortOpen(true);
-    if (Data().reading)
-        control.SetRThreshold(static_cast<int>(Frame::length));
-    internal::TellObservers();
-}
-
-platform::CommTimeouts TimeoutsFor(std::int32_t bitRate) {
-    constexpr std::int32_t tenSeconds_ms = 10000;
-    constexpr std::uint32_t constant_ms = 1000;
-    // Twice the remainder against the divisor decides, so that ties are exact.
-    std::int32_t perByte_ms = tenSeconds_ms / bitRate;
-    const std::int64_t twiceRest = std::int64_t{2} * (tenSeconds_ms % bitRate);
-    if (twiceRest > bitRate || (twiceRest == bitRate && perByte_ms % 2 != 0))
-        ++perByte_ms;
-    const auto t = static_cast<std::uint32_t>(perByte_ms);
-    return {t, t, constant_ms, t, constant_ms};
+    TheLink().OpenPort({bitRate, portNumber});
 }
 
 void SetPortTimeouts() {
-    if (!internal::PortIsOpen() || BitRate <= 0)
-        return;
-    internal::Control().SetCommTimeouts(TimeoutsFor(BitRate));
+    TheLink().port.SetTimeouts(BitRate());
 }
 
 void ScanPorts() {
-    auto& control = internal::Control();
-    internal::CancelTransfer();
-    const bool wasOpen = control.PortOpen();
-    const auto portInUse = control.CommPort();
-    if (wasOpen)
-        control.SetPortOpen(false);
-    for (std::int16_t n = 1; n <= maxPortNumber; ++n)
-        TryPort(n);
-    if (wasOpen)
-        ReopenPort(portInUse);
-    else if (portInUse > 0)
-        control.SetCommPort(portInUse);
-    ListPorts();
+    TheLink().Scan();
 }
 
 const std::string& PortProblem(std::int16_t number) {
-    return Data().portProblem.at(static_cast<std::size_t>(number));
+    return TheLink().port.Problem(number);
 }
 
 void fncInitializeComPort() {
-    Readings.fill(0);
-    auto& controls = Data().controls;
-    if (controls.tmrTransferInterval) {
-        controls.tmrTransferInterval->SetEnabled(false);
-        controls.tmrTransferInterval->SetInterval(initialInterval);
-    }
-    LoadPortSettings();
-    PortOK = false;
-    try {
-        OpenPort(BitRate, PortNumber);
-        PortOK = true;
-    } catch (const RunTimeError& error) {
-        internal::Fail(error.what());
-    }
-    SetBitRateComboBox();
-    SetPortComboBox();
-    SetPortTimeouts();
+    TheLink().Initialize();
 }
 
 void fncCheckForValidPort() {
-    PortOK = false;
-    if (PortNumber < 1) {
-        internal::SetStatus("Please select a COM port.");
-        return;
-    }
-    if (PortNumber > maxPortNumber || !PortAvailable[static_cast<std::size_t>(PortNumber)]) {
-        internal::SetStatus(PortName(PortNumber) +
-                            " is unavailable. Please select a different port.");
-        return;
-    }
-    try {
-        internal::OpenWithTimeouts(PortNumber);
-    } catch (const RunTimeError& error) {
-        internal::SetStatus(error.what());
-    }
+    TheLink().CheckForValidPort();
 }
 
 void TestPort(std::int32_t bitRate, std::int16_t portNumber) {
-    const bool wasOpen = internal::PortIsOpen();
-    const auto formerBitRate = std::exchange(BitRate, bitRate);
-    const auto formerPort = std::exchange(PortNumber, portNumber);
-    internal::SetStatus("");
-    fncCheckForValidPort();
-    if (PortOK) {
-        SavePortSettings();
-        internal::SetStatus("The test on Comm" + NumberText::Plain(std::int32_t{PortNumber}) +
-                            " is successful.");
-        return;
-    }
-    BitRate = formerBitRate;
-    PortNumber = formerPort;
-    if (wasOpen && !internal::PortIsOpen()) {
-        // What the test was about; opening the port writes another text.
-        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
-        const std::string result = StatusText();
-        ReopenPort(formerPort);
-        internal::SetStatus(result);
-    }
-    PortOK = internal::PortIsOpen();
+    TheLink().Test({bitRate, portNumber});
 }
 
 void SetBitRateComboBox() {
-    const auto entry =
-        std::find_if(offeredBitRates.begin(), offeredBitRates.end(), [](std::string_view text) {
-            return NumberText::Leading(text) == double{1} * BitRate;
-        });
-    if (entry != offeredBitRates.end() && Data().controls.SelectBitRate)
-        Data().controls.SelectBitRate(static_cast<int>(entry - offeredBitRates.begin()));
+    TheLink().SelectBitRate();
 }
 
 void SetPortComboBox() {
-    const auto& list = Data().portList;
-    const auto entry = std::find_if(list.begin(), list.end(), [](const std::string& text) {
-        return text.substr(portPrefix.size()) == NumberText::Plain(std::int32_t{PortNumber});
-    });
-    if (entry != list.end() && Data().controls.SelectPort)
-        Data().controls.SelectPort(static_cast<int>(entry - list.begin()));
+    TheLink().SelectPort();
 }
 
 void ClosePort() {
-    SavePortSettings();
-    EndReading();
-    internal::CancelTransfer();
-    if (internal::PortIsOpen())
-        internal::Control().SetPortOpen(false);
-    internal::TellObservers();
+    TheLink().Close();
+}
+
+CycleValues& Readings() {
+    return TheLink().transfer.Readings;
+}
+
+bool Busy() {
+    return TheLink().transfer.Busy();
+}
+
+bool TimedOut() {
+    return TheLink().transfer.TimedOut;
+}
+
+void SendCommand(std::string_view command) {
+    TheLink().transfer.SendCommand(command);
+}
+
+void TransferOnce() {
+    TheLink().transfer.TransferOnce();
+}
+
+void ReceiveFrame() {
+    TheLink().transfer.ReceiveFrame();
+}
+
+void DecodeFrame() {
+    TheLink().transfer.DecodeFrame();
+}
+
+void ApplyTransferInterval() {
+    TheLink().transfer.ApplyTransferInterval();
+}
+
+void tmrTimeout_Timer() {
+    TheLink().transfer.tmrTimeout_Timer();
+}
+
+void tmrTransferInterval_Timer() {
+    TheLink().transfer.tmrTransferInterval_Timer();
+}
+
+void MSComm1_OnComm(platform::SerialControl::Event event) {
+    TheLink().transfer.MSComm1_OnComm(event);
+}
+
+void MSComm1_OnArrival() {
+    TheLink().transfer.MSComm1_OnArrival();
+}
+
+LinkState State() {
+    return TheLink().transfer.Outcome();
+}
+
+bool HasFailed() {
+    return TheLink().transfer.HasFailed();
+}
+
+bool IsLost() {
+    return TheLink().transfer.IsLost();
+}
+
+std::optional<LocalTime> LastReading() {
+    return TheLink().transfer.LastReading();
+}
+
+const std::string& StatusText() {
+    return TheLink().status.Text();
+}
+
+std::string LinkText() {
+    return TheLink().Text();
+}
+
+std::shared_ptr<void> ObserveLink(std::function<void()> changed) {
+    return TheLink().status.Observe(std::move(changed));
+}
+
+void BeginReading() {
+    TheLink().transfer.BeginReading();
+}
+
+void EndReading() {
+    TheLink().transfer.EndReading();
+}
+
+void GoOnAfterFailure(bool goOn) {
+    TheLink().transfer.SetAfterFailure(goOn ? Transfer::AfterFailure::goOn
+                                            : Transfer::AfterFailure::stop);
 }
 
 void Reset() {
-    if (Data().controls.MSComm1)
+    if (TheLink().port.IsAttached())
         Detach();
-    Data() = LinkData();
-    BitRate = 9600;
-    PortNumber = 1;
-    PortAvailable.fill(false);
-    PortOK = false;
-    Readings.fill(0);
-    Busy = false;
-    TimedOut = false;
-    InstrumentAddress = {};
+    Owner() = std::make_unique<Link>();
 }
 
 } // namespace CommPort

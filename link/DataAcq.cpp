@@ -17,7 +17,7 @@ std::optional<ChannelReader>& Owner() {
 
 ChannelReader& Reader() {
     auto& owner = Owner();
-    return owner ? *owner : owner.emplace(CommPort::Readings);
+    return owner ? *owner : owner.emplace(CommPort::Readings());
 }
 
 void StartSeries(std::int16_t averageCount) {

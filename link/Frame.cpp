@@ -21,6 +21,16 @@ std::string_view DecodeByte(std::uint8_t byte) {
     return DecodeHexPair(HexText(byte, buffer));
 }
 
+/// Whether a byte may stand at this offset of a frame.
+bool FitsPlace(std::uint8_t byte, std::size_t offset) {
+    const auto place = offset % fieldLength;
+    if (place == 0)
+        return byte == '+' || byte == '-';
+    if (place < fieldLength - 1)
+        return byte >= '0' && byte <= '9';
+    return byte == (offset == length - 1 ? endOfTransmission : '\t');
+}
+
 float DecodeField(std::span<const std::uint8_t, fieldLength> field) {
     constexpr std::size_t digitCount = 4;
     std::string digitText;
@@ -54,6 +64,17 @@ std::string_view DecodeHexPair(std::string_view hexText) {
 
 bool IsComplete(std::span<const std::uint8_t, length> frame) {
     return frame.back() == endOfTransmission;
+}
+
+bool IsTail(std::span<const std::uint8_t> bytes) {
+    if (bytes.size() > length)
+        return false;
+    const auto start = length - bytes.size();
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (!FitsPlace(bytes[i], start + i))
+            return false;
+    }
+    return true;
 }
 
 Values Decode(std::span<const std::uint8_t, length> frame) {

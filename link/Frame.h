@@ -25,6 +25,10 @@ std::string_view DecodeHexPair(std::string_view hexText);
 /// True when the last byte is EOT; only such a frame may be decoded.
 bool IsComplete(std::span<const std::uint8_t, length> frame);
 
+/// True when the bytes, counted back from the last, each stand in their place of a frame: signs,
+/// digits, separators, EOT at the end. At most a frame's length of them.
+bool IsTail(std::span<const std::uint8_t> bytes);
+
 /// The eight values in mV or sensor units, read leniently: a byte outside the alphabet makes its
 /// value smaller or zero and leaves the others alone.
 Values Decode(std::span<const std::uint8_t, length> frame);

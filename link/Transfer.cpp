@@ -1,260 +1,314 @@
+#include "link/Transfer.h"
+
 #include "app/Mcommon.h"
 #include "base/DateText.h"
-#include "base/NumberText.h"
 #include "base/RunTimeError.h"
-#include "link/LinkData.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
-namespace CommPort {
-
-using internal::Data;
-
-std::array<float, cyclePositions> Readings{};
-bool Busy = false;
-bool TimedOut = false;
-std::array<std::uint8_t, 2> InstrumentAddress{};
+using CommPort::LinkState;
+using TransferState::Event;
+using TransferState::State;
 
 namespace {
-
-constexpr std::uint8_t startOfHeading = 0x01;
-constexpr std::uint8_t startOfText = 0x02;
-constexpr std::uint8_t cancel = 0x18;
-constexpr int frameThreshold = static_cast<int>(Frame::length);
 
 std::string WithMoment(const char* text) {
     return text + DateText::General(platform::Current().clock.Now());
 }
 
-std::string DecimalText(std::uint8_t byte) {
-    return NumberText::Plain(std::int32_t{byte});
+} // namespace
+
+// ---- What others see -------------------------------------------------------------------------
+
+bool Transfer::Busy() const {
+    return IsAwaiting(state_) || IsMessageOpen(state_);
 }
 
-void EnableTimeout(bool enabled) {
-    auto* timer = Data().controls.tmrTimeout;
+LinkState Transfer::Outcome() const {
+    return IsMessageOpen(state_) ? LinkState::waiting : outcome_;
+}
+
+bool Transfer::IsReading() const {
+    return state_ == State::listening || state_ == State::polling;
+}
+
+bool Transfer::IsLost() const {
+    return state_ == State::lost || state_ == State::retrying;
+}
+
+// ---- Moves -----------------------------------------------------------------------------------
+
+void Transfer::Move(Event event) {
+    Move(event, outcome_);
+}
+
+void Transfer::Move(Event event, LinkState outcome) {
+    const auto formerOutcome = std::exchange(outcome_, outcome);
+    const auto former = std::exchange(state_, Next(state_, event, afterFailure_));
+    SetTimers();
+    if (former != state_ || formerOutcome != outcome_)
+        status_.TellObservers();
+}
+
+/// Timers and receive threshold follow from the state.
+void Transfer::SetTimers() {
+    if (!IsAwaiting(state_))
+        EnableTimeout(false);
+    if (auto* timer = controls_.tmrTransferInterval; timer && timer->Enabled() != IsPolling(state_))
+        timer->SetEnabled(IsPolling(state_));
+    port_.SetThreshold(TransferState::IsReading(state_) ? Frame::length : 0);
+}
+
+void Transfer::EnableTimeout(bool enabled) {
+    auto* timer = controls_.tmrTimeout;
     if (!timer)
         return;
     if (enabled)
-        timer->SetInterval(transferTimeout);
+        timer->SetInterval(CommPort::transferTimeout);
     timer->SetEnabled(enabled);
 }
 
-void EnablePolling(bool enabled) {
-    if (auto* timer = Data().controls.tmrTransferInterval)
-        timer->SetEnabled(enabled);
-}
-
-void SetThreshold() {
-    if (internal::PortIsOpen())
-        internal::Control().SetRThreshold(Data().reading ? frameThreshold : 0);
-}
-
-void EmptyInput() {
-    if (internal::PortIsOpen())
-        internal::Control().ClearInBuffer();
-    Data().unsolicited.clear();
-    Data().outOfStep = false;
-}
-
-/// Holds back requests and other messages while the box is open.
-class MessageOpen {
-public:
-    MessageOpen() { Data().messageOpen = true; }
-    ~MessageOpen() { Data().messageOpen = false; }
-    MessageOpen(const MessageOpen&) = delete;
-    MessageOpen& operator=(const MessageOpen&) = delete;
-};
-
-/// Shows the message about a frame without EOT and fails the link with its answer.
-void ShowBadFrameMessage(const std::string& text) {
-    const auto session = Data().session;
-    internal::SetState(LinkState::waiting);
-    Data().failedMeanwhile = false;
-    {
-        const MessageOpen open;
-        Mcommon::MessageBoxEx(text, platform::style::okOnly, platform::style::exclamation);
-    }
-    if (Data().session == session || Data().failedMeanwhile)
-        internal::SetState(LinkState::failed);
-}
-
-/// Forgets the input when the buffer ran full while the message was open: it then has a gap.
-void DropOverflow() {
-    if (!internal::PortIsOpen() || internal::Control().InBufferCount() < internal::inputBufferSize)
-        return;
-    EmptyInput();
-    Data().outOfStep = true;
-}
-
-void ReportBadFrame(bool asked) {
-    const auto text = WithMoment("Data transmission uncompleted: ");
-    internal::SetStatus(text);
-    // An instrument that keeps sending nonsense by itself is reported once, not frame by frame.
-    if (asked || Data().state != LinkState::failed)
-        ShowBadFrameMessage(text);
-    Data().outOfStep = true;
-    DropOverflow();
-}
-
-/// Judges the 48 bytes of the receive buffer; false when they are no whole frame.
-bool AcceptFrame(bool asked) {
-    if (!Frame::IsComplete(Data().receiveBuffer)) {
-        ReportBadFrame(asked);
-        return false;
-    }
-    DecodeFrame();
-    internal::SetState(LinkState::answered);
-    return true;
-}
-
-void TakeUnsolicitedFrames();
-
-/// The polled transfer is over, in whatever way.
-void EndTransfer(unsigned session) {
-    if (Data().status.empty())
-        internal::SetStatus(WithMoment("Data transfer completed: "));
-    Busy = false;
-    // A screen that began to read while the message was open still waits for its first request.
-    if (Data().reading && Data().session != session)
-        TransferOnce();
+void Transfer::BeginReading() {
+    stream_.Restart();
+    if (IsMessageOpen(state_))
+        Move(Event::begin);
     else
-        TakeUnsolicitedFrames();
+        StartReading(Event::begin);
 }
 
-void TakePolledFrame() {
-    EnableTimeout(false);
-    Data().waiting = false;
-    TimedOut = false;
-    const auto session = Data().session;
-    const auto bytes = internal::Control().Input(Frame::length);
-    std::copy_n(bytes.begin(), std::min(bytes.size(), Frame::length), Data().receiveBuffer.begin());
-    // The next frame may have begun within the bad one.
-    Data().unsolicited.assign(bytes.begin(), bytes.end());
-    if (AcceptFrame(true))
-        Data().unsolicited.clear();
-    EndTransfer(session);
+void Transfer::StartReading(Event event) {
+    Move(event, LinkState::waiting);
+    if (auto* timer = controls_.tmrTransferInterval) {
+        ApplyTransferInterval();
+        timer->SetEnabled(true); // a full interval from now on
+    }
+    if (OpenPort())
+        StartRequest();
 }
 
-/// Drops what belongs to a frame whose start was lost: everything up to the next EOT.
-void DropThroughEot() {
-    auto& bytes = Data().unsolicited;
-    const auto eot = std::find(bytes.begin(), bytes.end(), Frame::endOfTransmission);
-    Data().outOfStep = eot == bytes.end();
-    bytes.erase(bytes.begin(), Data().outOfStep ? eot : eot + 1);
-}
-
-/// Takes the next 48 bytes that nobody asked for; false when there are not so many.
-bool TakeUnsolicitedFrame() {
-    auto& bytes = Data().unsolicited;
-    if (Data().outOfStep)
-        DropThroughEot();
-    if (bytes.size() < Frame::length)
+/// Sees to it that the port is open on what its name stands for now; false where that fails the
+/// link.
+bool Transfer::OpenPort() {
+    try {
+        port_.OpenWhatStandsFor(choice_);
+    } catch (const RunTimeError& error) {
+        Fail(error.what());
         return false;
-    std::copy_n(bytes.begin(), Frame::length, Data().receiveBuffer.begin());
-    if (Frame::IsComplete(Data().receiveBuffer))
-        bytes.erase(bytes.begin(), bytes.begin() + frameThreshold);
-    AcceptFrame(false);
+    }
+    SetTimers(); // the threshold of a port just opened
     return true;
 }
 
-void TakeUnsolicitedFrames() {
-    if (Busy || Data().messageOpen || !Data().reading || !internal::PortIsOpen())
+void Transfer::EndReading() {
+    Move(Event::end);
+    if (!IsAwaiting(state_))
+        stream_.Restart();
+}
+
+void Transfer::SetAfterFailure(AfterFailure choice) {
+    afterFailure_ = choice;
+    if (choice == AfterFailure::stop && IsLost())
+        Move(Event::giveUp);
+}
+
+void Transfer::TransferOnce() {
+    Move(Event::request);
+    if (!IsAwaiting(state_))
         return;
-    auto& control = internal::Control();
-    const bool frameBegun = !Data().unsolicited.empty() || Data().outOfStep;
-    if (!frameBegun && control.InBufferCount() < Frame::length)
+    if (state_ == State::retrying && !OpenPort())
         return;
-    control.SetRThreshold(0);
-    const auto bytes = control.Input(control.InBufferCount());
-    Data().unsolicited.insert(Data().unsolicited.end(), bytes.begin(), bytes.end());
-    while (TakeUnsolicitedFrame()) {
-    }
-    SetThreshold();
+    StartRequest();
 }
 
-/// Without the port there is nothing to poll until reading starts anew.
-void FailPort(const char* what) {
-    internal::CancelTransfer();
-    EnablePolling(false);
-    if (internal::PortIsOpen())
-        internal::Control().SetPortOpen(false);
-    PortOK = false;
-    Data().unsolicited.clear();
-    internal::Fail("COM" + NumberText::Plain(std::int32_t{PortNumber}) + WithMoment(what));
-}
-
-/// The wait has expired with fewer than 48 bytes.
-void ReportTimeout() {
-    const bool nothingCame = internal::Control().InBufferCount() == 0;
-    internal::Fail(
-        WithMoment(nothingCame ? "System not responding: " : "Data transmission Timeout Error: "));
-}
-
-} // namespace
-
-namespace internal {
-
-void CancelTransfer() {
-    EnableTimeout(false);
-    Data().waiting = false;
-    // The bad frame's transfer ends with the answer to its message, not before.
-    if (!Data().messageOpen)
-        Busy = false;
-    TimedOut = false;
-}
-
-} // namespace internal
-
-void SendCommand(std::string_view command) {
-    const auto& address = InstrumentAddress;
-    auto& bytes = Data().lastCommand;
-    std::string addressed = DecimalText(startOfHeading);
-    addressed += DecimalText(address[0]);
-    addressed += DecimalText(address[1]);
-    addressed += DecimalText(startOfText);
-    if (command == addressed)
-        bytes = {startOfHeading, address[0], address[1], startOfText};
-    else if (command == "2")
-        bytes = {startOfText};
-    else if (command == "24")
-        bytes = {cancel};
-    if (!bytes.empty())
-        internal::Control().Output(bytes);
-}
-
-void TransferOnce() {
-    if (!internal::PortIsOpen()) {
+/// Sends the request that the state says is out.
+void Transfer::StartRequest() {
+    if (!port_.IsOpen()) {
         FailPort(" is not open: ");
         return;
     }
-    Busy = true;
-    internal::SetStatus("");
-    EmptyInput(); // before the request, so that an instant answer is not thrown away
+    TimedOut = false;
+    status_.Set("");
+    stream_.Restart();
+    // Before the request, so that an instant answer is not thrown away.
+    port_.Control().ClearInBuffer();
+    EnableTimeout(true);
     try {
-        SendCommand("2");
+        SendCommand(Commands::requestFrame);
     } catch (const RunTimeError& error) {
         FailPort(" was lost: ");
-        internal::SetStatus(error.what());
+        status_.Set(error.what());
         return;
     }
     ReceiveFrame();
 }
 
-void ReceiveFrame() {
-    EnableTimeout(true);
-    TimedOut = false;
-    Data().waiting = true;
-    MSComm1_OnArrival();
+void Transfer::SendCommand(std::string_view command) {
+    const auto bytes = commands.BytesOf(command);
+    if (!bytes.empty())
+        port_.Control().Output(bytes);
 }
 
-void DecodeFrame() {
-    const auto values = Frame::Decode(Data().receiveBuffer);
+void Transfer::Cancel() {
+    stream_.Restart();
+    Move(Event::cancel);
+}
+
+void Transfer::PortOpened() {
+    SetTimers();
+    if (state_ == State::idle)
+        outcome_ = LinkState::waiting;
+    status_.TellObservers();
+}
+
+/// A start of reading that has met nothing but a failure gives the port back: the next one shall
+/// open what the port's name stands for then.
+void Transfer::Fail(const std::string& reason) {
+    const bool failedStart = IsReading() && outcome_ == LinkState::waiting;
+    status_.Set(reason);
+    Move(Event::fail, LinkState::failed);
+    if (failedStart)
+        port_.Close();
+}
+
+void Transfer::FailPort(const char* what) {
+    port_.Close();
+    port_.PortOK = false;
+    stream_.Restart();
+    Fail(PortName::Of(choice_.PortNumber) + WithMoment(what));
+}
+
+// ---- Arrivals --------------------------------------------------------------------------------
+
+void Transfer::ReceiveFrame() {
+    if (IsAwaiting(state_))
+        TakeArrived();
+}
+
+void Transfer::MSComm1_OnArrival() {
+    if (IsAwaiting(state_) || (TransferState::IsReading(state_) && stream_.IsUnderWay()))
+        TakeArrived();
+}
+
+void Transfer::MSComm1_OnComm(platform::SerialControl::Event event) {
+    if (event == platform::SerialControl::Event::portLost)
+        FailPort(" was lost: ");
+    else if (event == platform::SerialControl::Event::receive && !Busy() &&
+             TransferState::IsReading(state_))
+        TakeArrived();
+}
+
+/// Takes what lies in the input buffer and acts on the frames in it, as long as the state takes
+/// any: a message that one of them opens leaves the others for its end.
+void Transfer::TakeArrived() {
+    if (!port_.IsOpen())
+        return;
+    auto& control = port_.Control();
+    port_.SetThreshold(0);
+    stream_.Feed(control.Input(control.InBufferCount()));
+    while (IsAwaiting(state_) || TransferState::IsReading(state_)) {
+        const auto event = stream_.Next();
+        if (event == FrameStream::Event::nothing)
+            break;
+        if (event == FrameStream::Event::frame)
+            TakeFrame();
+        else
+            TakeBadFrame();
+    }
+    SetTimers();
+}
+
+void Transfer::TakeFrame() {
+    const bool asked = IsAwaiting(state_);
+    TimedOut = false;
+    DecodeFrame();
+    lastReading_ = platform::Current().clock.Now();
+    Move(Event::frame, LinkState::answered);
+    if (asked && status_.Text().empty())
+        status_.Set("Data transfer completed: " + DateText::General(*lastReading_));
+}
+
+void Transfer::DecodeFrame() {
+    const auto values = Frame::Decode(stream_.LastFrame());
     std::copy(values.begin(), values.end(), Readings.begin());
 }
 
-std::chrono::milliseconds TransferInterval(std::int16_t value, std::string_view unit) {
+void Transfer::TakeBadFrame() {
+    TimedOut = false;
+    const auto text = WithMoment("Data transmission uncompleted: ");
+    status_.Set(text);
+    Move(Event::badFrame);
+    if (IsMessageOpen(state_))
+        ShowBadFrameMessage(text);
+    else
+        Move(Event::fail, LinkState::failed);
+}
+
+void Transfer::ShowBadFrameMessage(const std::string& text) {
+    try {
+        Mcommon::MessageBoxEx(text, platform::style::okOnly, platform::style::exclamation);
+    } catch (...) {
+        MessageAnswered();
+        throw;
+    }
+    MessageAnswered();
+}
+
+/// The link fails with the answer to the message, unless reading began anew meanwhile.
+void Transfer::MessageAnswered() {
+    if (state_ == State::messageRestart) {
+        StartReading(Event::answered);
+        return;
+    }
+    const bool failedStart = state_ == State::message && outcome_ == LinkState::waiting;
+    Move(Event::answered, LinkState::failed);
+    if (failedStart)
+        port_.Close();
+    DropOverflow();
+}
+
+/// Forgets the input when the buffer ran full while the message was open: it then has a gap.
+void Transfer::DropOverflow() {
+    if (!port_.IsOpen() || port_.Control().InBufferCount() < Port::inputBufferSize)
+        return;
+    port_.Control().ClearInBuffer();
+    stream_.LoseStep();
+}
+
+// ---- Timers ----------------------------------------------------------------------------------
+
+void Transfer::tmrTimeout_Timer() {
+    EnableTimeout(false);
+    if (!IsAwaiting(state_))
+        return;
+    TimedOut = true;
+    TakeArrived(); // where both meet the frame counts
+    if (!std::exchange(TimedOut, false))
+        return;
+    Fail(WithMoment(stream_.BytesSinceRestart() == 0 ? "System not responding: "
+                                                     : "Data transmission Timeout Error: "));
+}
+
+void Transfer::tmrTransferInterval_Timer() {
+    ApplyTransferInterval();
+    if (IsPolling(state_) && !Busy())
+        TransferOnce();
+}
+
+void Transfer::ApplyTransferInterval() {
+    auto* timer = controls_.tmrTransferInterval;
+    if (!timer)
+        return;
+    const auto value = controls_.IntervalValue ? controls_.IntervalValue() : std::int16_t{1};
+    const auto unit = controls_.IntervalUnit ? controls_.IntervalUnit() : std::string("seconds");
+    const auto interval = CommPort::TransferInterval(value, unit);
+    if (timer->Interval() != interval)
+        timer->SetInterval(interval);
+}
+
+std::chrono::milliseconds CommPort::TransferInterval(std::int16_t value, std::string_view unit) {
     const int count = std::max<int>(value, 1);
     if (unit == "Hour(s)")
         return std::min<std::chrono::milliseconds>(
@@ -264,80 +318,3 @@ std::chrono::milliseconds TransferInterval(std::int16_t value, std::string_view 
         return std::chrono::minutes(count);
     return std::chrono::seconds(count);
 }
-
-void ApplyTransferInterval() {
-    const auto& controls = Data().controls;
-    if (!controls.tmrTransferInterval)
-        return;
-    const auto value = controls.IntervalValue ? controls.IntervalValue() : std::int16_t{1};
-    const auto unit = controls.IntervalUnit ? controls.IntervalUnit() : std::string("seconds");
-    const auto interval = TransferInterval(value, unit);
-    if (controls.tmrTransferInterval->Interval() != interval)
-        controls.tmrTransferInterval->SetInterval(interval);
-}
-
-void tmrTimeout_Timer() {
-    EnableTimeout(false);
-    if (!Data().waiting)
-        return;
-    TimedOut = true;
-    if (internal::Control().InBufferCount() >= Frame::length) {
-        TakePolledFrame(); // where both meet the frame counts
-        return;
-    }
-    Data().waiting = false;
-    TimedOut = false;
-    ReportTimeout();
-    Busy = false;
-}
-
-void tmrTransferInterval_Timer() {
-    ApplyTransferInterval();
-    if (!Busy && !Data().messageOpen)
-        TransferOnce();
-}
-
-void MSComm1_OnComm(platform::SerialControl::Event event) {
-    if (event == platform::SerialControl::Event::portLost)
-        FailPort(" was lost: ");
-    else if (event == platform::SerialControl::Event::receive)
-        TakeUnsolicitedFrames();
-}
-
-void MSComm1_OnArrival() {
-    if (Data().waiting && internal::Control().InBufferCount() >= Frame::length)
-        TakePolledFrame();
-    else if (!Data().unsolicited.empty() || Data().outOfStep)
-        TakeUnsolicitedFrames();
-}
-
-void BeginReading() {
-    ++Data().session;
-    Data().failedMeanwhile = Data().failedSinceBegin = false;
-    Data().reading = true;
-    internal::SetState(LinkState::waiting);
-    try {
-        if (!internal::Control().PortOpen())
-            internal::OpenWithTimeouts(PortNumber);
-    } catch (const RunTimeError& error) {
-        internal::Fail(error.what());
-        return;
-    }
-    SetThreshold();
-    ApplyTransferInterval();
-    EnablePolling(true);
-    if (!Busy && !Data().messageOpen)
-        TransferOnce();
-    internal::TellObservers();
-}
-
-void EndReading() {
-    Data().reading = false;
-    EnablePolling(false);
-    SetThreshold();
-    Data().unsolicited.clear();
-    Data().outOfStep = false;
-    internal::TellObservers();
-}
-
-} // namespace CommPort

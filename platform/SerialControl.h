@@ -38,6 +38,10 @@ public:
     virtual void SetPortOpen(bool open) = 0;
     virtual bool PortOpen() const = 0;
 
+    /// The open port is not on the device that its number stands for now: the name leads to
+    /// another one, or the device has gone.
+    virtual bool DeviceChanged() const = 0;
+
     virtual void SetBufferSize(std::size_t bytes) = 0;
 
     /// Bytes that make a receive event; 0 for none.

@@ -1,5 +1,6 @@
 #include "simulator/Program.h"
 
+#include "base/PortName.h"
 #include "base/RunTimeError.h"
 
 #include <algorithm>
@@ -224,7 +225,7 @@ std::string Program::Place() const {
         return *options_.device;
     if (options_.link)
         return options_.link->string() + " (" + device + ")";
-    return "COM" + std::to_string(options_.comPort) + " (" + device + ")";
+    return PortName::Of(options_.comPort) + " (" + device + ")";
 }
 
 void Program::SetBitRate(std::optional<std::uint32_t> bitRate) {

@@ -1,5 +1,6 @@
 #include "platform/qt/QtSerialControl.h"
 
+#include "base/PortName.h"
 #include "base/RunTimeError.h"
 #include "platform/Platform.h"
 #include "platform/System.h"
@@ -33,8 +34,18 @@ QtSerialControl::~QtSerialControl() {
     Close();
 }
 
-std::string QtSerialControl::PortName() const {
-    return "COM" + std::to_string(commPort_);
+/// The device that the number stands for; empty where there is none. Locks go by the device's own
+/// name, so that a link to it is no way around them.
+QString QtSerialControl::DeviceOfNumber() const {
+    const auto named =
+        QString::fromStdString(DeviceOfPort(commPort_, Current().places.ConfigurationFolder()));
+    const auto resolved = QFileInfo(named).canonicalFilePath();
+    return resolved.isEmpty() ? named : resolved;
+}
+
+bool QtSerialControl::DeviceChanged() const {
+    return port_.isOpen() &&
+           (lost_ || DeviceHasGone(HandleOf(port_)) || DeviceOfNumber() != device_);
 }
 
 void QtSerialControl::SetPortOpen(bool open) {
@@ -47,12 +58,9 @@ void QtSerialControl::SetPortOpen(bool open) {
 }
 
 void QtSerialControl::Open() {
-    const auto named = DeviceOfPort(commPort_, Current().places.ConfigurationFolder());
-    if (named.empty())
+    const auto device = DeviceOfNumber();
+    if (device.isEmpty())
         RefuseOpening("there is no such port");
-    // Locks go by the device's own name, so that a link to it is no way around them.
-    const auto resolved = QFileInfo(QString::fromStdString(named)).canonicalFilePath();
-    const auto device = resolved.isEmpty() ? QString::fromStdString(named) : resolved;
     if (const auto reason = WhyDeviceCannotOpen(device.toStdString()); !reason.empty())
         RefuseOpening(Text::ForMessage(QString::fromStdString(reason)));
     ApplySettings();
@@ -67,6 +75,7 @@ void QtSerialControl::Open() {
     if (!claim_)
         RefuseOpening(Text::ForMessage(device) + " is in use by another program");
     port_.clear();
+    device_ = device;
     lost_ = false;
     ++opening_;
     input_.clear();
@@ -86,7 +95,7 @@ void QtSerialControl::ApplySettings() {
 
 void QtSerialControl::RefuseOpening(const std::string& reason) {
     Close();
-    throw RunTimeError("Opening " + PortName() + ": " + reason);
+    throw RunTimeError("Opening " + PortName::Of(commPort_) + ": " + reason);
 }
 
 void QtSerialControl::Close() {
@@ -136,7 +145,7 @@ void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
         !lost_ && port_.write(reinterpret_cast<const char*>(bytes.data()), size) == size;
     port_.flush();
     if (!written || lost_)
-        throw RunTimeError("Writing to " + PortName() + ": " +
+        throw RunTimeError("Writing to " + PortName::Of(commPort_) + ": " +
                            (lost_ ? "the port has gone" : Text::ForMessage(port_.errorString())));
 }
 

@@ -26,6 +26,7 @@ public:
     void SetSettings(const std::string& settings) override { settings_ = settings; }
     void SetPortOpen(bool open) override;
     bool PortOpen() const override { return port_.isOpen(); }
+    bool DeviceChanged() const override;
     void SetBufferSize(std::size_t bytes) override { bufferSize_ = bytes; }
     void SetRThreshold(int bytes) override { threshold_ = bytes; }
     int RThreshold() const override { return threshold_; }
@@ -49,13 +50,14 @@ private:
     void PostDelivery();
     void Deliver();
     void ErrorOccurred(QSerialPort::SerialPortError error);
-    std::string PortName() const;
+    QString DeviceOfNumber() const;
 
     // The port's own buffer is emptied into this one whenever somebody looks, also from const
     // functions: what counts as received must not depend on who looks first.
     mutable QSerialPort port_{this};
     mutable std::vector<std::uint8_t> input_;
 
+    QString device_; ///< of the port that was opened last
     std::unique_ptr<DeviceClaim> claim_;
     std::int16_t commPort_ = 1;
     std::string settings_ = "9600,N,8,1";

@@ -4,6 +4,7 @@
 #include "base/CodePage.h"
 #include "base/Electrode.h"
 #include "base/NumberText.h"
+#include "base/PortName.h"
 #include "chem/Measure.h"
 #include "files/FileOpr.h"
 #include "link/CommPort.h"
@@ -127,7 +128,8 @@ void SetupPage::ShowExperimentDate() {
 }
 
 void SetupPage::ShowPort() {
-    ui_->fraPort->setTitle(QString("Communications Port (COM%1)").arg(CommPort::PortNumber));
+    ui_->fraPort->setTitle(
+        QString("Communications Port (%1)").arg(Text::ToQt(PortName::Of(CommPort::PortNumber()))));
 }
 
 void SetupPage::ShowAveragingForMeasurement(const QString& text) {

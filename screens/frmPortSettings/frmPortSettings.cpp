@@ -14,7 +14,7 @@ namespace {
 
 /// Beside its text "COM5" an entry of cboPort carries its number.
 int ChosenPort(const QComboBox& box) {
-    return box.currentIndex() < 0 ? CommPort::PortNumber : box.currentData().toInt();
+    return box.currentIndex() < 0 ? CommPort::PortNumber() : box.currentData().toInt();
 }
 
 int NumberOfPort(const QString& name) {
@@ -41,7 +41,7 @@ frmPortSettings::~frmPortSettings() {
 }
 
 void frmPortSettings::Form_Load() {
-    for (const auto rate : CommPort::offeredBitRates) {
+    for (const auto rate : offeredBitRates) {
         const auto text = Text::ToQt(rate);
         ui_->cboBitRate->addItem(text, text.toInt());
     }
@@ -109,7 +109,7 @@ void frmPortSettings::Form_Activate() {
 
 void frmPortSettings::cmdOK_Click() {
     const auto bitRate = ui_->cboBitRate->currentIndex() < 0
-                             ? CommPort::BitRate
+                             ? CommPort::BitRate()
                              : static_cast<std::int32_t>(ui_->cboBitRate->currentData().toInt());
     CommPort::TestPort(bitRate, static_cast<std::int16_t>(ChosenPort(*ui_->cboPort)));
 }
@@ -153,7 +153,7 @@ void frmPortSettings::SetPortList(const std::vector<std::string>& ports) {
 
 void frmPortSettings::ShowProblems() {
     QStringList problems;
-    for (std::int16_t port = 1; port <= CommPort::maxPortNumber; ++port) {
+    for (std::int16_t port = 1; port <= maxPortNumber; ++port) {
         const auto& problem = CommPort::PortProblem(port);
         // Ports without a device are the rule and no news.
         if (!problem.empty() && QFileInfo::exists(PortDevice::NameOf(port)))

@@ -1,4 +1,5 @@
 #include "link/CommPort.h"
+#include "link/Link.h"
 
 #include "base/RunTimeError.h"
 #include "support/FakeLink.h"
@@ -22,13 +23,13 @@ protected:
 TEST_F(CommPortTest, An_empty_store_gives_9600_bit_per_second_on_COM1) {
     CommPort::LoadPortSettings();
 
-    EXPECT_EQ(CommPort::BitRate, 9600);
-    EXPECT_EQ(CommPort::PortNumber, 1);
+    EXPECT_EQ(CommPort::BitRate(), 9600);
+    EXPECT_EQ(CommPort::PortNumber(), 1);
 }
 
 TEST_F(CommPortTest, The_choice_is_stored_as_decimal_text_in_the_programs_own_place) {
-    CommPort::BitRate = 115200;
-    CommPort::PortNumber = 12;
+    CommPort::TheLink().choice.BitRate = 115200;
+    CommPort::TheLink().choice.PortNumber = 12;
 
     CommPort::SavePortSettings();
 
@@ -42,8 +43,8 @@ TEST_F(CommPortTest, The_stored_choice_comes_back) {
 
     CommPort::LoadPortSettings();
 
-    EXPECT_EQ(CommPort::BitRate, 2400);
-    EXPECT_EQ(CommPort::PortNumber, 3);
+    EXPECT_EQ(CommPort::BitRate(), 2400);
+    EXPECT_EQ(CommPort::PortNumber(), 3);
 }
 
 TEST_F(CommPortTest, Stored_texts_are_read_leniently) {
@@ -52,8 +53,8 @@ TEST_F(CommPortTest, Stored_texts_are_read_leniently) {
 
     CommPort::LoadPortSettings();
 
-    EXPECT_EQ(CommPort::BitRate, 4800);
-    EXPECT_EQ(CommPort::PortNumber, 0);
+    EXPECT_EQ(CommPort::BitRate(), 4800);
+    EXPECT_EQ(CommPort::PortNumber(), 0);
 }
 
 TEST_F(CommPortTest, A_stored_number_beyond_its_type_is_clamped) {
@@ -62,8 +63,8 @@ TEST_F(CommPortTest, A_stored_number_beyond_its_type_is_clamped) {
 
     CommPort::LoadPortSettings();
 
-    EXPECT_EQ(CommPort::BitRate, 2147483647);
-    EXPECT_EQ(CommPort::PortNumber, 32767);
+    EXPECT_EQ(CommPort::BitRate(), 2147483647);
+    EXPECT_EQ(CommPort::PortNumber(), 32767);
 }
 
 TEST_F(CommPortTest, Opening_sets_line_format_buffer_and_no_receive_events) {
@@ -93,9 +94,7 @@ TEST_F(CommPortTest, A_bit_rate_that_is_none_is_refused_before_the_port_is_touch
 }
 
 TEST_F(CommPortTest, Time_outs_per_byte_are_10000_by_the_bit_rate_to_the_nearest_ms) {
-    const auto perByte = [](std::int32_t bitRate) {
-        return CommPort::TimeoutsFor(bitRate).readInterval;
-    };
+    const auto perByte = [](std::int32_t bitRate) { return TimeoutsFor(bitRate).readInterval; };
     EXPECT_EQ(perByte(300), 33U);
     EXPECT_EQ(perByte(1200), 8U);
     EXPECT_EQ(perByte(2400), 4U);
@@ -107,20 +106,20 @@ TEST_F(CommPortTest, Time_outs_per_byte_are_10000_by_the_bit_rate_to_the_nearest
 }
 
 TEST_F(CommPortTest, Time_outs_round_ties_to_the_even_number) {
-    EXPECT_EQ(CommPort::TimeoutsFor(4000).readInterval, 2U);  // 2.5
-    EXPECT_EQ(CommPort::TimeoutsFor(20000).readInterval, 0U); // 0.5
-    EXPECT_EQ(CommPort::TimeoutsFor(800).readInterval, 12U);  // 12.5
-    EXPECT_EQ(CommPort::TimeoutsFor(2147483647).readInterval, 0U);
-    EXPECT_EQ(CommPort::TimeoutsFor(1).readInterval, 10000U);
+    EXPECT_EQ(TimeoutsFor(4000).readInterval, 2U);  // 2.5
+    EXPECT_EQ(TimeoutsFor(20000).readInterval, 0U); // 0.5
+    EXPECT_EQ(TimeoutsFor(800).readInterval, 12U);  // 12.5
+    EXPECT_EQ(TimeoutsFor(2147483647).readInterval, 0U);
+    EXPECT_EQ(TimeoutsFor(1).readInterval, 10000U);
 }
 
 TEST_F(CommPortTest, Time_outs_take_the_same_time_per_byte_and_1000_ms_beside_it) {
-    EXPECT_EQ(CommPort::TimeoutsFor(1200), (CommTimeouts{8, 8, 1000, 8, 1000}));
-    EXPECT_EQ(CommPort::TimeoutsFor(115200), (CommTimeouts{0, 0, 1000, 0, 1000}));
+    EXPECT_EQ(TimeoutsFor(1200), (CommTimeouts{8, 8, 1000, 8, 1000}));
+    EXPECT_EQ(TimeoutsFor(115200), (CommTimeouts{0, 0, 1000, 0, 1000}));
 }
 
 TEST_F(CommPortTest, Time_outs_are_set_on_an_open_port_only) {
-    CommPort::BitRate = 300;
+    CommPort::TheLink().choice.BitRate = 300;
     CommPort::SetPortTimeouts();
     EXPECT_EQ(link.serial.timeoutsSet, 0);
 
@@ -135,9 +134,8 @@ TEST_F(CommPortTest, The_scan_offers_every_port_that_opens_and_no_other) {
     CommPort::ScanPorts();
 
     EXPECT_EQ(link.portList, (std::vector<std::string>{"COM2", "COM5", "COM16"}));
-    for (int n = 1; n <= 16; ++n)
-        EXPECT_EQ(CommPort::PortAvailable.at(static_cast<std::size_t>(n)),
-                  n == 2 || n == 5 || n == 16);
+    for (std::int16_t n = 1; n <= 16; ++n)
+        EXPECT_EQ(CommPort::PortAvailable(n), n == 2 || n == 5 || n == 16);
     EXPECT_FALSE(link.serial.PortOpen());
 }
 
@@ -162,14 +160,14 @@ TEST_F(CommPortTest, The_scan_absorbs_opening_errors_but_remembers_them) {
 }
 
 TEST_F(CommPortTest, The_scan_reopens_the_port_that_was_open) {
-    CommPort::PortNumber = 3;
+    CommPort::TheLink().choice.PortNumber = 3;
     CommPort::OpenPort(9600, 3);
 
     CommPort::ScanPorts();
 
     EXPECT_TRUE(link.serial.PortOpen());
     EXPECT_EQ(link.serial.CommPort(), 3);
-    EXPECT_TRUE(CommPort::PortAvailable[3]);
+    EXPECT_TRUE(CommPort::PortAvailable(3));
 }
 
 TEST_F(CommPortTest, The_scan_leaves_a_closed_port_closed_and_chosen) {
@@ -194,11 +192,11 @@ TEST_F(CommPortTest, Start_up_opens_the_stored_port_and_selects_both_choices) {
     platform.userStore.values = {{"CommPort/Startup/BitRate", "1200"},
                                  {"CommPort/Startup/PortNumber", "2"}};
     CommPort::ScanPorts();
-    CommPort::Readings.fill(7);
+    CommPort::Readings().fill(7);
 
     CommPort::fncInitializeComPort();
 
-    EXPECT_TRUE(CommPort::PortOK);
+    EXPECT_TRUE(CommPort::PortOK());
     EXPECT_EQ(link.serial.settings, "1200,N,8,1");
     EXPECT_EQ(link.serial.CommPort(), 2);
     EXPECT_EQ(link.selectedBitRate, 1);
@@ -206,7 +204,7 @@ TEST_F(CommPortTest, Start_up_opens_the_stored_port_and_selects_both_choices) {
     EXPECT_EQ(link.serial.timeouts, (CommTimeouts{8, 8, 1000, 8, 1000}));
     EXPECT_EQ(link.interval.Interval(), std::chrono::seconds(1));
     EXPECT_FALSE(link.interval.Enabled());
-    EXPECT_EQ(CommPort::Readings, (std::array<float, cyclePositions>{}));
+    EXPECT_EQ(CommPort::Readings(), (std::array<float, cyclePositions>{}));
 }
 
 TEST_F(CommPortTest, Start_up_without_the_port_says_why_and_goes_on) {
@@ -215,7 +213,7 @@ TEST_F(CommPortTest, Start_up_without_the_port_says_why_and_goes_on) {
 
     CommPort::fncInitializeComPort();
 
-    EXPECT_FALSE(CommPort::PortOK);
+    EXPECT_FALSE(CommPort::PortOK());
     EXPECT_EQ(link.status, "Opening COM9: no such device");
     EXPECT_EQ(CommPort::State(), CommPort::LinkState::failed);
     EXPECT_EQ(link.serial.timeoutsSet, 0);
@@ -223,8 +221,8 @@ TEST_F(CommPortTest, Start_up_without_the_port_says_why_and_goes_on) {
 
 TEST_F(CommPortTest, A_choice_without_entry_leaves_the_selections_as_they_are) {
     CommPort::ScanPorts();
-    CommPort::BitRate = 38400;
-    CommPort::PortNumber = 11;
+    CommPort::TheLink().choice.BitRate = 38400;
+    CommPort::TheLink().choice.PortNumber = 11;
 
     CommPort::SetBitRateComboBox();
     CommPort::SetPortComboBox();
@@ -234,12 +232,11 @@ TEST_F(CommPortTest, A_choice_without_entry_leaves_the_selections_as_they_are) {
 }
 
 TEST_F(CommPortTest, Every_offered_bit_rate_is_found_and_38400_is_not_among_them) {
-    EXPECT_EQ(std::count(CommPort::offeredBitRates.begin(), CommPort::offeredBitRates.end(),
-                         std::string_view("38400")),
+    EXPECT_EQ(std::count(offeredBitRates.begin(), offeredBitRates.end(), std::string_view("38400")),
               0);
     const std::array<std::int32_t, 8> rates = {300, 1200, 2400, 4800, 9600, 19200, 57600, 115200};
     for (int i = 0; i < 8; ++i) {
-        CommPort::BitRate = rates.at(static_cast<std::size_t>(i));
+        CommPort::TheLink().choice.BitRate = rates.at(static_cast<std::size_t>(i));
         CommPort::SetBitRateComboBox();
         EXPECT_EQ(link.selectedBitRate, i);
     }
@@ -248,7 +245,7 @@ TEST_F(CommPortTest, Every_offered_bit_rate_is_found_and_38400_is_not_among_them
 TEST_F(CommPortTest, Port_1_is_not_mistaken_for_port_11_or_16) {
     link.serial.ports = {1, 11, 16};
     CommPort::ScanPorts();
-    CommPort::PortNumber = 16;
+    CommPort::TheLink().choice.PortNumber = 16;
 
     CommPort::SetPortComboBox();
 
@@ -256,27 +253,27 @@ TEST_F(CommPortTest, Port_1_is_not_mistaken_for_port_11_or_16) {
 }
 
 TEST_F(CommPortTest, A_stored_port_number_of_0_asks_for_a_port) {
-    CommPort::PortNumber = 0;
+    CommPort::TheLink().choice.PortNumber = 0;
 
     CommPort::fncCheckForValidPort();
 
     EXPECT_EQ(link.status, "Please select a COM port.");
-    EXPECT_FALSE(CommPort::PortOK);
+    EXPECT_FALSE(CommPort::PortOK());
 }
 
 TEST_F(CommPortTest, A_port_that_the_scan_did_not_find_is_called_unavailable) {
     link.serial.ports = {1};
     CommPort::ScanPorts();
-    CommPort::PortNumber = 3;
+    CommPort::TheLink().choice.PortNumber = 3;
 
     CommPort::fncCheckForValidPort();
 
     EXPECT_EQ(link.status, "COM3 is unavailable. Please select a different port.");
-    EXPECT_FALSE(CommPort::PortOK);
+    EXPECT_FALSE(CommPort::PortOK());
 }
 
 TEST_F(CommPortTest, A_port_number_above_16_is_called_unavailable) {
-    CommPort::PortNumber = 17;
+    CommPort::TheLink().choice.PortNumber = 17;
 
     CommPort::fncCheckForValidPort();
 
@@ -285,11 +282,11 @@ TEST_F(CommPortTest, A_port_number_above_16_is_called_unavailable) {
 
 TEST_F(CommPortTest, An_available_port_is_opened_by_the_check) {
     CommPort::ScanPorts();
-    CommPort::PortNumber = 2;
+    CommPort::TheLink().choice.PortNumber = 2;
 
     CommPort::fncCheckForValidPort();
 
-    EXPECT_TRUE(CommPort::PortOK);
+    EXPECT_TRUE(CommPort::PortOK());
     EXPECT_TRUE(link.serial.PortOpen());
     EXPECT_EQ(link.status, "");
 }
@@ -313,9 +310,9 @@ TEST_F(CommPortTest, A_failed_test_leaves_the_former_port_open_and_in_force) {
     CommPort::TestPort(300, 5);
 
     EXPECT_EQ(link.status, "COM5 is unavailable. Please select a different port.");
-    EXPECT_EQ(CommPort::PortNumber, 1);
-    EXPECT_EQ(CommPort::BitRate, 9600);
-    EXPECT_TRUE(CommPort::PortOK);
+    EXPECT_EQ(CommPort::PortNumber(), 1);
+    EXPECT_EQ(CommPort::BitRate(), 9600);
+    EXPECT_TRUE(CommPort::PortOK());
     EXPECT_TRUE(link.serial.PortOpen());
     EXPECT_TRUE(platform.userStore.values.empty());
 }
@@ -342,7 +339,7 @@ TEST_F(CommPortTest, Closing_on_exit_saves_the_choice_and_closes_the_port) {
     EXPECT_FALSE(link.serial.PortOpen());
     EXPECT_FALSE(link.interval.Enabled());
     EXPECT_FALSE(link.timeout.Enabled());
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_FALSE(CommPort::Busy());
     EXPECT_EQ(platform.userStore.values.at("CommPort/Startup/PortNumber"), "1");
 }
 

@@ -23,7 +23,7 @@ protected:
     /// All readings that the instrument fills take one value.
     static void SetReadings(float value) {
         for (std::size_t slot = 0; slot < 8; ++slot)
-            CommPort::Readings[slot] = value;
+            CommPort::Readings()[slot] = value;
     }
 
     static Averages Read() {
@@ -38,7 +38,7 @@ protected:
 // ---- Channels and slots ------------------------------------------------------------------------
 
 TEST_F(DataAcqTest, Electrodes_take_the_even_slots_and_temperature_sensors_the_odd_ones) {
-    CommPort::Readings = {10, 11, 20, 21, 30, 31, 40, 41, 0, 0, 0, 0};
+    CommPort::Readings() = {10, 11, 20, 21, 30, 31, 40, 41, 0, 0, 0, 0};
 
     EXPECT_EQ(DataAcq::GetChannelValue(0), 10);
     EXPECT_EQ(DataAcq::GetChannelValue(1), 20);
@@ -51,7 +51,7 @@ TEST_F(DataAcqTest, Electrodes_take_the_even_slots_and_temperature_sensors_the_o
 }
 
 TEST_F(DataAcqTest, Channels_4_to_7_always_read_0) {
-    CommPort::Readings.fill(99);
+    CommPort::Readings().fill(99);
 
     for (std::int16_t channel = 4; channel <= 7; ++channel)
         EXPECT_EQ(DataAcq::GetChannelValue(channel), 0) << channel;
@@ -67,7 +67,7 @@ TEST_F(DataAcqTest, Taking_a_value_sets_the_connection_state_and_lets_events_run
 }
 
 TEST_F(DataAcqTest, A_frame_that_arrives_while_events_run_counts_for_this_value) {
-    platform.desktop.onEvents = [] { CommPort::Readings[0] = 55; };
+    platform.desktop.onEvents = [] { CommPort::Readings()[0] = 55; };
 
     EXPECT_EQ(DataAcq::GetChannelValue(0), 55);
 }

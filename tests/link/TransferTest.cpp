@@ -1,80 +1,8 @@
-#include "link/CommPort.h"
-
-#include "support/FakeLink.h"
-#include "support/FakePlatform.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include "TransferFixture.h"
 
 namespace {
 
-using CommPort::LinkState;
-using Bytes = std::vector<std::uint8_t>;
-
-constexpr const char* moment = "07.Mar.2003 14:05:33";
-constexpr std::int16_t boxStyle = platform::style::okOnly + platform::style::exclamation;
-
-const Bytes frame = FrameOf({123, -456, 30, -40, 500, -600, 7000, -9999});
-const std::array<float, cyclePositions> frameReadings = {12.3F, -45.6F, 3.0F,   -4.0F,
-                                                         50.0F, -60.0F, 700.0F, -999.9F};
-const std::array<float, cyclePositions> noReadings{};
-
-class Transfer : public testing::Test {
-protected:
-    void SetUp() override { CommPort::fncInitializeComPort(); }
-
-    void ExpectBadFrameMessage() {
-        platform.dialogs.ExpectMessage(std::string("Data transmission uncompleted: ") + moment,
-                                       boxStyle);
-    }
-
-    fake::Platform platform;
-    fake::Link link;
-};
-
-// ---- Commands --------------------------------------------------------------------------------
-
-TEST_F(Transfer, Command_2_writes_STX) {
-    CommPort::SendCommand("2");
-
-    EXPECT_EQ(link.serial.written, (std::vector<Bytes>{{0x02}}));
-}
-
-TEST_F(Transfer, Command_24_writes_CAN) {
-    CommPort::SendCommand("24");
-
-    EXPECT_EQ(link.serial.written, (std::vector<Bytes>{{0x18}}));
-}
-
-TEST_F(Transfer, The_select_command_writes_SOH_address_STX_in_one_write) {
-    CommPort::InstrumentAddress = {12, 255};
-
-    CommPort::SendCommand("1122552");
-
-    EXPECT_EQ(link.serial.written, (std::vector<Bytes>{{0x01, 12, 255, 0x02}}));
-}
-
-TEST_F(Transfer, Another_command_writes_the_previous_one_again) {
-    CommPort::SendCommand("24");
-    CommPort::SendCommand("no command");
-
-    EXPECT_EQ(link.serial.written, (std::vector<Bytes>{{0x18}, {0x18}}));
-}
-
-TEST_F(Transfer, Another_address_than_the_instruments_selects_nothing) {
-    CommPort::InstrumentAddress = {1, 2};
-    CommPort::SendCommand("2");
-    CommPort::SendCommand("1132");
-
-    EXPECT_EQ(link.serial.written, (std::vector<Bytes>{{0x02}, {0x02}}));
-}
-
-TEST_F(Transfer, An_unknown_command_before_any_other_writes_nothing) {
-    CommPort::SendCommand("x");
-
-    EXPECT_TRUE(link.serial.written.empty());
-}
+class Transfer : public TransferFixture {};
 
 // ---- A polled transfer -----------------------------------------------------------------------
 
@@ -82,10 +10,10 @@ TEST_F(Transfer, A_frame_fills_the_first_eight_readings_and_leaves_the_others_0)
     CommPort::TransferOnce();
     link.serial.Arrive(frame);
 
-    EXPECT_EQ(CommPort::Readings, frameReadings);
+    EXPECT_EQ(CommPort::Readings(), frameReadings);
     EXPECT_EQ(link.status, std::string("Data transfer completed: ") + moment);
     EXPECT_EQ(CommPort::State(), LinkState::answered);
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_FALSE(CommPort::Busy());
     EXPECT_FALSE(link.timeout.Enabled());
 }
 
@@ -94,7 +22,7 @@ TEST_F(Transfer, Starting_a_transfer_returns_at_once_with_the_time_out_running) 
 
     CommPort::TransferOnce();
 
-    EXPECT_TRUE(CommPort::Busy);
+    EXPECT_TRUE(CommPort::Busy());
     EXPECT_EQ(link.status, "");
     EXPECT_TRUE(link.timeout.Enabled());
     EXPECT_EQ(link.timeout.Interval(), std::chrono::seconds(3));
@@ -104,21 +32,21 @@ TEST_F(Transfer, Starting_a_transfer_returns_at_once_with_the_time_out_running) 
 TEST_F(Transfer, A_frame_byte_by_byte_gives_the_same_readings) {
     CommPort::TransferOnce();
     for (const auto byte : frame) {
-        EXPECT_EQ(CommPort::Readings, noReadings);
+        EXPECT_EQ(CommPort::Readings(), noReadings);
         link.serial.Arrive(Bytes{byte});
     }
 
-    EXPECT_EQ(CommPort::Readings, frameReadings);
+    EXPECT_EQ(CommPort::Readings(), frameReadings);
 }
 
 TEST_F(Transfer, A_frame_in_any_two_pieces_gives_the_same_readings) {
     for (std::ptrdiff_t cut = 1; cut < 48; ++cut) {
-        CommPort::Readings.fill(0);
+        CommPort::Readings().fill(0);
         CommPort::TransferOnce();
         link.serial.Arrive(Bytes(frame.begin(), frame.begin() + cut));
-        EXPECT_TRUE(CommPort::Busy);
+        EXPECT_TRUE(CommPort::Busy());
         link.serial.Arrive(Bytes(frame.begin() + cut, frame.end()));
-        ASSERT_EQ(CommPort::Readings, frameReadings) << "cut at " << cut;
+        ASSERT_EQ(CommPort::Readings(), frameReadings) << "cut at " << cut;
     }
 }
 
@@ -127,8 +55,8 @@ TEST_F(Transfer, An_answer_that_comes_before_the_request_returns_is_not_lost) {
 
     CommPort::TransferOnce();
 
-    EXPECT_EQ(CommPort::Readings, frameReadings);
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_EQ(CommPort::Readings(), frameReadings);
+    EXPECT_FALSE(CommPort::Busy());
     EXPECT_FALSE(link.timeout.Enabled());
 }
 
@@ -138,17 +66,17 @@ TEST_F(Transfer, Noise_from_before_the_request_does_not_spoil_the_answer) {
     CommPort::TransferOnce();
     link.serial.Arrive(frame);
 
-    EXPECT_EQ(CommPort::Readings, frameReadings);
+    EXPECT_EQ(CommPort::Readings(), frameReadings);
 }
 
 TEST_F(Transfer, Bytes_beyond_48_do_not_spoil_this_answer_nor_the_next) {
     CommPort::TransferOnce();
     link.serial.Arrive(Glued({frame, {'+', '0', '1'}}));
-    EXPECT_EQ(CommPort::Readings, frameReadings);
+    EXPECT_EQ(CommPort::Readings(), frameReadings);
 
     CommPort::TransferOnce();
     link.serial.Arrive(FrameOf({10, 20, 30, 40, 50, 60, 70, 80}));
-    EXPECT_EQ(CommPort::Readings[0], 1.0F);
+    EXPECT_EQ(CommPort::Readings()[0], 1.0F);
 }
 
 TEST_F(Transfer, A_last_byte_TAB_is_rejected_with_its_message_and_the_same_status) {
@@ -157,10 +85,10 @@ TEST_F(Transfer, A_last_byte_TAB_is_rejected_with_its_message_and_the_same_statu
 
     link.serial.Arrive(BadFrameOf({1, 2, 3, 4, 5, 6, 7, 8}));
 
-    EXPECT_EQ(CommPort::Readings, noReadings);
+    EXPECT_EQ(CommPort::Readings(), noReadings);
     EXPECT_EQ(link.status, std::string("Data transmission uncompleted: ") + moment);
     EXPECT_EQ(CommPort::State(), LinkState::failed);
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_FALSE(CommPort::Busy());
 }
 
 TEST_F(Transfer, The_message_about_a_bad_frame_beeps_first) {
@@ -179,8 +107,8 @@ TEST_F(Transfer, A_foreign_byte_inside_a_whole_frame_leaves_the_other_values) {
 
     link.serial.Arrive(disturbed);
 
-    EXPECT_EQ(CommPort::Readings[0], 0.0F);
-    EXPECT_EQ(CommPort::Readings[1], -45.6F);
+    EXPECT_EQ(CommPort::Readings()[0], 0.0F);
+    EXPECT_EQ(CommPort::Readings()[1], -45.6F);
 }
 
 // ---- Time-out --------------------------------------------------------------------------------
@@ -193,10 +121,10 @@ TEST_F(Transfer, Silence_is_called_not_responding_and_leaves_the_readings) {
     link.TimeoutTicks();
 
     EXPECT_EQ(link.status, std::string("System not responding: ") + moment);
-    EXPECT_EQ(CommPort::Readings, frameReadings);
+    EXPECT_EQ(CommPort::Readings(), frameReadings);
     EXPECT_EQ(CommPort::State(), LinkState::failed);
-    EXPECT_FALSE(CommPort::Busy);
-    EXPECT_FALSE(CommPort::TimedOut);
+    EXPECT_FALSE(CommPort::Busy());
+    EXPECT_FALSE(CommPort::TimedOut());
     EXPECT_FALSE(link.timeout.Enabled());
 }
 
@@ -207,9 +135,9 @@ TEST_F(Transfer, A_part_of_a_frame_is_called_a_time_out_error_and_leaves_the_rea
     link.TimeoutTicks();
 
     EXPECT_EQ(link.status, std::string("Data transmission Timeout Error: ") + moment);
-    EXPECT_EQ(CommPort::Readings, noReadings);
+    EXPECT_EQ(CommPort::Readings(), noReadings);
     EXPECT_EQ(CommPort::State(), LinkState::failed);
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_FALSE(CommPort::Busy());
 }
 
 TEST_F(Transfer, Where_48_bytes_and_the_time_out_meet_the_frame_counts) {
@@ -219,9 +147,9 @@ TEST_F(Transfer, Where_48_bytes_and_the_time_out_meet_the_frame_counts) {
 
     link.TimeoutTicks();
 
-    EXPECT_EQ(CommPort::Readings, frameReadings);
+    EXPECT_EQ(CommPort::Readings(), frameReadings);
     EXPECT_EQ(CommPort::State(), LinkState::answered);
-    EXPECT_FALSE(CommPort::TimedOut);
+    EXPECT_FALSE(CommPort::TimedOut());
 }
 
 TEST_F(Transfer, A_time_out_tick_without_a_transfer_does_nothing) {
@@ -240,7 +168,7 @@ TEST_F(Transfer, After_a_time_out_the_next_request_starts_clean) {
     CommPort::TransferOnce();
     link.serial.Arrive(frame);
 
-    EXPECT_EQ(CommPort::Readings, frameReadings);
+    EXPECT_EQ(CommPort::Readings(), frameReadings);
     EXPECT_EQ(CommPort::State(), LinkState::answered);
 }
 
@@ -269,12 +197,12 @@ TEST_F(Transfer, Polling_stops_when_no_screen_reads_and_a_transfer_under_way_end
     CommPort::BeginReading();
     CommPort::EndReading();
     EXPECT_FALSE(link.interval.Enabled());
-    EXPECT_TRUE(CommPort::Busy);
+    EXPECT_TRUE(CommPort::Busy());
 
     link.serial.Arrive(frame);
 
-    EXPECT_EQ(CommPort::Readings, frameReadings);
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_EQ(CommPort::Readings(), frameReadings);
+    EXPECT_FALSE(CommPort::Busy());
 }
 
 TEST_F(Transfer, Starting_to_read_clears_a_failure) {
@@ -287,17 +215,6 @@ TEST_F(Transfer, Starting_to_read_clears_a_failure) {
 
     EXPECT_EQ(CommPort::State(), LinkState::waiting);
     EXPECT_EQ(link.Requests(), 2U);
-}
-
-TEST_F(Transfer, Reading_again_during_a_transfer_waits_for_that_one) {
-    CommPort::BeginReading();
-    CommPort::EndReading();
-    CommPort::BeginReading();
-    EXPECT_EQ(link.Requests(), 1U);
-
-    link.serial.Arrive(frame);
-
-    EXPECT_EQ(CommPort::State(), LinkState::answered);
 }
 
 TEST_F(Transfer, The_interval_units_are_seconds_minutes_and_hours) {
@@ -326,100 +243,6 @@ TEST_F(Transfer, Each_tick_reads_the_interval_and_its_unit_anew) {
     EXPECT_EQ(link.interval.Interval(), std::chrono::minutes(2));
 }
 
-// ---- The message about a bad frame -------------------------------------------------------------
-
-class OpenMessage : public Transfer {
-protected:
-    void SetUp() override {
-        Transfer::SetUp();
-        CommPort::BeginReading();
-    }
-
-    /// The script expects one message; a second one fails the test.
-    void ReceiveBadFrameWhile(std::function<void()> steps) {
-        ExpectBadFrameMessage();
-        platform.dialogs.whileMessageIsOpen = std::move(steps);
-        link.serial.Arrive(BadFrameOf({1, 2, 3, 4, 5, 6, 7, 8}));
-        EXPECT_EQ(platform.dialogs.beeps, 1);
-    }
-};
-
-TEST_F(OpenMessage, No_request_goes_out_until_it_is_answered) {
-    ReceiveBadFrameWhile([this] {
-        link.IntervalTicks();
-        link.IntervalTicks();
-        EXPECT_EQ(link.Requests(), 1U);
-    });
-
-    link.IntervalTicks();
-    EXPECT_EQ(link.Requests(), 2U);
-}
-
-TEST_F(OpenMessage, Screens_do_not_see_the_failure_before_the_answer) {
-    ReceiveBadFrameWhile([] { EXPECT_EQ(CommPort::State(), LinkState::waiting); });
-
-    EXPECT_EQ(CommPort::State(), LinkState::failed);
-}
-
-TEST_F(OpenMessage, Bad_frames_that_come_meanwhile_open_no_second_one) {
-    ReceiveBadFrameWhile([this] {
-        link.serial.Arrive(BadFrameOf({1, 2, 3, 4, 5, 6, 7, 8}));
-        link.serial.Arrive(BadFrameOf({1, 2, 3, 4, 5, 6, 7, 8}));
-    });
-
-    EXPECT_EQ(platform.dialogs.beeps, 1);
-}
-
-TEST_F(OpenMessage, The_transfer_is_busy_until_the_answer) {
-    ReceiveBadFrameWhile([] { EXPECT_TRUE(CommPort::Busy); });
-
-    EXPECT_FALSE(CommPort::Busy);
-}
-
-TEST_F(OpenMessage, A_port_that_goes_meanwhile_leaves_the_link_failed_and_closed) {
-    ReceiveBadFrameWhile([this] { link.serial.Unplug(); });
-
-    EXPECT_EQ(CommPort::State(), LinkState::failed);
-    EXPECT_FALSE(link.serial.PortOpen());
-    EXPECT_FALSE(CommPort::Busy);
-}
-
-TEST_F(OpenMessage, Reading_that_begins_meanwhile_on_a_port_that_is_away_has_failed_afterwards) {
-    ReceiveBadFrameWhile([this] {
-        link.serial.Unplug();
-        CommPort::EndReading();
-        CommPort::BeginReading();
-        EXPECT_EQ(CommPort::State(), LinkState::waiting);
-    });
-
-    EXPECT_EQ(CommPort::State(), LinkState::failed);
-    EXPECT_FALSE(CommPort::Busy);
-}
-
-TEST_F(OpenMessage, Reading_that_begins_meanwhile_gets_its_request_after_the_answer) {
-    ReceiveBadFrameWhile([this] {
-        CommPort::EndReading();
-        CommPort::BeginReading();
-        EXPECT_EQ(link.Requests(), 1U);
-    });
-
-    EXPECT_EQ(link.Requests(), 2U);
-    EXPECT_EQ(CommPort::State(), LinkState::waiting);
-}
-
-TEST_F(OpenMessage, The_stream_that_overflowed_meanwhile_is_taken_up_behind_the_next_EOT) {
-    ReceiveBadFrameWhile([this] {
-        for (int i = 0; i < 20; ++i)
-            link.serial.Arrive(frame);
-    });
-    link.serial.Arrive(FrameOf({1, 1, 1, 1, 1, 1, 1, 1})); // its start may be lost
-    EXPECT_EQ(CommPort::Readings, noReadings);
-    link.serial.Arrive(frame);
-
-    EXPECT_EQ(CommPort::Readings, frameReadings);
-    EXPECT_EQ(platform.dialogs.beeps, 1);
-}
-
 // ---- The port goes and comes back --------------------------------------------------------------
 
 TEST_F(Transfer, A_port_that_goes_in_the_middle_of_a_frame_ends_the_transfer_at_once) {
@@ -430,8 +253,8 @@ TEST_F(Transfer, A_port_that_goes_in_the_middle_of_a_frame_ends_the_transfer_at_
 
     EXPECT_EQ(CommPort::State(), LinkState::failed);
     EXPECT_EQ(link.status, std::string("COM1 was lost: ") + moment);
-    EXPECT_FALSE(CommPort::Busy);
-    EXPECT_FALSE(CommPort::PortOK);
+    EXPECT_FALSE(CommPort::Busy());
+    EXPECT_FALSE(CommPort::PortOK());
     EXPECT_FALSE(link.serial.PortOpen());
 }
 
@@ -454,8 +277,8 @@ TEST_F(Transfer, A_port_that_is_back_is_reopened_by_starting_to_read) {
     link.serial.Arrive(frame);
 
     EXPECT_EQ(CommPort::State(), LinkState::answered);
-    EXPECT_EQ(CommPort::Readings, frameReadings);
-    EXPECT_TRUE(CommPort::PortOK);
+    EXPECT_EQ(CommPort::Readings(), frameReadings);
+    EXPECT_TRUE(CommPort::PortOK());
     EXPECT_EQ(link.serial.RThreshold(), 48);
     EXPECT_EQ(link.serial.timeoutsSet, 2);
 }
@@ -480,7 +303,7 @@ TEST_F(Transfer, A_request_that_cannot_be_written_fails_the_link_with_the_reason
 
     EXPECT_EQ(CommPort::State(), LinkState::failed);
     EXPECT_EQ(link.status, "Writing to COM1: Input/output error");
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_FALSE(CommPort::Busy());
     EXPECT_FALSE(link.serial.PortOpen());
 }
 
@@ -491,7 +314,7 @@ TEST_F(Transfer, A_transfer_over_a_closed_port_says_that_it_is_not_open) {
 
     EXPECT_EQ(link.status, std::string("COM1 is not open: ") + moment);
     EXPECT_EQ(CommPort::State(), LinkState::failed);
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_FALSE(CommPort::Busy());
 }
 
 TEST_F(Transfer, A_scan_in_the_middle_of_a_transfer_ends_it_without_a_message) {
@@ -499,7 +322,7 @@ TEST_F(Transfer, A_scan_in_the_middle_of_a_transfer_ends_it_without_a_message) {
 
     CommPort::ScanPorts();
 
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_FALSE(CommPort::Busy());
     EXPECT_FALSE(link.timeout.Enabled());
     EXPECT_EQ(link.serial.RThreshold(), 48);
     link.IntervalTicks();

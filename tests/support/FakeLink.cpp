@@ -15,6 +15,7 @@ void SerialControl::SetPortOpen(bool open) {
     if (open)
         opened.push_back(commPort_);
     open_ = open;
+    openedOn_ = device;
     input_.clear();
 }
 

@@ -20,6 +20,7 @@ namespace fake {
 class SerialControl : public platform::SerialControl {
 public:
     std::set<std::int16_t> ports = {1, 2, 3, 4};        ///< those that can be opened
+    std::string device = "first";                       ///< what the port's name stands for now
     std::string openError = "Opening the port: denied"; ///< why the others cannot
     std::string outputError;                            ///< when set, writing throws it
     std::vector<std::vector<std::uint8_t>> written;     ///< one entry a write
@@ -35,6 +36,7 @@ public:
     void SetSettings(const std::string& text) override { settings = text; }
     void SetPortOpen(bool open) override;
     bool PortOpen() const override { return open_; }
+    bool DeviceChanged() const override { return open_ && openedOn_ != device; }
     void SetBufferSize(std::size_t bytes) override { bufferSize = bytes; }
     void SetRThreshold(int bytes) override { threshold_ = bytes; }
     int RThreshold() const override { return threshold_; }
@@ -54,6 +56,7 @@ public:
 private:
     std::int16_t commPort_ = 1;
     bool open_ = false;
+    std::string openedOn_; ///< the device
     int threshold_ = 0;
     std::deque<std::uint8_t> input_;
 };

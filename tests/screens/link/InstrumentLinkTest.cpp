@@ -22,17 +22,17 @@ protected:
         // The link stays where the instrument keeps it, so that it is followed after a replug.
         LinkPort(1, instrument->Link());
         StartProgram(bitRate);
-        ASSERT_TRUE(CommPort::PortOK) << CommPort::StatusText();
+        ASSERT_TRUE(CommPort::PortOK()) << CommPort::StatusText();
     }
 
     /// The first temperature sensor at 25 degrees by the default table: 745.8.
-    static bool HasReadings() { return CommPort::Readings[1] == 745.8F; }
+    static bool HasReadings() { return CommPort::Readings()[1] == 745.8F; }
 
     /// A transfer that shall fail, with a short wait.
     void FailingTransfer() {
         CommPort::TransferOnce();
         QTest::qWait(50);
-        if (CommPort::Busy)
+        if (CommPort::Busy())
             ShortenTimeout();
         ASSERT_TRUE(WaitForEnd());
         EXPECT_EQ(CommPort::State(), LinkState::failed);
@@ -50,7 +50,7 @@ protected:
 
 TEST_F(InstrumentLink, Answers_at_every_bit_rate_in_the_time_that_the_line_takes) {
     for (const std::int32_t bitRate : {300, 1200, 2400, 4800, 9600, 19200, 57600, 115200}) {
-        CommPort::Readings.fill(0);
+        CommPort::Readings().fill(0);
         form.reset();
         Start({}, bitRate);
         const auto begin = std::chrono::steady_clock::now();
@@ -68,13 +68,13 @@ TEST_F(InstrumentLink, Polling_shows_a_change_of_solution) {
     Start({"--fast", "--electrode", "1", "Ca", "--solution", "1", "Ca", "1", "mmol/l"});
     CommPort::BeginReading();
     ASSERT_TRUE(WaitFor([] { return CommPort::State() == LinkState::answered; }));
-    const auto before = CommPort::Readings[0];
+    const auto before = CommPort::Readings()[0];
 
     instrument->Command("solution 1 Ca 10 mmol/l");
 
     // 29.6 mV a decade at 25 degrees for a divalent ion.
-    EXPECT_TRUE(WaitFor([&] { return std::abs(CommPort::Readings[0] - before - 29.6F) < 0.15F; }))
-        << before << " " << CommPort::Readings[0];
+    EXPECT_TRUE(WaitFor([&] { return std::abs(CommPort::Readings()[0] - before - 29.6F) < 0.15F; }))
+        << before << " " << CommPort::Readings()[0];
     CommPort::EndReading();
 }
 
@@ -133,7 +133,7 @@ TEST_F(InstrumentLink, Bytes_too_many_spoil_nothing) {
     Start();
     instrument->Command("fault extra");
     for (int i = 0; i < 3; ++i) {
-        CommPort::Readings.fill(0);
+        CommPort::Readings().fill(0);
         EXPECT_TRUE(Transfer());
         EXPECT_TRUE(HasReadings());
     }
@@ -173,7 +173,7 @@ TEST_F(InstrumentLink, A_cable_pulled_in_the_middle_of_a_frame_and_put_back_is_t
     instrument->Command("fault unplug");
     CommPort::BeginReading();
     ASSERT_TRUE(WaitFor([] { return CommPort::State() == LinkState::failed; }));
-    EXPECT_FALSE(CommPort::PortOK);
+    EXPECT_FALSE(CommPort::PortOK());
     CommPort::EndReading();
 
     CommPort::BeginReading();
@@ -207,10 +207,10 @@ TEST_F(InstrumentLink, Frames_that_it_sends_by_itself_are_read_besides_the_polle
     ASSERT_TRUE(WaitFor([] { return CommPort::State() == LinkState::answered; }));
     The<QTimer>("tmrTransferInterval").stop();
 
-    CommPort::Readings.fill(0);
+    CommPort::Readings().fill(0);
 
     EXPECT_TRUE(WaitFor([] { return HasReadings(); }));
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_FALSE(CommPort::Busy());
     CommPort::EndReading();
 }
 
@@ -241,9 +241,9 @@ TEST_F(InstrumentLink, A_hundred_thousand_frames_come_without_loss_or_growth_of_
     constexpr long grownPages = 128; // half a megabyte, below one byte in ten of the frames
     long pagesWhenSettled = 0;
     for (int i = 0; i < frames; ++i) {
-        CommPort::Readings[1] = 0;
+        CommPort::Readings()[1] = 0;
         CommPort::TransferOnce();
-        while (CommPort::Busy)
+        while (CommPort::Busy())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         ASSERT_EQ(CommPort::State(), LinkState::answered) << "frame " << i;
         ASSERT_TRUE(HasReadings()) << "frame " << i;

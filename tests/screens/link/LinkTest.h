@@ -49,7 +49,7 @@ protected:
                         std::chrono::milliseconds time = std::chrono::seconds(5));
 
     static bool WaitForEnd() {
-        return WaitFor([] { return !CommPort::Busy; });
+        return WaitFor([] { return !CommPort::Busy(); });
     }
 
     /// One whole transfer; true when it was answered.

@@ -104,8 +104,8 @@ TEST_F(PortScreen, A_successful_test_says_so_and_takes_the_choice_into_use) {
     Click("cmdOK");
 
     EXPECT_EQ(Status(), "The test on Comm7 is successful.");
-    EXPECT_EQ(CommPort::PortNumber, 7);
-    EXPECT_EQ(CommPort::BitRate, 19200);
+    EXPECT_EQ(CommPort::PortNumber(), 7);
+    EXPECT_EQ(CommPort::BitRate(), 19200);
     EXPECT_EQ(platform.userStore.values["CommPort/Startup/PortNumber"], "7");
 }
 
@@ -117,8 +117,8 @@ TEST_F(PortScreen, A_choice_is_not_in_use_before_it_was_tested) {
     Click("cmdCancel");
 
     EXPECT_FALSE(form->isVisible());
-    EXPECT_EQ(CommPort::PortNumber, 5);
-    EXPECT_EQ(CommPort::BitRate, 9600);
+    EXPECT_EQ(CommPort::PortNumber(), 5);
+    EXPECT_EQ(CommPort::BitRate(), 9600);
     Show();
     EXPECT_EQ(The<QComboBox>("cboPort").currentText(), "COM5");
     EXPECT_EQ(The<QComboBox>("cboBitRate").currentText(), "9600");
@@ -152,7 +152,7 @@ TEST_F(PortScreen, A_stored_bit_rate_outside_the_list_is_kept) {
     Click("cmdOK");
 
     EXPECT_EQ(Status(), "The test on Comm5 is successful.");
-    EXPECT_EQ(CommPort::BitRate, 38400);
+    EXPECT_EQ(CommPort::BitRate(), 38400);
 }
 
 TEST_F(PortScreen, A_port_that_another_program_holds_is_not_offered_and_the_reason_is_shown) {
@@ -188,8 +188,8 @@ TEST_F(PortScreen, A_device_that_vanished_since_the_scan_is_told_and_the_former_
     Click("cmdOK");
 
     EXPECT_TRUE(Status().startsWith("Opening COM7: ")) << Status().toStdString();
-    EXPECT_EQ(CommPort::PortNumber, 5);
-    EXPECT_TRUE(CommPort::PortOK);
+    EXPECT_EQ(CommPort::PortNumber(), 5);
+    EXPECT_TRUE(CommPort::PortOK());
 }
 
 TEST_F(PortScreen, Offers_seconds_minutes_and_hours_and_begins_with_one_second) {
@@ -250,7 +250,7 @@ TEST_F(PortScreen, Escape_closes_it_and_the_link_stays_open) {
     QTest::keyClick(form.get(), Qt::Key_Escape);
 
     EXPECT_FALSE(form->isVisible());
-    EXPECT_TRUE(CommPort::PortOK);
+    EXPECT_TRUE(CommPort::PortOK());
 }
 
 TEST_F(PortScreen, Its_destruction_closes_the_port_and_detaches_the_link) {

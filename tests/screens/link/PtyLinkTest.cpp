@@ -28,7 +28,7 @@ protected:
     void SetUp() override {
         LinkPort(1, peer.Device());
         StartProgram();
-        ASSERT_TRUE(CommPort::PortOK) << CommPort::StatusText();
+        ASSERT_TRUE(CommPort::PortOK()) << CommPort::StatusText();
     }
 
     bool RequestArrives() {
@@ -53,8 +53,8 @@ TEST_F(PtyLink, A_frame_over_the_line_fills_the_readings_and_tells_so_in_txtStat
 
     EXPECT_TRUE(Transfer());
 
-    EXPECT_EQ(CommPort::Readings[0], 12.3F);
-    EXPECT_EQ(CommPort::Readings[7], -999.9F);
+    EXPECT_EQ(CommPort::Readings()[0], 12.3F);
+    EXPECT_EQ(CommPort::Readings()[7], -999.9F);
     EXPECT_EQ(The<QLineEdit>("txtStatus").text(), QString("Data transfer completed: ") + moment);
 }
 
@@ -67,7 +67,7 @@ TEST_F(PtyLink, A_frame_byte_by_byte_is_one_frame) {
     }
 
     ASSERT_TRUE(WaitForEnd());
-    EXPECT_EQ(CommPort::Readings[0], 12.3F);
+    EXPECT_EQ(CommPort::Readings()[0], 12.3F);
     EXPECT_EQ(CommPort::State(), LinkState::answered);
 }
 
@@ -76,7 +76,7 @@ TEST_F(PtyLink, Noise_that_lay_on_the_line_does_not_spoil_the_answer) {
     peer.Send(Bytes{0x00, 0xFF, 0x04, '+', '1'}); // still in the system's hands at the request
 
     EXPECT_TRUE(Transfer());
-    EXPECT_EQ(CommPort::Readings[0], 12.3F);
+    EXPECT_EQ(CommPort::Readings()[0], 12.3F);
 }
 
 TEST_F(PtyLink, More_than_48_bytes_do_not_spoil_this_answer_nor_the_next) {
@@ -84,9 +84,9 @@ TEST_F(PtyLink, More_than_48_bytes_do_not_spoil_this_answer_nor_the_next) {
     peer.OnRequest([&] { peer.Send(Glued({FrameNumber(++n), {'+', '0', '1'}})); });
 
     EXPECT_TRUE(Transfer());
-    EXPECT_EQ(CommPort::Readings[0], 1.0F);
+    EXPECT_EQ(CommPort::Readings()[0], 1.0F);
     EXPECT_TRUE(Transfer());
-    EXPECT_EQ(CommPort::Readings[0], 2.0F);
+    EXPECT_EQ(CommPort::Readings()[0], 2.0F);
 }
 
 TEST_F(PtyLink, No_answer_of_many_is_lost_when_each_comes_at_once) {
@@ -94,7 +94,7 @@ TEST_F(PtyLink, No_answer_of_many_is_lost_when_each_comes_at_once) {
     peer.OnRequest([&] { peer.Send(FrameNumber(n)); });
     for (n = 0; n < 999; ++n) {
         ASSERT_TRUE(Transfer()) << "answer " << n;
-        ASSERT_EQ(CommPort::Readings[0], static_cast<float>(n));
+        ASSERT_EQ(CommPort::Readings()[0], static_cast<float>(n));
     }
 }
 
@@ -115,7 +115,7 @@ TEST_F(PtyLink, Silence_ends_after_3_seconds_and_costs_no_processor_time) {
     // A wait that spins would cost all of the 3 s.
     EXPECT_LT(ProcessorSeconds() - processorBegin, 0.1);
     EXPECT_EQ(Status(), std::string("System not responding: ") + moment);
-    EXPECT_FALSE(CommPort::Busy);
+    EXPECT_FALSE(CommPort::Busy());
 }
 
 TEST_F(PtyLink, Half_a_frame_is_a_time_out_error_and_the_next_request_is_clean) {
@@ -130,7 +130,7 @@ TEST_F(PtyLink, Half_a_frame_is_a_time_out_error_and_the_next_request_is_clean) 
 
     peer.OnRequest([this] { peer.Send(frame); });
     EXPECT_TRUE(Transfer());
-    EXPECT_EQ(CommPort::Readings[0], 12.3F);
+    EXPECT_EQ(CommPort::Readings()[0], 12.3F);
 }
 
 TEST_F(PtyLink, A_frame_that_the_system_holds_when_the_time_is_over_counts) {
@@ -141,7 +141,7 @@ TEST_F(PtyLink, A_frame_that_the_system_holds_when_the_time_is_over_counts) {
 
     ASSERT_TRUE(WaitForEnd());
     EXPECT_EQ(CommPort::State(), LinkState::answered);
-    EXPECT_EQ(CommPort::Readings[0], 12.3F);
+    EXPECT_EQ(CommPort::Readings()[0], 12.3F);
 }
 
 TEST_F(PtyLink, Reading_polls_once_a_second_and_the_first_request_goes_out_at_once) {
@@ -168,7 +168,7 @@ TEST_F(PtyLink, Frames_that_the_instrument_sends_by_itself_are_decoded_while_a_s
 
     peer.Send(Glued({FrameNumber(2), FrameNumber(3)}));
 
-    EXPECT_TRUE(WaitFor([] { return CommPort::Readings[0] == 3.0F; }));
+    EXPECT_TRUE(WaitFor([] { return CommPort::Readings()[0] == 3.0F; }));
 }
 
 TEST_F(PtyLink, While_the_message_is_open_bytes_go_on_arriving_and_no_request_goes_out) {
@@ -189,7 +189,7 @@ TEST_F(PtyLink, While_the_message_is_open_bytes_go_on_arriving_and_no_request_go
     ASSERT_TRUE(WaitFor([] { return CommPort::State() == LinkState::failed; }));
     CommPort::EndReading();
     EXPECT_EQ(platform.dialogs.beeps, 1);
-    EXPECT_EQ(CommPort::Readings[0], 0.0F);
+    EXPECT_EQ(CommPort::Readings()[0], 0.0F);
 }
 
 TEST_F(PtyLink, A_cable_pulled_in_the_middle_of_a_frame_fails_the_link_at_once) {
@@ -201,8 +201,8 @@ TEST_F(PtyLink, A_cable_pulled_in_the_middle_of_a_frame_fails_the_link_at_once) 
 
     ASSERT_TRUE(WaitFor([] { return CommPort::State() == LinkState::failed; }, 1s));
     EXPECT_EQ(Status(), std::string("COM1 was lost: ") + moment);
-    EXPECT_FALSE(CommPort::Busy);
-    EXPECT_FALSE(CommPort::PortOK);
+    EXPECT_FALSE(CommPort::Busy());
+    EXPECT_FALSE(CommPort::PortOK());
 }
 
 TEST_F(PtyLink, A_device_that_has_gone_costs_no_processor_time) {
@@ -230,7 +230,7 @@ TEST_F(PtyLink, A_device_that_is_back_is_reopened_by_starting_to_read) {
 
     EXPECT_TRUE(WaitFor([] { return CommPort::State() == LinkState::answered; }));
     CommPort::EndReading();
-    EXPECT_EQ(CommPort::Readings[0], 12.3F);
+    EXPECT_EQ(CommPort::Readings()[0], 12.3F);
 }
 
 TEST_F(PtyLink, A_device_that_is_still_away_is_named_when_reading_starts) {
@@ -257,7 +257,7 @@ TEST_F(PtyLink, What_nobody_takes_does_not_pile_up_beyond_the_buffer) {
     EXPECT_TRUE(QTest::qWaitFor([&control] { return control.bytesAvailable() == 0; }));
     peer.OnRequest([this] { peer.Send(FrameNumber(5)); });
     EXPECT_TRUE(Transfer());
-    EXPECT_EQ(CommPort::Readings[0], 5.0F);
+    EXPECT_EQ(CommPort::Readings()[0], 5.0F);
 }
 
 } // namespace

@@ -93,13 +93,13 @@ TEST_F(StartTest, Without_settings_the_program_starts_with_their_defaults) {
     EXPECT_EQ(mWinInit::HardwareSettings.HardwarePortNumber, 2);
     EXPECT_EQ(mWinInit::ProjectInfo.ExperimentDate, "14:05:33 07.Mar.2003");
     EXPECT_EQ(mWinInit::ChannelSetup[3].Electrode, "None");
-    EXPECT_EQ(CommPort::BitRate, 9600);
-    EXPECT_EQ(CommPort::PortNumber, 1);
+    EXPECT_EQ(CommPort::BitRate(), 9600);
+    EXPECT_EQ(CommPort::PortNumber(), 1);
 }
 
 TEST_F(StartTest, A_port_that_cannot_be_opened_is_told_in_the_status_and_by_no_box) {
     program.Main();
-    EXPECT_FALSE(CommPort::PortOK);
+    EXPECT_FALSE(CommPort::PortOK());
     EXPECT_EQ(CommPort::StatusText().substr(0, 14), "Opening COM1: ");
     EXPECT_EQ(platform.dialogs.beeps, 0);
 }

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/SerialControl.h"
+#include "platform/Timer.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace CommPort {
+
+/// The controls of the port screen, as far as the link uses them. The serial control and the
+/// timers must outlive the attachment; a function that is left empty is not called.
+struct Controls {
+    platform::SerialControl* MSComm1 = nullptr;
+    platform::Timer* tmrTimeout = nullptr;
+    platform::Timer* tmrTransferInterval = nullptr;
+    std::function<void(const std::string&)> SetStatusText;            ///< txtStatus
+    std::function<void(const std::vector<std::string>&)> SetPortList; ///< entries of cboPort
+    std::function<void(int)> SelectPort;                              ///< entry of cboPort
+    std::function<void(int)> SelectBitRate;                           ///< entry of cboBitRate
+    std::function<std::int16_t()> IntervalValue;                      ///< 1 where empty
+    std::function<std::string()> IntervalUnit;                        ///< "seconds" where empty
+};
+
+} // namespace CommPort

@@ -1,0 +1,177 @@
+#include "link/Link.h"
+
+#include "app/Mcommon.h"
+#include "base/NumberText.h"
+#include "base/RunTimeError.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace {
+
+constexpr std::chrono::milliseconds initialInterval{1000};
+
+} // namespace
+
+void Link::Attach(CommPort::Controls newControls) {
+    controls = std::move(newControls);
+    port.Attach(controls.MSComm1);
+    status.Show = controls.SetStatusText;
+    auto& control = port.Control();
+    control.OnComm = [this](platform::SerialControl::Event event) {
+        transfer.MSComm1_OnComm(event);
+    };
+    control.OnArrival = [this] { transfer.MSComm1_OnArrival(); };
+}
+
+void Link::Detach() {
+    transfer.EndReading();
+    transfer.Cancel();
+    if (port.IsAttached()) {
+        port.Close();
+        port.Control().OnComm = nullptr;
+        port.Control().OnArrival = nullptr;
+    }
+    port.PortOK = false;
+    port.Attach(nullptr);
+    status.Show = nullptr;
+    controls = {};
+}
+
+void Link::Initialize() {
+    transfer.Readings.fill(0);
+    if (auto* timer = controls.tmrTransferInterval) {
+        timer->SetEnabled(false);
+        timer->SetInterval(initialInterval);
+    }
+    choice = LoadPortChoice();
+    if (!TryOpen())
+        transfer.Fail(openProblem_);
+    SelectBitRate();
+    SelectPort();
+}
+
+void Link::OpenPort(const PortChoice& portChoice) {
+    transfer.Cancel();
+    port.Open(portChoice);
+    transfer.PortOpened();
+}
+
+/// Opens the choice in force, with its time-outs; the outcome is in PortOK, the reason of a failure
+/// in openProblem_.
+bool Link::TryOpen() {
+    transfer.Cancel();
+    openProblem_.clear();
+    try {
+        port.OpenWithTimeouts(choice);
+    } catch (const RunTimeError& error) {
+        openProblem_ = error.what();
+        return false;
+    }
+    transfer.PortOpened();
+    return true;
+}
+
+/// Back to the port that was open before a scan or a failed test.
+void Link::Reopen() {
+    if (!TryOpen())
+        transfer.Fail(openProblem_);
+}
+
+void Link::Scan() {
+    transfer.Cancel();
+    const bool wasOpen = port.IsOpen();
+    port.Scan();
+    if (wasOpen)
+        Reopen();
+    if (controls.SetPortList)
+        controls.SetPortList(port.AvailablePorts());
+}
+
+void Link::CheckForValidPort() {
+    port.PortOK = false;
+    const auto number = choice.PortNumber;
+    if (number < 1) {
+        status.Set("Please select a COM port.");
+        return;
+    }
+    if (number > maxPortNumber || !port.PortAvailable[static_cast<std::size_t>(number)]) {
+        status.Set(PortName::Of(number) + " is unavailable. Please select a different port.");
+        return;
+    }
+    if (!TryOpen())
+        status.Set(openProblem_);
+}
+
+void Link::Test(const PortChoice& portChoice) {
+    const bool wasOpen = port.IsOpen();
+    const auto former = std::exchange(choice, portChoice);
+    status.Set("");
+    CheckForValidPort();
+    if (port.PortOK) {
+        status.Set("The test on Comm" + std::to_string(choice.PortNumber) + " is successful.");
+        Keep(choice);
+        return;
+    }
+    choice = former;
+    if (wasOpen && !port.IsOpen()) {
+        // What the test was about; opening the port writes another text.
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+        const std::string result = status.Text();
+        Reopen();
+        status.Set(result);
+    }
+    port.PortOK = port.IsOpen();
+}
+
+void Link::Keep(const PortChoice& portChoice) const {
+    try {
+        SavePortChoice(portChoice);
+    } catch (const RunTimeError& error) {
+        Mcommon::Warn("The port settings hold for now, but could not be kept: " +
+                      std::string(error.what()));
+    }
+}
+
+void Link::ShowPresent() {
+    if (!transfer.IsReading())
+        status.Set(port.IsOpen() ? std::string() : openProblem_);
+}
+
+void Link::SelectBitRate() const {
+    const auto* const entry = std::find(offeredBitRates.begin(), offeredBitRates.end(),
+                                        NumberText::Plain(choice.BitRate));
+    if (entry != offeredBitRates.end() && controls.SelectBitRate)
+        controls.SelectBitRate(static_cast<int>(entry - offeredBitRates.begin()));
+}
+
+void Link::SelectPort() const {
+    const auto list = port.AvailablePorts();
+    const auto entry = std::find_if(list.begin(), list.end(), [this](const std::string& name) {
+        return PortName::NumberOf(name) == choice.PortNumber;
+    });
+    if (entry != list.end() && controls.SelectPort)
+        controls.SelectPort(static_cast<int>(entry - list.begin()));
+}
+
+std::string Link::Text() const {
+    const auto text =
+        PortName::Of(choice.PortNumber) + ", " + NumberText::Plain(choice.BitRate) + " bit/s: ";
+    const auto outcome = transfer.Outcome();
+    if (!port.PortOK || (!port.IsOpen() && outcome != CommPort::LinkState::failed))
+        return text + "not open";
+    if (outcome == CommPort::LinkState::failed)
+        return text + "no connection";
+    if (outcome == CommPort::LinkState::answered)
+        return text + "the instrument answers";
+    return text + (transfer.IsReading() ? "waiting for the instrument" : "open");
+}
+
+void Link::Close() {
+    transfer.EndReading();
+    transfer.Cancel();
+    port.Close();
+    status.TellObservers();
+    Keep(choice);
+}

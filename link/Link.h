@@ -1,0 +1,68 @@
+#pragma once
+
+#include "link/Controls.h"
+#include "link/LinkStatus.h"
+#include "link/Port.h"
+#include "link/Transfer.h"
+
+#include <cstdint>
+#include <string>
+
+/// The program's link to the instrument: which port, its opening and test, and the transfer over
+/// it. CommPort is its face.
+class Link {
+public:
+    Link() = default;
+    Link(const Link&) = delete;
+    Link& operator=(const Link&) = delete;
+
+    PortChoice choice;
+    Port port;
+    LinkStatus status;
+    CommPort::Controls controls;
+    Transfer transfer{port, choice, controls, status};
+
+    /// Takes the controls into use and connects the serial control's events.
+    void Attach(CommPort::Controls newControls);
+
+    /// The controls go away: closes the port and forgets them.
+    void Detach();
+
+    /// Start-up: the stored choice, the port opened where possible.
+    void Initialize();
+
+    /// Opens the port and ends a transfer under way. Throws as Port::Open.
+    void OpenPort(const PortChoice& portChoice);
+
+    /// Port::Scan in the middle of whatever the link does: what was open is open again afterwards.
+    void Scan();
+
+    /// Opens the chosen port when the last scan found it, else says in the status why not.
+    void CheckForValidPort();
+
+    /// Takes a choice into use: tests it, keeps it when the test succeeds and says so in the
+    /// status; otherwise the former choice and its port stay. A store that cannot be written is
+    /// told in a box; the choice then holds until the program ends.
+    void Test(const PortChoice& portChoice);
+
+    /// Makes the status tell the present instead of what an earlier test or reading met: why the
+    /// port is not open, or nothing.
+    void ShowPresent();
+
+    /// Select the values in force in the two lists; a value without entry leaves the selection.
+    void SelectBitRate() const;
+    void SelectPort() const;
+
+    /// Port and state for a status line, for example "COM5, 9600 bit/s: the instrument answers".
+    std::string Text() const;
+
+    /// On program exit: closes the port and saves the choice, with Test's box where it cannot.
+    void Close();
+
+private:
+    bool TryOpen();
+    void Reopen();
+    void Keep(const PortChoice& portChoice) const;
+
+    std::string openProblem_; ///< why the last opening failed; empty where it succeeded
+};
