@@ -14,11 +14,8 @@ namespace Mreport {
 
 namespace {
 
-constexpr std::string_view electrodeLabel = "Electrode   :";
-constexpr std::string_view sensorLabel = "Temp. Sens. :";
-constexpr std::string_view projectMark = "Project Name: ";
-constexpr int longestHead = 200; // lines; a foreign file may be all header
-constexpr int longestRecord = 16;
+constexpr int longestHead = 200;  // lines; a foreign file may be all header
+constexpr int longestRecord = 16; // lines that are looked at
 
 /// The kind of electrode that a value in this quantity tells of.
 Electrode::Kind KindTold(Quantity quantity) {
@@ -38,7 +35,7 @@ Electrode::Kind KindTold(Quantity quantity) {
 } // namespace
 
 ChannelHeader::ChannelHeader(ViewedFile& file, ShownGraph& shown) : file_(file), shown_(shown) {
-    file_.projectName.clear();
+    file_.header = {};
     file_.channelCount = 0;
     file_.channelKind.fill(Electrode::Kind::none);
     file_.channelNumber.fill(0);
@@ -51,38 +48,15 @@ void ChannelHeader::TakeLine(std::string_view line) {
         head_.append(line).push_back('\n');
         ++headLines_;
     }
-    if (line.starts_with(projectMark))
-        TakeProject(line);
-    const auto label = MeasurementLines::Label(line);
-    if (label == electrodeLabel || label == sensorLabel)
-        TakeCells(line);
-}
-
-void ChannelHeader::TakeProject(std::string_view line) {
-    line.remove_prefix(projectMark.size());
-    file_.projectName = Mcommon::TrimControl(line.substr(0, line.find('\t')));
-}
-
-void ChannelHeader::TakeCells(std::string_view line) {
-    const auto cells = MeasurementLines::SplitCells(line);
-    const bool electrodes = MeasurementLines::Label(line) == electrodeLabel;
-    if (electrodes) {
-        electrodesKnown_ = true;
-        file_.channelCount = static_cast<std::int16_t>(cells.count);
-    }
-    for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
-        const std::string cell = Mcommon::TrimControl(cells.cell[i]);
-        if (cell == Electrode::noneName)
-            ++unusedChannels_;
-        TakeCell(i, cell);
-    }
+    file_.header.TakeLine(line);
 }
 
 void ChannelHeader::TakeCell(std::size_t channel, const std::string& cell) {
     if (cell == Electrode::noneName) {
+        ++unusedChannels_;
         shown_.channelInUse[channel] = false;
         file_.channelKind[channel] = Electrode::Kind::none;
-    } else if (cell == "N/A") {
+    } else if (cell == MeasurementTexts::noHeaderValue) {
         file_.channelNumber[channel] = 0;
     } else if (cell == Electrode::redoxName) {
         file_.channelKind[channel] = Electrode::Kind::redox;
@@ -96,19 +70,30 @@ void ChannelHeader::TakeCell(std::size_t channel, const std::string& cell) {
 }
 
 std::int16_t ChannelHeader::Finish() {
-    if (!electrodesKnown_)
+    FileOpr::MeasurementHeader& header = file_.header;
+    header.projectName = Mcommon::TrimControl(header.projectName);
+    if (header.hasElectrodes)
+        file_.channelCount = static_cast<std::int16_t>(header.channelCount);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(file_.channelCount); ++i)
+        TakeCell(i, header.channels[i].electrode);
+    for (std::size_t i = 0; i < header.channels.size(); ++i)
+        if (!header.channels[i].tempSensor.empty()) // the row may be missing
+            TakeCell(i, header.channels[i].tempSensor);
+    if (!header.hasElectrodes)
         InferFromFirstRecord();
     if (file_.channelCount == 0)
         file_.channelCount = mWinInit::HardwareSettings.ChannelCount;
     return static_cast<std::int16_t>(maxChannels - unusedChannels_);
 }
 
+/// Reads on behind the comment line with which the first record begins.
 void ChannelHeader::InferFromFirstRecord() {
     LineScanner scanner(file_.pages.Source(), file_.pages.NextOffset());
+    RecordWalk walk = file_.pages.Walk();
     ScannedLine line;
     for (int count = 0; count < longestRecord && scanner.Next(line); ++count) {
         const std::string text = file_.pages.Decoded(line.text);
-        if (MeasurementLines::IsSeparator(text))
+        if (walk.Take(text) != RecordWalk::Step::row)
             return;
         TakeInferredRow(text);
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/RecordWalk.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -26,9 +28,7 @@ public:
     const std::string& Head() const { return head_; }
 
 private:
-    void TakeCells(std::string_view line);
     void TakeCell(std::size_t channel, const std::string& cell);
-    void TakeProject(std::string_view line);
     void InferFromFirstRecord();
     void TakeInferredRow(std::string_view line);
 
@@ -36,7 +36,6 @@ private:
     ShownGraph& shown_;
     std::string head_;
     int headLines_ = 0;
-    bool electrodesKnown_ = false;
     std::int16_t unusedChannels_ = 0;
 };
 

@@ -63,8 +63,7 @@ constexpr std::size_t linesPerStep = 512;
 
 /// Visits all lines of all pages until `stop` says so; false then.
 template <class Visit>
-bool ForEachLineOfFile(const ReportPages& pages, const Visit& visit,
-                       const std::function<bool()>& stop) {
+bool ForEachLineOfFile(const ReportPages& pages, Visit visit, const std::function<bool()>& stop) {
     for (int page = 0; page < pages.Count(); ++page) {
         for (std::size_t line = 0; line < pages.LineCount(page); line += linesPerStep) {
             Mcommon::LetEventsRun();
@@ -103,7 +102,9 @@ public:
 private:
     bool FindShape() {
         shape_.channels = file_.channelCount;
-        const auto note = [this](std::string_view line) {
+        const auto note = [this, walk = RecordWalk()](std::string_view line) mutable {
+            if (walk.Take(line) != RecordWalk::Step::row)
+                return;
             if (const auto quantity = MeasurementLines::QuantityOf(line)) {
                 shape_.rows[*quantity] = true;
                 shape_.channels =
@@ -124,19 +125,23 @@ private:
     }
 
     void TakeLine(std::string_view line) {
-        if (MeasurementLines::IsRecordStart(line)) {
-            candidate_ = line;
-            return;
-        }
-        if (!candidate_.empty() && MeasurementLines::IsComment(line)) {
-            WriteRecord();
-            recordLine_ = candidate_;
+        switch (walk_.Take(line)) {
+        case RecordWalk::Step::begins:
+            WriteRecord(); // one that was cut off
+            recordLine_ = walk_.FirstLine();
             comment_ = MeasurementLines::CommentText(line);
-        } else if (const auto quantity = MeasurementLines::QuantityOf(line);
-                   quantity && !recordLine_.empty()) {
-            KeepRow(*quantity, line);
+            break;
+        case RecordWalk::Step::row:
+            if (const auto quantity = MeasurementLines::QuantityOf(line))
+                KeepRow(*quantity, line);
+            break;
+        case RecordWalk::Step::ends:
+            WriteRecord();
+            break;
+        case RecordWalk::Step::other:
+        case RecordWalk::Step::separator:
+            break;
         }
-        candidate_.clear();
     }
 
     void KeepRow(Quantity quantity, std::string_view line) {
@@ -174,7 +179,7 @@ private:
     BufferedLines lines_;
     const std::function<bool()>& stop_;
     Shape shape_;
-    std::string candidate_;
+    RecordWalk walk_;
     std::string recordLine_;
     std::string comment_;
     Cells cells_;

@@ -47,10 +47,20 @@ public:
 
     /// False when the span is complete.
     bool TakeLine(std::string_view line) {
-        if (MeasurementLines::IsRecordStart(line))
-            return StartRecord(line);
-        if (inRecord_ && MeasurementLines::QuantityOf(line) == unit_)
-            values_ = ValuesOf(file_, unit_, line, series_);
+        switch (walk_.Take(line)) {
+        case RecordWalk::Step::begins:
+            return StartRecord();
+        case RecordWalk::Step::row:
+            if (MeasurementLines::QuantityOf(line) == unit_)
+                values_ = ValuesOf(file_, unit_, line, series_);
+            return true;
+        case RecordWalk::Step::ends:
+            CloseRecord();
+            return point_ < limits_.capacity;
+        case RecordWalk::Step::other:
+        case RecordWalk::Step::separator:
+            break;
+        }
         return true;
     }
 
@@ -64,7 +74,7 @@ public:
     std::int32_t Filled() const { return point_; }
 
 private:
-    bool StartRecord(std::string_view line) {
+    bool StartRecord() {
         CloseRecord();
         if (point_ >= limits_.capacity)
             return false;
@@ -74,7 +84,7 @@ private:
         const bool first = point_ == limits_.leading + 1;
         if (first)
             WriteLegends(graph_, unit_, series_);
-        const std::int32_t record = MeasurementLines::RecordNumber(line);
+        const std::int32_t record = walk_.Number();
         LabelPoint(graph_, Short(point_), record, first || record % limits_.tickEvery == 0);
         return true;
     }
@@ -84,6 +94,7 @@ private:
     Quantity unit_;
     Limits limits_;
     std::vector<int> series_;
+    RecordWalk walk_;
     std::int32_t point_;
     SeriesValues values_;
     bool inRecord_ = false;

@@ -16,16 +16,4 @@ bool Matches(std::string_view item, std::string_view prefix) {
     return item.starts_with("[-") && Letters::BeginsWith(item.substr(2), prefix);
 }
 
-int FindString(int count, const std::function<std::string_view(int)>& item, std::string_view prefix,
-               int start) {
-    if (start < 0 || start >= count)
-        start = -1;
-    for (int step = 1; step <= count; ++step) {
-        const int index = (start + step) % count;
-        if (Matches(item(index), prefix))
-            return index;
-    }
-    return notFound;
-}
-
 } // namespace ListSearch

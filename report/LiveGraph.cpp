@@ -23,13 +23,13 @@ SeriesValues NewestValues(const ViewedFile& file, const ShownGraph& shown,
     const auto range = file.pages.Records(page);
     if (!range)
         return values;
-    file.pages.ForEachLine(page, range->lastLine, file.pages.LineCount(page),
-                           [&](ReportPages::Line, std::string_view line) {
-                               if (MeasurementLines::QuantityOf(line) != shown.unitCode)
-                                   return true;
-                               values = ValuesOf(file, shown.unitCode, line, series);
-                               return false;
-                           });
+    const auto take = [&](RecordWalk::Step step, std::string_view line) {
+        if (step != RecordWalk::Step::row || MeasurementLines::QuantityOf(line) != shown.unitCode)
+            return true;
+        values = ValuesOf(file, shown.unitCode, line, series);
+        return false;
+    };
+    file.pages.ForEachLineOfRecord(page, range->lastLine, take);
     return values;
 }
 

@@ -38,7 +38,7 @@ RecordRange RecordsOfPage(const ViewedFile& file, int page) {
 }
 
 std::string ReportTitle(const ViewedFile& file, PrintKind kind) {
-    return PrintTitle(PrintedChannels(file), file.projectName, kind);
+    return PrintTitle(PrintedChannels(file), file.header.projectName, kind);
 }
 
 platform::PrintOutcome PrintPageTable(const ViewedFile& file, int page, RecordRange range,
@@ -48,7 +48,7 @@ platform::PrintOutcome PrintPageTable(const ViewedFile& file, int page, RecordRa
                              RecordsOfPage(file, page).first,
                              CountLinesPerRecord(file.pages),
                              PrintedChannels(file),
-                             file.projectName,
+                             file.header.projectName,
                              DateText::PrintedPage(platform::Current().clock.Now())};
     return platform::Current().printing.Print(
         ReportTitle(file, PrintKind::table),

@@ -2,7 +2,7 @@
 
 #include "app/Mcommon.h"
 #include "base/RunTimeError.h"
-#include "files/MeasurementLines.h"
+#include "files/RecordWalk.h"
 #include "report/PrintColumns.h"
 
 #include <algorithm>
@@ -25,9 +25,6 @@ constexpr int headerLines = 2;
 constexpr int linesKept = 3;
 constexpr float headerRuleHeight =
     1.9F; // of its lines; clear of the headings and of the first line
-
-constexpr std::string_view commentLabel = "Comment:";
-constexpr std::string_view projectMark = "Project Name:";
 
 std::span<const int> Columns(int channelCount) {
     if (channelCount > static_cast<int>(columnsOfFour.size()) - 1)
@@ -76,7 +73,7 @@ public:
             Separator();
         else if (MeasurementLines::IsComment(line))
             Comment(line);
-        else if (line.starts_with(projectMark))
+        else if (line.starts_with(MeasurementTexts::projectName))
             FreeText(line);
         else
             Cells(SplitAtTabs(line));
@@ -136,7 +133,7 @@ private:
         for (const std::string& piece : Wrap(text, CharactersIn(room))) {
             const float y = StartLine();
             if (first)
-                PrintColumns::PrintAt(printer_, {0, y}, commentLabel);
+                PrintColumns::PrintAt(printer_, {0, y}, MeasurementTexts::comment);
             if (!piece.empty())
                 PrintColumns::PrintAt(printer_, {ColumnX(1), y}, piece);
             first = false;
@@ -167,16 +164,16 @@ private:
     int linesOnPage_ = 0;
 };
 
-/// The first line from `start` on that begins a record whose number pleases; the line count where
-/// there is none.
+/// The first line from `start` on with which a record begins whose number pleases; the line count
+/// where there is none.
 template <class Wanted>
 std::size_t FindRecordLine(const PageText& page, std::size_t start, Wanted wanted) {
     const std::size_t count = page.LineCount();
+    RecordWalk walk;
     for (std::size_t line = start; line < count; ++line) {
         Mcommon::LetEventsRun();
-        const std::string text = page.Line(line);
-        if (MeasurementLines::IsRecordStart(text) && wanted(MeasurementLines::RecordNumber(text)))
-            return line;
+        if (walk.Take(page.Line(line)) == RecordWalk::Step::begins && wanted(walk.Number()))
+            return line - 1;
     }
     return count;
 }

@@ -15,7 +15,7 @@ namespace Mreport {
 namespace {
 
 constexpr std::string_view invalidTimeStamp = "Not valid";
-constexpr std::string_view timeMark = "\tAt";
+constexpr std::string_view timeMark = "\tAt"; // what follows may lack its tab
 
 std::string TimeStampOf(std::string_view recordLine) {
     const auto mark = recordLine.find(timeMark);
@@ -65,7 +65,8 @@ bool RecordSearch::Find(FileRecord record) {
     const auto page = PageOf(record);
     if (!page)
         return false;
-    const auto line = file_.pages.FindPrefix(*page, "Record " + std::to_string(record.number));
+    const auto line = file_.pages.FindPrefix(*page, std::string(MeasurementTexts::record) +
+                                                        std::to_string(record.number));
     if (!line)
         return false;
     page_ = *page;
@@ -74,25 +75,16 @@ bool RecordSearch::Find(FileRecord record) {
     return true;
 }
 
-/// The record ends at the next one, whatever its number.
 void RecordSearch::ReadRecord() {
-    file_.pages.ForEachLine(
-        page_, line_, file_.pages.LineCount(page_),
-        [this](ReportPages::Line line, std::string_view text) { return TakeLine(line, text); });
-}
-
-bool RecordSearch::TakeLine(ReportPages::Line line, std::string_view text) {
-    if (line == line_) {
-        timeStamp_ = TimeStampOf(text);
-        return true;
-    }
-    if (MeasurementLines::IsRecordStart(text))
-        return false;
-    if (MeasurementLines::IsComment(text))
-        comment_ = MeasurementLines::CommentText(text);
-    else if (const auto unit = MeasurementLines::QuantityOf(text))
-        KeepRow(*unit, text);
-    return true;
+    timeStamp_ = TimeStampOf(file_.pages.Text(page_, line_));
+    file_.pages.ForEachLineOfRecord(
+        page_, line_, [this](RecordWalk::Step step, std::string_view text) {
+            if (step == RecordWalk::Step::begins)
+                comment_ = MeasurementLines::CommentText(text);
+            else if (const auto unit = MeasurementLines::QuantityOf(text))
+                KeepRow(*unit, text);
+            return true;
+        });
 }
 
 void RecordSearch::KeepRow(Quantity unit, std::string_view valueLine) {

@@ -45,7 +45,6 @@ public:
 private:
     std::optional<int> PageOf(FileRecord record) const;
     void ReadRecord();
-    bool TakeLine(ReportPages::Line line, std::string_view text);
     void KeepRow(Quantity unit, std::string_view valueLine);
 
     const ViewedFile& file_;

@@ -76,6 +76,7 @@ void ReportLoader::ViewSource(const std::filesystem::path& fileName,
     view_.ShowCaption(fileName);
     file_.viewingLiveFile = IsLiveFile(fileName);
     shown_ = ShownGraph();
+    pageEnded_ = false;
     file_.pages.Open(std::move(source));
     view_.ResetPages();
     view_.Graph().SetNumSets(GetChanInfo());
@@ -102,9 +103,11 @@ void ReportLoader::LetEventsRun() {
         Mcommon::LetEventsRun();
 }
 
-void ReportLoader::AddLine(const ScannedLine& line) {
-    if (file_.pages.AddLine(line))
+RecordWalk::Step ReportLoader::AddLine(const ScannedLine& line) {
+    const ReportPages::Added added = file_.pages.AddLine(line);
+    if (added.newPage)
         view_.PageAdded(file_.LastPageIndex(), false);
+    return added.step;
 }
 
 std::int16_t ReportLoader::GetChanInfo() {
@@ -112,15 +115,11 @@ std::int16_t ReportLoader::GetChanInfo() {
     LineScanner scanner = MakeScanner();
     ChannelHeader header(file_, shown_);
     ScannedLine line;
-    bool recordLine = false;
     while (state_ != State::stopping && scanner.Next(line)) {
         LetEventsRun();
-        AddLine(line);
-        // Only the comment line behind it tells a record from a header line that looks like one.
-        if (recordLine && MeasurementLines::IsComment(line.text))
+        if (AddLine(line) == RecordWalk::Step::begins)
             break;
-        recordLine = MeasurementLines::IsRecordStart(line.text);
-        if (!recordLine)
+        if (!MeasurementLines::IsRecordStart(line.text))
             header.TakeLine(file_.pages.Decoded(line.text));
     }
     const std::int16_t sets = header.Finish();
@@ -160,27 +159,24 @@ void ReportLoader::ReadRecords(bool firstLoad) {
             return;
         if (firstLoad)
             ShowProgress(line.length);
-        if (MeasurementLines::IsSeparator(line.text) && !TakeSeparator(scanner, line, firstLoad))
-            return;
-        AddLine(line);
-        ++workingLines_;
+        TakeLine(line, firstLoad);
     }
 }
 
-/// A separator closes a record and may end its page; `line` is then the next page's first line.
-/// False when the separator was the file's last line.
-bool ReportLoader::TakeSeparator(LineScanner& scanner, ScannedLine& line, bool firstLoad) {
-    if (firstLoad)
+/// Adds a line. A separator near the limit ends its page, which is left when a line follows.
+void ReportLoader::TakeLine(const ScannedLine& line, bool firstLoad) {
+    if (pageEnded_) {
+        CreateNewPage(false);
+        workingLines_ = 0;
+        recordsRead_ = 0;
+    }
+    const RecordWalk::Step step = AddLine(line);
+    const bool ends = step == RecordWalk::Step::ends;
+    if (ends && firstLoad)
         CountRecord();
-    if (workingLines_ + pageMargin <= maxPageLines)
-        return true;
-    AddLine(line);
-    if (!scanner.Next(line))
-        return false;
-    CreateNewPage(false);
-    workingLines_ = 0;
-    recordsRead_ = 0;
-    return true;
+    pageEnded_ =
+        (ends || step == RecordWalk::Step::separator) && workingLines_ + pageMargin > maxPageLines;
+    ++workingLines_;
 }
 
 void ReportLoader::CountRecord() {
@@ -228,6 +224,7 @@ void ReportLoader::FinishReload() {
 
 void ReportLoader::CreateNewPage(bool selectNew) {
     Mcommon::errorLocation = "CreateNewPage";
+    pageEnded_ = false;
     file_.pages.NewPage();
     view_.PageAdded(file_.LastPageIndex(), selectNew);
     Mcommon::errorLocation = "FillList";
@@ -296,12 +293,8 @@ void ReportLoader::CatchUp() {
     workingLines_ = WorkingLines();
     LineScanner scanner = MakeScanner();
     ScannedLine line;
-    while (scanner.Next(line)) {
-        if (MeasurementLines::IsSeparator(line.text) && !TakeSeparator(scanner, line, false))
-            break;
-        AddLine(line);
-        ++workingLines_;
-    }
+    while (scanner.Next(line))
+        TakeLine(line, false);
     view_.LinesAdded();
 }
 

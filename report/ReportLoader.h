@@ -60,12 +60,12 @@ private:
     std::int16_t GetChanInfo();
     void FillList(bool firstLoad);
     void ReadRecords(bool firstLoad);
-    bool TakeSeparator(LineScanner& scanner, ScannedLine& line, bool firstLoad);
+    void TakeLine(const ScannedLine& line, bool firstLoad);
     void CountRecord();
     void FinishFirstLoad();
     void FinishReload();
     void CreateNewPage(bool selectNew);
-    void AddLine(const ScannedLine& line);
+    RecordWalk::Step AddLine(const ScannedLine& line);
     void LetEventsRun();
     void ShowProgress(std::uint64_t length);
     void DrawFirst();
@@ -91,6 +91,7 @@ private:
     std::uint64_t fileLength_ = 0;
     std::uint64_t nextProgress_ = 0; ///< bytesRead at which the shown percentage changes
     std::size_t workingLines_ = 0;
+    bool pageEnded_ = false; ///< a separator has ended the newest page; the next line opens one
     unsigned lineTick_ = 0;
 };
 

@@ -17,14 +17,6 @@ constexpr std::size_t readBlock = std::size_t{256} * 1024;
 constexpr std::size_t encodingSample = std::size_t{64} * 1024;
 constexpr std::size_t longestLineEnd = 2;
 
-bool LooksLikeRecord(std::string_view text) {
-    return !text.empty() && text.front() == 'R' && MeasurementLines::IsRecordStart(text);
-}
-
-bool LooksLikeComment(std::string_view text) {
-    return !text.empty() && text.front() == 'C' && MeasurementLines::IsComment(text);
-}
-
 std::string_view WithoutLineEnd(std::string_view text) {
     if (text.ends_with('\n'))
         text.remove_suffix(1);
@@ -42,7 +34,8 @@ void ReportPages::Open(std::unique_ptr<TextSource> source) {
     pages_.clear();
     source_ = std::move(source);
     nextOffset_ = 0;
-    lastLineOpen_ = false;
+    walk_ = {};
+    beforeOpenLine_.reset();
     damaged_ = false;
     DetectEncoding();
     NewPage();
@@ -70,67 +63,50 @@ void ReportPages::NewPage() {
     pages_.push_back(std::move(page));
 }
 
-bool ReportPages::AddLine(const ScannedLine& line) {
-    const bool beyond =
-        line.offset - pages_.back().base > std::numeric_limits<std::uint32_t>::max();
-    if (beyond)
+ReportPages::Added ReportPages::AddLine(const ScannedLine& line) {
+    Added added;
+    added.newPage = line.offset - pages_.back().base > std::numeric_limits<std::uint32_t>::max();
+    if (added.newPage)
         NewPage();
     PageIndex& page = pages_.back();
+    if (line.terminated)
+        beforeOpenLine_.reset();
+    else
+        beforeOpenLine_ = BeforeOpenLine{page.records, walk_};
     page.starts.push_back(static_cast<std::uint32_t>(line.offset - page.base));
     page.end = nextOffset_ = line.next;
-    lastLineOpen_ = !line.terminated;
-    NoteRecordLine(page, line.text);
-    return beyond;
+    added.step = walk_.Take(line.text);
+    if (added.step == RecordWalk::Step::begins)
+        NoteRecord(page);
+    return added;
 }
 
-void ReportPages::NoteRecordLine(PageIndex& page, std::string_view text) {
-    if (page.candidate >= 0 && LooksLikeComment(text)) {
-        page.previousRecord = page.lastRecord >= 0 ? page.lastRecord : page.candidate;
-        page.lastRecord = page.candidate;
-        page.lastNumber = page.candidateNumber;
-        if (page.firstRecord < 0) {
-            page.firstRecord = page.candidate;
-            page.firstNumber = page.candidateNumber;
-        }
-    }
-    page.candidate = -1;
-    if (LooksLikeRecord(text)) {
-        page.candidate = static_cast<std::int64_t>(page.starts.size()) - 1;
-        page.candidateNumber = MeasurementLines::RecordNumber(text);
-    }
+/// The record that has just begun with the page's last two lines.
+void ReportPages::NoteRecord(PageIndex& page) const {
+    if (page.starts.size() < 2) // its first line stands on the page before
+        return;
+    const Line line = page.starts.size() - 2;
+    const std::int32_t number = walk_.Number();
+    if (!page.records)
+        page.records = RecordRange{number, number, line, line, line};
+    page.records->previousLine = page.records->lastLine;
+    page.records->lastLine = line;
+    page.records->last = number;
 }
 
 void ReportPages::ReopenLastLine() {
-    if (!lastLineOpen_)
+    if (!beforeOpenLine_)
         return;
     PageIndex& page = pages_.back();
-    const auto line = static_cast<std::int64_t>(page.starts.size()) - 1;
     nextOffset_ = page.end = page.base + page.starts.back();
     page.starts.pop_back();
-    lastLineOpen_ = false;
-    // What the incomplete line stood for is found again when it is added anew.
-    if (page.lastRecord >= 0 && page.lastRecord == line - 1) {
-        if (page.firstRecord == page.lastRecord)
-            page.firstRecord = page.previousRecord = -1;
-        page.lastRecord = page.previousRecord;
-        page.lastNumber = page.lastRecord < 0 ? 0 : NumberAt(Last(), page.lastRecord);
-    }
-    const bool follows = line > 0 && LooksLikeRecord(Text(Last(), static_cast<Line>(line - 1)));
-    page.candidate = follows ? line - 1 : -1;
-    page.candidateNumber = follows ? NumberAt(Last(), line - 1) : 0;
-}
-
-std::int32_t ReportPages::NumberAt(Page page, std::int64_t line) const {
-    return MeasurementLines::RecordNumber(Text(page, static_cast<Line>(line)));
+    page.records = beforeOpenLine_->records;
+    walk_ = beforeOpenLine_->walk;
+    beforeOpenLine_.reset();
 }
 
 std::optional<ReportPages::RecordRange> ReportPages::Records(Page page) const {
-    const PageIndex& index = At(page);
-    if (index.firstRecord < 0)
-        return std::nullopt;
-    return RecordRange{index.firstNumber, index.lastNumber, static_cast<Line>(index.firstRecord),
-                       static_cast<Line>(index.lastRecord),
-                       static_cast<Line>(index.previousRecord)};
+    return At(page).records;
 }
 
 ReportPages::Extent ReportPages::ExtentOf(const PageIndex& page, Line line) const {
@@ -198,30 +174,47 @@ void ReportPages::ForEachLine(Page page, Line first, Line last, const Visitor& v
     }
 }
 
-std::optional<ReportPages::Line> ReportPages::FindRecord(Page page, std::int32_t number,
-                                                         Line from) const {
+/// The first line of the first record between the lines that pleases.
+template <class Wanted>
+std::optional<ReportPages::Line> ReportPages::FindRecordIf(Page page, Line first, Line last,
+                                                           Wanted wanted) const {
     std::optional<Line> found;
-    const auto range = Records(page);
-    if (!range) // a foreign file may be one page of any size
-        return found;
-    const std::string beginning = "Record " + std::to_string(number) + "\t";
-    ForEachLine(page, std::max(from, range->firstLine), range->lastLine + 1,
-                [&](Line line, std::string_view text) {
-                    if (text.starts_with(beginning))
-                        found = line;
-                    return !found;
-                });
-    return found;
-}
-
-std::optional<ReportPages::Line> ReportPages::FindPrefix(Page page, std::string_view prefix) const {
-    std::optional<Line> found;
-    ForEachLine(page, 0, LineCount(page), [&](Line line, std::string_view text) {
-        if (ListSearch::Matches(text, prefix))
-            found = line;
+    RecordWalk walk;
+    ForEachLine(page, first, last, [&](Line line, std::string_view text) {
+        if (walk.Take(text) == RecordWalk::Step::begins && wanted(walk))
+            found = line - 1;
         return !found;
     });
     return found;
+}
+
+std::optional<ReportPages::Line> ReportPages::FindRecord(Page page, std::int32_t number,
+                                                         Line from) const {
+    const auto range = Records(page);
+    if (!range) // a foreign file may be one page of any size
+        return std::nullopt;
+    constexpr Line firstAndComment = 2;
+    return FindRecordIf(page, std::max(from, range->firstLine), range->lastLine + firstAndComment,
+                        [number](const RecordWalk& walk) { return walk.Number() == number; });
+}
+
+std::optional<ReportPages::Line> ReportPages::FindPrefix(Page page, std::string_view prefix) const {
+    return FindRecordIf(page, 0, LineCount(page), [prefix](const RecordWalk& walk) {
+        return ListSearch::Matches(walk.FirstLine(), prefix);
+    });
+}
+
+void ReportPages::ForEachLineOfRecord(Page page, Line first, const RecordVisitor& visit) const {
+    RecordWalk walk;
+    ForEachLine(page, first, LineCount(page), [&](Line line, std::string_view text) {
+        const RecordWalk::Step step = walk.Take(text);
+        if (line == first)
+            return true;
+        const bool nextBegins = step == RecordWalk::Step::begins && line != first + 1;
+        if (!walk.InRecord() || nextBegins)
+            return false;
+        return step == RecordWalk::Step::other || visit(step, text);
+    });
 }
 
 std::size_t ReportPages::IndexBytes() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/RecordWalk.h"
 #include "report/LineScanner.h"
 #include "report/TextSource.h"
 
@@ -47,9 +48,18 @@ public:
 
     void NewPage();
 
+    /// What a line that was added is, and whether it opened a page of its own.
+    struct Added {
+        RecordWalk::Step step = RecordWalk::Step::other;
+        bool newPage = false;
+    };
+
     /// Adds a line that follows the last one to the newest page. A page's lines lie within 4 GiB;
-    /// a line beyond that opens a page of its own. True when it did.
-    bool AddLine(const ScannedLine& line);
+    /// a line beyond that opens a page.
+    Added AddLine(const ScannedLine& line);
+
+    /// Where the lines added so far leave the walk through the records.
+    const RecordWalk& Walk() const { return walk_; }
 
     /// Takes back a last line without line end, which the file may have completed by now.
     void ReopenLastLine();
@@ -74,8 +84,14 @@ public:
     /// number.
     std::optional<Line> FindRecord(Page page, std::int32_t number, Line from = 0) const;
 
-    /// The first line that begins with the prefix by the rules of ListSearch, from the list's top.
+    /// The first line of the first record whose first line begins with the prefix by the rules of
+    /// ListSearch, from the list's top.
     std::optional<Line> FindPrefix(Page page, std::string_view prefix) const;
+
+    /// Called with the comment line (Step::begins) and each row of the record that begins at
+    /// `first`, until it returns false.
+    using RecordVisitor = std::function<bool(RecordWalk::Step step, std::string_view text)>;
+    void ForEachLineOfRecord(Page page, Line first, const RecordVisitor& visit) const;
 
     /// True once a line could not be read back whole: the file has shrunk or gone.
     bool Damaged() const { return damaged_; }
@@ -88,13 +104,12 @@ private:
         std::uint64_t base = 0;
         std::uint64_t end = 0;             ///< behind the last line
         std::vector<std::uint32_t> starts; ///< relative to base
-        std::int64_t candidate = -1;       ///< last line if it looks like a record's first line
-        std::int64_t firstRecord = -1;
-        std::int64_t previousRecord = -1;
-        std::int64_t lastRecord = -1;
-        std::int32_t candidateNumber = 0; ///< record numbers that stand in these lines
-        std::int32_t firstNumber = 0;
-        std::int32_t lastNumber = 0;
+        std::optional<RecordRange> records;
+    };
+    /// What stood before a last line without line end, which the file may complete.
+    struct BeforeOpenLine {
+        std::optional<RecordRange> records;
+        RecordWalk walk;
     };
     struct Extent {
         std::uint64_t offset;
@@ -103,15 +118,17 @@ private:
 
     const PageIndex& At(Page page) const { return pages_[static_cast<std::size_t>(page)]; }
     Extent ExtentOf(const PageIndex& page, Line line) const;
-    void NoteRecordLine(PageIndex& page, std::string_view text);
+    void NoteRecord(PageIndex& page) const;
+    template <class Wanted>
+    std::optional<Line> FindRecordIf(Page page, Line first, Line last, Wanted wanted) const;
     std::size_t LinesIn(Page page, Line last) const;
-    std::int32_t NumberAt(Page page, std::int64_t line) const;
     void DetectEncoding();
 
     std::unique_ptr<TextSource> source_;
     std::vector<PageIndex> pages_;
     std::uint64_t nextOffset_ = 0;
-    bool lastLineOpen_ = false;
+    RecordWalk walk_;
+    std::optional<BeforeOpenLine> beforeOpenLine_; ///< set while the last line is open
     bool utf8_ = false;
     mutable bool damaged_ = false;
 };

@@ -2,13 +2,13 @@
 
 #include "base/Electrode.h"
 #include "files/FileOpr.h"
+#include "files/MeasurementHeader.h"
 #include "report/RecordNumber.h"
 #include "report/ReportPages.h"
 
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <string>
 #include <string_view>
 
 namespace Mreport {
@@ -24,8 +24,9 @@ inline constexpr std::string_view loadingText = "Cannot choose this option while
 struct ViewedFile {
     ReportPages pages;
     std::filesystem::path path; ///< empty before a file was opened
-    std::string projectName;    ///< of the file's header; empty without one
     bool viewingLiveFile = false;
+
+    FileOpr::MeasurementHeader header; ///< empty where the file has none
 
     std::int16_t channelCount = 0; ///< channel columns of the file
     std::array<Electrode::Kind, maxChannels> channelKind{};

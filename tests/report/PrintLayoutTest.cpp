@@ -41,7 +41,8 @@ protected:
     /// Lines of a record that fill `count` lines of paper, without a separator.
     void AddRecordOf(int count) {
         page.Add("Record 1\tAt\t14:05:33 07.Mar.2003");
-        for (int line = 1; line < count; ++line)
+        page.Add("Comment:\t");
+        for (int line = 2; line < count; ++line)
             page.Add("mV             \t" + std::to_string(line) + "         ");
     }
 };
@@ -106,6 +107,7 @@ TEST_F(PrintLayout, A_separator_is_a_rule_at_the_height_of_its_line_and_no_text)
 TEST_F(PrintLayout, Eight_channels_have_their_own_columns_in_a_smaller_font) {
     channelCount = 8;
     page.Add("Record 1\tAt\t14:05:33 07.Mar.2003");
+    page.Add("Comment:\t");
     page.Add("mV\t1.0\t2.0\t3.0\t4.0\t5.0\t6.0\t7.0\t8.0");
 
     Print({1, 1});
@@ -117,11 +119,12 @@ TEST_F(PrintLayout, Eight_channels_have_their_own_columns_in_a_smaller_font) {
     EXPECT_EQ(headings,
               (Lines{"72,10 Chan 1", "124.8,10 Chan 2", "177.6,10 Chan 3", "230.4,10 Chan 4",
                      "283.2,10 Chan 5", "336,10 Chan 6", "388.8,10 Chan 7", "441.6,10 Chan 8"}));
-    EXPECT_EQ(printed.back(), "441.6,30 8.0");
+    EXPECT_EQ(printed.back(), "441.6,40 8.0");
 }
 
 TEST_F(PrintLayout, Cells_beyond_the_channel_count_are_not_printed) {
     page.Add("Record 1\tAt\t14:05:33 07.Mar.2003");
+    page.Add("Comment:\t");
     page.Add("mV\t1.0\t2.0\t3.0\t4.0\t5.0");
 
     Print({1, 1});
@@ -131,13 +134,14 @@ TEST_F(PrintLayout, Cells_beyond_the_channel_count_are_not_printed) {
 
 TEST_F(PrintLayout, The_file_s_own_channel_heading_stands_in_the_same_columns) {
     page.Add("Record 1\tAt\t14:05:33 07.Mar.2003");
+    page.Add("Comment:\t");
     page.Add("Channel :      \tChan 1      \tChan 2      ");
 
     Print({1, 1});
 
     const Lines printed = printer.Page(1);
     EXPECT_EQ(Lines(printed.end() - 3, printed.end()),
-              (Lines{"0,37.5 Channel :", "120,37.5 Chan 1", "210,37.5 Chan 2"}));
+              (Lines{"0,50 Channel :", "120,50 Chan 1", "210,50 Chan 2"}));
 }
 
 TEST_F(PrintLayout, A_comment_of_dashes_or_with_a_record_s_name_is_printed_as_text) {

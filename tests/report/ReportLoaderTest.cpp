@@ -63,7 +63,7 @@ TEST_F(ReportLoader, The_caption_and_the_header_box_show_the_file) {
     EXPECT_EQ(view.caption, File());
     EXPECT_NE(view.head.find("Project Name: River\tAnalyst: Ann"), std::string::npos);
     EXPECT_EQ(view.head.find("----"), std::string::npos);
-    EXPECT_EQ(viewed.projectName, "River");
+    EXPECT_EQ(viewed.header.projectName, "River");
 }
 
 TEST_F(ReportLoader, The_channel_header_gives_kinds_sensors_and_the_number_of_series) {

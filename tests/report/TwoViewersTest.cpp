@@ -29,7 +29,7 @@ protected:
 
     void ExpectFirstUndisturbed() {
         EXPECT_EQ(viewed.path, File());
-        EXPECT_EQ(viewed.projectName, "River");
+        EXPECT_EQ(viewed.header.projectName, "River");
         EXPECT_EQ(viewed.channelCount, 4);
         EXPECT_EQ(viewed.LastPageIndex(), 0);
         EXPECT_EQ(Range().recordsInPage, 120);
@@ -50,7 +50,7 @@ TEST_F(TwoViewers, A_second_file_leaves_the_first_one_as_it_was) {
     otherShown.unitCode = Quantity::celsius;
     otherLoader.Redraw({60});
     ExpectFirstUndisturbed();
-    EXPECT_EQ(otherViewed.projectName, "Lake");
+    EXPECT_EQ(otherViewed.header.projectName, "Lake");
     EXPECT_EQ(otherViewed.channelCount, 8);
     EXPECT_EQ(otherViewed.LastPageIndex(), 1);
     EXPECT_EQ(Mreport::Series(otherViewed, otherShown), (std::vector<int>{3, 4}));

@@ -5,9 +5,9 @@
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/QtPrinting.h"
 #include "report/PrintJob.h"
-#include "report/ViewedFile.h"
 #include "report/PrintLayout.h"
 #include "report/PrintedLines.h"
+#include "report/ViewedFile.h"
 #include "screens/controls/GraphControl.h"
 #include "support/FakePlatform.h"
 

@@ -79,6 +79,7 @@ TEST_F(QtPrinterTest, Values_stand_below_the_heading_of_their_channel) {
 
 TEST_F(QtPrinterTest, Nothing_stands_outside_the_margins_with_eight_channels) {
     page.Add("Record 1\tAt\t14:05:33 07.Mar.2003");
+    page.Add("Comment:\t");
     page.Add("mV\t1\t2\t3\t4\t5\t6\t7\t-1.23E+04");
     PrintTable(0, 8);
     const Mreport::TableReport report{page, 1, 5, 8, "Well 7", "07-Mar-2003"};
