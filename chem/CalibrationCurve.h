@@ -13,7 +13,7 @@ struct CalibrationCurve {
     };
 
     Quantity standards = Quantity::pH; ///< what they are: pH, ppm or mol/l
-    std::vector<Point> points; ///< in the order of their recording
+    std::vector<Point> points;         ///< in the order of their recording
 };
 
 /// A point whose standard has no logarithm is left out.

@@ -64,8 +64,8 @@ void CalibrationSession::SetPointCount(int count) {
 }
 
 void CalibrationSession::SetCurrentPoint(int point) {
-    if (!reading_)
-        current_ = std::clamp(point, 0, pointCount_ - 1);
+    if (!reading_ && point >= 0 && point < pointCount_)
+        current_ = point;
 }
 
 void CalibrationSession::SetStandard(int point, float standard) {
@@ -170,10 +170,12 @@ bool CalibrationSession::IsComplete() const {
     return true;
 }
 
-CalibrationSession::Outcome CalibrationSession::OutcomeOf(int channel) const {
-    Outcome outcome;
+CalibrationSession::Outcome CalibrationSession::OutcomeOf(int channel,
+                                                          const CalibrationRecord& stored) const {
+    Outcome outcome{.record = stored};
     outcome.record.PointCount = static_cast<std::int16_t>(pointCount_);
-    outcome.record.StdUnit = isPH_ ? 0.0F : static_cast<float>(unit_);
+    if (!isPH_)
+        outcome.record.StdUnit = static_cast<float>(unit_);
     for (int point = 0; point < pointCount_; ++point) {
         const auto row = static_cast<std::size_t>(point);
         outcome.record.Standard[row] = Standard(point).value_or(0.0F);

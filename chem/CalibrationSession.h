@@ -51,7 +51,8 @@ public:
     void SetPointCount(int count);
     int PointCount() const { return pointCount_; }
 
-    /// The point that the main button works on, 0-based. It stays while it is being read.
+    /// The point that the main button works on, 0-based. It stays while it is being read, and
+    /// where the new one is beyond the number of points.
     void SetCurrentPoint(int point);
     int CurrentPoint() const { return current_; }
 
@@ -91,8 +92,9 @@ public:
     bool IsComplete() const;
 
     /// The record of a channel with its slopes; where the data allows no slope, those before it.
-    /// Leaves Measure::IsPHMode at this session's kind.
-    Outcome OutcomeOf(int channel) const;
+    /// What this calibration does not write stays as `stored` has it: the entries behind its
+    /// points, and the unit of a pH electrode. Leaves Measure::IsPHMode at this session's kind.
+    Outcome OutcomeOf(int channel, const CalibrationRecord& stored) const;
 
     /// The summary of this data has been shown and was good. Any later change takes it back, since
     /// no data is ever stored whose summary was not shown.

@@ -50,7 +50,8 @@ void ChannelChoicePage::ShowChannels() {
 std::vector<int> ChannelChoicePage::Ticked() const {
     std::vector<int> ticked;
     for (const auto& [channel, box] : chkSimult)
-        if (channel < mWinInit::HardwareSettings.ChannelCount && box->isChecked())
+        if (channel < mWinInit::HardwareSettings.ChannelCount && box->isEnabled() &&
+            box->isChecked())
             ticked.push_back(channel);
     return ticked;
 }

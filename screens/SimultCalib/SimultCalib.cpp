@@ -38,6 +38,10 @@ const mWinInit::ChannelSetupRecord& SetupOf(int channel) {
     return mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel));
 }
 
+const CalibrationRecord& StoredOf(int channel) {
+    return mWinInit::Calibration.at(static_cast<std::size_t>(channel));
+}
+
 std::string Now() {
     return DateText::Record(platform::Current().clock.Now());
 }
@@ -149,7 +153,8 @@ void SimultCalib::ShowButtons() {
     cmdSys(mainButton)
         .setText(Text::ToQt(onSummary ? CalibrationTexts::print
                                       : CalibrationTexts::MainCaption(session_.MainAction())));
-    cmdSys(mainButton).setEnabled(step_ == Step::points || (onSummary && finished));
+    cmdSys(mainButton)
+        .setEnabled(step_ == Step::points || (onSummary && ui_->fraSummary->IsUsable()));
     cmdSys(stopButton).setEnabled(session_.IsReading());
     cmdSys(averagingButton).setEnabled(!onSummary);
     OfferFinish(onSummary && finished, cmdSys(finishButton), cmdSys(closeButton));
@@ -162,11 +167,15 @@ void SimultCalib::txtDat_GotFocus(int Index) {
     ShowState();
 }
 
-void SimultCalib::txtDat_Change() {
+void SimultCalib::txtDat_Change(int Index) {
     session_.Touch();
+    session_.SetCurrentPoint(Index); // a tool sets a text without bringing the cursor there
+    ShowState();
 }
 
 void SimultCalib::chkSimult_Click(int Index) {
+    if (step_ != Step::channels) // by a tool: the choice is made anew
+        GoBackToChannels();
     if (!ui_->fraChoice->IsTicked(Index))
         return;
     const std::string& electrode = SetupOf(Index).Electrode;
@@ -178,11 +187,16 @@ void SimultCalib::chkSimult_Click(int Index) {
 }
 
 void SimultCalib::cboCalibPtrs_Click() {
-    session_.SetPointCount(ui_->fraPoints->Choices().PointCount());
-    ShowState();
+    if (!session_.IsReading())
+        session_.SetPointCount(ui_->fraPoints->Choices().PointCount());
+    ShowState(); // also puts back what a tool has changed meanwhile
 }
 
 void SimultCalib::cboUnits_Click() {
+    if (electrode_.empty()) {
+        unitBefore_ = ui_->fraPoints->Choices().Unit();
+        return;
+    }
     Standards().ChangeUnit(session_, ui_->fraPoints->Choices(), electrode_,
                            SetupOf(session_.Channels().front()).MolarMass);
     ShowState();
@@ -190,7 +204,7 @@ void SimultCalib::cboUnits_Click() {
 
 void SimultCalib::tabChannel_Click() {
     ui_->fraSummary->ShowChosenChannel();
-    ShowButtons();
+    FinishWhenAllShown();
 }
 
 void SimultCalib::tmrRead_Timer() {
@@ -233,8 +247,7 @@ void SimultCalib::NextOrBack() {
         ChooseChannels();
         break;
     case Step::points:
-        reading_.Stop();
-        ShowStep(Step::channels);
+        GoBackToChannels();
         break;
     case Step::summary:
         if (!ui_->fraSummary->IsLastChannel()) {
@@ -244,6 +257,13 @@ void SimultCalib::NextOrBack() {
         ShowStep(Step::points);
         Standards().Focus(session_.CurrentPoint());
     }
+}
+
+/// The channels may become others; what has been shown of these is no summary of those.
+void SimultCalib::GoBackToChannels() {
+    reading_.Stop();
+    session_.Touch();
+    ShowStep(Step::channels);
 }
 
 void SimultCalib::ChooseChannels() {
@@ -264,8 +284,9 @@ void SimultCalib::ChooseChannels() {
 void SimultCalib::StartSession(const std::string& electrode, int firstChannel) {
     electrode_ = electrode;
     const bool isPH = Electrode::KindOf(electrode) == Electrode::Kind::pH;
-    const auto& stored = mWinInit::Calibration.at(static_cast<std::size_t>(firstChannel));
-    session_.Start(isPH, UnitOf(stored.StdUnit));
+    session_.Start(isPH, isPH ? StandardUnit::ppm
+                              : unitBefore_.value_or(UnitOf(StoredOf(firstChannel).StdUnit)));
+    unitBefore_.reset();
     session_.SetPointCount(ui_->fraPoints->Choices().PointCount());
     Measure::IsPHMode = isPH;
     Standards().ShowStandards(session_);
@@ -351,15 +372,23 @@ void SimultCalib::ShowSummary() {
     }
     std::vector<CalibrationSession::Outcome> outcomes;
     for (const int channel : session_.Channels())
-        outcomes.push_back(session_.OutcomeOf(channel));
+        outcomes.push_back(session_.OutcomeOf(channel, StoredOf(channel)));
     ui_->fraSummary->ShowOutcomes(electrode_, session_.Channels(), std::move(outcomes));
-    const bool usable = ui_->fraSummary->IsUsable();
-    if (usable)
-        session_.SetFinished();
     ShowStep(Step::summary);
-    cmdSys(NextStepsButton()).setFocus();
-    if (!usable)
+    cmdSys(nextButton).setFocus();
+    if (!ui_->fraSummary->IsUsable())
         Mcommon::Warn(CalibrationTexts::invalidData);
+}
+
+/// "&Finish" waits until the summary of each channel has been shown, and is then what Enter does.
+void SimultCalib::FinishWhenAllShown() {
+    if (!session_.IsFinished() && ui_->fraSummary->IsUsable() && ui_->fraSummary->AllShown())
+        session_.SetFinished();
+    ShowButtons();
+    QPushButton& next = cmdSys(NextStepsButton());
+    next.setDefault(true);
+    if (cmdSys(nextButton).hasFocus())
+        next.setFocus();
 }
 
 void SimultCalib::PrintSummary() {

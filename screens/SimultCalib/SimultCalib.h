@@ -9,6 +9,7 @@
 #include <QPushButton>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 class StandardFields;
@@ -58,7 +59,7 @@ private:
     void tabChannel_Click();
     void cmdSys_Click(int Index);
     void txtDat_GotFocus(int Index);
-    void txtDat_Change();
+    void txtDat_Change(int Index);
     void tmrRead_Timer();
     void tmrElapsed_Timer();
 
@@ -74,6 +75,8 @@ private:
     void StopButton();
     void AskAveraging();
     void ShowSummary();
+    void FinishWhenAllShown();
+    void GoBackToChannels();
     void PrintSummary();
     void Refuse(int point);
 
@@ -92,5 +95,6 @@ private:
     CalibrationSession session_;
     PointReading reading_{session_, *this};
     Step step_ = Step::channels;
-    std::string electrode_; ///< of the session
+    std::string electrode_; ///< of the session, empty before the channels are chosen
+    std::optional<StandardUnit> unitBefore_; ///< chosen before the channels
 };

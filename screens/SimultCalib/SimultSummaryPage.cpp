@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <functional>
 
 SimultSummaryPage::SimultSummaryPage(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::SimultSummaryPage>()) {
@@ -18,6 +19,7 @@ void SimultSummaryPage::ShowOutcomes(const std::string& electrode, const std::ve
                                      std::vector<CalibrationSession::Outcome> outcomes) {
     electrode_ = electrode;
     outcomes_ = std::move(outcomes);
+    shown_.assign(outcomes_.size(), false);
     QTabBar& tabs = *ui_->tabChannel;
     const QSignalBlocker quiet(tabs);
     while (tabs.count() > 0)
@@ -33,6 +35,10 @@ bool SimultSummaryPage::IsUsable() const {
     return std::ranges::all_of(outcomes_, &CalibrationSession::Outcome::usable);
 }
 
+bool SimultSummaryPage::AllShown() const {
+    return std::ranges::all_of(shown_, std::identity());
+}
+
 bool SimultSummaryPage::IsLastChannel() const {
     return ui_->tabChannel->currentIndex() >= ui_->tabChannel->count() - 1;
 }
@@ -45,6 +51,8 @@ void SimultSummaryPage::ShowChosenChannel() {
     const int tab = ui_->tabChannel->currentIndex();
     if (tab < 0)
         return;
-    const CalibrationSession::Outcome& outcome = outcomes_.at(static_cast<std::size_t>(tab));
+    const auto channel = static_cast<std::size_t>(tab);
+    const CalibrationSession::Outcome& outcome = outcomes_.at(channel);
+    shown_.at(channel) = true;
     ui_->pagSummary->ShowCalibration(outcome.record, electrode_, outcome.usable);
 }

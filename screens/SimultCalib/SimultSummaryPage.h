@@ -30,6 +30,9 @@ public:
     /// Every channel's slopes could be computed.
     bool IsUsable() const;
 
+    /// The summary of each channel has been shown.
+    bool AllShown() const;
+
     bool IsLastChannel() const;
     void ShowNextChannel();
 
@@ -44,4 +47,5 @@ private:
     std::unique_ptr<Ui::SimultSummaryPage> ui_;
     std::string electrode_;
     std::vector<CalibrationSession::Outcome> outcomes_;
+    std::vector<bool> shown_; ///< which of them
 };

@@ -77,6 +77,8 @@ void StandardFields::ChangeUnit(CalibrationSession& session, CalibrationChoices&
         return;
     // All or none: a conversion that fails leaves every field, and the list shows its unit again.
     auto unchanged = qScopeGuard([&] { choices.ShowChoices(session); });
+    if (session.IsPH() || session.IsReading())
+        return; // the list is hidden or waits; only a tool can have changed it
     if (!CanConvert(molarMass_g_per_mol)) {
         Mcommon::Warn("The molar mass of " + electrode +
                       " is not known, so the standards cannot be converted.\nPlease enter it on "

@@ -126,19 +126,25 @@ void frmCalib::txtEntry_LostFocus() {
     Standards().ShowPrompts(session_);
 }
 
-void frmCalib::txtEntry_Change() {
+void frmCalib::txtEntry_Change(int Index) {
     session_.Touch();
+    session_.SetCurrentPoint(Index); // a tool sets a text without bringing the cursor there
+    if (!Standards()(Index).hasFocus())
+        Standards().ShowPrompts(session_);
+    ShowState();
 }
 
 void frmCalib::cboCalibPtrs_Click() {
-    session_.SetPointCount(ui_->fraEntry->Choices().PointCount());
-    ShowState();
+    if (!session_.IsReading())
+        session_.SetPointCount(ui_->fraEntry->Choices().PointCount());
+    ShowState(); // also puts back what a tool has changed meanwhile
 }
 
 void frmCalib::cboUnits_Click() {
     const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel_));
     Standards().ChangeUnit(session_, ui_->fraEntry->Choices(), setup.Electrode, setup.MolarMass);
-    Record().StdUnit = static_cast<float>(session_.Unit());
+    if (!session_.IsPH())
+        Record().StdUnit = static_cast<float>(session_.Unit());
     Standards().ShowPrompts(session_);
     ShowState();
 }
@@ -235,7 +241,7 @@ void frmCalib::ShowSummary() {
         Refuse(*refused);
         return;
     }
-    outcome_ = session_.OutcomeOf(channel_);
+    outcome_ = session_.OutcomeOf(channel_, Record());
     Record().Slope = outcome_.record.Slope;
     if (outcome_.usable)
         session_.SetFinished();

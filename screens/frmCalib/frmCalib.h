@@ -50,7 +50,7 @@ private:
     void cmdSys_Click(int Index);
     void txtEntry_GotFocus(int Index);
     void txtEntry_LostFocus();
-    void txtEntry_Change();
+    void txtEntry_Change(int Index);
     void tmrRead_Timer();
     void tmrElapsed_Timer();
 

@@ -230,7 +230,7 @@ TEST(CalibrationSession, The_outcome_of_pH_buffers_has_the_displayed_slope) {
     auto session = SessionOf({1}, true);
     RecordPoint(session, 4, 177.5F);
     RecordPoint(session, 7, 0);
-    const auto outcome = session.OutcomeOf(1);
+    const auto outcome = session.OutcomeOf(1, CalibrationRecord());
     EXPECT_TRUE(outcome.usable);
     EXPECT_EQ(outcome.record.PointCount, 2);
     EXPECT_EQ(outcome.record.Standard[0], 4.0F);
@@ -245,7 +245,7 @@ TEST(CalibrationSession, The_outcome_of_concentrations_is_per_decade_in_either_u
         session.SetUnit(unit);
         RecordPoint(session, 1, 100);
         RecordPoint(session, 10, 159);
-        const auto outcome = session.OutcomeOf(0);
+        const auto outcome = session.OutcomeOf(0, CalibrationRecord());
         EXPECT_TRUE(outcome.usable);
         EXPECT_EQ(outcome.record.Slope[0], 59.0F);
         EXPECT_EQ(outcome.record.StdUnit, static_cast<float>(unit));
@@ -257,11 +257,11 @@ TEST(CalibrationSession, Equal_standards_and_a_standard_of_0_give_no_usable_outc
     auto equal = SessionOf({0});
     RecordPoint(equal, 10, 100);
     RecordPoint(equal, 10, 159);
-    EXPECT_FALSE(equal.OutcomeOf(0).usable);
+    EXPECT_FALSE(equal.OutcomeOf(0, CalibrationRecord()).usable);
     auto zero = SessionOf({0});
     RecordPoint(zero, 0, 100);
     RecordPoint(zero, 10, 159);
-    EXPECT_FALSE(zero.OutcomeOf(0).usable);
+    EXPECT_FALSE(zero.OutcomeOf(0, CalibrationRecord()).usable);
 }
 
 TEST(CalibrationSession, The_slopes_before_bad_data_stay) {
@@ -270,7 +270,7 @@ TEST(CalibrationSession, The_slopes_before_bad_data_stay) {
     RecordPoint(session, 1, 100);
     RecordPoint(session, 10, 159);
     RecordPoint(session, 10, 160);
-    const auto outcome = session.OutcomeOf(0);
+    const auto outcome = session.OutcomeOf(0, CalibrationRecord());
     EXPECT_FALSE(outcome.usable);
     EXPECT_EQ(outcome.record.Slope[0], 59.0F);
     EXPECT_EQ(outcome.record.Slope[1], 0.0F);
@@ -279,5 +279,22 @@ TEST(CalibrationSession, The_slopes_before_bad_data_stay) {
 TEST(CalibrationSession, An_unfinished_one_has_no_usable_outcome) {
     auto session = SessionOf({0});
     RecordPoint(session, 1, 100);
-    EXPECT_FALSE(session.OutcomeOf(0).usable);
+    EXPECT_FALSE(session.OutcomeOf(0, CalibrationRecord()).usable);
+}
+
+TEST(CalibrationSession, What_it_does_not_write_stays_as_stored) {
+    for (const bool isPH : {false, true}) {
+        CalibrationSession session = SessionOf({0}, isPH);
+        RecordPoint(session, 4, 177.5F);
+        RecordPoint(session, 7, 0);
+        CalibrationRecord stored = StoredRecord();
+        stored.Slope = {57, 58};
+        const CalibrationRecord record = session.OutcomeOf(0, stored).record;
+        EXPECT_EQ(record.PointCount, 2);
+        EXPECT_EQ(record.Standard[1], 7.0F);
+        EXPECT_EQ(record.Standard[2], 0.1F);
+        EXPECT_EQ(record.CaliData[2], 60.0F);
+        EXPECT_EQ(record.Slope[1], 58.0F);
+        EXPECT_EQ(record.StdUnit, isPH ? 1.0F : 0.0F) << "a pH electrode has no unit";
+    }
 }

@@ -130,6 +130,7 @@ void Analyst::CalibrateCalcium() {
     }
     Watch(std::chrono::milliseconds(200));
     Picture(calibration, "simultaneous-summary");
+    Click(calibration, "cmdSys_0"); // "&Next >": the second channel's
     Click(calibration, "cmdSys_5");
     WaitFor("the end of the calibration", [&] { return Main().isEnabled(); });
 }

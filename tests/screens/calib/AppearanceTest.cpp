@@ -75,6 +75,7 @@ protected:
         Picture(form, "simult-points" + suffix);
         Click(form, "cmdSys", SimultCalib::mainButton);
         Picture(form, "simult-summary" + suffix);
+        Click(form, "cmdSys", SimultCalib::nextButton); // the second channel's
         form.close();
     }
 };

@@ -154,3 +154,15 @@ TEST_F(SimultaneousChoice, Eight_channels_are_offered_by_the_larger_instrument) 
     EXPECT_TRUE(Find<QLabel>(*form, "lblHead_7").isVisible());
     EXPECT_FALSE(Find<QLabel>(*form, "lblHead_0").isVisible());
 }
+
+TEST_F(SimultaneousChoice, A_tool_cannot_tick_a_channel_that_cannot_be_calibrated) {
+    for (const int channel : {firstCa, clChannel})
+        mWinInit::ChannelSetup[static_cast<std::size_t>(channel)].Electrode = "None";
+    Open();
+    Box(firstCa).setChecked(true);
+    Box(clChannel).setChecked(true);
+    platform.dialogs.ExpectMessage("At least two channels are needed for simultaneous calibration.",
+                                   information);
+    Click(*form, "cmdSys", SimultCalib::nextButton);
+    EXPECT_EQ(Page(), "fraChoice");
+}

@@ -51,6 +51,20 @@ protected:
         RecordPoint(1, "10", 129, 108.5);
     }
 
+    /// Goes through the summaries of all channels; the button then leads back.
+    void SeeEverySummary() {
+        while (Caption(*form, SimultCalib::nextButton) == "&Next >")
+            Click(*form, "cmdSys", SimultCalib::nextButton);
+    }
+
+    /// From the last summary to the choice of the channels.
+    void GoBackToTheChannels() {
+        SeeEverySummary();
+        Click(*form, "cmdSys", SimultCalib::nextButton);
+        Click(*form, "cmdSys", SimultCalib::nextButton);
+        EXPECT_EQ(Page(), "fraChoice");
+    }
+
     void ExpectQuestion(std::int16_t answer) {
         platform.dialogs.ExpectMessage(quitQuestion,
                                        Style(platform::style::yesNo, platform::style::exclamation,
@@ -98,6 +112,27 @@ TEST_F(SimultaneousPoints, Another_unit_converts_the_typed_standards) {
     EXPECT_EQ(Text("txtDat_0"), "1.00E-02");
     EXPECT_EQ(Text("txtDat_1"), "");
     EXPECT_EQ(Stored(firstCa).StdUnit, 0.0F) << "the unit is stored with the result";
+}
+
+TEST_F(SimultaneousPoints, A_unit_that_a_tool_chooses_before_the_channels_is_in_force_after) {
+    form = std::make_unique<SimultCalib>();
+    Show(*form);
+    Find<QComboBox>(*form, "cboUnits").setCurrentIndex(1);
+    for (const int channel : {firstCa, secondCa})
+        Element<QCheckBox>(*form, "chkSimult", channel).click();
+    Click(*form, "cmdSys", SimultCalib::nextButton);
+    EXPECT_EQ(Find<QComboBox>(*form, "cboUnits").currentText(), "Concentration (mol/l)");
+    EXPECT_EQ(Text("lblDat_0"), "mol/l:");
+}
+
+TEST_F(SimultaneousPoints, A_standard_that_a_tool_sets_is_that_of_the_point_to_read) {
+    OpenWith({firstCa, secondCa});
+    Element<QLineEdit>(*form, "txtDat", 1).setText("10");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Record");
+    FrameArrives(129, 108);
+    EXPECT_EQ(Signal(firstCa, 1), "129.0");
+    EXPECT_EQ(Signal(firstCa, 0), "");
 }
 
 // ---- Reading ---------------------------------------------------------------------------------
@@ -176,6 +211,7 @@ TEST_F(SimultaneousPoints, A_failed_link_says_so_once_and_keeps_the_recorded_poi
     FrameArrives(129, 108);
     Click(*form, "cmdSys", SimultCalib::mainButton);
     EXPECT_EQ(Page(), "fraSummary");
+    SeeEverySummary();
     form->close();
 }
 
@@ -188,7 +224,10 @@ TEST_F(SimultaneousPoints, The_keyboard_alone_calibrates) {
         QTest::keyClick(form->focusWidget(), Qt::Key_Return);
     }
     EXPECT_EQ(Page(), "fraSummary");
-    QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+    QTest::keyClick(form->focusWidget(), Qt::Key_Return); // shows the second channel's summary
+    EXPECT_EQ(Find<QTabBar>(*form, "tabChannel").currentIndex(), 1);
+    EXPECT_TRUE(form->isVisible());
+    QTest::keyClick(form->focusWidget(), Qt::Key_Return); // stores and closes
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(Stored(firstCa).PointCount, 2);
 }
@@ -315,6 +354,7 @@ TEST_F(SimultaneousPoints, The_last_point_shows_a_summary_of_each_channel_one_af
 
 TEST_F(SimultaneousPoints, Closing_stores_every_channel_with_the_date_with_seconds) {
     CalibrateCa();
+    SeeEverySummary();
     QSignalSpy stored(form.get(), &SimultCalib::CalibrationStored);
     Click(*form, "cmdSys", SimultCalib::finishButton);
     EXPECT_FALSE(form->isVisible());
@@ -368,9 +408,110 @@ TEST_F(SimultaneousPoints, A_change_after_the_summary_needs_a_new_one) {
     form->close();
     Click(*form, "cmdSys", SimultCalib::mainButton);
     EXPECT_EQ(Page(), "fraSummary");
+    SeeEverySummary();
     form->close();
     EXPECT_EQ(Stored(firstCa).Standard[1], 100.0F);
     EXPECT_EQ(Stored(firstCa).Slope[0], 14.5F);
+}
+
+TEST_F(SimultaneousPoints, Finish_waits_until_the_summary_of_each_channel_has_been_shown) {
+    CalibrateCa();
+    EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", SimultCalib::finishButton).isVisible());
+    ExpectQuestion(platform::button::no);
+    QTest::keyClick(form.get(), Qt::Key_Escape);
+    EXPECT_EQ(Stored(firstCa).PointCount, 0);
+    Find<QTabBar>(*form, "tabChannel").setCurrentIndex(1); // the tab itself does it, too
+    EXPECT_TRUE(Element<QAbstractButton>(*form, "cmdSys", SimultCalib::finishButton).isVisible());
+    Click(*form, "cmdSys", SimultCalib::finishButton);
+    EXPECT_EQ(Stored(secondCa).PointCount, 2);
+}
+
+TEST_F(SimultaneousPoints, Summaries_of_a_changed_calibration_must_be_seen_anew) {
+    CalibrateCa();
+    SeeEverySummary();
+    Click(*form, "cmdSys", SimultCalib::nextButton);
+    Type(*form, "txtDat_1", "100");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
+    EXPECT_EQ(Page(), "fraSummary");
+    EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", SimultCalib::finishButton).isVisible());
+    ExpectQuestion(platform::button::yes);
+    form->close();
+    EXPECT_EQ(Stored(firstCa).PointCount, 0);
+}
+
+TEST_F(SimultaneousPoints, A_channel_unticked_after_the_summary_is_not_stored) {
+    CalibrateCa();
+    GoBackToTheChannels();
+    Element<QCheckBox>(*form, "chkSimult", secondCa).click();
+    ExpectQuestion(platform::button::yes);
+    form->close();
+    EXPECT_EQ(Stored(firstCa), CalibrationRecord());
+    EXPECT_EQ(Stored(secondCa), CalibrationRecord());
+}
+
+TEST_F(SimultaneousPoints, Going_back_to_the_channels_counts_as_no_summary_shown) {
+    CalibrateCa();
+    GoBackToTheChannels();
+    ExpectQuestion(platform::button::no);
+    form->close();
+    Click(*form, "cmdSys", SimultCalib::nextButton);
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "Contin&ue") << "the points are kept";
+    ExpectQuestion(platform::button::no);
+    form->close();
+    Click(*form, "cmdSys", SimultCalib::mainButton);
+    SeeEverySummary();
+    form->close();
+    EXPECT_EQ(Stored(secondCa).PointCount, 2);
+}
+
+TEST_F(SimultaneousPoints, A_third_channel_after_the_summary_has_to_be_read) {
+    mWinInit::ChannelSetup[clChannel].Electrode = "Ca";
+    CalibrateCa();
+    GoBackToTheChannels();
+    Element<QCheckBox>(*form, "chkSimult", clChannel).click();
+    Click(*form, "cmdSys", SimultCalib::nextButton);
+    EXPECT_EQ(Caption(*form, SimultCalib::mainButton), "&Read");
+    ExpectQuestion(platform::button::yes);
+    form->close();
+    EXPECT_EQ(Stored(firstCa).PointCount, 0);
+}
+
+TEST_F(SimultaneousPoints, A_box_that_a_tool_unticks_on_the_summary_takes_its_channel_out) {
+    CalibrateCa();
+    SeeEverySummary();
+    Element<QCheckBox>(*form, "chkSimult", secondCa).setChecked(false);
+    EXPECT_EQ(Page(), "fraChoice") << "the choice is made anew";
+    ExpectQuestion(platform::button::yes);
+    form->close();
+    EXPECT_EQ(Stored(firstCa).PointCount, 0);
+    EXPECT_EQ(Stored(secondCa).PointCount, 0);
+}
+
+TEST_F(SimultaneousPoints, A_box_that_a_tool_changes_while_a_point_is_read_ends_the_reading) {
+    OpenWith({firstCa, secondCa});
+    Type(*form, "txtDat_0", "1");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
+    Element<QCheckBox>(*form, "chkSimult", secondCa).setChecked(false);
+    EXPECT_EQ(Page(), "fraChoice");
+    EXPECT_FALSE(Find<QTimer>(*form, "tmrRead").isActive());
+    EXPECT_FALSE(Hourglass());
+}
+
+TEST_F(SimultaneousPoints, Fewer_points_leave_the_stored_entries_behind_them) {
+    for (const int channel : {firstCa, secondCa}) {
+        Stored(channel).PointCount = 3;
+        Stored(channel).Standard = {2, 20, 200};
+        Stored(channel).CaliData = {1, 30, 59};
+        Stored(channel).Slope = {29, 29};
+    }
+    CalibrateCa();
+    SeeEverySummary();
+    form->close();
+    EXPECT_EQ(Stored(secondCa).PointCount, 2);
+    EXPECT_EQ(Stored(secondCa).Standard[1], 10.0F);
+    EXPECT_EQ(Stored(secondCa).Standard[2], 200.0F);
+    EXPECT_EQ(Stored(secondCa).CaliData[2], 59.0F);
+    EXPECT_EQ(Stored(firstCa).Slope[1], 29.0F);
 }
 
 TEST_F(SimultaneousPoints, Print_prints_a_page_for_each_channel) {
@@ -389,5 +530,6 @@ TEST_F(SimultaneousPoints, Print_prints_a_page_for_each_channel) {
     EXPECT_TRUE(onPage(1, "14:05:33 07.Mar.2003"));
     EXPECT_TRUE(onPage(2, "Channel 3"));
     EXPECT_TRUE(onPage(2, "108.5"));
+    SeeEverySummary();
     form->close();
 }

@@ -292,3 +292,43 @@ TEST_F(SingleSummary, Three_buffers_give_two_slopes_per_pH) {
     form->close();
     EXPECT_EQ(Stored(pHChannel).PointCount, 3);
 }
+
+TEST_F(SingleSummary, Fewer_points_leave_the_stored_entries_behind_them) {
+    CalibrationRecord& record = Stored(firstCa);
+    record.PointCount = 3;
+    record.Standard = {2, 20, 200};
+    record.CaliData = {1, 30, 59};
+    record.Slope = {29, 29};
+    Open(firstCa);
+    Pick(*form, "cboCalibPtrs", "2");
+    RecordPoint(0, "1", 100);
+    RecordPoint(1, "10", 130);
+    Click(*form, "cmdSys", frmCalib::mainButton);
+    form->close();
+    EXPECT_EQ(record.PointCount, 2);
+    EXPECT_EQ(record.Standard, (std::array<float, 6>{1, 10, 200}));
+    EXPECT_EQ(record.CaliData, (std::array<float, 6>{100, 130, 59}));
+    EXPECT_EQ(record.Slope, (std::array<float, 5>{30, 29}));
+}
+
+TEST_F(SingleSummary, A_pH_calibration_leaves_the_stored_unit) {
+    Stored(pHChannel).StdUnit = 1;
+    Open(pHChannel);
+    RecordPoint(0, "4", 177.5);
+    RecordPoint(1, "7", 0);
+    Click(*form, "cmdSys", frmCalib::mainButton);
+    form->close();
+    EXPECT_EQ(Stored(pHChannel).PointCount, 2);
+    EXPECT_EQ(Stored(pHChannel).StdUnit, 1.0F);
+}
+
+TEST_F(SingleSummary, A_unit_that_a_tool_chooses_for_a_pH_electrode_is_none) {
+    Open(pHChannel);
+    RecordPoint(0, "4", 177.5);
+    Find<QComboBox>(*form, "cboUnits").setCurrentIndex(1);
+    EXPECT_EQ(Find<QComboBox>(*form, "cboUnits").currentIndex(), 0);
+    EXPECT_EQ(Text("txtEntry_0"), "4");
+    EXPECT_EQ(Stored(pHChannel).StdUnit, 0.0F);
+    ExpectQuestion(platform::button::yes);
+    form->close();
+}
