@@ -6,6 +6,8 @@
 #include "settings/SetupEntries.h"
 #include "settings/mWinInit.h"
 
+#include <QSignalBlocker>
+
 #include <algorithm>
 #include <array>
 
@@ -20,6 +22,11 @@ mWinInit::ChannelSetupRecord& SetupOf(int channel) {
 
 std::string TextOf(const QLineEdit& box) {
     return Text::FromQt(box.text());
+}
+
+void StoreText(std::string& stored, const QString& entered) {
+    if (entered != Text::ToQt(stored))
+        stored = Text::FromQt(entered);
 }
 
 } // namespace
@@ -37,6 +44,7 @@ void ChannelRows::Prepare() {
 
 void ChannelRows::FillLists() const {
     for (int i = 0; i < maxChannels; ++i) {
+        const QSignalBlocker quiet(cboEntry(electrode + i)); // a first entry chooses itself
         for (std::size_t name = 0; name < Electrode::types.size(); ++name)
             cboEntry(electrode + i)
                 .addItem(Text::ToQt(Electrode::types[name].name), static_cast<int>(name));
@@ -68,31 +76,46 @@ void ChannelRows::PrepareRow(int channel) const {
 
 void ChannelRows::Show(int channel) {
     const mWinInit::ChannelSetupRecord& setup = SetupOf(channel);
-    const std::string_view name =
-        setup.Electrode.empty() ? Electrode::noneName : std::string_view(setup.Electrode);
-    QComboBox& electrodes = cboEntry(electrode + channel);
-    electrodes.setCurrentIndex(electrodes.findText(Text::ToQt(name)));
+    {
+        const QSignalBlocker quiet(cboEntry(electrode + channel)); // showing one is not choosing it
+        cboEntry(electrode + channel).setCurrentIndex(ElectrodeIndex(channel));
+    }
     txtEntry(serialNo + channel).setText(Text::ToQt(setup.SerialNo));
     txtMolarMass(channel).setText(Text::ToQt(SetupEntries::MolarMassText(setup.MolarMass)));
     cboEntry(refType + channel).setCurrentText(Text::ToQt(setup.RefType));
     txtEntry(refSerialNo + channel).setText(Text::ToQt(setup.RefSerialNo));
-    QComboBox& sensors = cboEntry(tempSensor + channel);
-    sensors.setCurrentIndex(std::max(sensors.findData(setup.TempSensor), 0));
+    cboEntry(tempSensor + channel).setCurrentIndex(SensorIndex(channel));
     lblCalibDate(channel).setText(Text::ToQt(SetupEntries::CalibrationDateCell(channel)));
 }
 
+/// The list's entry for the electrode of the channel's record; -1 for a name that it lacks.
+int ChannelRows::ElectrodeIndex(int channel) const {
+    const std::string& name = SetupOf(channel).Electrode;
+    return cboEntry(electrode + channel)
+        .findText(Text::ToQt(name.empty() ? Electrode::noneName : std::string_view(name)));
+}
+
+/// "None" for a sensor that there is none of.
+int ChannelRows::SensorIndex(int channel) const {
+    return std::max(cboEntry(tempSensor + channel).findData(SetupOf(channel).TempSensor), 0);
+}
+
+/// What still stands as it was shown is kept as it was loaded, also where the list or the box
+/// cannot show it.
 void ChannelRows::Store(int channel) const {
     mWinInit::ChannelSetupRecord& setup = SetupOf(channel);
     const int chosen = cboEntry(electrode + channel).currentIndex();
-    if (chosen >= 0) // else a name that the list lacks, which stays as it is
+    if (chosen != ElectrodeIndex(channel))
         setup.Electrode = Electrode::types[static_cast<std::size_t>(chosen)].name;
-    setup.SerialNo = TextOf(txtEntry(serialNo + channel));
-    setup.RefType = Text::FromQt(cboEntry(refType + channel).currentText());
-    setup.RefSerialNo = TextOf(txtEntry(refSerialNo + channel));
-    setup.MolarMass =
-        SetupChecks::MolarMass(TextOf(txtMolarMass(channel))).value_or(setup.MolarMass);
-    setup.TempSensor =
-        static_cast<std::int16_t>(cboEntry(tempSensor + channel).currentData().toInt());
+    StoreText(setup.SerialNo, txtEntry(serialNo + channel).text());
+    StoreText(setup.RefType, cboEntry(refType + channel).currentText());
+    StoreText(setup.RefSerialNo, txtEntry(refSerialNo + channel).text());
+    const std::string molarMass = TextOf(txtMolarMass(channel));
+    if (molarMass != SetupEntries::MolarMassText(setup.MolarMass))
+        setup.MolarMass = SetupChecks::MolarMass(molarMass).value_or(setup.MolarMass);
+    const QComboBox& sensors = cboEntry(tempSensor + channel);
+    if (sensors.currentIndex() != SensorIndex(channel))
+        setup.TempSensor = static_cast<std::int16_t>(sensors.currentData().toInt());
 }
 
 SetupChecks::ChannelEntry ChannelRows::EntryOf(int channel) const {
@@ -106,12 +129,13 @@ SetupChecks::ChannelEntry ChannelRows::EntryOf(int channel) const {
 }
 
 void ChannelRows::ElectrodeChosen(int channel) {
-    const std::string chosen = Text::FromQt(cboEntry(electrode + channel).currentText());
-    const std::string before = SetupOf(channel).Electrode;
-    if (chosen == before)
+    const int chosen = cboEntry(electrode + channel).currentIndex();
+    if (chosen < 0)
         return;
-    SetupEntries::ChooseElectrode(chosen, static_cast<std::int16_t>(channel));
+    const bool wasUnused = Electrode::KindOf(SetupOf(channel).Electrode) == Electrode::Kind::none;
+    SetupEntries::ChooseElectrode(Electrode::types[static_cast<std::size_t>(chosen)].name,
+                                  static_cast<std::int16_t>(channel));
     Show(channel);
-    if (before.empty() || before == Electrode::noneName)
+    if (wasUnused && chosen != Electrode::noneIndex)
         chkSelect(channel).setChecked(true);
 }

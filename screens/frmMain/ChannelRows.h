@@ -28,7 +28,8 @@ public:
     /// The row as it stands, for the checks.
     SetupChecks::ChannelEntry EntryOf(int channel) const;
 
-    /// The electrode box was used: what the library holds for its electrode comes into the row.
+    /// An electrode was chosen, the same again or another, by hand or by an assistive tool: what the
+    /// library holds for it comes into the row.
     void ElectrodeChosen(int channel);
 
     ControlArray<QCheckBox> chkSelect;
@@ -41,4 +42,6 @@ public:
 private:
     void FillLists() const;
     void PrepareRow(int channel) const;
+    int ElectrodeIndex(int channel) const;
+    int SensorIndex(int channel) const;
 };

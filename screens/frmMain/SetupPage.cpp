@@ -25,6 +25,8 @@
 #include <QSignalBlocker>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace {
 
 int ChannelCount() {
@@ -62,7 +64,10 @@ SetupPage::~SetupPage() {
 void SetupPage::ConnectEvents() {
     const Wiring wire(*this, guard_, "frmMain");
     wire(rows_.cmdCalib, &QPushButton::clicked, "cmdCalib", &SetupPage::cmdCalib_Click);
+    // Both: the same electrode chosen again is no change, and a change made by an assistive tool or
+    // by code is no click. Choosing twice is as choosing once.
     wire(rows_.cboEntry, &QComboBox::activated, "cboEntry", &SetupPage::cboEntry_Click);
+    wire(rows_.cboEntry, &QComboBox::currentIndexChanged, "cboEntry", &SetupPage::cboEntry_Click);
     wire(ui_->cmdSimult, &QPushButton::clicked, "cmdSimult", &SetupPage::cmdSimult_Click);
     wire(ui_->cmdBrowse, &QPushButton::clicked, "cmdBrowse", &SetupPage::cmdBrowse_Click);
     // dateChanged, since a date is typed, stepped or picked; showing one blocks the signal.
@@ -109,7 +114,7 @@ void SetupPage::ShowRecords() {
     txtEntry(averagingForMeasurement).setText(QString::number(hardware.AveragingForMeasurement));
     txtEntry(project).setText(Text::ToQt(mWinInit::ProjectInfo.ProjectName));
     txtEntry(analyst).setText(Text::ToQt(mWinInit::ProjectInfo.Experimentator));
-    ui_->txtPortNumber->setValue(hardware.HardwarePortNumber);
+    ui_->txtPortNumber->setValue(ShownPortNumber());
     ui_->txtDataFolder->setText(Text::ToQt(mWinInit::ProjectInfo.MeasurementFileLocation));
     ShowExperimentDate();
     for (int i = 0; i < maxChannels; ++i) {
@@ -117,6 +122,12 @@ void SetupPage::ShowRecords() {
         const int electrode = rows_.cboEntry(ChannelRows::electrode + i).currentIndex();
         rows_.chkSelect(i).setChecked(i < ChannelCount() && electrode != Electrode::noneIndex);
     }
+}
+
+/// The hardware's port number as its box can show it.
+int SetupPage::ShownPortNumber() const {
+    return std::clamp<int>(mWinInit::HardwareSettings.HardwarePortNumber,
+                           ui_->txtPortNumber->minimum(), ui_->txtPortNumber->maximum());
 }
 
 void SetupPage::ShowExperimentDate() {
@@ -151,7 +162,8 @@ void SetupPage::StoreEntries() {
         AveragingOr(hardware.AveragingForCalibration, TextOf(txtEntry(averagingForCalibration)));
     hardware.AveragingForMeasurement =
         AveragingOr(hardware.AveragingForMeasurement, TextOf(txtEntry(averagingForMeasurement)));
-    hardware.HardwarePortNumber = static_cast<std::int16_t>(ui_->txtPortNumber->value());
+    if (ui_->txtPortNumber->value() != ShownPortNumber())
+        hardware.HardwarePortNumber = static_cast<std::int16_t>(ui_->txtPortNumber->value());
     mWinInit::ProjectInfo.ProjectName = TextOf(txtEntry(project));
     mWinInit::ProjectInfo.Experimentator = TextOf(txtEntry(analyst));
     for (int i = 0; i < ChannelCount(); ++i)

@@ -58,6 +58,7 @@ private:
     void PrepareBoxes();
     void SelectPrompt(QLineEdit& box);
     void ShowRecords();
+    int ShownPortNumber() const;
     void ShowExperimentDate();
     SetupChecks::Entries EntriesNow() const;
     QWidget& ControlOf(const SetupChecks::Finding& finding);

@@ -6,6 +6,7 @@
 
 #include <QCloseEvent>
 #include <QLineEdit>
+#include <QSpinBox>
 
 namespace {
 
@@ -78,6 +79,33 @@ TEST_F(ExitTest, Yes_saves_the_settings_closes_the_port_and_ends) {
     EXPECT_EQ(mWinInit::WindowX, 120);
     EXPECT_EQ(mWinInit::WindowY, 80);
     EXPECT_EQ(mWinInit::ChannelSetup[0].SerialNo, "CA-1");
+}
+
+TEST_F(ExitTest, What_was_not_touched_is_handed_back_as_it_was_loaded) {
+    mWinInit::HardwareSettings.HardwarePortNumber = -3;
+    mWinInit::ChannelSetup[1].TempSensor = 7;
+    mWinInit::ChannelSetup[3].Electrode = "";
+    Open();
+    AnswerExit(platform::button::yes);
+    Click(*form, "cmdPage", frmMain::exit);
+    EXPECT_EQ(mWinInit::HardwareSettings.HardwarePortNumber, -3);
+    EXPECT_EQ(mWinInit::ChannelSetup[1].TempSensor, 7);
+    EXPECT_EQ(mWinInit::ChannelSetup[3].Electrode, "");
+    EXPECT_EQ(mWinInit::ChannelSetup[0].MolarMass, 40.078F);
+}
+
+TEST_F(ExitTest, What_was_changed_is_kept) {
+    mWinInit::HardwareSettings.HardwarePortNumber = -3;
+    mWinInit::ChannelSetup[1].TempSensor = 7;
+    Open();
+    Find<QSpinBox>(*form, "txtPortNumber").setValue(4);
+    Pick(*form, "cboEntry_17", "3");
+    Type(*form, "txtMolarMass_0", "40.1");
+    AnswerExit(platform::button::yes);
+    Click(*form, "cmdPage", frmMain::exit);
+    EXPECT_EQ(mWinInit::HardwareSettings.HardwarePortNumber, 4);
+    EXPECT_EQ(mWinInit::ChannelSetup[1].TempSensor, 3);
+    EXPECT_EQ(mWinInit::ChannelSetup[0].MolarMass, 40.1F);
 }
 
 TEST_F(ExitTest, The_windows_own_close_button_asks_too) {

@@ -175,11 +175,33 @@ TEST_F(SetupPageTest, An_electrode_from_the_library_comes_back_with_its_calibrat
     EXPECT_EQ(mWinInit::Calibration[0].PointCount, 3);
 }
 
-TEST_F(SetupPageTest, Choosing_the_same_electrode_again_keeps_what_was_typed) {
+TEST_F(SetupPageTest, The_same_electrode_chosen_again_loads_its_stored_calibration) {
+    mWinInit::SaveCalibrationInfo("Ca", 0);
+    mWinInit::Calibration[0] = {}; // as after a crash behind the calibration
     Open();
     Type(*form, "txtEntry_4", "CA-99");
-    Pick(*form, "cboEntry_0", "Ca");
-    EXPECT_EQ(Find<QLineEdit>(*form, "txtEntry_4").text(), "CA-99");
+    auto& electrodes = Find<QComboBox>(*form, "cboEntry_0");
+    Q_EMIT electrodes.activated(electrodes.currentIndex());
+    EXPECT_EQ(mWinInit::Calibration[0].PointCount, 3);
+    EXPECT_EQ(Find<QLabel>(*form, "lblCalibDate_0").text(), "07.Mar.2003");
+    EXPECT_EQ(Find<QLineEdit>(*form, "txtEntry_4").text(), "CA-1");
+}
+
+TEST_F(SetupPageTest, An_electrode_set_by_an_assistive_tool_brings_its_own_calibration) {
+    Open();
+    auto& electrodes = Find<QComboBox>(*form, "cboEntry_0");
+    electrodes.setCurrentIndex(electrodes.findText("K"));
+    EXPECT_EQ(mWinInit::ChannelSetup[0].Electrode, "K");
+    EXPECT_EQ(mWinInit::Calibration[0].PointCount, 0);
+    EXPECT_EQ(Find<QLineEdit>(*form, "txtEntry_4").text(), "");
+    EXPECT_EQ(Find<QLabel>(*form, "lblCalibDate_0").text(), "N/A");
+}
+
+TEST_F(SetupPageTest, Showing_an_electrode_does_not_choose_it) {
+    mWinInit::Calibration[0].CalibrationDate = "09:30:00 24.Dec.2024";
+    Open();
+    EXPECT_EQ(Find<QLabel>(*form, "lblCalibDate_0").text(), "24.Dec.2024");
+    EXPECT_EQ(mWinInit::Calibration[0].PointCount, 3);
 }
 
 TEST_F(SetupPageTest, An_unused_channel_that_gets_an_electrode_is_selected) {
