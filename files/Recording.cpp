@@ -34,9 +34,12 @@ Recording::Outcome Recording::Record(Mode mode, std::string_view periodText,
         }
         outcome.targetChosen = true;
     }
+    const std::optional<Entry> entry = takeEntry();
+    if (!entry)
+        return outcome;
     if (automatic && reportShowsTarget_)
         FollowTarget(true);
-    RecordReading(takeEntry(), outcome);
+    RecordReading(*entry, outcome);
     if (automatic) {
         period_s_ = period_s;
         automaticOn_ = true;
@@ -45,19 +48,20 @@ Recording::Outcome Recording::Record(Mode mode, std::string_view periodText,
     return outcome;
 }
 
-Recording::Outcome Recording::Tick(bool canRecord, const TakeEntry& takeEntry) {
+Recording::Outcome Recording::Tick(const TakeEntry& takeEntry) {
     Outcome outcome;
     const auto now = WholeSeconds();
     const auto elapsed_s = static_cast<double>((now - lastRecordTime_).count());
     if (!automaticOn_ || elapsed_s < static_cast<double>(period_s_))
         return outcome;
     lastRecordTime_ = now;
-    if (!canRecord) {
+    const std::optional<Entry> entry = takeEntry();
+    if (!entry) {
         outcome.status = Status::due;
         return outcome;
     }
     try {
-        RecordReading(takeEntry(), outcome);
+        RecordReading(*entry, outcome);
     } catch (const RunTimeError&) {
         Stop(); // the same message each period would bury the first
         throw;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,10 +27,12 @@ public:
         std::string comment;
         DisplayedChannels displayed;
     };
-    using TakeEntry = std::function<Entry()>;
+    /// Nothing while no values are being read: a record is taken only from values of this moment,
+    /// not after the link has failed while a dialog was open, nor while a new average fills.
+    using TakeEntry = std::function<std::optional<Entry>()>;
 
     enum class Status {
-        nothing,        ///< no record was due
+        nothing,        ///< no record was due, or a click found no values
         recorded,       ///< the comment is used up
         due,            ///< a record was due but the instrument gave none; the period began anew
         periodTooShort, ///< refused: show periodMessage
@@ -43,14 +46,13 @@ public:
     };
 
     /// "&Record": checks the period (automatic mode), asks for a target where none is set, writes
-    /// one record, and in automatic mode starts the run. Throws RunTimeError; nothing is then
+    /// one record, and in automatic mode starts the run; without values neither happens. Throws RunTimeError; nothing is then
     /// recorded or counted and no run starts.
     Outcome Record(Mode mode, std::string_view periodText, const TakeEntry& takeEntry);
 
     /// The timer's tick: in an automatic run, records when as many whole seconds as the period
-    /// have passed. `canRecord` tells that the instrument is connected and free. Throws
-    /// RunTimeError when the record cannot be written; the run has then ended.
-    Outcome Tick(bool canRecord, const TakeEntry& takeEntry);
+    /// have passed. Throws RunTimeError when the record cannot be written; the run has then ended.
+    Outcome Tick(const TakeEntry& takeEntry);
 
     /// "&Stop", and the end of reading for another reason: no automatic run, and the temporary file
     /// receives what comes later.

@@ -153,7 +153,11 @@ void MeasuringPage::tmrTime_Timer() {
     const QString clock = Text::ToQt(DateText::Clock(platform::Current().clock.Now()));
     if (ui_->panTime->text() != clock)
         ui_->panTime->setText(clock);
-    ui_->fraRecording->Tick(series_.HasValues(), [this] { return table_->Displayed(); });
+    ui_->fraRecording->Tick([this] { return DisplayedNow(); });
+}
+
+std::optional<FileOpr::DisplayedChannels> MeasuringPage::DisplayedNow() const {
+    return series_.HasValues() ? std::optional(table_->Displayed()) : std::nullopt;
 }
 
 void MeasuringPage::RunPressed() {
@@ -162,9 +166,7 @@ void MeasuringPage::RunPressed() {
         StartReading();
         break;
     case RunState::record:
-        ui_->fraRecording->Record([this] { return table_->Displayed(); });
-        if (!series_.IsRunning()) // the link failed while the save dialog was open
-            ui_->fraRecording->Stop();
+        ui_->fraRecording->Record([this] { return DisplayedNow(); });
         break;
     case RunState::stop:
         ui_->fraRecording->Stop();

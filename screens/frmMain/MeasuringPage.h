@@ -2,6 +2,7 @@
 
 #include "base/Channels.h"
 #include "chem/MeasuringCycle.h"
+#include "files/MeasurementRecord.h"
 #include "link/ReadingSeries.h"
 #include "screens/controls/EventGuard.h"
 #include "screens/controls/FormTimer.h"
@@ -84,6 +85,7 @@ private:
     void ShowAverages(std::span<const float, cyclePositions> averages);
     void ShowProblem(const QString& problem);
     void ReadingFailed();
+    std::optional<FileOpr::DisplayedChannels> DisplayedNow() const;
 
     std::unique_ptr<Ui::MeasuringPage> ui_;
     EventGuard guard_{"Unexpected Error - "};

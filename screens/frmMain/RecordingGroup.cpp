@@ -36,23 +36,27 @@ QString RecordingGroup::AveragingText() const {
     return ui_->lblAverage->text();
 }
 
-Recording::Entry RecordingGroup::EntryToRecord(const TakeDisplayed& takeDisplayed) const {
-    return {Text::FromQt(ui_->txtComment->text()), takeDisplayed()};
+Recording::TakeEntry RecordingGroup::Taking(const TakeDisplayed& takeDisplayed) const {
+    return [this, &takeDisplayed]() -> std::optional<Recording::Entry> {
+        const auto displayed = takeDisplayed();
+        if (!displayed)
+            return std::nullopt;
+        return Recording::Entry{Text::FromQt(ui_->txtComment->text()), *displayed};
+    };
 }
 
 void RecordingGroup::Record(const TakeDisplayed& takeDisplayed) {
     const auto shown = qScopeGuard([this] { ShowRun(); });
     const auto mode = static_cast<Recording::Mode>(ui_->cboAcqr->currentIndex());
-    ShowOutcome(recording_.Record(mode, Text::FromQt(ui_->txtTimer->text()),
-                                  [this, &takeDisplayed] { return EntryToRecord(takeDisplayed); }));
+    ShowOutcome(
+        recording_.Record(mode, Text::FromQt(ui_->txtTimer->text()), Taking(takeDisplayed)));
 }
 
-void RecordingGroup::Tick(bool canRecord, const TakeDisplayed& takeDisplayed) {
+void RecordingGroup::Tick(const TakeDisplayed& takeDisplayed) {
     if (!recording_.IsAutomaticOn())
         return;
     const auto ended = qScopeGuard([this] { ShowRun(); });
-    ShowOutcome(recording_.Tick(canRecord,
-                                [this, &takeDisplayed] { return EntryToRecord(takeDisplayed); }));
+    ShowOutcome(recording_.Tick(Taking(takeDisplayed)));
 }
 
 void RecordingGroup::Stop() {

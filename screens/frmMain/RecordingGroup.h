@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class RecordingGroup;
@@ -18,8 +19,8 @@ class RecordingGroup : public QGroupBox {
     Q_OBJECT
 
 public:
-    /// The texts that the page shows at this moment.
-    using TakeDisplayed = std::function<FileOpr::DisplayedChannels()>;
+    /// The texts that the page shows at this moment; nothing while no values are being read.
+    using TakeDisplayed = std::function<std::optional<FileOpr::DisplayedChannels>()>;
 
     explicit RecordingGroup(QWidget* parent = nullptr);
     ~RecordingGroup() override;
@@ -33,7 +34,7 @@ public:
     void Record(const TakeDisplayed& takeDisplayed);
 
     /// A tick of the clock: in an automatic run, records when the period is over.
-    void Tick(bool canRecord, const TakeDisplayed& takeDisplayed);
+    void Tick(const TakeDisplayed& takeDisplayed);
 
     void Stop();
     bool IsAutomaticOn() const { return recording_.IsAutomaticOn(); }
@@ -49,7 +50,7 @@ Q_SIGNALS:
     void RunChanged();
 
 private:
-    FileOpr::Recording::Entry EntryToRecord(const TakeDisplayed& takeDisplayed) const;
+    FileOpr::Recording::TakeEntry Taking(const TakeDisplayed& takeDisplayed) const;
     void ShowOutcome(const FileOpr::Recording::Outcome& outcome);
     void ShowRun();
 

@@ -37,9 +37,7 @@ protected:
         return recording.Record(mode, period, TakeEntry());
     }
 
-    Recording::Outcome Tick(bool canRecord = true) {
-        return recording.Tick(canRecord, TakeEntry());
-    }
+    Recording::Outcome Tick() { return recording.Tick(TakeEntry()); }
 
     /// Lets time pass in ticks; how many records were written.
     int Run(std::chrono::milliseconds time) {
@@ -52,7 +50,9 @@ protected:
     }
 
     Recording::TakeEntry TakeEntry() {
-        return [this] {
+        return [this]() -> std::optional<Recording::Entry> {
+            if (!valuesAreRead)
+                return std::nullopt;
             ++entriesTaken;
             return Recording::Entry{comment, DisplayedRun()};
         };
@@ -70,6 +70,7 @@ protected:
     fs::path target;
     Recording recording;
     std::string comment;
+    bool valuesAreRead = true;
     int entriesTaken = 0;
 };
 
@@ -172,10 +173,26 @@ TEST_F(RecordingRun, Without_an_instrument_the_period_begins_anew_and_nothing_is
     ChooseTarget();
     Record(Mode::automatic, "2");
     platform.clock.monotonic += 2s;
-    EXPECT_EQ(Tick(false).status, Status::due);
-    EXPECT_EQ(Tick(true).status, Status::nothing);
+    valuesAreRead = false;
+    EXPECT_EQ(Tick().status, Status::due);
+    valuesAreRead = true;
+    EXPECT_EQ(Tick().status, Status::nothing);
     EXPECT_EQ(recording.Counter(), 1);
     EXPECT_EQ(Run(2s), 1);
+}
+
+TEST_F(RecordingRun, Values_that_are_gone_once_the_file_is_chosen_are_not_recorded) {
+    platform.dialogs.ExpectFileDialog([this](const platform::FileDialogRequest&) {
+        valuesAreRead = false;
+        return target;
+    });
+    const auto outcome = Record(Mode::automatic);
+    EXPECT_EQ(outcome.status, Status::nothing);
+    EXPECT_TRUE(outcome.targetChosen);
+    EXPECT_FALSE(recording.IsAutomaticOn());
+    EXPECT_EQ(recording.Counter(), 0);
+    FileOpr::FlushTempFile();
+    EXPECT_TRUE(FileOpr::ReadMeasurementFile(target).records.empty());
 }
 
 TEST_F(RecordingRun, Stop_ends_the_run_and_the_next_one_goes_on_counting) {

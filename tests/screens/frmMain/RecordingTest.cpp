@@ -310,7 +310,37 @@ TEST_F(RecordingTest, A_run_does_not_start_when_the_link_fails_while_the_file_is
     EXPECT_EQ(RunButton(), "&Start");
     EXPECT_TRUE(Element<QWidget>(*form, "cmdPage", frmMain::switchPage).isEnabled());
     TimePasses(5s);
-    EXPECT_LE(Counter().toInt(), 1);
+    EXPECT_EQ(Counter(), "0");
+}
+
+TEST_F(RecordingTest, Values_from_before_a_failure_are_not_recorded_by_hand) {
+    OpenReading();
+    platform.dialogs.ExpectMessage("There are some problem on connection.\n"
+                                   "Click on button Start to start reading again.",
+                                   exclamation);
+    platform.dialogs.ExpectFileDialog([this](const platform::FileDialogRequest&) {
+        link->IntervalTicks();
+        TimeOut();
+        Tick(*form, "tmrRead");
+        return platform.folder.Path() / "run.4ch";
+    });
+    Click(*form, "cmdPage", frmMain::run);
+    EXPECT_EQ(RunButton(), "&Start");
+    EXPECT_EQ(Counter(), "0");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    EXPECT_TRUE(FileOpr::ReadMeasurementFile(platform.folder.Path() / "run.4ch").records.empty());
+}
+
+TEST_F(RecordingTest, An_automatic_record_waits_for_the_averages_of_a_new_number) {
+    OpenReading();
+    StartAutomatic("1");
+    platform.dialogs.ExpectInput("Input new averaging number for the measuring.", "1", "3");
+    Click(*form, "cmdPage", frmMain::averaging);
+    TimePasses(1s);
+    EXPECT_EQ(Counter(), "1");
+    ReadFrame(frame);
+    TimePasses(1s);
+    EXPECT_EQ(Counter(), "2");
 }
 
 TEST_F(RecordingTest, A_target_that_cannot_be_written_is_said_and_nothing_is_counted) {
