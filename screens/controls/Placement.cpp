@@ -2,9 +2,21 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QStyle>
 #include <QWidget>
 
 #include <algorithm>
+
+namespace {
+
+/// What the desktop draws around the form; before it is shown, what a title bar usually takes.
+QSize FrameOf(const QWidget& form) {
+    if (form.isVisible())
+        return form.frameGeometry().size() - form.geometry().size();
+    return {0, form.style()->pixelMetric(QStyle::PM_TitleBarHeight)};
+}
+
+} // namespace
 
 namespace Mcommon {
 
@@ -28,7 +40,7 @@ void SetTopMost(QWidget& form, bool topMost) {
 }
 
 void FitOntoScreen(QWidget& form) {
-    form.resize(form.size().boundedTo(form.screen()->availableSize()));
+    form.resize(form.size().boundedTo(form.screen()->availableSize() - FrameOf(form)));
 }
 
 void MoveOntoScreen(QWidget& form, int left, int top) {

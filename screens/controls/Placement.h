@@ -13,7 +13,7 @@ void CenterControl(QWidget& control);
 /// Places the form above all other windows, or releases it, without moving or resizing it.
 void SetTopMost(QWidget& form, bool topMost);
 
-/// Makes the form no larger than its screen.
+/// Makes the form, its frame included, no larger than its screen.
 void FitOntoScreen(QWidget& form);
 
 /// Moves the form to the position, or as near as keeps it on a screen that is there now.
