@@ -45,6 +45,7 @@ public:
     void ShowHelpText(const std::filesystem::path& /*helpFile*/) override {}
     void ShowCalculator() override {}
     void ShowNotepad() override {}
+    bool WantsLessMotion() const override { return false; }
 
 private:
     platform::MousePointer pointer_ = platform::MousePointer::normal;

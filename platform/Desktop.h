@@ -9,7 +9,7 @@ namespace platform {
 /// Codes of the mouse pointer of the whole screen.
 enum class MousePointer : std::int16_t { normal = 0, hourglass = 11 };
 
-/// Mouse pointer, pending events and other programs of the user's desktop.
+/// Mouse pointer, pending events, wishes and other programs of the user's desktop.
 class Desktop {
 public:
     virtual ~Desktop() = default;
@@ -31,6 +31,9 @@ public:
     /// Brings a running plain-text editor to the front or starts one. Throws RunTimeError when
     /// none is installed.
     virtual void ShowNotepad() = 0;
+
+    /// The user has asked for less motion on the screen.
+    virtual bool WantsLessMotion() const = 0;
 };
 
 } // namespace platform

@@ -3,6 +3,7 @@
 #include "base/RunTimeError.h"
 #include "platform/qt/DesktopPrograms.h"
 #include "platform/qt/HelpWindow.h"
+#include "platform/qt/MotionWish.h"
 #include "platform/qt/Text.h"
 
 #include <QApplication>
@@ -65,6 +66,10 @@ void QtDesktop::ShowNotepad() {
     if (editor.isEmpty())
         throw RunTimeError("Starting the text editor: none is installed on this computer");
     Start(editor, {});
+}
+
+bool QtDesktop::WantsLessMotion() const {
+    return UserWantsLessMotion();
 }
 
 } // namespace platform

@@ -13,6 +13,7 @@ public:
     void ShowHelpText(const std::filesystem::path& helpFile) override;
     void ShowCalculator() override;
     void ShowNotepad() override;
+    bool WantsLessMotion() const override;
 
 private:
     MousePointer pointer_ = MousePointer::normal;

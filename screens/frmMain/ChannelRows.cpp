@@ -3,6 +3,7 @@
 #include "base/Electrode.h"
 #include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
+#include "screens/controls/ValueLabel.h"
 #include "settings/SetupEntries.h"
 #include "settings/mWinInit.h"
 
@@ -85,7 +86,7 @@ void ChannelRows::Show(int channel) {
     cboEntry(refType + channel).setCurrentText(Text::ToQt(setup.RefType));
     txtEntry(refSerialNo + channel).setText(Text::ToQt(setup.RefSerialNo));
     cboEntry(tempSensor + channel).setCurrentIndex(SensorIndex(channel));
-    lblCalibDate(channel).setText(Text::ToQt(SetupEntries::CalibrationDateCell(channel)));
+    ShowValue(lblCalibDate(channel), Text::ToQt(SetupEntries::CalibrationDateCell(channel)));
 }
 
 /// The list's entry for the electrode of the channel's record; -1 for a name that it lacks.

@@ -28,8 +28,8 @@ public:
     /// The row as it stands, for the checks.
     SetupChecks::ChannelEntry EntryOf(int channel) const;
 
-    /// An electrode was chosen, the same again or another, by hand or by an assistive tool: what the
-    /// library holds for it comes into the row.
+    /// An electrode was chosen, the same again or another, by hand or by an assistive tool: what
+    /// the library holds for it comes into the row.
     void ElectrodeChosen(int channel);
 
     ControlArray<QCheckBox> chkSelect;

@@ -8,6 +8,7 @@
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/BusyPointer.h"
+#include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
 #include "screens/frmMain/ReadingsTable.h"
 #include "settings/SetupChecks.h"
@@ -101,6 +102,7 @@ void MeasuringPage::Leave() {
 }
 
 void MeasuringPage::StartReading() {
+    lessMotion_ = platform::Current().desktop.WantsLessMotion();
     series_.Start(mWinInit::HardwareSettings.AveragingForMeasurement);
     Q_EMIT RunChanged();
 }
@@ -114,7 +116,7 @@ void MeasuringPage::StopReading() {
 void MeasuringPage::tmrRead_Timer() {
     if (!series_.IsRunning() || series_.IsAtWork())
         return;
-    table_->BlinkTitle(!table_->IsTitleRed());
+    table_->BlinkTitle(lessMotion_ || !table_->IsTitleRed());
     std::array<float, cyclePositions> averages{};
     switch (series_.OnTimer(averages)) {
     case ReadingSeries::Tick::nothing:
@@ -150,9 +152,7 @@ void MeasuringPage::tmrTime_Timer() {
     if (std::exchange(timeTickAtWork_, true))
         return;
     const auto done = qScopeGuard([this] { timeTickAtWork_ = false; });
-    const QString clock = Text::ToQt(DateText::Clock(platform::Current().clock.Now()));
-    if (ui_->panTime->text() != clock)
-        ui_->panTime->setText(clock);
+    ShowValue(*ui_->panTime, Text::ToQt(DateText::Clock(platform::Current().clock.Now())));
     ui_->fraRecording->Tick([this] { return DisplayedNow(); });
 }
 

@@ -97,5 +97,6 @@ private:
 
     std::optional<MeasuringCycle::Source> cycle_; ///< while the page is shown
     bool timeTickAtWork_ = false;
-    QString problemShown_; ///< why a position could not be converted
+    bool lessMotion_ = false; ///< the title stands still while the instrument is read
+    QString problemShown_;    ///< why a position could not be converted
 };

@@ -2,11 +2,13 @@
 
 #include "platform/qt/Text.h"
 #include "screens/controls/Colours.h"
+#include "screens/controls/ValueLabel.h"
 #include "settings/mWinInit.h"
 
 #include <QFontMetrics>
 #include <QResizeEvent>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -91,9 +93,9 @@ void ReadingsTable::FitFigures(QSize cellSize) {
 
 void ReadingsTable::ShowSetup(int channel, bool selected) {
     const auto& setup = mWinInit::ChannelSetup[static_cast<std::size_t>(channel)];
-    lblElectrode(channel).setText(OrElse(setup.Electrode, "None"));
-    lblSerialNo(channel).setText(OrElse(setup.SerialNo, "N/A"));
-    lblSensor(channel).setText(setup.TempSensor > 0 ? QString::number(setup.TempSensor) : "0");
+    ShowValue(lblElectrode(channel), OrElse(setup.Electrode, "None"));
+    ShowValue(lblSerialNo(channel), OrElse(setup.SerialNo, "N/A"));
+    ShowValue(lblSensor(channel), QString::number(std::max<int>(setup.TempSensor, 0)));
     for (QLabel* label :
          {&lblChannel(channel), &lblElectrode(channel), &lblSerialNo(channel), &lblSensor(channel)})
         label->setEnabled(selected);
@@ -104,11 +106,7 @@ void ReadingsTable::Show(int channel, const ChannelDisplay::Cells& cells) {
     for (const auto& [quantity, cellLabel] : labels) {
         QLabel& label = lblEntry(cellLabel + channel);
         displayed_[row][quantity] = cells[quantity].text;
-        const QString text = Text::ToQt(cells[quantity].text);
-        if (label.text() != text) {
-            label.setText(text);
-            label.setAccessibleDescription(text);
-        }
+        ShowValue(label, Text::ToQt(cells[quantity].text));
         const bool error = cells[quantity].error;
         if (std::exchange(errorShown_[row][quantity], error) != error)
             Colours::MarkError(label, error);

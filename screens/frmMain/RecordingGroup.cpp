@@ -3,6 +3,7 @@
 #include "app/Mcommon.h"
 #include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
+#include "screens/controls/ValueLabel.h"
 #include "ui_RecordingGroup.h"
 
 #include <QScopeGuard>
@@ -24,12 +25,12 @@ void RecordingGroup::Load() {
 }
 
 void RecordingGroup::Reset() {
-    ui_->lblRec->setText("0");
+    ShowValue(*ui_->lblRec, "0");
     ui_->txtComment->clear();
 }
 
 void RecordingGroup::ShowAveraging(const QString& text) {
-    ui_->lblAverage->setText(text);
+    ShowValue(*ui_->lblAverage, text);
 }
 
 QString RecordingGroup::AveragingText() const {
@@ -71,7 +72,7 @@ void RecordingGroup::ShowOutcome(const Recording::Outcome& outcome) {
         ui_->txtTimer->selectAll();
     }
     if (outcome.status == Recording::Status::recorded) {
-        ui_->lblRec->setText(QString::number(recording_.Counter()));
+        ShowValue(*ui_->lblRec, QString::number(recording_.Counter()));
         ui_->txtComment->clear();
     }
     // After the tick that recorded: the run must not wait for the answer.

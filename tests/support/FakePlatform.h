@@ -75,6 +75,7 @@ public:
     std::vector<std::filesystem::path> helpShown;
     int calculatorShown = 0;
     int notepadShown = 0;
+    bool lessMotion = false;
 
     void SetMousePointer(platform::MousePointer value) override { pointer = value; }
     platform::MousePointer GetMousePointer() const override { return pointer; }
@@ -82,6 +83,7 @@ public:
     void ShowHelpText(const std::filesystem::path& helpFile) override;
     void ShowCalculator() override { ++calculatorShown; }
     void ShowNotepad() override { ++notepadShown; }
+    bool WantsLessMotion() const override { return lessMotion; }
 };
 
 /// Stands still unless it is moved, or moves by `step` at each look.

@@ -2,6 +2,7 @@
 
 #include "settings/mWinInit.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QScrollArea>
@@ -27,6 +28,11 @@ protected:
         EXPECT_EQ(area.verticalScrollBar()->maximum(), 0) << scrollArea;
     }
 };
+
+/// What a screen reader says of a label.
+QString Spoken(QLabel& label) {
+    return QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name);
+}
 
 double Luminance(const QColor& colour) {
     const auto channel = [](double value) {
@@ -62,6 +68,21 @@ private:
 TEST_F(Appearance, Every_control_has_an_accessible_name) {
     Open();
     EXPECT_EQ(ControlsWithoutName(*form), std::vector<std::string>());
+}
+
+TEST_F(Appearance, A_value_is_spoken_with_its_caption) {
+    OpenReading();
+    EXPECT_EQ(Spoken(Element<QLabel>(*form, "lblEntry", 16)), "Channel 1 potential in mV: 188.5");
+    EXPECT_EQ(Spoken(Element<QLabel>(*form, "lblEntry", 33)),
+              "Channel 2 concentration in ppm: blank");
+    EXPECT_EQ(Spoken(Find<QLabel>(*form, "panTime")), "Clock: 14:05:33 07.Mar.2003");
+    EXPECT_EQ(Spoken(Find<QLabel>(*form, "lblAverage")), "Averaging number for measurement: 1");
+    EXPECT_EQ(Spoken(Find<QLabel>(*form, "lblRec")), "Records written: 0");
+    EXPECT_EQ(Spoken(Find<QLabel>(*form, "lblElectrode_1")), "Channel 2 electrode: H (pH)");
+    EXPECT_EQ(Spoken(Find<QLabel>(*form, "lblCalibDate_0")),
+              "Channel 1 last calibration: 07.Mar.2003");
+    ReadFrame({1000, 7458, 590, 7996, 2300, 9000, -123, 9000});
+    EXPECT_EQ(Spoken(Element<QLabel>(*form, "lblEntry", 16)), "Channel 1 potential in mV: 100.0");
 }
 
 TEST_F(Appearance, No_two_controls_of_a_page_share_a_mnemonic) {

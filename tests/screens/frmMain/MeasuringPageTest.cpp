@@ -172,6 +172,17 @@ TEST_F(MeasuringPageTest, The_title_blinks_red_and_black_while_reading) {
     EXPECT_EQ(TitleColour(), QColor(0, 0, 0));
 }
 
+TEST_F(MeasuringPageTest, The_title_stands_still_for_a_user_who_wants_less_motion) {
+    platform.desktop.lessMotion = true;
+    OpenMeasuring();
+    for (int tick = 0; tick < 3; ++tick) {
+        Tick(*form, "tmrRead");
+        EXPECT_EQ(TitleColour(), QColor(255, 0, 0)) << tick;
+    }
+    FailLink();
+    EXPECT_EQ(TitleColour(), QColor(0, 0, 0));
+}
+
 TEST_F(MeasuringPageTest, A_tick_during_a_tick_does_nothing) {
     mWinInit::HardwareSettings.AveragingForMeasurement = 3;
     OpenMeasuring();
