@@ -287,6 +287,7 @@ void SimultCalib::StartSession(const std::string& electrode, int firstChannel) {
     session_.Start(isPH, isPH ? StandardUnit::ppm
                               : unitBefore_.value_or(UnitOf(StoredOf(firstChannel).StdUnit)));
     unitBefore_.reset();
+    reading_.ForgetReadings();
     session_.SetPointCount(ui_->fraPoints->Choices().PointCount());
     Measure::IsPHMode = isPH;
     Standards().ShowStandards(session_);

@@ -13,10 +13,16 @@ namespace {
 
 constexpr int entryWidth_px = 110;
 constexpr int readingWidth_px = 78;
+constexpr auto widestMark = "-00.0 mV/min"; // columns do not jump about while a reading settles
 
 /// Columns and rows of the grid: headings, the points, the marks.
 enum GridColumn { captionColumn, unitColumn, entryColumn, firstReadingColumn };
-enum GridRow { headingRow, firstPointRow, markRow = firstPointRow + CalibrationSession::maxPoints };
+enum GridRow {
+    headingRow,
+    firstPointRow,
+    markRow = firstPointRow + CalibrationSession::maxPoints,
+    temperatureRow
+};
 
 template <class Label>
 Label* RightAligned(const QString& name, const QString& text = {}) {
@@ -62,6 +68,7 @@ SimultPointsPage::SimultPointsPage(QWidget* parent)
     for (int channel = 0; channel < maxChannels; ++channel)
         columns_.at(static_cast<std::size_t>(channel)) = BuildColumn(channel);
     ui_->layPoints->setColumnStretch(firstReadingColumn + maxChannels, 1);
+    room_.Take(*this, *ui_->pltTrend);
 }
 
 SimultPointsPage::~SimultPointsPage() = default;
@@ -82,7 +89,7 @@ SimultPointsPage::Column SimultPointsPage::BuildColumn(int channel) {
     Column column;
     const int place = firstReadingColumn + channel;
     column.lblHead = RightAligned<QLabel>(QString("lblHead_%1").arg(channel),
-                                          QString("Channel %1").arg(channel + 1));
+                                          QString("Channel %1\nmV").arg(channel + 1));
     SetBold(*column.lblHead, true);
     ui_->layPoints->addWidget(column.lblHead, headingRow, place);
     int row = firstPointRow;
@@ -92,7 +99,15 @@ SimultPointsPage::Column SimultPointsPage::BuildColumn(int channel) {
     }
     column.lblMark = RightAligned<MarkLabel>(QString("lblMark_%1").arg(channel));
     column.lblMark->setAccessibleName(QString("State of channel %1").arg(channel + 1));
+    column.lblMark->setMinimumWidth(fontMetrics().horizontalAdvance(widestMark));
+    column.lblMark->setToolTip(CalibrationTexts::markTip);
     ui_->layPoints->addWidget(column.lblMark, markRow, place);
+    column.lblTemp = RightAligned<QLabel>(QString("lblTemp_%1").arg(channel));
+    column.lblTemp->setAccessibleName(Text::ToQt("Temperature of channel " +
+                                                 std::to_string(channel + 1) +
+                                                 " in \xB0"
+                                                 "C"));
+    ui_->layPoints->addWidget(column.lblTemp, temperatureRow, place);
     return column;
 }
 
@@ -109,6 +124,25 @@ void SimultPointsPage::ShowSession(const CalibrationSession& session, const Poin
     for (int channel = 0; channel < maxChannels; ++channel)
         ShowColumn(channel, session, reading);
     ShowElapsed(reading);
+    ShowReading(session, reading);
+}
+
+void SimultPointsPage::ShowReading(const CalibrationSession& session, const PointReading& reading) {
+    bool anySensor = false;
+    for (int channel = 0; channel < maxChannels; ++channel) {
+        QLabel& label = *columns_.at(static_cast<std::size_t>(channel)).lblTemp;
+        label.setVisible(TakesPart(session, channel));
+        label.setText(Text::ToQt(reading.TemperatureText(channel)));
+        anySensor = anySensor || !label.text().isEmpty();
+    }
+    ui_->lblTempCaption->setVisible(anySensor);
+    ui_->pltTrend->ShowTrace(reading.Readings(), session.Channels());
+    room_.SetWanted(reading.IsRunning() || !reading.Readings().empty());
+}
+
+void SimultPointsPage::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    room_.Share();
 }
 
 void SimultPointsPage::ShowRow(int point, const CalibrationSession& session) {

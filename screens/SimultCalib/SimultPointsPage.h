@@ -1,6 +1,7 @@
 #pragma once
 
 #include "screens/calibration/StandardFields.h"
+#include "screens/calibration/TrendRoom.h"
 
 #include <QScrollArea>
 
@@ -36,6 +37,9 @@ public:
     /// How much wider the page must be to show all its columns; 0 where it shows them.
     int MissingWidth_px() const;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     struct Row {
         QLabel* lblPoint = nullptr;
@@ -45,10 +49,12 @@ private:
         QLabel* lblHead = nullptr;
         std::array<QLabel*, CalibrationSession::maxPoints> lblSig{};
         MarkLabel* lblMark = nullptr;
+        QLabel* lblTemp = nullptr;
     };
 
     Row BuildRow(int point);
     Column BuildColumn(int channel);
+    void ShowReading(const CalibrationSession& session, const PointReading& reading);
     void ShowRow(int point, const CalibrationSession& session);
     void ShowColumn(int channel, const CalibrationSession& session, const PointReading& reading);
 
@@ -56,4 +62,5 @@ private:
     StandardFields* txtDat = nullptr;
     std::array<Row, CalibrationSession::maxPoints> rows_;
     std::array<Column, maxChannels> columns_;
+    TrendRoom room_;
 };

@@ -1,6 +1,8 @@
 #include "screens/calibration/CalibrationPlot.h"
 
 #include "platform/qt/Text.h"
+#include "screens/calibration/DecadeTicker.h"
+#include "screens/calibration/PlotStyle.h"
 
 #include <QEvent>
 
@@ -10,21 +12,9 @@ constexpr double markSize = 9;
 constexpr double lineWidth = 2;
 constexpr double marginOfRange = 0.1; ///< of the range of the points, on either side
 
-struct PlotColours {
-    QColor area, grid, subGrid, line, mark;
-};
-
-PlotColours ColoursFor(const QPalette& palette) {
-    if (palette.color(QPalette::Window).lightnessF() < 0.5F)
-        return {QColor(70, 70, 70), QColor(190, 190, 190), QColor(105, 105, 105),
-                QColor(100, 181, 246), QColor(255, 183, 77)};
-    return {QColor(214, 214, 214), Qt::white, QColor(190, 190, 190), QColor(13, 71, 161),
-            QColor(191, 54, 12)};
-}
-
 QString AxisTitle(Quantity standards) {
     const QString label = Text::ToQt(Quantities::Label(standards));
-    return standards == Quantity::pH ? label : "log10 of the concentration in " + label;
+    return standards == Quantity::pH ? label : "Concentration (" + label + ")";
 }
 
 /// A single point or a flat line still gets an axis around it.
@@ -55,6 +45,10 @@ void CalibrationPlot::ShowCurve(const CalibrationCurve& curve) {
     }
     line_->setData(x, y);
     xAxis->setLabel(AxisTitle(curve.standards));
+    if (curve.standards == Quantity::pH)
+        xAxis->setTicker(QSharedPointer<QCPAxisTicker>::create());
+    else
+        xAxis->setTicker(QSharedPointer<DecadeTicker>::create());
     setAccessibleDescription(
         QString("%1 calibration points, mV over %2").arg(x.size()).arg(xAxis->label()));
     FitAxes();
@@ -71,25 +65,11 @@ void CalibrationPlot::FitAxes() {
 }
 
 void CalibrationPlot::TakeColours() {
-    const PlotColours colours = ColoursFor(palette());
-    const QColor text = palette().color(QPalette::WindowText);
-    setBackground(palette().color(QPalette::Window));
-    axisRect()->setBackground(colours.area);
-    for (QCPAxis* axis : {xAxis, yAxis, xAxis2, yAxis2}) {
-        axis->setBasePen(QPen(text));
-        axis->setTickPen(QPen(text));
-        axis->setSubTickPen(QPen(text));
-        axis->setLabelColor(text);
-        axis->setTickLabelColor(text);
-        axis->setLabelFont(font());
-        axis->setTickLabelFont(font());
-        axis->grid()->setPen(QPen(colours.grid, 1));
-        axis->grid()->setSubGridPen(QPen(colours.subGrid, 1, Qt::DotLine));
-        axis->grid()->setZeroLinePen(QPen(colours.grid, 2));
-    }
-    line_->setPen(QPen(colours.line, lineWidth));
+    const PlotStyle style = PlotStyle::For(palette());
+    style.Dress(*this);
+    line_->setPen(QPen(style.line, lineWidth));
     line_->setScatterStyle(
-        QCPScatterStyle(QCPScatterStyle::ssDisc, colours.mark, colours.mark, markSize));
+        QCPScatterStyle(QCPScatterStyle::ssDisc, style.mark, style.mark, markSize));
 }
 
 void CalibrationPlot::changeEvent(QEvent* event) {

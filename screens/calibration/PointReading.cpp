@@ -1,13 +1,27 @@
 #include "screens/calibration/PointReading.h"
 
 #include "app/Mcommon.h"
+#include "chem/Measure.h"
 #include "link/DataAcq.h"
 #include "platform/Platform.h"
 #include "settings/mWinInit.h"
 
+#include <algorithm>
+#include <optional>
+
 namespace {
 
 constexpr auto elapsedInterval = std::chrono::milliseconds(250);
+
+constexpr auto noTemperature = "Error";
+
+/// The position of a channel's temperature sensor in a cycle; nothing where it has none.
+std::optional<std::size_t> SensorPosition(int channel) {
+    const int sensor = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel)).TempSensor;
+    if (sensor < 1 || sensor > tempSensorCount)
+        return std::nullopt;
+    return static_cast<std::size_t>(maxChannels + sensor - 1);
+}
 
 std::chrono::milliseconds Now() {
     return platform::Current().clock.Monotonic();
@@ -26,7 +40,7 @@ PointReading::PointReading(CalibrationSession& session, QObject& form)
 
 void PointReading::Begin() {
     session_.BeginReading();
-    StartMarks();
+    StartSeries();
     series_.Start(mWinInit::HardwareSettings.AveragingForCalibration);
     tmrElapsed.start();
 }
@@ -40,7 +54,7 @@ void PointReading::Stop() {
 void PointReading::RestartAveraging() {
     if (!series_.IsRunning())
         return;
-    StartMarks();
+    StartSeries();
     series_.RestartAveraging(mWinInit::HardwareSettings.AveragingForCalibration);
 }
 
@@ -49,7 +63,10 @@ void PointReading::EndBusyPointer() const {
         platform::Current().desktop.SetMousePointer(platform::MousePointer::normal);
 }
 
-void PointReading::StartMarks() {
+/// Nothing of an earlier averaging is left in marks and trend.
+void PointReading::StartSeries() {
+    trace_.clear();
+    temperature_celsius_.fill({});
     for (StabilityMark& mark : marks_)
         mark.Start(Now());
 }
@@ -76,11 +93,38 @@ void PointReading::OnTimer(const std::function<void()>& show) {
 }
 
 void PointReading::TakeAverages(std::span<const float, cyclePositions> averages) {
+    const auto now = Now();
+    Sample sample{.sinceRead = marks_.front().Elapsed(now), .potential_mV = {}};
+    std::ranges::copy(averages.first<maxChannels>(), sample.potential_mV.begin());
+    trace_.push_back(sample);
+    while (trace_.front().sinceRead + longestTrace < sample.sinceRead)
+        trace_.pop_front();
     for (const int channel : session_.Channels()) {
         const auto position = static_cast<std::size_t>(channel);
         session_.SetLive(channel, averages[position]);
-        marks_.at(position).Add(averages[position], Now());
+        marks_.at(position).Add(averages[position], now);
     }
+    TakeTemperatures(averages);
+}
+
+void PointReading::TakeTemperatures(std::span<const float, cyclePositions> averages) {
+    std::array<std::int16_t, cyclePositions> selected{};
+    for (const int channel : session_.Channels())
+        if (const auto position = SensorPosition(channel))
+            selected.at(*position) = -1;
+    std::array<float, cyclePositions> values{};
+    const auto failures =
+        Measure::ConvertReadings(mWinInit::ConversionTables(), selected, averages, values);
+    for (const int channel : session_.Channels())
+        if (const auto position = SensorPosition(channel))
+            temperature_celsius_.at(static_cast<std::size_t>(channel)) =
+                failures.at(*position) ? noTemperature
+                                       : Mcommon::FormatReading(values.at(*position));
+}
+
+std::string PointReading::TemperatureText(int channel) const {
+    return session_.IsReading() ? temperature_celsius_.at(static_cast<std::size_t>(channel))
+                                : std::string();
 }
 
 std::string PointReading::ElapsedText() const {

@@ -10,6 +10,8 @@
 #include <QTimer>
 
 #include <array>
+#include <chrono>
+#include <deque>
 #include <functional>
 #include <string>
 
@@ -19,6 +21,14 @@ class PointReading : public QObject {
     Q_OBJECT
 
 public:
+    /// One average of every channel and when it came.
+    struct Sample {
+        std::chrono::milliseconds sinceRead{0};
+        std::array<float, maxChannels> potential_mV{};
+    };
+    using Trace = std::deque<Sample>;
+    static constexpr std::chrono::minutes longestTrace{10};
+
     PointReading(CalibrationSession& session, QObject& form);
 
     QTimer tmrRead;
@@ -52,6 +62,16 @@ public:
     /// How a channel's reading settles; nothing before its first value of this reading.
     const StabilityMark* MarkOf(int channel) const;
 
+    /// The averages of this reading, or of the last one, over its last ten minutes.
+    const Trace& Readings() const { return trace_; }
+
+    /// Nothing read so far belongs to the session any more.
+    void ForgetReadings() { trace_.clear(); }
+
+    /// The temperature beside a channel's electrode in degrees Celsius; "Error" where the sensor's
+    /// table gives none, empty without a sensor and while nothing is read.
+    std::string TemperatureText(int channel) const;
+
     /// Keeps the ticks from acting while a box of the form waits for its answer: boxes do not pile
     /// up, and reading goes on when this one is answered.
     [[nodiscard]] QScopedValueRollback<bool> HoldForBox() {
@@ -67,12 +87,15 @@ public:
 
 private:
     void TakeAverages(std::span<const float, cyclePositions> averages);
-    void StartMarks();
+    void TakeTemperatures(std::span<const float, cyclePositions> averages);
+    void StartSeries();
 
     CalibrationSession& session_;
     FormTimer readTimer_{tmrRead};
     ReadingSeries series_{readTimer_};
     std::array<StabilityMark, maxChannels> marks_;
+    Trace trace_;
+    std::array<std::string, maxChannels> temperature_celsius_;
     bool boxOpen_ = false;
     bool closeWaits_ = false;
 };

@@ -1,6 +1,7 @@
 #include "screens/frmCalib/SinglePointsPage.h"
 
 #include "app/Mcommon.h"
+#include "base/Quantity.h"
 #include "platform/qt/Text.h"
 #include "screens/calibration/CalibrationTexts.h"
 #include "screens/calibration/PointReading.h"
@@ -46,6 +47,7 @@ SinglePointsPage::SinglePointsPage(QWidget* parent)
     txtEntry = new StandardFields(*ui_->fraEntryContents, "txtEntry", entryWidth_px);
     for (int point = 0; point < CalibrationSession::maxPoints; ++point)
         rows_.at(static_cast<std::size_t>(point)) = BuildRow(point);
+    room_.Take(*this, *ui_->pltTrend);
 }
 
 SinglePointsPage::~SinglePointsPage() = default;
@@ -58,6 +60,7 @@ SinglePointsPage::Row SinglePointsPage::BuildRow(int point) {
     row.lblMark->setObjectName(QString("lblMark_%1").arg(point));
     row.lblMark->setAccessibleName(QString("State of point %1").arg(point + 1));
     row.lblMark->setMinimumWidth(markWidth_px);
+    row.lblMark->setToolTip(CalibrationTexts::markTip);
     QGridLayout& grid = *ui_->layPoints;
     grid.addWidget(row.lblPoint, point + 1, captionColumn);
     grid.addWidget(&(*txtEntry)(point), point + 1, entryColumn);
@@ -83,6 +86,22 @@ void SinglePointsPage::ShowSession(const CalibrationSession& session, const Poin
         ShowMark(*row.lblMark, point, session, reading);
     }
     ShowElapsed(reading);
+    ShowReading(session, reading);
+}
+
+void SinglePointsPage::ShowReading(const CalibrationSession& session, const PointReading& reading) {
+    const std::string temperature = reading.TemperatureText(session.Channels().front());
+    ui_->lblTemperature->setText(
+        temperature.empty() ? QString()
+                            : Text::ToQt("Temperature: " + temperature + " " +
+                                         std::string(Quantities::Label(Quantity::celsius))));
+    ui_->pltTrend->ShowTrace(reading.Readings(), session.Channels());
+    room_.SetWanted(reading.IsRunning() || !reading.Readings().empty());
+}
+
+void SinglePointsPage::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    room_.Share();
 }
 
 void SinglePointsPage::ShowElapsed(const PointReading& reading) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "screens/calibration/StandardFields.h"
+#include "screens/calibration/TrendRoom.h"
 
 #include <QScrollArea>
 
@@ -32,6 +33,9 @@ public:
     /// Shows the time since "&Read".
     void ShowElapsed(const PointReading& reading);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     struct Row {
         QLabel* lblPoint = nullptr;
@@ -40,10 +44,12 @@ private:
     };
 
     Row BuildRow(int point);
+    void ShowReading(const CalibrationSession& session, const PointReading& reading);
     static void ShowMark(MarkLabel& label, int point, const CalibrationSession& session,
                          const PointReading& reading);
 
     std::unique_ptr<Ui::SinglePointsPage> ui_;
     StandardFields* txtEntry = nullptr;
     std::array<Row, CalibrationSession::maxPoints> rows_;
+    TrendRoom room_;
 };

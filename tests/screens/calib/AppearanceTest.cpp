@@ -9,6 +9,8 @@
 #include <QDir>
 #include <QStyleFactory>
 
+#include <cmath>
+
 namespace {
 
 QPalette DarkPalette() {
@@ -19,12 +21,41 @@ QPalette DarkPalette() {
 
 class Appearance : public CalibTest {
 protected:
-    ~Appearance() override { QApplication::setPalette(QPalette()); }
+    Appearance() {
+        mWinInit::ChannelSetup[pHChannel].TempSensor = 1;
+        mWinInit::ChannelSetup[firstCa].TempSensor = 2;
+        for (TempSensorCalibration& table : mWinInit::TempSensor)
+            table = {.PointCount = 2, .Temperature = {10, 40}, .Reading = {10, 40}};
+    }
+    ~Appearance() override {
+        QApplication::setPalette(QPalette());
+        QApplication::setFont(usualFont);
+    }
+
+    const QFont usualFont = QApplication::font();
+
+    /// Texts that are wider than their control.
+    static std::vector<std::string> CutTexts(const QWidget& form) {
+        std::vector<std::string> cut;
+        const auto look = [&cut](const QWidget& control, const QString& text) {
+            if (control.isVisible() && control.width() < control.minimumSizeHint().width())
+                cut.push_back(control.objectName().toStdString() + " " + text.toStdString());
+        };
+        for (const QLabel* label : form.findChildren<QLabel*>())
+            look(*label, label->text());
+        for (const QAbstractButton* button : form.findChildren<QAbstractButton*>())
+            look(*button, button->text());
+        return cut;
+    }
 
     /// Looks at the size, and keeps a picture for people in the folder that the environment names.
-    static void Picture(QWidget& form, const QString& name) {
+    void Picture(QWidget& form, const QString& name) const {
         Settle();
-        ExpectFitsAtDoubleScale(form);
+        EXPECT_EQ(CutTexts(form), std::vector<std::string>()) << name.toStdString();
+        if (QApplication::font() == usualFont)
+            ExpectFitsAtDoubleScale(form);
+        else
+            EXPECT_LE(form.minimumSizeHint().width(), 1024) << name.toStdString();
         const QString folder = qEnvironmentVariable("VANTREL_PICTURES");
         if (folder.isEmpty())
             return;
@@ -42,8 +73,11 @@ protected:
                    double potential_mV) {
         Type(form, entry, standard);
         Click(form, "cmdSys", button);
-        for (int i = 0; i < 10; ++i)
-            ReadingArrives(form, potential_mV);
+        constexpr int readings = 30;
+        for (int i = 0; i < readings; ++i) { // an electrode that settles
+            platform.clock.monotonic += std::chrono::milliseconds(1500);
+            ReadingArrives(form, potential_mV + 8 * std::exp(-0.4 * i));
+        }
     }
 
     /// Goes through the single calibration with three buffers.
@@ -90,6 +124,14 @@ TEST_F(Appearance, Both_forms_pass_through_all_steps_in_the_light_and_the_dark) 
     WalkSimultaneous("-dark");
     EXPECT_EQ(Stored(pHChannel).PointCount, 3);
     EXPECT_EQ(Stored(secondCa).PointCount, 2);
+}
+
+TEST_F(Appearance, A_larger_font_cuts_nothing) {
+    QFont larger = usualFont;
+    larger.setPointSize(11);
+    QApplication::setFont(larger);
+    WalkSingle("-11pt");
+    WalkSimultaneous("-11pt");
 }
 
 TEST_F(Appearance, Incorrect_data_is_shown_in_place_of_the_slopes) {

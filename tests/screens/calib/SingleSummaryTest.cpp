@@ -84,6 +84,12 @@ TEST_F(SingleSummary, The_plot_shows_the_points_over_the_logarithm_of_concentrat
     EXPECT_TRUE(plot.xAxis->range().contains(0) && plot.xAxis->range().contains(1));
     EXPECT_TRUE(plot.yAxis->range().contains(100) && plot.yAxis->range().contains(129));
     EXPECT_EQ(plot.yAxis->label(), "mV");
+    EXPECT_EQ(plot.xAxis->label(), "Concentration (ppm)");
+    QVector<double> ticks;
+    QVector<QString> labels;
+    plot.xAxis->ticker()->generate(plot.xAxis->range(), QLocale::c(), 'g', 6, ticks, nullptr,
+                                   &labels);
+    EXPECT_EQ(labels, (QVector<QString>{"1", "10"})) << "the numbers, not their logarithms";
 }
 
 TEST_F(SingleSummary, The_slopes_are_written_by_the_summary_and_the_rest_by_closing) {
