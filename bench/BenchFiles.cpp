@@ -2,8 +2,8 @@
 //   wc -l FILE
 // on the file that this program leaves when the variable VANTREL_BENCH_FILE names one.
 
-#include "files/FileOpr.h"
 #include "files/MeasurementReader.h"
+#include "files/MeasuringRun.h"
 #include "settings/mWinInit.h"
 #include "support/FakePlatform.h"
 
@@ -55,6 +55,7 @@ std::filesystem::path FileOnDisk() {
 
 void WriteRecord(benchmark::State& state, bool durable) {
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     SetUpRun();
     const auto file = FileOnDisk();
     std::int32_t number = 0;
@@ -67,11 +68,12 @@ BENCHMARK_CAPTURE(WriteRecord, to_the_disk, true);
 
 void ReadFile(benchmark::State& state) {
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     SetUpRun();
     const auto* kept = std::getenv("VANTREL_BENCH_FILE");
     const auto file = kept != nullptr ? std::filesystem::path(kept) : FileOnDisk();
     constexpr std::int32_t records = 100000;
-    FileOpr::CreateHeadLines(file);
+    run.CreateHeadLines(file);
     {
         std::ofstream stream(file, std::ios::binary | std::ios::app);
         for (std::int32_t number = 1; number <= records; ++number)

@@ -3,6 +3,7 @@
 // than a MiB.
 
 #include "bench/ResidentMemory.h"
+#include "files/MeasuringRun.h"
 #include "link/CommPort.h"
 #include "screens/frmMain/frmMain.h"
 #include "settings/mWinInit.h"
@@ -44,7 +45,7 @@ public:
     Run() {
         platform_.desktop.onEvents = [] { QCoreApplication::processEvents(); };
         PrepareProject();
-        form_ = std::make_unique<frmMain>();
+        form_ = std::make_unique<frmMain>(run_);
         form_->show();
         form_->findChild<QPushButton*>("cmdPage_0")->click();
         ReadFrame(0);
@@ -82,6 +83,7 @@ private:
 
     fake::Platform platform_;
     fake::Link link_;
+    FileOpr::MeasuringRun run_;
     std::unique_ptr<frmMain> form_;
 };
 

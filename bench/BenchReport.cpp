@@ -1,5 +1,6 @@
 // The viewer's work without a window: indexing and splitting into pages, search, graph spans.
 
+#include "files/MeasuringRun.h"
 #include "report/GraphSpan.h"
 #include "report/RecordSearch.h"
 #include "report/ReportLoader.h"
@@ -26,11 +27,12 @@ struct Viewer {
         WriteBytes(file, MeasurementText().File(records));
     }
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     std::filesystem::path file = platform.folder.Path() / "run.4ch";
     SilentView<NoGraph> view{50};
     Mreport::ViewedFile viewed;
     Mreport::ShownGraph shown;
-    Mreport::ReportLoader loader{viewed, shown, view};
+    Mreport::ReportLoader loader{run, viewed, shown, view};
 };
 
 void Load(benchmark::State& state) {

@@ -128,7 +128,8 @@ int main(int argc, char* argv[]) {
                                       fakes.userStore, fakes.places, *fakes.files, fakes.printing};
     platform::Install(&services);
 
-    Report form;
+    FileOpr::MeasuringRun run;
+    Report form(run);
     form.show();
     QApplication::processEvents();
     const long idle_KiB = ResidentMemory_KiB();

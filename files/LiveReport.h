@@ -4,19 +4,22 @@
 
 namespace FileOpr {
 
+class MeasuringRun;
+
 /// A report that follows what is recorded, for as long as the object lives. Several may.
 class LiveReport {
 public:
-    /// `recordWritten` is called after a record is on the disk and must not throw.
-    explicit LiveReport(std::function<void()> recordWritten);
+    /// `recordWritten` is called after a record is on the disk and must not throw. The run must
+    /// outlive the object.
+    LiveReport(MeasuringRun& run, std::function<void()> recordWritten);
     ~LiveReport();
     LiveReport(const LiveReport&) = delete;
     LiveReport& operator=(const LiveReport&) = delete;
 
-    /// Tells all of them.
-    static void RecordWritten();
+    void RecordWritten() { recordWritten_(); }
 
 private:
+    MeasuringRun& run_;
     std::function<void()> recordWritten_;
 };
 

@@ -2,7 +2,6 @@
 
 #include "base/NumberText.h"
 #include "base/RunTimeError.h"
-#include "files/FileOpr.h"
 #include "platform/Platform.h"
 
 namespace FileOpr {
@@ -27,7 +26,7 @@ Recording::Outcome Recording::Record(Mode mode, std::string_view periodText,
         outcome.status = Status::periodTooShort;
         return outcome;
     }
-    if (targetFile.empty()) {
+    if (run_.targetFile.empty()) {
         if (!ChooseTarget()) {
             outcome.status = Status::cancelled;
             return outcome;
@@ -38,7 +37,7 @@ Recording::Outcome Recording::Record(Mode mode, std::string_view periodText,
     if (!entry)
         return outcome;
     if (automatic && reportShowsTarget_)
-        FollowTarget(true);
+        run_.FollowTarget(true);
     RecordReading(*entry, outcome);
     if (automatic) {
         period_s_ = period_s;
@@ -71,29 +70,29 @@ Recording::Outcome Recording::Tick(const TakeEntry& takeEntry) {
 
 void Recording::Stop() {
     automaticOn_ = false;
-    FollowTarget(false);
+    run_.FollowTarget(false);
 }
 
 void Recording::ReportOpened() {
-    if (targetFile.empty())
+    if (run_.targetFile.empty())
         return;
     if (automaticOn_)
-        FollowTarget(true);
+        run_.FollowTarget(true);
     else
-        FlushTempFile();
+        run_.FlushTempFile();
     reportShowsTarget_ = true;
 }
 
 void Recording::ReportClosed() {
     reportShowsTarget_ = false;
-    FollowTarget(false);
+    run_.FollowTarget(false);
 }
 
 bool Recording::ChooseTarget() {
     std::filesystem::path chosen;
-    if (!ShowFileDialog(chosen, DialogMode::save))
+    if (!run_.dialog.ShowFileDialog(chosen, DialogMode::save))
         return false;
-    BeginTarget(chosen);
+    run_.BeginTarget(chosen);
     recordedSinceLastSave_ = false;
     counter_ = 0;
     return true;
@@ -102,13 +101,13 @@ bool Recording::ChooseTarget() {
 void Recording::RecordReading(const Entry& entry, Outcome& outcome) {
     const std::int32_t number = counter_ + 1;
     try {
-        SaveMeasure(currentMeasurementPath, number, entry.comment, entry.displayed);
+        run_.SaveMeasure(run_.currentMeasurementPath, number, entry.comment, entry.displayed);
     } catch (const RunTimeError& error) {
-        if (!IsFollowing())
+        if (!run_.IsFollowing())
             throw;
         // The target has gone from under the live report; the temporary file still takes records.
-        FollowTarget(false);
-        SaveMeasure(currentMeasurementPath, number, entry.comment, entry.displayed);
+        run_.FollowTarget(false);
+        run_.SaveMeasure(run_.currentMeasurementPath, number, entry.comment, entry.displayed);
         outcome.warning = error.what();
     }
     counter_ = number;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/MeasurementRecord.h"
+#include "files/MeasuringRun.h"
 
 #include <chrono>
 #include <cstdint>
@@ -30,6 +30,9 @@ public:
     /// Nothing while no values are being read: a record is taken only from values of this moment,
     /// not after the link has failed while a dialog was open, nor while a new average fills.
     using TakeEntry = std::function<std::optional<Entry>()>;
+
+    /// The run must outlive it.
+    explicit Recording(MeasuringRun& run) : run_(run) {}
 
     enum class Status {
         nothing,        ///< no record was due, or a click found no values
@@ -66,6 +69,7 @@ public:
     /// The live report was closed or shows another file.
     void ReportClosed();
 
+    MeasuringRun& Run() const { return run_; }
     bool IsAutomaticOn() const { return automaticOn_; }
     std::int32_t Counter() const { return counter_; } ///< records of this run's target
     bool RecordedSinceLastSave() const { return recordedSinceLastSave_; }
@@ -74,6 +78,7 @@ private:
     bool ChooseTarget();
     void RecordReading(const Entry& entry, Outcome& outcome);
 
+    MeasuringRun& run_;
     float period_s_ = 0;
     bool automaticOn_ = false;
     bool reportShowsTarget_ = false;

@@ -1,6 +1,7 @@
 #include "files/Recovery.h"
 
 #include "base/RunTimeError.h"
+#include "files/FileOpr.h"
 #include "files/TargetTransfer.h"
 #include "platform/Platform.h"
 
@@ -23,8 +24,7 @@ void RemoveQuietly(const fs::path& file) {
 }
 
 bool HasPrefix(const fs::path& file) {
-    const auto name = file.filename().string();
-    return name.starts_with("4ch") || name.starts_with("8ch");
+    return BeginsWithExtension(file.filename().string());
 }
 
 /// The temporary file that a note, a lock, or a half-written one of these belongs to; the file

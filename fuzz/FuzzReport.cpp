@@ -80,11 +80,12 @@ void ReadEveryLine(const Mreport::ViewedFile& file) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::NullPlatform platform;
+    const FileOpr::MeasuringRun run;
     Mreport::ViewedFile file;
     Mreport::ShownGraph shown;
     const std::string bytes(fuzz::Text(data, size));
     NoView view(0);
-    Mreport::ReportLoader loader(file, shown, view);
+    Mreport::ReportLoader loader(run, file, shown, view);
     auto source = std::make_unique<Mreport::MemorySource>(bytes.substr(0, size / 2));
     Mreport::MemorySource& bytesOfFile = *source;
     loader.ViewSource("fuzz.4ch", std::move(source));

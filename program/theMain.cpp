@@ -32,7 +32,7 @@ void Program::LoadForms() {
 
     mWinInit::LoadSettings();
     port_ = std::make_unique<frmPortSettings>(); // owns the port that the link is opened on
-    main_ = std::make_unique<frmMain>();
+    main_ = std::make_unique<frmMain>(run_);
     ConnectForms();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Version.h"
+#include "files/MeasuringRun.h"
 #include "screens/controls/EventGuard.h"
 
 #include <memory>
@@ -31,6 +32,7 @@ private:
     void ConnectForms();
 
     EventGuard guard_{"Unexpected Error - "};
+    FileOpr::MeasuringRun run_; ///< outlives the screens that record and show it
     std::unique_ptr<frmSplash> splash_;
     std::unique_ptr<frmPortSettings> port_; ///< outlives the screens that read over it
     std::unique_ptr<frmMain> main_;

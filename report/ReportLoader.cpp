@@ -74,7 +74,7 @@ void ReportLoader::ViewSource(const std::filesystem::path& fileName,
     const Running running(*this);
     file_.path = fileName;
     view_.ShowCaption(fileName);
-    file_.viewingLiveFile = IsLiveFile(fileName);
+    file_.viewingLiveFile = run_.IsLiveFile(fileName);
     shown_ = ShownGraph();
     pageEnded_ = false;
     file_.pages.Open(std::move(source));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/MeasuringRun.h"
 #include "report/LineScanner.h"
 #include "report/ReportView.h"
 #include "report/ShownGraph.h"
@@ -16,8 +17,10 @@ namespace Mreport {
 /// given.
 class ReportLoader {
 public:
-    ReportLoader(ViewedFile& file, ShownGraph& shown, ReportView& view)
-        : file_(file), shown_(shown), view_(view) {}
+    /// `run` tells which file is being recorded.
+    ReportLoader(const FileOpr::MeasuringRun& run, ViewedFile& file, ShownGraph& shown,
+                 ReportView& view)
+        : run_(run), file_(file), shown_(shown), view_(view) {}
 
     /// Opens the file in the viewer and returns when it is loaded or ESC has stopped it. Throws
     /// RunTimeError when it cannot be opened; the file shown before then stays. Refused with a
@@ -80,6 +83,7 @@ private:
     LineScanner MakeScanner();
     std::size_t WorkingLines() const;
 
+    const FileOpr::MeasuringRun& run_;
     ViewedFile& file_;
     ShownGraph& shown_;
     ReportView& view_;

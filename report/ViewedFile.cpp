@@ -37,11 +37,6 @@ bool ViewedFile::BegunAnew() const {
     return !unknown && size < pages.NextOffset();
 }
 
-bool IsLiveFile(const std::filesystem::path& file) {
-    return FileOpr::measuring && !FileOpr::targetFile.empty() &&
-           file.lexically_normal() == FileOpr::targetFile.lexically_normal();
-}
-
 PageRecord PageRange::InPage(FileRecord record) const {
     return {Bounded(std::int64_t{record.number} - pageFirstRecordOffset)};
 }

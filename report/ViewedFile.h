@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/Electrode.h"
-#include "files/FileOpr.h"
 #include "files/MeasurementHeader.h"
+#include "files/MeasurementRecord.h"
 #include "report/RecordNumber.h"
 #include "report/ReportPages.h"
 
@@ -42,9 +42,6 @@ struct ViewedFile {
     /// under the same name.
     bool BegunAnew() const;
 };
-
-/// True when the file is the one that the measuring page records into.
-bool IsLiveFile(const std::filesystem::path& file);
 
 /// The records of a list page, as scroll bar and graph count them.
 struct PageRange {

@@ -28,7 +28,8 @@ constexpr int tableTab = 1;
 
 } // namespace
 
-Report::Report(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::Report>()) {
+Report::Report(FileOpr::MeasuringRun& run, QWidget* parent)
+    : QMainWindow(parent), run_(run), ui_(std::make_unique<Ui::Report>()) {
     ui_->setupUi(this);
     guard_("Report - Form_Load", [this] { Form_Load(); });
     ConnectMenus();
@@ -111,11 +112,12 @@ void Report::OpenFile(const std::filesystem::path& fileName) {
 void Report::FollowLive() {
     live_.reset();
     if (file_.viewingLiveFile)
-        live_.emplace([this] { guard_.Within(*this, "DynUpdate", [this] { LiveRecord(); }); });
+        live_.emplace(run_,
+                      [this] { guard_.Within(*this, "DynUpdate", [this] { LiveRecord(); }); });
 }
 
 void Report::LiveRecord() {
-    if (!FileOpr::IsFollowing()) // the record waits in the temporary file
+    if (!run_.IsFollowing()) // the record waits in the temporary file
         return;
     if (file_.BegunAnew()) // loaded when the record's own handler has ended
         QTimer::singleShot(0, this, [this] { ViewFile(file_.path); });
@@ -125,7 +127,7 @@ void Report::LiveRecord() {
 
 /// The shown file stops being live when the measuring page is left, and is so again on return.
 void Report::CheckWhetherLive() {
-    const bool live = Mreport::IsLiveFile(file_.path);
+    const bool live = run_.IsLiveFile(file_.path);
     if (!IsIdle() || live == file_.viewingLiveFile)
         return;
     if (!live)

@@ -27,7 +27,8 @@ class Report : public QMainWindow, private Mreport::ReportView {
     Q_OBJECT
 
 public:
-    explicit Report(QWidget* parent = nullptr);
+    /// The run is what may be recorded meanwhile; it must outlive the viewer.
+    explicit Report(FileOpr::MeasuringRun& run, QWidget* parent = nullptr);
     ~Report() override;
 
     /// Opens a measurement file in the viewer.
@@ -110,11 +111,12 @@ private:
     Mreport::ReportGraph& Graph() override;
     void GraphDrawn(Mreport::FileRecord firstRecord) override;
 
+    FileOpr::MeasuringRun& run_;
     EventGuard guard_{"Unexpected error - "};
     std::unique_ptr<Ui::Report> ui_;
     Mreport::ViewedFile file_;
     Mreport::ShownGraph shown_;
-    Mreport::ReportLoader loader_{file_, shown_, *this};
+    Mreport::ReportLoader loader_{run_, file_, shown_, *this};
     std::optional<FileOpr::LiveReport> live_; ///< while the shown file is being recorded
     std::vector<LineListView*> lstData_;
     QPointer<frmSrch> search_;

@@ -95,7 +95,7 @@ void Report::OpenThroughDialog() {
     if (Refuse(Mreport::busyText))
         return;
     std::filesystem::path file;
-    if (FileOpr::ShowFileDialog(file, FileOpr::DialogMode::open))
+    if (run_.dialog.ShowFileDialog(file, FileOpr::DialogMode::open))
         OpenFile(file);
 }
 

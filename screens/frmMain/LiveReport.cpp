@@ -1,6 +1,5 @@
 #include "screens/frmMain/LiveReport.h"
 
-#include "files/FileOpr.h"
 #include "screens/Report/Report.h"
 #include "screens/controls/Wiring.h"
 
@@ -20,8 +19,8 @@ void LiveReport::Show() {
     report_->raise();
     report_->activateWindow();
     ShowRun();
-    const std::filesystem::path target = FileOpr::targetFile;
-    if (target.empty() || (shown_ == target && !FileOpr::HasWaitingRecords()))
+    const std::filesystem::path target = recording_.Run().targetFile;
+    if (target.empty() || (shown_ == target && !recording_.Run().HasWaitingRecords()))
         return;
     // A target that cannot be completed now is shown as it is, after the reason.
     guard_("frmMain - ShowLiveReport", [this] { recording_.ReportOpened(); });
@@ -30,7 +29,7 @@ void LiveReport::Show() {
 }
 
 void LiveReport::Create() {
-    report_ = new Report;
+    report_ = new Report(recording_.Run());
     const Wiring wire(*this, guard_, "frmMain");
     wire(report_.data(), &Report::FileShown, "FileShown", &LiveReport::ReportShows);
     wire(report_.data(), &Report::Closed, "Closed", &LiveReport::ReportClosed);
@@ -47,7 +46,7 @@ void LiveReport::ShowRun() {
 
 void LiveReport::ReportShows(const std::filesystem::path& file) {
     shown_ = file;
-    if (file.empty() || file != FileOpr::targetFile)
+    if (file.empty() || file != recording_.Run().targetFile)
         recording_.ReportClosed();
     else if (!opening_) // else that has been tried already
         recording_.ReportOpened();

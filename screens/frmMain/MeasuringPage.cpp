@@ -2,7 +2,7 @@
 
 #include "app/Mcommon.h"
 #include "base/DateText.h"
-#include "files/FileOpr.h"
+#include "files/MeasuringRun.h"
 #include "link/CommPort.h"
 #include "link/DataAcq.h"
 #include "platform/Platform.h"
@@ -44,11 +44,12 @@ void MeasuringPage::ConnectEvents() {
     connect(ui_->fraRecording, &RecordingGroup::RunChanged, this, &MeasuringPage::RunChanged);
 }
 
-void MeasuringPage::Load() {
+void MeasuringPage::Load(FileOpr::MeasuringRun& run) {
+    run_ = &run;
     tmrRead.setObjectName("tmrRead");
     tmrTime.setObjectName("tmrTime");
     tmrTime.setInterval(timeInterval_ms);
-    ui_->fraRecording->Load();
+    ui_->fraRecording->Load(run);
     table_->Prepare();
 }
 
@@ -84,7 +85,7 @@ void MeasuringPage::Enter(const Selection& selected) {
     ui_->fraRecording->Reset();
     ui_->fraRecording->ShowAveraging(
         QString::number(mWinInit::HardwareSettings.AveragingForMeasurement));
-    FileOpr::measuring = true;
+    run_->measuring = true;
     tmrTime_Timer();
     tmrTime.start();
     StartReading();
@@ -92,12 +93,12 @@ void MeasuringPage::Enter(const Selection& selected) {
 
 void MeasuringPage::Leave() {
     StopReading();
-    FileOpr::measuring = false;
+    run_->measuring = false;
     tmrTime.stop();
     // Records that cannot be moved now stay in the temporary file; the next move takes them along.
-    guard_("frmMain - FlushTempFile", [] {
+    guard_("frmMain - FlushTempFile", [this] {
         const BusyPointer busy;
-        FileOpr::FlushTempFile();
+        run_->FlushTempFile();
     });
 }
 

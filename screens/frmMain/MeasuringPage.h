@@ -16,6 +16,9 @@
 
 class ReadingsTable;
 
+namespace FileOpr {
+class MeasuringRun;
+}
 namespace Ui {
 class MeasuringPage;
 }
@@ -37,7 +40,8 @@ public:
     explicit MeasuringPage(QWidget* parent = nullptr);
     ~MeasuringPage() override;
 
-    void Load();
+    /// The run is what the page records; it must outlive the page.
+    void Load(FileOpr::MeasuringRun& run);
 
     /// Begins to read and show the selected channels.
     void Enter(const Selection& selected);
@@ -88,6 +92,7 @@ private:
     std::optional<FileOpr::DisplayedChannels> DisplayedNow() const;
 
     std::unique_ptr<Ui::MeasuringPage> ui_;
+    FileOpr::MeasuringRun* run_ = nullptr; ///< from Load on
     EventGuard guard_{"Unexpected Error - "};
     ReadingsTable* table_;
     QTimer tmrRead;

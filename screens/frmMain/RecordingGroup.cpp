@@ -18,7 +18,9 @@ RecordingGroup::RecordingGroup(QWidget* parent)
 
 RecordingGroup::~RecordingGroup() = default;
 
-void RecordingGroup::Load() {
+void RecordingGroup::Load(FileOpr::MeasuringRun& run) {
+    recording_.emplace(run);
+    report_.emplace(*recording_);
     ui_->cboAcqr->addItems({"Manual", "Automatic"});
     AcceptCodePageOnly(*ui_->txtTimer);
     AcceptCodePageOnly(*ui_->txtComment);
@@ -50,18 +52,18 @@ void RecordingGroup::Record(const TakeDisplayed& takeDisplayed) {
     const auto shown = qScopeGuard([this] { ShowRun(); });
     const auto mode = static_cast<Recording::Mode>(ui_->cboAcqr->currentIndex());
     ShowOutcome(
-        recording_.Record(mode, Text::FromQt(ui_->txtTimer->text()), Taking(takeDisplayed)));
+        recording_->Record(mode, Text::FromQt(ui_->txtTimer->text()), Taking(takeDisplayed)));
 }
 
 void RecordingGroup::Tick(const TakeDisplayed& takeDisplayed) {
-    if (!recording_.IsAutomaticOn())
+    if (!recording_->IsAutomaticOn())
         return;
     const auto ended = qScopeGuard([this] { ShowRun(); });
-    ShowOutcome(recording_.Tick(Taking(takeDisplayed)));
+    ShowOutcome(recording_->Tick(Taking(takeDisplayed)));
 }
 
 void RecordingGroup::Stop() {
-    recording_.Stop();
+    recording_->Stop();
     ShowRun();
 }
 
@@ -72,7 +74,7 @@ void RecordingGroup::ShowOutcome(const Recording::Outcome& outcome) {
         ui_->txtTimer->selectAll();
     }
     if (outcome.status == Recording::Status::recorded) {
-        ShowValue(*ui_->lblRec, QString::number(recording_.Counter()));
+        ShowValue(*ui_->lblRec, QString::number(recording_->Counter()));
         ui_->txtComment->clear();
     }
     // After the tick that recorded: the run must not wait for the answer.
@@ -82,9 +84,9 @@ void RecordingGroup::ShowOutcome(const Recording::Outcome& outcome) {
 
 /// What must not be touched during an automatic run is locked.
 void RecordingGroup::ShowRun() {
-    const bool automatic = recording_.IsAutomaticOn();
+    const bool automatic = recording_->IsAutomaticOn();
     ui_->txtTimer->setEnabled(!automatic);
     ui_->cboAcqr->setEnabled(!automatic);
-    report_.ShowRun();
+    report_->ShowRun();
     Q_EMIT RunChanged();
 }

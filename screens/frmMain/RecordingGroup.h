@@ -25,7 +25,8 @@ public:
     explicit RecordingGroup(QWidget* parent = nullptr);
     ~RecordingGroup() override;
 
-    void Load();
+    /// The run must outlive the group.
+    void Load(FileOpr::MeasuringRun& run);
 
     /// The page is entered: counter and comment start afresh.
     void Reset();
@@ -37,13 +38,13 @@ public:
     void Tick(const TakeDisplayed& takeDisplayed);
 
     void Stop();
-    bool IsAutomaticOn() const { return recording_.IsAutomaticOn(); }
+    bool IsAutomaticOn() const { return recording_->IsAutomaticOn(); }
 
     void ShowAveraging(const QString& text);
     QString AveragingText() const;
 
-    void ShowReport() { report_.Show(); }
-    bool CloseReport() { return report_.Close(); }
+    void ShowReport() { report_->Show(); }
+    bool CloseReport() { return report_->Close(); }
 
 Q_SIGNALS:
     /// The target or the state of the run may have changed.
@@ -55,6 +56,6 @@ private:
     void ShowRun();
 
     std::unique_ptr<Ui::RecordingGroup> ui_;
-    FileOpr::Recording recording_;
-    LiveReport report_{recording_};
+    std::optional<FileOpr::Recording> recording_; ///< from Load on
+    std::optional<LiveReport> report_;            ///< from Load on
 };

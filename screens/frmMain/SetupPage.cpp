@@ -6,7 +6,7 @@
 #include "base/NumberText.h"
 #include "base/PortName.h"
 #include "chem/Measure.h"
-#include "files/FileOpr.h"
+#include "files/MeasurementDialog.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "platform/qt/EntryText.h"
@@ -76,7 +76,8 @@ void SetupPage::ConnectEvents() {
     connect(ui_->cmdPort, &QPushButton::clicked, this, &SetupPage::PortSettingsRequested);
 }
 
-void SetupPage::Load() {
+void SetupPage::Load(FileOpr::MeasurementDialog& dialog) {
+    dialog_ = &dialog;
     rows_.Prepare();
     PrepareBoxes();
     ShowRecords();
@@ -296,6 +297,6 @@ void SetupPage::cmdBrowse_Click() {
         return;
     }
     mWinInit::ProjectInfo.MeasurementFileLocation = *folder;
-    FileOpr::lastFolder = *chosen;
+    dialog_->lastFolder = *chosen;
     ui_->txtDataFolder->setText(Text::ToQt(*folder));
 }

@@ -12,6 +12,9 @@
 #include <array>
 #include <memory>
 
+namespace FileOpr {
+class MeasurementDialog;
+}
 namespace Ui {
 class SetupPage;
 }
@@ -27,8 +30,9 @@ public:
     explicit SetupPage(QWidget* parent = nullptr);
     ~SetupPage() override;
 
-    /// Fills the lists and shows the working records.
-    void Load();
+    /// Fills the lists and shows the working records. The dialog starts in the folder that is
+    /// chosen here; it must outlive the page.
+    void Load(FileOpr::MeasurementDialog& dialog);
 
     /// Names the port in use.
     void ShowPort();
@@ -73,6 +77,7 @@ private:
     void ShowCalibration();
 
     std::unique_ptr<Ui::SetupPage> ui_;
+    FileOpr::MeasurementDialog* dialog_ = nullptr; ///< from Load on
     EventGuard guard_{"Unexpected Error - "};
     ChannelRows rows_;
     QPointer<QWidget> calibration_;

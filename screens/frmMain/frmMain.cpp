@@ -6,6 +6,7 @@
 #include "base/RunTimeError.h"
 #include "base/Version.h"
 #include "files/FileOpr.h"
+#include "files/MeasuringRun.h"
 #include "files/Recovery.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
@@ -57,7 +58,8 @@ std::int16_t Coordinate(int pixels) {
 
 } // namespace
 
-frmMain::frmMain(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()) {
+frmMain::frmMain(FileOpr::MeasuringRun& recorded, QWidget* parent)
+    : QMainWindow(parent), run_(recorded), ui_(std::make_unique<Ui::frmMain>()) {
     ui_->setupUi(this);
     cmdPage = ControlArray<QPushButton>(*this, "cmdPage");
     mnuHelp = ControlArray<QAction>(*this, "mnuHelp");
@@ -84,8 +86,8 @@ void frmMain::Form_Load() {
     lblLink_->setObjectName("lblLink");
     ui_->statusbar->addPermanentWidget(lblLink_);
 
-    ui_->pgeSetup->Load();
-    ui_->pgeMeasure->Load();
+    ui_->pgeSetup->Load(run_.dialog);
+    ui_->pgeMeasure->Load(run_);
     ShowPage(Page::setup);
     linkObserver_ = CommPort::ObserveLink([this] { ShowLink(); });
     ShowLink();
@@ -93,7 +95,7 @@ void frmMain::Form_Load() {
     Mcommon::FitOntoScreen(*this);
     Mcommon::MoveOntoScreen(*this, mWinInit::WindowX, mWinInit::WindowY);
     FileOpr::SetDataFolder();
-    FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
+    run_.currentMeasurementPath = run_.GetTempFile();
 }
 
 void frmMain::ShowLink() {
@@ -117,8 +119,8 @@ void frmMain::ShowPage(Page page) {
 
 void frmMain::ShowCaption() {
     QString caption = CaptionOf(page_);
-    if (page_ == Page::measuring && !FileOpr::targetFile.empty())
-        caption += " - " + Text::FromPath(FileOpr::targetFile.filename());
+    if (page_ == Page::measuring && !run_.targetFile.empty())
+        caption += " - " + Text::FromPath(run_.targetFile.filename());
     setWindowTitle(caption);
 }
 
@@ -216,7 +218,7 @@ void frmMain::OfferRecovery() {
         if (!Mcommon::Ask(prompt, Mcommon::EnterMeans::yes))
             continue;
         if (recording.target.empty() &&
-            !FileOpr::ShowFileDialog(recording.target, FileOpr::DialogMode::save))
+            !run_.dialog.ShowFileDialog(recording.target, FileOpr::DialogMode::save))
             continue;
         guard_("frmMain - OfferRecovery", [&recording] { FileOpr::Recover(recording); });
     }
@@ -248,7 +250,7 @@ void frmMain::Form_QueryUnload(bool& cancel) {
             ui_->pgeMeasure->ResumeReading();
         return;
     }
-    FileOpr::ReleaseTempFile();
+    run_.ReleaseTempFile();
     CommPort::ClosePort();
     cancel = false;
 }
@@ -265,7 +267,7 @@ void frmMain::SaveSettings() {
 /// whether to leave all the same.
 bool frmMain::RecordsAreSafe() {
     try {
-        FileOpr::FlushTempFile();
+        run_.FlushTempFile();
         return true;
     } catch (const RunTimeError& error) {
         return Mcommon::Ask(std::string(error.what()) +

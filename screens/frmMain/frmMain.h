@@ -12,6 +12,9 @@
 class QAction;
 class QKeyEvent;
 
+namespace FileOpr {
+class MeasuringRun;
+}
 namespace Ui {
 class frmMain;
 }
@@ -28,7 +31,8 @@ public:
 
     enum class Page { setup = 1, measuring = 2 };
 
-    explicit frmMain(QWidget* parent = nullptr);
+    /// `recorded` is what the measuring page records; it must outlive the form.
+    explicit frmMain(FileOpr::MeasuringRun& recorded, QWidget* parent = nullptr);
     ~frmMain() override;
 
     Page ShownPage() const { return page_; }
@@ -63,6 +67,7 @@ private:
     void SaveSettings();
     bool RecordsAreSafe();
 
+    FileOpr::MeasuringRun& run_;
     std::unique_ptr<Ui::frmMain> ui_;
     EventGuard guard_{"Unexpected Error - "};
     ControlArray<QPushButton> cmdPage;

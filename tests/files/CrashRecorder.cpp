@@ -1,7 +1,7 @@
 // Records as the program does until it is killed. A line of standard output is written after each
 // record whose writing has returned. Usage: crash_recorder ROOT SEED [recover]
 
-#include "files/FileOpr.h"
+#include "files/MeasuringRun.h"
 #include "files/Recording.h"
 #include "files/Recovery.h"
 #include "files/SetUpRun.h"
@@ -44,17 +44,18 @@ void Tell(const std::string& line) {
     std::mt19937 random(seed);
     const auto pick = [&](int high) { return std::uniform_int_distribution<int>(0, high)(random); };
     SetUpRun();
-    FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
-    FileOpr::BeginTarget(root / "run.4ch");
+    FileOpr::MeasuringRun run;
+    run.currentMeasurementPath = run.GetTempFile();
+    run.BeginTarget(root / "run.4ch");
     Tell("begun\n");
     for (std::int32_t number = 1;; ++number) {
         const std::string comment(static_cast<std::size_t>(pick(9) == 0 ? pick(200000) : 20), 'c');
-        FileOpr::SaveMeasure(FileOpr::currentMeasurementPath, number, comment, DisplayedRun());
+        run.SaveMeasure(run.currentMeasurementPath, number, comment, DisplayedRun());
         Tell(std::to_string(number) + "\n");
         if (pick(2) == 0)
-            FileOpr::FlushTempFile();
+            run.FlushTempFile();
         if (pick(9) == 0)
-            FileOpr::FollowTarget(!FileOpr::IsFollowing());
+            run.FollowTarget(!run.IsFollowing());
     }
 }
 

@@ -1,5 +1,6 @@
 #include "base/RunTimeError.h"
 #include "files/FileOpr.h"
+#include "files/MeasurementDialog.h"
 #include "settings/mWinInit.h"
 #include "support/FakePlatform.h"
 
@@ -22,13 +23,14 @@ protected:
     }
 
     fake::Platform platform;
+    FileOpr::MeasurementDialog dialog;
     FileDialogRequest asked;
     fs::path name;
 };
 
 TEST_F(ShowFileDialog, The_save_dialog_of_four_channels_asks_for_4ch_files) {
     Answer("/data/run.4ch");
-    EXPECT_TRUE(FileOpr::ShowFileDialog(name, DialogMode::save));
+    EXPECT_TRUE(dialog.ShowFileDialog(name, DialogMode::save));
     EXPECT_EQ(asked.kind, FileDialogRequest::Kind::save);
     EXPECT_EQ(asked.title, "Save File As");
     EXPECT_EQ(asked.fileName, "*.4ch");
@@ -40,7 +42,7 @@ TEST_F(ShowFileDialog, The_save_dialog_of_four_channels_asks_for_4ch_files) {
 TEST_F(ShowFileDialog, The_open_dialog_of_eight_channels_asks_for_8ch_files) {
     mWinInit::HardwareSettings.ChannelCount = 8;
     Answer("/data/run.8ch");
-    EXPECT_TRUE(FileOpr::ShowFileDialog(name, DialogMode::open));
+    EXPECT_TRUE(dialog.ShowFileDialog(name, DialogMode::open));
     EXPECT_EQ(asked.kind, FileDialogRequest::Kind::open);
     EXPECT_EQ(asked.title, "Open File");
     EXPECT_EQ(asked.fileName, "*.8ch");
@@ -50,49 +52,49 @@ TEST_F(ShowFileDialog, The_open_dialog_of_eight_channels_asks_for_8ch_files) {
 
 TEST_F(ShowFileDialog, A_name_without_extension_gets_that_of_the_channel_count) {
     Answer("/data.d/run");
-    EXPECT_TRUE(FileOpr::ShowFileDialog(name, DialogMode::save));
+    EXPECT_TRUE(dialog.ShowFileDialog(name, DialogMode::save));
     EXPECT_EQ(name, "/data.d/run.4ch");
     mWinInit::HardwareSettings.ChannelCount = 8;
     Answer("/data.d/run");
-    EXPECT_TRUE(FileOpr::ShowFileDialog(name, DialogMode::save));
+    EXPECT_TRUE(dialog.ShowFileDialog(name, DialogMode::save));
     EXPECT_EQ(name, "/data.d/run.8ch");
 }
 
 TEST_F(ShowFileDialog, A_name_with_another_extension_is_kept_as_typed) {
     Answer("/data/run.txt");
-    EXPECT_TRUE(FileOpr::ShowFileDialog(name, DialogMode::save));
+    EXPECT_TRUE(dialog.ShowFileDialog(name, DialogMode::save));
     EXPECT_EQ(name, "/data/run.txt");
     Answer("/data/run.");
-    EXPECT_TRUE(FileOpr::ShowFileDialog(name, DialogMode::save));
+    EXPECT_TRUE(dialog.ShowFileDialog(name, DialogMode::save));
     EXPECT_EQ(name, "/data/run.");
 }
 
 TEST_F(ShowFileDialog, A_cancelled_dialog_leaves_the_mask_and_the_last_folder) {
-    FileOpr::lastFolder = "/before";
+    dialog.lastFolder = "/before";
     Answer(std::nullopt);
-    EXPECT_FALSE(FileOpr::ShowFileDialog(name, DialogMode::save));
+    EXPECT_FALSE(dialog.ShowFileDialog(name, DialogMode::save));
     EXPECT_EQ(name, "*.4ch");
-    EXPECT_EQ(FileOpr::lastFolder, "/before");
+    EXPECT_EQ(dialog.lastFolder, "/before");
 }
 
 TEST_F(ShowFileDialog, The_next_dialog_starts_in_the_folder_of_the_last_file) {
     Answer("/data/sub/run.4ch");
-    FileOpr::ShowFileDialog(name, DialogMode::save);
-    EXPECT_EQ(FileOpr::lastFolder, "/data/sub");
+    dialog.ShowFileDialog(name, DialogMode::save);
+    EXPECT_EQ(dialog.lastFolder, "/data/sub");
     Answer("/run.4ch");
-    FileOpr::ShowFileDialog(name, DialogMode::save);
+    dialog.ShowFileDialog(name, DialogMode::save);
     EXPECT_EQ(asked.initialFolder, "/data/sub");
-    EXPECT_EQ(FileOpr::lastFolder, "/"); // a root keeps its separator
+    EXPECT_EQ(dialog.lastFolder, "/"); // a root keeps its separator
 }
 
 TEST_F(ShowFileDialog, The_first_dialog_starts_in_the_projects_folder) {
     mWinInit::ProjectInfo.MeasurementFileLocation = "/project";
     Answer(std::nullopt);
-    FileOpr::ShowFileDialog(name, DialogMode::save);
+    dialog.ShowFileDialog(name, DialogMode::save);
     EXPECT_EQ(asked.initialFolder, "/project");
     mWinInit::ProjectInfo.MeasurementFileLocation.clear();
     Answer(std::nullopt);
-    FileOpr::ShowFileDialog(name, DialogMode::save);
+    dialog.ShowFileDialog(name, DialogMode::save);
     EXPECT_EQ(asked.initialFolder, mWinInit::DefaultDataFolder());
 }
 

@@ -1,5 +1,5 @@
 #include "base/RunTimeError.h"
-#include "files/FileOpr.h"
+#include "files/MeasuringRun.h"
 #include "files/RecordedFiles.h"
 #include "settings/mWinInit.h"
 
@@ -67,37 +67,37 @@ TEST_F(Flush, The_temporary_file_is_new_empty_and_named_after_the_channel_count)
     EXPECT_TRUE(temporary.filename().string().starts_with("4ch"));
     EXPECT_EQ(ReadBytes(temporary), "");
     mWinInit::HardwareSettings.ChannelCount = 8;
-    const auto second = FileOpr::GetTempFile();
+    const auto second = run.GetTempFile();
     EXPECT_TRUE(second.filename().string().starts_with("8ch"));
     EXPECT_NE(second, temporary);
 }
 
 TEST_F(Flush, Records_wait_in_the_temporary_file_until_it_is_flushed) {
-    FileOpr::BeginTarget(target);
+    run.BeginTarget(target);
     Record(1);
     Record(2);
     EXPECT_FALSE(fs::exists(target));
     const std::string recorded = ReadBytes(temporary);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(ReadBytes(target), recorded);
     EXPECT_FALSE(fs::exists(temporary));
 }
 
 TEST_F(Flush, A_flush_before_any_record_deletes_the_temporary_file_and_makes_no_target) {
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_FALSE(fs::exists(temporary));
     EXPECT_FALSE(fs::exists(target));
 }
 
 TEST_F(Flush, Later_records_are_appended_without_a_second_header) {
-    FileOpr::BeginTarget(target);
+    run.BeginTarget(target);
     Record(1);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     const std::string first = ReadBytes(target);
     Record(2);
     EXPECT_TRUE(fs::exists(temporary));
-    FileOpr::FlushTempFile();
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
+    run.FlushTempFile();
     const std::string both = ReadBytes(target);
     EXPECT_TRUE(both.starts_with(first));
     EXPECT_TRUE(both.substr(first.size()).starts_with("Record 2\t"));
@@ -106,72 +106,72 @@ TEST_F(Flush, Later_records_are_appended_without_a_second_header) {
 
 TEST_F(Flush, A_new_target_deletes_a_file_of_that_name) {
     WriteBytes(target, "an old measurement");
-    FileOpr::BeginTarget(target);
+    run.BeginTarget(target);
     EXPECT_FALSE(fs::exists(target));
     Record(1);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_TRUE(ReadBytes(target).starts_with("-----"));
 }
 
 TEST_F(Flush, A_new_target_leaves_the_records_of_the_old_one_in_the_old_one) {
-    FileOpr::BeginTarget(target);
+    run.BeginTarget(target);
     Record(1);
     const auto second = platform.folder.Path() / "second.4ch";
-    FileOpr::BeginTarget(second);
+    run.BeginTarget(second);
     Record(1);
     Record(2);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1}));
     EXPECT_EQ(NumbersIn(second), (Numbers{1, 2}));
 }
 
 TEST_F(Flush, A_target_that_is_a_folder_is_refused_and_stays) {
     fs::create_directory(target);
-    EXPECT_THROW(FileOpr::BeginTarget(target), RunTimeError);
+    EXPECT_THROW(run.BeginTarget(target), RunTimeError);
     EXPECT_TRUE(fs::is_directory(target));
-    EXPECT_TRUE(FileOpr::targetFile.empty());
+    EXPECT_TRUE(run.targetFile.empty());
 }
 
 TEST_F(Flush, A_target_in_a_folder_that_is_missing_is_refused_before_anything_is_recorded) {
-    EXPECT_THROW(FileOpr::BeginTarget(platform.folder.Path() / "gone" / "run.4ch"), RunTimeError);
-    EXPECT_TRUE(FileOpr::targetFile.empty());
+    EXPECT_THROW(run.BeginTarget(platform.folder.Path() / "gone" / "run.4ch"), RunTimeError);
+    EXPECT_TRUE(run.targetFile.empty());
     EXPECT_EQ(ReadBytes(temporary), "");
 }
 
 TEST_F(Flush, While_the_report_follows_records_go_straight_into_the_target_in_order) {
-    FileOpr::BeginTarget(target);
+    run.BeginTarget(target);
     Record(1);
-    FileOpr::FollowTarget(true);
-    EXPECT_TRUE(FileOpr::IsFollowing());
+    run.FollowTarget(true);
+    EXPECT_TRUE(run.IsFollowing());
     EXPECT_EQ(NumbersIn(target), (Numbers{1}));
     Record(2);
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
     EXPECT_FALSE(fs::exists(temporary));
-    FileOpr::FollowTarget(false);
+    run.FollowTarget(false);
     Record(3);
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
     EXPECT_EQ(NumbersIn(temporary), (Numbers{3}));
-    FileOpr::FollowTarget(true);
+    run.FollowTarget(true);
     Record(4);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3, 4}));
 }
 
 TEST_F(Flush, Without_a_target_there_is_nothing_to_follow) {
-    FileOpr::FollowTarget(true);
-    EXPECT_FALSE(FileOpr::IsFollowing());
-    EXPECT_EQ(FileOpr::currentMeasurementPath, temporary);
+    run.FollowTarget(true);
+    EXPECT_FALSE(run.IsFollowing());
+    EXPECT_EQ(run.currentMeasurementPath, temporary);
 }
 
 TEST_F(Flush, A_flush_into_a_vanished_folder_says_so_and_keeps_the_records) {
     const auto folder = platform.folder.Path() / "stick";
     fs::create_directory(folder);
-    FileOpr::BeginTarget(folder / "run.4ch");
+    run.BeginTarget(folder / "run.4ch");
     Record(1);
     const std::string recorded = ReadBytes(temporary);
     fs::remove_all(folder);
     try {
-        FileOpr::FlushTempFile();
+        run.FlushTempFile();
         FAIL() << "no error";
     } catch (const RunTimeError& error) {
         EXPECT_NE(std::string(error.what()).find("run.4ch"), std::string::npos) << error.what();
@@ -179,37 +179,37 @@ TEST_F(Flush, A_flush_into_a_vanished_folder_says_so_and_keeps_the_records) {
     }
     EXPECT_EQ(ReadBytes(temporary), recorded);
     fs::create_directory(folder); // the stick is back
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(ReadBytes(folder / "run.4ch"), recorded);
 }
 
 TEST_F(Flush, A_flush_into_what_has_become_a_folder_keeps_the_records) {
-    FileOpr::BeginTarget(target);
+    run.BeginTarget(target);
     Record(1);
     fs::create_directory(target);
-    EXPECT_THROW(FileOpr::FlushTempFile(), RunTimeError);
+    EXPECT_THROW(run.FlushTempFile(), RunTimeError);
     EXPECT_EQ(NumbersIn(temporary), (Numbers{1}));
     EXPECT_TRUE(fs::is_directory(target));
     Record(2); // recording goes on
     fs::remove(target);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
 }
 
 TEST_F(Flush, An_ordinary_end_leaves_nothing_in_the_temporary_folder) {
-    FileOpr::BeginTarget(target);
+    run.BeginTarget(target);
     Record(1);
     EXPECT_EQ(FilesInTemporaryFolder(), 3U); // the records, their note, their lock
-    FileOpr::FlushTempFile();
-    FileOpr::ReleaseTempFile();
+    run.FlushTempFile();
+    run.ReleaseTempFile();
     EXPECT_EQ(FilesInTemporaryFolder(), 0U);
 }
 
 TEST_F(Flush, A_file_that_is_gone_from_the_temporary_folder_is_made_anew) {
-    FileOpr::BeginTarget(target);
+    run.BeginTarget(target);
     fs::remove(temporary);
     Record(1);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1}));
 }
 
@@ -217,32 +217,32 @@ TEST_F(Flush, A_target_whose_header_finds_no_room_leaves_the_old_measurement) {
     WriteBytes(target, "an old measurement");
     fs::remove(temporary);
     fs::create_directory(temporary); // nothing can be written there
-    EXPECT_THROW(FileOpr::BeginTarget(target), RunTimeError);
+    EXPECT_THROW(run.BeginTarget(target), RunTimeError);
     EXPECT_EQ(ReadBytes(target), "an old measurement");
-    EXPECT_TRUE(FileOpr::targetFile.empty());
+    EXPECT_TRUE(run.targetFile.empty());
 
     fs::remove(temporary);
-    FileOpr::BeginTarget(target); // the same name again is no other program's
+    run.BeginTarget(target); // the same name again is no other program's
     Record(1);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), Numbers{1});
 }
 
 TEST_F(Flush, A_target_that_cannot_be_made_leaves_no_header_behind) {
-    EXPECT_THROW(FileOpr::BeginTarget(platform.folder.Path() / "gone" / "run.4ch"), RunTimeError);
-    EXPECT_FALSE(FileOpr::HasWaitingRecords());
+    EXPECT_THROW(run.BeginTarget(platform.folder.Path() / "gone" / "run.4ch"), RunTimeError);
+    EXPECT_FALSE(run.HasWaitingRecords());
 }
 
 TEST_F(Flush, A_part_that_a_failed_flush_has_left_in_the_target_is_not_written_twice) {
-    FileOpr::BeginTarget(target);
+    run.BeginTarget(target);
     Record(1);
     const std::string recorded = ReadBytes(temporary);
     fs::create_directory(target); // the flush begins, fails and cannot be undone
-    EXPECT_THROW(FileOpr::FlushTempFile(), RunTimeError);
+    EXPECT_THROW(run.FlushTempFile(), RunTimeError);
     fs::remove(target);
     WriteBytes(target, recorded.substr(0, recorded.size() / 2)); // what had been copied
     Record(2);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
     EXPECT_TRUE(ReadBytes(target).starts_with(recorded));
 }
@@ -251,7 +251,7 @@ TEST_F(Flush, A_medium_that_goes_in_the_middle_and_comes_back_holds_each_record_
     const fs::path stick = platform.folder.Path() / "stick";
     fs::create_directory(stick);
     target = stick / "run.4ch";
-    FileOpr::BeginTarget(target);
+    run.BeginTarget(target);
     Record(1);
     const std::string recorded = ReadBytes(temporary);
     VanishingMedium medium(*platform.files, stick);
@@ -260,11 +260,11 @@ TEST_F(Flush, A_medium_that_goes_in_the_middle_and_comes_back_holds_each_record_
         platform.userStore, platform.places,  medium,         platform.printing};
     const auto* const before = &platform::Current();
     platform::Install(&services);
-    EXPECT_THROW(FileOpr::FlushTempFile(), RunTimeError);
+    EXPECT_THROW(run.FlushTempFile(), RunTimeError);
     platform::Install(before);
     fs::rename(VanishingMedium::Away(stick), stick);
     Record(2);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
     EXPECT_TRUE(ReadBytes(target).starts_with(recorded));
 }

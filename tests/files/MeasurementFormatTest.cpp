@@ -1,4 +1,4 @@
-#include "files/FileOpr.h"
+#include "files/MeasuringRun.h"
 #include "files/SetUpRun.h"
 #include "settings/mWinInit.h"
 #include "support/FakePlatform.h"
@@ -15,7 +15,7 @@ protected:
     Header() : file(platform.folder.Path() / "run.4ch") { SetUpRun(); }
 
     std::string Write() {
-        FileOpr::CreateHeadLines(file);
+        run.CreateHeadLines(file);
         return ReadBytes(file);
     }
 
@@ -25,6 +25,7 @@ protected:
     }
 
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     std::filesystem::path file;
 };
 
@@ -132,22 +133,22 @@ TEST_F(Header, The_rows_of_the_run_follow_the_electrodes_of_the_mode_alone) {
     MakeAll("None");
     ChannelSetup[6].Electrode = "my Ph probe";
     ChannelSetup[5].TempSensor = 3;
-    FileOpr::CreateHeadLines(file);
-    EXPECT_EQ(FileOpr::Rows(), (MeasurementFormat::RunRows{true, true, true}));
+    run.CreateHeadLines(file);
+    EXPECT_EQ(run.Rows(), (MeasurementFormat::RunRows{true, true, true}));
     mWinInit::HardwareSettings.ChannelCount = 4;
     ChannelSetup[0].TempSensor = ChannelSetup[1].TempSensor = 0;
-    FileOpr::CreateHeadLines(file);
-    EXPECT_EQ(FileOpr::Rows(), (MeasurementFormat::RunRows{false, false, false}));
+    run.CreateHeadLines(file);
+    EXPECT_EQ(run.Rows(), (MeasurementFormat::RunRows{false, false, false}));
 }
 
 TEST_F(Header, A_nonempty_name_without_none_or_redox_makes_ion_rows) {
     MakeAll("Redox");
     ChannelSetup[3].Electrode = "NONE";
-    FileOpr::CreateHeadLines(file);
-    EXPECT_FALSE(FileOpr::Rows().ion);
+    run.CreateHeadLines(file);
+    EXPECT_FALSE(run.Rows().ion);
     ChannelSetup[3].Electrode = "H (pH)"; // a pH electrode has these rows as well
-    FileOpr::CreateHeadLines(file);
-    EXPECT_TRUE(FileOpr::Rows().ion);
+    run.CreateHeadLines(file);
+    EXPECT_TRUE(run.Rows().ion);
 }
 
 } // namespace

@@ -2,8 +2,8 @@
 
 #include "base/NumberText.h"
 #include "base/RunTimeError.h"
-#include "files/FileOpr.h"
 #include "files/MeasurementLines.h"
+#include "files/MeasuringRun.h"
 #include "files/SetUpRun.h"
 #include "settings/mWinInit.h"
 #include "support/FakePlatform.h"
@@ -35,9 +35,10 @@ std::vector<MeasurementRecord> RecordsOf(std::string_view text) {
 
 TEST(MeasurementReader, The_header_is_taken_apart) {
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     SetUpRun();
     const auto file = platform.folder.Path() / "run.4ch";
-    FileOpr::CreateHeadLines(file);
+    run.CreateHeadLines(file);
     const auto header = FileOpr::ReadMeasurementFile(file).header;
     EXPECT_EQ(header.projectName, "Well 7");
     EXPECT_EQ(header.analyst, "A. Nalyst");
@@ -222,9 +223,8 @@ protected:
                                    [](char c) { return static_cast<unsigned char>(c) < 33; });
     }
 
-    static void CheckRecord(const MeasurementRecord& record,
+    static void CheckRecord(const MeasurementRecord& record, const MeasurementFormat::RunRows& rows,
                             const FileOpr::DisplayedChannels& displayed) {
-        const auto& rows = FileOpr::Rows();
         const PerQuantity<bool> present{true, rows.pH, rows.ion, rows.ion, true};
         const auto channels = static_cast<std::size_t>(mWinInit::HardwareSettings.ChannelCount);
         for (std::size_t i = 0; i < maxChannels; ++i)
@@ -272,16 +272,17 @@ protected:
 
 TEST_P(GeneratedRun, What_was_written_is_read_back) {
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     MakeUpRun();
     const auto file = platform.folder.Path() / "run";
-    FileOpr::CreateHeadLines(file);
+    run.CreateHeadLines(file);
     std::vector<FileOpr::DisplayedChannels> readings;
     std::vector<std::string> comments;
     for (int n = Pick(0, 6); n > 0; --n) {
         readings.push_back(MakeUpReading());
         comments.push_back(Text(Pick(0, 5) == 0 ? 10000 : 80));
-        FileOpr::SaveMeasure(file, static_cast<std::int32_t>(readings.size()), comments.back(),
-                             readings.back());
+        run.SaveMeasure(file, static_cast<std::int32_t>(readings.size()), comments.back(),
+                        readings.back());
     }
 
     const auto read = FileOpr::ReadMeasurementFile(file);
@@ -292,7 +293,7 @@ TEST_P(GeneratedRun, What_was_written_is_read_back) {
         EXPECT_EQ(read.records[n].number, static_cast<std::int32_t>(n + 1));
         EXPECT_EQ(read.records[n].timeStamp, "14:05:33 07.Mar.2003");
         EXPECT_EQ(read.records[n].comment, comments[n]);
-        CheckRecord(read.records[n], readings[n]);
+        CheckRecord(read.records[n], run.Rows(), readings[n]);
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "files/FileOpr.h"
 #include "files/MeasurementReader.h"
+#include "files/MeasuringRun.h"
 #include "files/SetUpRun.h"
 #include "support/FakePlatform.h"
 
@@ -18,12 +18,12 @@ protected:
     RecordedFiles() : target(platform.folder.Path() / "run.4ch") { SetUpRun(); }
 
     void TakeTempFile() {
-        FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
-        temporary = FileOpr::currentMeasurementPath;
+        run.currentMeasurementPath = run.GetTempFile();
+        temporary = run.currentMeasurementPath;
     }
 
-    static void Record(std::int32_t number) {
-        FileOpr::SaveMeasure(FileOpr::currentMeasurementPath, number, "", DisplayedRun());
+    void Record(std::int32_t number) {
+        run.SaveMeasure(run.currentMeasurementPath, number, "", DisplayedRun());
     }
 
     static Numbers NumbersIn(const std::filesystem::path& file) {
@@ -39,6 +39,7 @@ protected:
     }
 
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     std::filesystem::path target;
     std::filesystem::path temporary;
 };

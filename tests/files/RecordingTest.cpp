@@ -1,8 +1,8 @@
 #include "files/Recording.h"
 
 #include "base/RunTimeError.h"
-#include "files/FileOpr.h"
 #include "files/MeasurementReader.h"
+#include "files/MeasuringRun.h"
 #include "files/SetUpRun.h"
 #include "support/FakePlatform.h"
 
@@ -25,7 +25,7 @@ class RecordingRun : public testing::Test {
 protected:
     RecordingRun() : target(platform.folder.Path() / "run.4ch") {
         SetUpRun();
-        FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
+        run.currentMeasurementPath = run.GetTempFile();
     }
 
     void ChooseTarget() {
@@ -67,8 +67,9 @@ protected:
     }
 
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     fs::path target;
-    Recording recording;
+    Recording recording{run};
     std::string comment;
     bool valuesAreRead = true;
     int entriesTaken = 0;
@@ -80,7 +81,7 @@ TEST_F(RecordingRun, A_period_below_one_second_is_refused_and_nothing_is_recorde
         EXPECT_FALSE(recording.IsAutomaticOn());
     }
     EXPECT_EQ(entriesTaken, 0);
-    EXPECT_TRUE(FileOpr::targetFile.empty());
+    EXPECT_TRUE(run.targetFile.empty());
 }
 
 TEST_F(RecordingRun, A_period_of_exactly_one_second_is_accepted) {
@@ -99,29 +100,29 @@ TEST_F(RecordingRun, A_cancelled_dialog_records_nothing) {
     platform.dialogs.ExpectFileDialog(
         [](const platform::FileDialogRequest&) { return std::nullopt; });
     EXPECT_EQ(Record(Mode::automatic).status, Status::cancelled);
-    EXPECT_TRUE(FileOpr::targetFile.empty());
+    EXPECT_TRUE(run.targetFile.empty());
     EXPECT_FALSE(recording.IsAutomaticOn());
-    EXPECT_EQ(ReadBytes(FileOpr::currentMeasurementPath), "");
+    EXPECT_EQ(ReadBytes(run.currentMeasurementPath), "");
 }
 
 TEST_F(RecordingRun, The_first_record_asks_for_the_target_and_later_ones_do_not) {
     ChooseTarget();
     auto outcome = Record(Mode::manual);
     EXPECT_TRUE(outcome.targetChosen);
-    EXPECT_EQ(FileOpr::targetFile, target);
+    EXPECT_EQ(run.targetFile, target);
     EXPECT_EQ(recording.Counter(), 1);
     EXPECT_TRUE(recording.RecordedSinceLastSave());
     outcome = Record(Mode::manual);
     EXPECT_FALSE(outcome.targetChosen);
     EXPECT_EQ(recording.Counter(), 2);
-    EXPECT_EQ(NumbersIn(FileOpr::currentMeasurementPath), (Numbers{1, 2}));
+    EXPECT_EQ(NumbersIn(run.currentMeasurementPath), (Numbers{1, 2}));
 }
 
 TEST_F(RecordingRun, The_comment_goes_with_its_record) {
     ChooseTarget();
     comment = "first look";
     Record(Mode::manual);
-    const auto file = FileOpr::ReadMeasurementFile(FileOpr::currentMeasurementPath);
+    const auto file = FileOpr::ReadMeasurementFile(run.currentMeasurementPath);
     EXPECT_EQ(file.records.at(0).comment, "first look");
 }
 
@@ -191,7 +192,7 @@ TEST_F(RecordingRun, Values_that_are_gone_once_the_file_is_chosen_are_not_record
     EXPECT_TRUE(outcome.targetChosen);
     EXPECT_FALSE(recording.IsAutomaticOn());
     EXPECT_EQ(recording.Counter(), 0);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_TRUE(FileOpr::ReadMeasurementFile(target).records.empty());
 }
 
@@ -203,7 +204,7 @@ TEST_F(RecordingRun, Stop_ends_the_run_and_the_next_one_goes_on_counting) {
     EXPECT_FALSE(recording.IsAutomaticOn());
     EXPECT_EQ(Run(10s), 0);
     Record(Mode::automatic, "1");
-    EXPECT_EQ(NumbersIn(FileOpr::currentMeasurementPath), (Numbers{1, 2, 3, 4}));
+    EXPECT_EQ(NumbersIn(run.currentMeasurementPath), (Numbers{1, 2, 3, 4}));
 }
 
 TEST_F(RecordingRun, A_period_typed_during_a_run_has_no_effect_on_it) {
@@ -229,7 +230,7 @@ TEST_F(RecordingRun, A_target_that_cannot_be_made_starts_nothing) {
 TEST_F(RecordingRun, A_record_that_cannot_be_written_ends_the_run_and_is_not_counted) {
     ChooseTarget();
     Record(Mode::automatic, "1");
-    FileOpr::currentMeasurementPath = platform.folder.Path() / "gone" / "file";
+    run.currentMeasurementPath = platform.folder.Path() / "gone" / "file";
     platform.clock.monotonic += 1s;
     EXPECT_THROW(Tick(), RunTimeError);
     EXPECT_FALSE(recording.IsAutomaticOn());
@@ -243,7 +244,7 @@ TEST_F(RecordingRun, Opening_the_report_in_manual_mode_completes_the_target_only
     EXPECT_EQ(NumbersIn(target), (Numbers{1}));
     Record(Mode::manual);
     EXPECT_EQ(NumbersIn(target), (Numbers{1}));
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
 }
 
@@ -258,7 +259,7 @@ TEST_F(RecordingRun, While_the_report_shows_an_automatic_run_its_records_go_into
     recording.ReportClosed();
     Run(1s);
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3, 4}));
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3, 4, 5}));
 }
 
@@ -267,11 +268,11 @@ TEST_F(RecordingRun, Stop_ends_the_following_and_a_new_run_takes_it_up_in_order)
     Record(Mode::automatic, "1");
     recording.ReportOpened();
     recording.Stop();
-    EXPECT_FALSE(FileOpr::IsFollowing());
+    EXPECT_FALSE(run.IsFollowing());
     Record(Mode::manual);
     EXPECT_EQ(NumbersIn(target), (Numbers{1}));
     Record(Mode::automatic, "1"); // the report still shows the file
-    EXPECT_TRUE(FileOpr::IsFollowing());
+    EXPECT_TRUE(run.IsFollowing());
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3}));
 }
 
@@ -279,7 +280,7 @@ TEST_F(RecordingRun, Opening_the_report_before_any_target_follows_nothing) {
     recording.ReportOpened();
     ChooseTarget();
     Record(Mode::automatic, "1");
-    EXPECT_FALSE(FileOpr::IsFollowing());
+    EXPECT_FALSE(run.IsFollowing());
     EXPECT_TRUE(NumbersIn(target).empty());
 }
 
@@ -300,7 +301,7 @@ TEST_F(RecordingRun, A_target_that_goes_while_it_is_followed_loses_no_record) {
     EXPECT_TRUE(recording.IsAutomaticOn());
     EXPECT_EQ(Run(1s), 1);
     fs::rename(away, folder);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3, 4}));
 }
 

@@ -1,7 +1,7 @@
 #include "files/Recovery.h"
 
 #include "base/RunTimeError.h"
-#include "files/FileOpr.h"
+#include "files/MeasuringRun.h"
 #include "files/RecordedFiles.h"
 #include "files/RecordingNote.h"
 #include "files/TargetTransfer.h"
@@ -18,7 +18,7 @@ class Recovery : public RecordedFiles {
 protected:
     void Begin() {
         TakeTempFile();
-        FileOpr::BeginTarget(target);
+        run.BeginTarget(target);
     }
 
     void Record(std::int32_t from, std::int32_t to) {
@@ -27,8 +27,8 @@ protected:
     }
 
     void EndProgram() {
-        FileOpr::ReleaseTempFile();
-        FileOpr::targetFile.clear();
+        run.ReleaseTempFile();
+        run.targetFile.clear();
     }
 
     void RecordAndCrash(std::int32_t records) {
@@ -90,7 +90,7 @@ TEST_F(Recovery, While_one_copy_asks_about_a_recording_another_does_not_find_it)
 TEST_F(Recovery, Temporary_files_without_a_record_are_removed_silently) {
     Begin(); // a header alone
     EndProgram();
-    FileOpr::GetTempFile();
+    run.GetTempFile();
     EndProgram();
     EXPECT_TRUE(FileOpr::FindUnfinishedRecordings().empty());
     EXPECT_EQ(FilesInTemporaryFolder(), 0U);
@@ -139,7 +139,7 @@ TEST_F(Recovery, A_tail_of_zeros_after_a_power_failure_is_left_out) {
 TEST_F(Recovery, A_flush_interrupted_at_any_byte_is_completed_exactly) {
     Begin();
     Record(1, 1);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     const std::string before = ReadBytes(target);
     Record(2, 4);
     const std::string recorded = ReadBytes(temporary);
@@ -184,7 +184,7 @@ TEST_F(Recovery, A_flush_that_lacks_nothing_but_its_end_is_not_asked_about) {
 TEST_F(Recovery, What_somebody_added_after_an_interrupted_flush_stays_and_no_record_is_doubled) {
     Begin();
     Record(1, 1);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     const std::string before = ReadBytes(target);
     Record(2, 4);
     const std::string recorded = ReadBytes(temporary);
@@ -202,7 +202,7 @@ TEST_F(Recovery, What_somebody_added_after_an_interrupted_flush_stays_and_no_rec
 TEST_F(Recovery, Records_after_a_flush_are_appended_to_the_target) {
     Begin();
     Record(1, 2);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     Record(3, 4);
     EndProgram();
     EXPECT_EQ(RecoverAll(), 1U);
@@ -289,13 +289,14 @@ TEST_F(Recovery, A_target_that_another_copy_records_into_is_refused) {
     const auto heldByAnother = FileOpr::FindUnfinishedRecordings();
     ASSERT_EQ(heldByAnother.size(), 1U);
     WriteBytes(target, "what the other copy has flushed");
-    FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
-    EXPECT_THROW(FileOpr::BeginTarget(target), RunTimeError);
+    run.currentMeasurementPath = run.GetTempFile();
+    EXPECT_THROW(run.BeginTarget(target), RunTimeError);
     EXPECT_EQ(ReadBytes(target), "what the other copy has flushed");
 }
 
 TEST(RecordingNote, A_note_is_read_back_whatever_its_target_is_called) {
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     const auto file = platform.folder.Path() / "a.note";
     const FileOpr::RecordingNote plain{fs::path(u8"/d/\u00B5 \u20AC\ntarget=x.4ch"), std::nullopt};
     FileOpr::WriteNote(file, plain);
@@ -307,6 +308,7 @@ TEST(RecordingNote, A_note_is_read_back_whatever_its_target_is_called) {
 
 TEST(RecordingNote, Other_bytes_are_no_note) {
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     const auto file = platform.folder.Path() / "a.note";
     EXPECT_FALSE(FileOpr::ReadNote(file));
     for (const std::string bytes :

@@ -1,6 +1,6 @@
 #include "base/RunTimeError.h"
-#include "files/FileOpr.h"
 #include "files/LiveReport.h"
+#include "files/MeasuringRun.h"
 #include "files/SetUpRun.h"
 #include "settings/mWinInit.h"
 #include "support/FakePlatform.h"
@@ -15,23 +15,24 @@ class SaveMeasure : public testing::Test {
 protected:
     SaveMeasure() : file(platform.folder.Path() / "run.4ch") {
         SetUpRun();
-        FileOpr::CreateHeadLines(file);
+        run.CreateHeadLines(file);
         WriteBytes(file, "");
     }
 
     std::string Save(std::int32_t number, const std::string& comment) {
-        FileOpr::SaveMeasure(file, number, comment, displayed);
+        run.SaveMeasure(file, number, comment, displayed);
         return ReadBytes(file);
     }
 
     void MakeAll(const std::string& electrode) {
         for (auto& channel : mWinInit::ChannelSetup)
             channel.Electrode = electrode;
-        FileOpr::CreateHeadLines(file);
+        run.CreateHeadLines(file);
         WriteBytes(file, "");
     }
 
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     std::filesystem::path file;
     FileOpr::DisplayedChannels displayed = DisplayedRun();
 };
@@ -104,9 +105,9 @@ TEST_F(SaveMeasure, A_line_break_in_a_comment_becomes_a_blank_and_a_tab_stays) {
 TEST_F(SaveMeasure, Each_live_report_is_told_once_the_record_is_in_the_file) {
     std::vector<std::string> found;
     const auto look = [&] { found.push_back(ReadBytes(file)); };
-    const FileOpr::LiveReport first(look);
+    const FileOpr::LiveReport first(run, look);
     {
-        const FileOpr::LiveReport second(look);
+        const FileOpr::LiveReport second(run, look);
         Save(1, "first look");
     }
     EXPECT_EQ(found, std::vector<std::string>(2, firstRecord + Separator()));
@@ -116,18 +117,18 @@ TEST_F(SaveMeasure, Each_live_report_is_told_once_the_record_is_in_the_file) {
 
 TEST_F(SaveMeasure, A_live_report_may_end_another_one) {
     std::optional<FileOpr::LiveReport> second;
-    const FileOpr::LiveReport first([&second] { second.reset(); });
+    const FileOpr::LiveReport first(run, [&second] { second.reset(); });
     int told = 0;
-    second.emplace([&told] { ++told; });
+    second.emplace(run, [&told] { ++told; });
     Save(1, "");
     EXPECT_EQ(told, 0);
 }
 
 TEST_F(SaveMeasure, A_record_that_cannot_be_written_is_not_told) {
     int told = 0;
-    const FileOpr::LiveReport report([&told] { ++told; });
+    const FileOpr::LiveReport report(run, [&told] { ++told; });
     file = platform.folder.Path() / "gone" / "run.4ch";
-    EXPECT_THROW(FileOpr::SaveMeasure(file, 1, "", displayed), RunTimeError);
+    EXPECT_THROW(run.SaveMeasure(file, 1, "", displayed), RunTimeError);
     EXPECT_EQ(told, 0);
 }
 

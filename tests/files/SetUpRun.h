@@ -1,6 +1,8 @@
 #pragma once
 
-#include "files/FileOpr.h"
+#include "files/MeasurementRecord.h"
+
+#include <cstdint>
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "base/RunTimeError.h"
-#include "files/FileOpr.h"
 #include "files/MeasurementReader.h"
+#include "files/MeasuringRun.h"
 #include "files/Recovery.h"
 #include "files/SetUpRun.h"
 #include "support/FakePlatform.h"
@@ -19,13 +19,13 @@ class WriteFailure : public testing::Test {
 protected:
     WriteFailure() : target(platform.folder.Path() / "run.4ch") {
         SetUpRun();
-        FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
-        temporary = FileOpr::currentMeasurementPath;
-        FileOpr::BeginTarget(target);
+        run.currentMeasurementPath = run.GetTempFile();
+        temporary = run.currentMeasurementPath;
+        run.BeginTarget(target);
     }
 
-    static void Record(std::int32_t number, const std::string& comment = "") {
-        FileOpr::SaveMeasure(FileOpr::currentMeasurementPath, number, comment, DisplayedRun());
+    void Record(std::int32_t number, const std::string& comment = "") {
+        run.SaveMeasure(run.currentMeasurementPath, number, comment, DisplayedRun());
     }
 
     template <class Action>
@@ -46,6 +46,7 @@ protected:
     }
 
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     fs::path target;
     fs::path temporary;
 };
@@ -60,7 +61,7 @@ TEST_F(WriteFailure, A_record_that_a_full_disk_refuses_leaves_the_file_as_it_was
     }
     EXPECT_EQ(ReadBytes(temporary), before);
     Record(2); // there is room again
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
 }
 
@@ -70,37 +71,37 @@ TEST_F(WriteFailure, A_flush_that_a_full_disk_refuses_says_so_and_loses_nothing)
     const std::string recorded = ReadBytes(temporary);
     {
         const FullDisk limit(recorded.size() - 100);
-        const auto error = ErrorOf([] { FileOpr::FlushTempFile(); });
+        const auto error = ErrorOf([this] { run.FlushTempFile(); });
         EXPECT_NE(error.find("run.4ch: Disk full"), std::string::npos) << error;
         EXPECT_NE(error.find("kept in " + temporary.string()), std::string::npos) << error;
     }
     EXPECT_FALSE(fs::exists(target));
     EXPECT_EQ(ReadBytes(temporary), recorded);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(ReadBytes(target), recorded);
 }
 
 TEST_F(WriteFailure, A_refused_flush_leaves_an_older_part_of_the_target_as_it_was) {
     Record(1);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     const std::string before = ReadBytes(target);
     for (std::int32_t number = 2; number <= 5; ++number)
         Record(number);
     {
         const FullDisk limit(fs::file_size(temporary) + 50);
-        EXPECT_NE(ErrorOf([] { FileOpr::FlushTempFile(); }).find("Disk full"), std::string::npos);
+        EXPECT_NE(ErrorOf([this] { run.FlushTempFile(); }).find("Disk full"), std::string::npos);
     }
     EXPECT_EQ(ReadBytes(target), before);
     Record(6);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3, 4, 5, 6}));
 }
 
 TEST_F(WriteFailure, A_flush_that_failed_at_the_end_is_found_at_the_next_start) {
     Record(1);
     fs::create_directory(target);
-    EXPECT_NE(ErrorOf([] { FileOpr::FlushTempFile(); }), "no error");
-    FileOpr::ReleaseTempFile();
+    EXPECT_NE(ErrorOf([this] { run.FlushTempFile(); }), "no error");
+    run.ReleaseTempFile();
     fs::remove(target);
     auto found = FileOpr::FindUnfinishedRecordings();
     ASSERT_EQ(found.size(), 1U);
@@ -136,19 +137,19 @@ TEST_F(WriteFailure, A_folder_that_may_not_be_written_keeps_the_records) {
     fs::create_directory(own);
     {
         const ReadOnlyFolder folder(own);
-        FileOpr::targetFile = folder.Path() / "run.4ch";
-        const auto error = ErrorOf([] { FileOpr::FlushTempFile(); });
+        run.targetFile = folder.Path() / "run.4ch";
+        const auto error = ErrorOf([this] { run.FlushTempFile(); });
         EXPECT_NE(error.find("run.4ch: Permission denied"), std::string::npos) << error;
     }
     EXPECT_EQ(NumbersIn(temporary), (Numbers{1}));
-    FileOpr::targetFile = target;
-    FileOpr::FlushTempFile();
+    run.targetFile = target;
+    run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1}));
 }
 
 TEST_F(WriteFailure, The_temporary_file_its_note_and_its_lock_are_for_their_user_alone) {
     Record(1);
-    FileOpr::FlushTempFile();
+    run.FlushTempFile();
     Record(2); // made anew
     int files = 0;
     for (const auto& entry : fs::directory_iterator(platform.places.TemporaryFolder())) {
@@ -163,7 +164,7 @@ TEST_F(WriteFailure, The_temporary_file_its_note_and_its_lock_are_for_their_user
 TEST_F(WriteFailure,
        A_link_or_a_shared_file_in_the_temporary_folder_is_never_taken_for_a_recording) {
     Record(1);
-    FileOpr::ReleaseTempFile();
+    run.ReleaseTempFile();
     const auto folder = platform.places.TemporaryFolder();
     const auto elsewhere = platform.folder.Path() / "elsewhere";
     fs::rename(folder, elsewhere);

@@ -10,8 +10,8 @@ protected:
     MeasurementText text;
 
     void Follow(int records) {
-        FileOpr::targetFile = File();
-        FileOpr::measuring = true;
+        run.targetFile = File();
+        run.measuring = true;
         View(text.File(records));
         loader.SetAutoUpdate(true);
     }
@@ -148,8 +148,8 @@ TEST_F(Live, A_full_page_is_followed_by_a_new_one_in_front) {
 }
 
 TEST_F(Live, Records_that_arrive_during_a_load_are_in_the_list_once) {
-    FileOpr::targetFile = File();
-    FileOpr::measuring = true;
+    run.targetFile = File();
+    run.measuring = true;
     int passes = 0;
     platform.desktop.onEvents = [&] {
         if (++passes == 5 || passes == 60) { // while it reads, and in the pause at the end
@@ -187,8 +187,8 @@ TEST_F(Live, A_list_without_records_yet_begins_behind_the_one_before) {
 }
 
 TEST_F(Live, What_ESC_has_left_unread_is_read_when_the_user_asks_for_it) {
-    FileOpr::targetFile = File();
-    FileOpr::measuring = true;
+    run.targetFile = File();
+    run.measuring = true;
     int passes = 0;
     platform.desktop.onEvents = [&] {
         if (++passes == 20)

@@ -12,15 +12,15 @@ protected:
     LiveRecord() { SetUpRun(); }
 
     void Follow(Quantity unit) {
-        FileOpr::CreateHeadLines(File());
-        FileOpr::targetFile = File();
-        FileOpr::measuring = true;
+        run.CreateHeadLines(File());
+        run.targetFile = File();
+        run.measuring = true;
         loader.ViewFile(File());
         loader.SetAutoUpdate(true);
         shown.unitCode = unit;
     }
     void Save(std::int32_t number, const std::string& comment = "") {
-        FileOpr::SaveMeasure(File(), number, comment, displayed);
+        run.SaveMeasure(File(), number, comment, displayed);
     }
     /// The value of each set at a point.
     std::vector<double> Values(int point) const {
@@ -32,7 +32,7 @@ protected:
     }
 
     FileOpr::DisplayedChannels displayed = DisplayedRun();
-    FileOpr::LiveReport live{[this] { loader.LiveRecord(); }};
+    FileOpr::LiveReport live{run, [this] { loader.LiveRecord(); }};
 };
 
 TEST_F(LiveRecord, The_list_receives_each_line_and_a_wider_separator) {

@@ -280,8 +280,8 @@ TEST_F(ReportLoader, A_file_that_shrinks_gives_blank_lines_and_says_so) {
 }
 
 TEST_F(ReportLoader, Updating_the_live_file_adds_what_was_recorded_since) {
-    FileOpr::measuring = true;
-    FileOpr::targetFile = File();
+    run.measuring = true;
+    run.targetFile = File();
     const MeasurementText text;
     View(text.File(60));
     EXPECT_TRUE(viewed.viewingLiveFile);
@@ -300,8 +300,8 @@ TEST_F(ReportLoader, Updating_the_live_file_adds_what_was_recorded_since) {
 }
 
 TEST_F(ReportLoader, A_last_line_that_was_incomplete_is_completed_by_an_update) {
-    FileOpr::measuring = true;
-    FileOpr::targetFile = File();
+    run.measuring = true;
+    run.targetFile = File();
     const MeasurementText text;
     const std::string whole = text.File(5);
     for (const std::size_t missing : {1U, 40U, 160U, 300U, 565U, 570U, 590U}) {

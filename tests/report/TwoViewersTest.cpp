@@ -11,7 +11,7 @@ protected:
     Mreport::ViewedFile otherViewed;
     Mreport::ShownGraph otherShown;
     RecordingView otherView{otherViewed, otherShown};
-    Mreport::ReportLoader otherLoader{otherViewed, otherShown, otherView};
+    Mreport::ReportLoader otherLoader{run, otherViewed, otherShown, otherView};
 
     std::filesystem::path OtherFile() const { return platform.folder.Path() / "other.8ch"; }
 
@@ -97,8 +97,8 @@ TEST_F(TwoViewers, Search_selection_and_export_take_their_own_file) {
 }
 
 TEST_F(TwoViewers, One_follows_the_recording_while_the_other_stays) {
-    FileOpr::measuring = true;
-    FileOpr::targetFile = File();
+    run.measuring = true;
+    run.targetFile = File();
     const MeasurementText text;
     View(text.File(60));
     loader.SetAutoUpdate(true);

@@ -2,7 +2,6 @@
 
 #include "app/Mcommon.h"
 #include "chem/Measure.h"
-#include "files/FileOpr.h"
 #include "link/CommPort.h"
 #include "link/DataAcq.h"
 #include "platform/System.h"
@@ -147,7 +146,6 @@ void ResetCore() {
     mWinInit::Reset();
     CommPort::Reset();
     DataAcq::Reset();
-    FileOpr::Reset();
 }
 } // namespace
 

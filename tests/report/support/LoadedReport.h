@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/MeasuringRun.h"
 #include "report/ReportLoader.h"
 #include "report/support/MeasurementText.h"
 #include "report/support/RecordingView.h"
@@ -15,10 +16,11 @@
 class LoadedReport : public testing::Test {
 protected:
     fake::Platform platform;
+    FileOpr::MeasuringRun run;
     Mreport::ViewedFile viewed;
     Mreport::ShownGraph shown;
     RecordingView view{viewed, shown};
-    Mreport::ReportLoader loader{viewed, shown, view};
+    Mreport::ReportLoader loader{run, viewed, shown, view};
 
     LoadedReport() { platform.clock.step = std::chrono::milliseconds(1); }
 

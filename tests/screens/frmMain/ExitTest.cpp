@@ -45,7 +45,7 @@ protected:
     /// As after a crash: the form is gone, the temporary file stays without its lock.
     void Crash() {
         form.reset();
-        FileOpr::Reset();
+        run.reset();
     }
 };
 

@@ -34,7 +34,8 @@ MainScreenTest::MainScreenTest() {
 }
 
 void MainScreenTest::Open() {
-    form = std::make_unique<frmMain>();
+    run.emplace();
+    form = std::make_unique<frmMain>(*run);
     Show(*form);
 }
 

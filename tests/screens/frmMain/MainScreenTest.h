@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/MeasuringRun.h"
 #include "screens/frmMain/frmMain.h"
 #include "screens/support/ScreenTest.h"
 
@@ -7,6 +8,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 /// The main screen over a project that is ready to measure: channel 1 Ca (31.62 ppm at 188.5 mV,
@@ -39,5 +41,6 @@ protected:
     /// E1 188.5 mV, T1 745.8 (25 °C), E2 59.0 mV, T2 799.6 (20 °C), E3 230.0 mV, E4 -12.3 mV.
     static constexpr std::array<int, 8> frame = {1885, 7458, 590, 7996, 2300, 9000, -123, 9000};
 
+    std::optional<FileOpr::MeasuringRun> run; ///< made anew with each form, as with each program
     std::unique_ptr<frmMain> form;
 };

@@ -69,7 +69,7 @@ TEST_F(RecordingTest, Back_moves_the_records_into_the_chosen_file) {
     Click(*form, "cmdPage", frmMain::run);
     Click(*form, "cmdPage", frmMain::run);
     EXPECT_FALSE(std::filesystem::exists(target));
-    const auto temporary = FileOpr::currentMeasurementPath;
+    const auto temporary = run->currentMeasurementPath;
     EXPECT_TRUE(std::filesystem::exists(temporary));
     StopAndGoBack();
     EXPECT_FALSE(std::filesystem::exists(temporary));
@@ -133,7 +133,7 @@ TEST_F(RecordingTest, A_cancelled_save_dialog_records_nothing) {
     EXPECT_EQ(Counter(), "0");
     EXPECT_EQ(Comment(), "first");
     EXPECT_EQ(form->windowTitle(), "4-Channel Vantrel : Data Acquisition");
-    EXPECT_TRUE(FileOpr::targetFile.empty());
+    EXPECT_TRUE(run->targetFile.empty());
 }
 
 TEST_F(RecordingTest, A_comment_is_used_by_one_record_only) {
@@ -381,11 +381,11 @@ TEST_F(RecordingTest, While_the_report_follows_records_go_straight_to_the_target
     OpenReading();
     const auto target = StartAutomatic("1");
     Click(*form, "cmdPage", frmMain::report);
-    EXPECT_TRUE(FileOpr::IsFollowing());
+    EXPECT_TRUE(run->IsFollowing());
     TimePasses(1s);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
     Click(*form, "cmdPage", frmMain::run);
-    EXPECT_FALSE(FileOpr::IsFollowing());
+    EXPECT_FALSE(run->IsFollowing());
     Pick(*form, "cboAcqr", "Manual");
     Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);

@@ -57,10 +57,11 @@ protected:
         return records;
     }
 
+    FileOpr::MeasuringRun run;
     Mreport::ViewedFile viewed;
     Mreport::ShownGraph shown;
     RecordingView view{viewed, shown};
-    Mreport::ReportLoader loader{viewed, shown, view};
+    Mreport::ReportLoader loader{run, viewed, shown, view};
     std::unique_ptr<frmPrint> form;
 };
 

@@ -18,10 +18,11 @@ class ReportScreen : public ScreenTest {
 protected:
     ReportScreen() {
         platform.clock.step = std::chrono::milliseconds(1); // events run wherever they may
-        form = std::make_unique<Report>();
+        form = std::make_unique<Report>(run);
         Show(*form);
     }
 
+    FileOpr::MeasuringRun run;
     std::unique_ptr<Report> form;
 
     std::filesystem::path File(const std::string& name = "run.4ch") const {

@@ -165,8 +165,8 @@ TEST_F(ReportScreen, The_menus_offer_what_the_shown_file_allows) {
     View(MeasurementText().File(5));
     EXPECT_TRUE(Find<QAction>(*form, "mnuViewItem_0").isEnabled());
     EXPECT_FALSE(Find<QAction>(*form, "mnuUpdateItem_0").isEnabled());
-    FileOpr::measuring = true;
-    FileOpr::targetFile = File();
+    run.measuring = true;
+    run.targetFile = File();
     View(MeasurementText().File(5));
     EXPECT_FALSE(Find<QAction>(*form, "mnuViewItem_0").isEnabled());
     EXPECT_TRUE(Find<QAction>(*form, "mnuUpdateItem_0").isEnabled());
@@ -186,8 +186,8 @@ TEST_F(ReportScreen, Calculator_notepad_and_help_are_the_desktops) {
 }
 
 TEST_F(ReportScreen, A_live_file_is_updated_by_hand) {
-    FileOpr::measuring = true;
-    FileOpr::targetFile = File();
+    run.measuring = true;
+    run.targetFile = File();
     View(MeasurementText().File(60));
     Append(MeasurementText().Record(61));
     platform.dialogs.ExpectMessage("The list has been updated.", information);
@@ -197,8 +197,8 @@ TEST_F(ReportScreen, A_live_file_is_updated_by_hand) {
 }
 
 TEST_F(ReportScreen, Automatic_update_hides_the_scroll_bar_until_the_run_ends) {
-    FileOpr::measuring = true;
-    FileOpr::targetFile = File();
+    run.measuring = true;
+    run.targetFile = File();
     View(MeasurementText().File(60));
     Choose(*form, "mnuUpdateItem_1");
     EXPECT_TRUE(Shown().autoUpdate);
@@ -211,26 +211,26 @@ TEST_F(ReportScreen, Automatic_update_hides_the_scroll_bar_until_the_run_ends) {
 }
 
 TEST_F(ReportScreen, The_file_is_no_longer_live_when_the_measuring_page_is_left) {
-    FileOpr::targetFile = File();
-    FileOpr::measuring = true;
+    run.targetFile = File();
+    run.measuring = true;
     View(MeasurementText().File(60));
     Choose(*form, "mnuUpdateItem_1");
-    FileOpr::measuring = false;
+    run.measuring = false;
     QWidget other;
     Show(other);
     Show(*form);
     EXPECT_FALSE(Viewed().viewingLiveFile);
     EXPECT_FALSE(Shown().autoUpdate);
     EXPECT_TRUE(Find<QAction>(*form, "mnuViewItem_0").isEnabled());
-    FileOpr::measuring = true;
+    run.measuring = true;
     Show(other);
     Show(*form);
     EXPECT_TRUE(Find<QAction>(*form, "mnuUpdateItem_0").isEnabled());
 }
 
 TEST_F(ReportScreen, A_list_chosen_during_automatic_update_leaves_the_live_graph) {
-    FileOpr::targetFile = File();
-    FileOpr::measuring = true;
+    run.targetFile = File();
+    run.measuring = true;
     View(MeasurementText().File(recordsOfFirstPage + 10));
     Choose(*form, "mnuUpdateItem_1");
     EXPECT_EQ(Shown().graphPageIndex, 1);
@@ -240,8 +240,8 @@ TEST_F(ReportScreen, A_list_chosen_during_automatic_update_leaves_the_live_graph
 }
 
 TEST_F(ReportScreen, Opening_a_file_resets_update_and_view) {
-    FileOpr::measuring = true;
-    FileOpr::targetFile = File();
+    run.measuring = true;
+    run.targetFile = File();
     View(MeasurementText().File(60));
     Choose(*form, "mnuUpdateItem_1");
     Choose(*form, "mnuViewItem_2");
@@ -328,8 +328,8 @@ TEST_F(ReportScreen, Every_control_has_a_name_and_no_mnemonic_is_shared) {
 }
 
 TEST_F(ReportScreen, Automatic_update_waits_for_the_end_of_a_load) {
-    FileOpr::measuring = true;
-    FileOpr::targetFile = File();
+    run.measuring = true;
+    run.targetFile = File();
     DuringLoad([this] {
         platform.dialogs.ExpectMessage("Cannot choose this option while data is loading.",
                                        information);

@@ -20,7 +20,7 @@ protected:
         return Find<QPlainTextEdit>(report, "txtHead").toPlainText();
     }
 
-    Report other;
+    Report other{run};
 };
 
 TEST_F(TwoReports, Neither_disturbs_the_other) {
@@ -47,18 +47,18 @@ TEST_F(TwoReports, Neither_disturbs_the_other) {
 }
 
 TEST_F(TwoReports, Another_file_opened_beside_it_does_not_end_the_following) {
-    FileOpr::measuring = true;
-    FileOpr::targetFile = File();
+    run.measuring = true;
+    run.targetFile = File();
     View(MeasurementText().File(60));
-    FileOpr::FollowTarget(true);
+    run.FollowTarget(true);
     ViewOther(MeasurementText(), 5);
     Append(MeasurementText().Record(61));
-    FileOpr::LiveReport::RecordWritten();
+    run.RecordWritten();
     EXPECT_EQ(List(0).LineCount(), 12 + 8 * 61);
     EXPECT_EQ(Element<LineListView>(other, "lstData", 0).LineCount(), 12 + 8 * 5);
     other.close();
     Append(MeasurementText().Record(62));
-    FileOpr::LiveReport::RecordWritten();
+    run.RecordWritten();
     EXPECT_EQ(List(0).LineCount(), 12 + 8 * 62);
 }
 

@@ -1,7 +1,9 @@
+#include "files/MeasurementDialog.h"
+
 #include "base/CodePage.h"
-#include "base/RunTimeError.h"
 #include "files/FileOpr.h"
 #include "platform/Platform.h"
+#include "settings/mWinInit.h"
 
 namespace FileOpr {
 
@@ -9,14 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path InitialFolder() {
-    if (!lastFolder.empty())
-        return lastFolder;
-    const auto& chosen = mWinInit::ProjectInfo.MeasurementFileLocation;
-    return chosen.empty() ? mWinInit::DefaultDataFolder() : CodePage::ToPath(chosen);
-}
-
-platform::FileDialogRequest Request(DialogMode mode) {
+platform::FileDialogRequest Request(DialogMode mode, fs::path initialFolder) {
     const std::string mask = "*." + Extension();
     platform::FileDialogRequest request;
     const bool open = mode == DialogMode::open;
@@ -26,7 +21,7 @@ platform::FileDialogRequest Request(DialogMode mode) {
     request.fileName = mask;
     request.defaultExtension = Extension();
     request.filter = "Measurement Files (" + mask + ")|" + mask + "|All Files (*.*)|*.*";
-    request.initialFolder = InitialFolder();
+    request.initialFolder = std::move(initialFolder);
     return request;
 }
 
@@ -36,22 +31,15 @@ bool NameContains(const fs::path& file, fs::path::value_type letter) {
 
 } // namespace
 
-std::string Extension() {
-    return mWinInit::HardwareSettings.ChannelCount == 8 ? "8ch" : "4ch";
+fs::path MeasurementDialog::InitialFolder() const {
+    if (!lastFolder.empty())
+        return lastFolder;
+    const auto& chosen = mWinInit::ProjectInfo.MeasurementFileLocation;
+    return chosen.empty() ? mWinInit::DefaultDataFolder() : CodePage::ToPath(chosen);
 }
 
-void SetDataFolder() {
-    std::error_code failure;
-    const auto folder = mWinInit::DefaultDataFolder();
-    fs::create_directories(folder, failure);
-    if (!failure)
-        fs::current_path(folder, failure);
-    if (failure)
-        throw RunTimeError("Opening the folder " + CodePage::NameOf(folder) + ": Path not found");
-}
-
-bool ShowFileDialog(fs::path& fileName, DialogMode mode) {
-    const auto request = Request(mode);
+bool MeasurementDialog::ShowFileDialog(fs::path& fileName, DialogMode mode) {
+    const auto request = Request(mode, InitialFolder());
     fileName = platform::Current().dialogs.ChooseFile(request).value_or(request.fileName);
     if (fileName.has_parent_path())
         lastFolder = fileName.parent_path();

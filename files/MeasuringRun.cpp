@@ -1,0 +1,157 @@
+#include "files/MeasuringRun.h"
+
+#include "base/CodePage.h"
+#include "base/RunTimeError.h"
+#include "files/FileOpr.h"
+#include "files/LiveReport.h"
+#include "files/Recovery.h"
+#include "files/TemporaryRecording.h"
+#include "platform/Platform.h"
+
+#include <algorithm>
+
+namespace FileOpr {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+MeasurementFormat::Channels ChannelsInUse() {
+    const auto count =
+        std::clamp<int>(mWinInit::HardwareSettings.ChannelCount, 0, static_cast<int>(maxChannels));
+    return std::span(mWinInit::ChannelSetup).first(static_cast<std::size_t>(count));
+}
+
+/// A target that cannot be written is found out before anything is recorded for it.
+void TryWriting(const fs::path& target) {
+    platform::Current().files.OpenForAppend(target);
+    fs::remove(target);
+}
+
+} // namespace
+
+MeasuringRun::MeasuringRun() = default;
+MeasuringRun::~MeasuringRun() = default;
+
+void MeasuringRun::CreateHeadLines(const fs::path& file) {
+    const auto channels = ChannelsInUse();
+    rows_ = MeasurementFormat::RowsOf(channels);
+    const MeasurementFormat::HeaderSource source{mWinInit::ProjectInfo, channels,
+                                                 mWinInit::Calibration};
+    const auto text = MeasurementFormat::HeaderText(source, platform::Current().clock.Now());
+    PrepareWrite(file);
+    auto& store = platform::Current().files;
+    const auto opened = store.OpenForAppend(file);
+    store.Truncate(file, 0);
+    opened->Append(text, true);
+}
+
+void MeasuringRun::SaveMeasure(const fs::path& file, std::int32_t recordNumber,
+                               const std::string& comment, const DisplayedChannels& displayed) {
+    const auto channelCount = static_cast<int>(ChannelsInUse().size());
+    const auto record = MeasurementFormat::BuildRecord(
+        recordNumber, platform::Current().clock.Now(), comment, displayed, channelCount);
+    const auto text = MeasurementFormat::RecordText(record, rows_, channelCount);
+    PrepareWrite(file);
+    platform::Current().files.OpenForAppend(file)->Append(text, true);
+    RecordWritten();
+}
+
+/// Before a write into the temporary file its note must stand.
+void MeasuringRun::PrepareWrite(const fs::path& file) {
+    if (temporaryRecording_ && file == temporaryRecording_->File())
+        temporaryRecording_->Prepare(targetFile);
+}
+
+fs::path MeasuringRun::GetTempFile() {
+    temporaryRecording_.reset(); // first: its lock must not keep the new one's folder busy
+    temporaryRecording_ = std::make_unique<TemporaryRecording>(
+        platform::Current().places.TemporaryFolder(), Extension());
+    return temporaryRecording_->File();
+}
+
+void MeasuringRun::ReleaseTempFile() {
+    temporaryRecording_.reset();
+}
+
+void MeasuringRun::BeginTarget(const fs::path& target) {
+    FollowTarget(false);
+    if (currentMeasurementPath.empty()) // none could be made at the start
+        currentMeasurementPath = GetTempFile();
+    if (HasWaitingRecords())
+        FlushTempFile();
+    const auto before = targetFile;
+    const auto back = [this, &before] {
+        targetFile = before;
+        EmptyTempFile();
+    };
+    try {
+        RefuseTarget(target);
+        targetFile = target;
+        ReplaceTarget(target);
+    } catch (const fs::filesystem_error& error) {
+        back();
+        throw RunTimeError("Writing " + CodePage::NameOf(target) + ": " + error.code().message());
+    } catch (const RunTimeError&) {
+        back();
+        throw;
+    }
+}
+
+void MeasuringRun::RefuseTarget(const fs::path& target) const {
+    if (fs::is_directory(target))
+        throw RunTimeError("Writing " + CodePage::NameOf(target) + ": Is a folder");
+    if (IsTargetOfAnotherProgram(target, currentMeasurementPath))
+        throw RunTimeError("Writing " + CodePage::NameOf(target) +
+                           ": Another copy of the program is recording into it");
+}
+
+/// The header goes into the temporary file before the old target goes: where there is no room for
+/// it, the old measurement stays.
+void MeasuringRun::ReplaceTarget(const fs::path& target) {
+    CreateHeadLines(currentMeasurementPath);
+    fs::remove(target);
+    TryWriting(target);
+}
+
+void MeasuringRun::EmptyTempFile() {
+    try {
+        platform::Current().files.Truncate(currentMeasurementPath, 0);
+    } catch (const RunTimeError&) {
+        return; // a header alone is no record, so nothing is offered at the next start
+    }
+}
+
+void MeasuringRun::FollowTarget(bool follow) {
+    following_ = false;
+    if (temporaryRecording_)
+        currentMeasurementPath = temporaryRecording_->File();
+    if (!follow || targetFile.empty())
+        return;
+    FlushTempFile();
+    currentMeasurementPath = targetFile;
+    following_ = true;
+}
+
+void MeasuringRun::FlushTempFile() {
+    if (temporaryRecording_)
+        temporaryRecording_->Flush(targetFile);
+}
+
+bool MeasuringRun::HasWaitingRecords() const {
+    return temporaryRecording_ && !temporaryRecording_->IsEmpty();
+}
+
+bool MeasuringRun::IsLiveFile(const fs::path& file) const {
+    return measuring && !targetFile.empty() &&
+           file.lexically_normal() == targetFile.lexically_normal();
+}
+
+void MeasuringRun::RecordWritten() {
+    const auto reports = reports_; // one may end, or another begin, meanwhile
+    for (LiveReport* report : reports)
+        if (std::ranges::find(reports_, report) != reports_.end())
+            report->RecordWritten();
+}
+
+} // namespace FileOpr
