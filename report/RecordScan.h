@@ -4,6 +4,7 @@
 #include "files/RecordWalk.h"
 #include "report/LineScanner.h"
 #include "report/RecordTime.h"
+#include "report/Stretch.h"
 #include "report/TextSource.h"
 #include "report/ValueCells.h"
 
@@ -15,14 +16,6 @@
 #include <vector>
 
 namespace Mreport {
-
-/// A stretch of a file that begins and ends at line ends.
-struct Stretch {
-    std::uint64_t begin = 0;
-    std::uint64_t end = 0; ///< behind its last byte
-
-    bool operator==(const Stretch&) const = default;
-};
 
 /// What a scan reads of each record.
 struct ScanWish {

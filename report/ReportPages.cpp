@@ -88,10 +88,11 @@ void ReportPages::NoteRecord(PageIndex& page) const {
     const Line line = page.starts.size() - 2;
     const std::int32_t number = walk_.Number();
     if (!page.records)
-        page.records = RecordRange{number, number, line, line, line};
+        page.records = RecordRange{number, number, line, line, line, 0};
     page.records->previousLine = page.records->lastLine;
     page.records->lastLine = line;
     page.records->last = number;
+    ++page.records->count;
 }
 
 void ReportPages::ReopenLastLine() {
@@ -107,6 +108,23 @@ void ReportPages::ReopenLastLine() {
 
 std::optional<ReportPages::RecordRange> ReportPages::Records(Page page) const {
     return At(page).records;
+}
+
+std::int64_t ReportPages::RecordCount(Page page) const {
+    const auto& records = At(page).records;
+    return records ? records->count : 0;
+}
+
+Stretch ReportPages::Bytes(Page page) const {
+    const PageIndex& index = At(page);
+    const bool open = beforeOpenLine_ && page == Last();
+    return {index.base, open ? index.base + index.starts.back() : index.end};
+}
+
+ReportPages::Line ReportPages::LineAt(Page page, std::uint64_t offset) const {
+    const PageIndex& index = At(page);
+    const auto behind = std::ranges::upper_bound(index.starts, offset - index.base);
+    return static_cast<Line>(behind - index.starts.begin()) - 1;
 }
 
 ReportPages::Extent ReportPages::ExtentOf(const PageIndex& page, Line line) const {

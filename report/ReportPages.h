@@ -2,6 +2,7 @@
 
 #include "files/RecordWalk.h"
 #include "report/LineScanner.h"
+#include "report/Stretch.h"
 #include "report/TextSource.h"
 
 #include <cstdint>
@@ -27,8 +28,9 @@ public:
         std::int32_t first = 0; ///< record number
         std::int32_t last = 0;
         Line firstLine = 0;
-        Line lastLine = 0;     ///< at which the last record starts
-        Line previousLine = 0; ///< at which the one before it starts; same as lastLine with one
+        Line lastLine = 0;      ///< at which the last record starts
+        Line previousLine = 0;  ///< at which the one before it starts; same as lastLine with one
+        std::int64_t count = 0; ///< of records, whatever their numbers
     };
 
     ReportPages();
@@ -65,6 +67,15 @@ public:
     void ReopenLastLine();
 
     std::optional<RecordRange> Records(Page page) const;
+    std::int64_t RecordCount(Page page) const;
+
+    /// Where the page's whole lines lie in the source; a last line without line end is left out.
+    Stretch Bytes(Page page) const;
+
+    /// The line that begins at or before this offset of the source; the page must hold it.
+    Line LineAt(Page page, std::uint64_t offset) const;
+
+    bool IsUtf8() const { return utf8_; }
 
     /// The line as the list shows it: a separator is a line of 200 dashes.
     std::string Shown(Page page, Line line) const;
