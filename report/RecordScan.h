@@ -42,6 +42,8 @@ struct FoundRecord {
 class RecordScan {
 public:
     RecordScan(TextSource& source, const Stretch& stretch, const ScanWish& wish);
+    RecordScan(const RecordScan&) = delete; // its parts refer to one another
+    RecordScan& operator=(const RecordScan&) = delete;
 
     /// The next record; false behind the last one. One that is cut off is given with what it has.
     bool Next(FoundRecord& record);

@@ -40,7 +40,7 @@ public:
     /// Drops everything; one empty page over nothing.
     void Clear();
 
-    TextSource& Source() { return *source_; }
+    TextSource& Source() const { return *source_; }
     int Count() const { return static_cast<int>(pages_.size()); }
     Page Last() const { return Count() - 1; }
     Line LineCount(Page page) const { return At(page).starts.size(); }

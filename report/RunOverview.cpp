@@ -33,6 +33,16 @@ void RunOverview::Start(TextSource& source, std::vector<RunPiece> pieces, Plan p
     Grow(std::move(pieces));
 }
 
+void RunOverview::Clear() {
+    scan_.reset();
+    source_ = nullptr;
+    plan_ = {};
+    pieces_.clear();
+    groups_.clear();
+    ranges_.clear();
+    read_ = 0;
+}
+
 bool RunOverview::Grow(std::vector<RunPiece> pieces) {
     if (pieces.size() < pieces_.size())
         return false;

@@ -90,6 +90,9 @@ public:
     /// Starts anew over a source that must outlive the overview.
     void Start(TextSource& source, std::vector<RunPiece> pieces, Plan plan);
 
+    /// Forgets run and source; everything is empty then.
+    void Clear();
+
     /// The run has become longer: the same pieces, of which the last may hold more, and new ones.
     /// False where it is another run; the overview is then to be started anew.
     bool Grow(std::vector<RunPiece> pieces);

@@ -6,9 +6,12 @@
 #include "report/GraphSpan.h"
 #include "report/PrintJob.h"
 #include "report/RecentFiles.h"
+#include "report/Selection.h"
+#include "report/WholeRun.h"
 #include "screens/controls/ControlArray.h"
 #include "screens/controls/LineListView.h"
 #include "screens/controls/Placement.h"
+#include "screens/controls/Wiring.h"
 #include "screens/frmSrch/frmSrch.h"
 #include "ui_Report.h"
 
@@ -49,6 +52,7 @@ void Report::Form_Load() {
     ui_->Pages->setUsesScrollButtons(true);
     ui_->Pages->setExpanding(false);
     ui_->TabStrip->setExpanding(false);
+    ui_->picWholeRun->Attach(file_, shown_, *ui_->graSpan);
     ResetPages();
     AllowMenus();
     Mcommon::FitOntoScreen(*this);
@@ -79,6 +83,16 @@ void Report::ConnectControls() {
     });
     connect(ui_->graReport, &GraphControl::PointHovered, this,
             [this](int set, int point) { graReport_MouseMove(set, point); });
+    const Wiring wire(*this, guard_, "Report");
+    WholeRunPanel* run = ui_->picWholeRun;
+    wire(run, &WholeRunPanel::QuantityChosen, "cboQuantity", &Report::picWholeRun_QuantityChosen);
+    wire(run, &WholeRunPanel::PageSpanWanted, "graOverview", &Report::picWholeRun_PageSpanWanted);
+    wire(run, &WholeRunPanel::RecordWanted, "graOverview", &Report::picWholeRun_RecordWanted);
+    connect(run, &WholeRunPanel::DrawsSpanChanged, this, [this, run] {
+        ui_->graReport->setVisible(!run->DrawsSpan());
+        ui_->graSpan->setVisible(run->DrawsSpan());
+    });
+    connect(run, &WholeRunPanel::CursorsTold, ui_->txtInfo, &QLineEdit::setText);
 }
 
 bool Report::IsIdle() const {
@@ -102,6 +116,9 @@ void Report::OpenFile(const std::filesystem::path& fileName) {
         return;
     if (search_)
         search_->Forget();
+    ui_->picWholeRun->Clear();
+    // Where the new file cannot be opened, the old one stays.
+    const auto ready = qScopeGuard([this] { ui_->picWholeRun->FileReady(); });
     loader_.ViewFile(fileName);
     FollowLive();
     AllowMenus();
@@ -123,6 +140,7 @@ void Report::LiveRecord() {
         QTimer::singleShot(0, this, [this] { ViewFile(file_.path); });
     else
         loader_.LiveRecord();
+    ui_->picWholeRun->FileGrown();
 }
 
 /// The shown file stops being live when the measuring page is left, and is so again on return.
@@ -199,6 +217,7 @@ bool Report::Form_QueryUnload() {
 void Report::Form_Unload() {
     delete search_;
     live_.reset();
+    ui_->picWholeRun->Clear();
     platform::UserStore& store = platform::Current().userStore;
     store.SaveSetting(placeApplication, placeSection, "Left", std::to_string(pos().x()));
     store.SaveSetting(placeApplication, placeSection, "Top", std::to_string(pos().y()));
@@ -302,6 +321,41 @@ Mreport::ReportGraph& Report::Graph() {
 
 void Report::GraphDrawn(Mreport::FileRecord firstRecord) {
     firstRecord_ = firstRecord;
+    const Mreport::PageRange range = Mreport::GraphRange(file_, shown_);
+    const std::int32_t first = std::max(range.InPage(firstRecord).number, 1);
+    const std::int32_t end = std::min(first + Mreport::spanLength - 1, range.recordsInPage);
+    ui_->picWholeRun->PageSpanDrawn(shown_.graphPageIndex, {end}, end - first + 1);
+}
+
+/// As the selection dialog's acceptance, with the channels that can have the quantity.
+void Report::picWholeRun_QuantityChosen(Quantity quantity) {
+    Mreport::Selection selection(file_, shown_);
+    selection.ChooseUnit(quantity);
+    selection.Accept(shown_);
+    ui_->graReport->SetNumSets(selection.CheckedCount());
+    ui_->graReport->SetLeftTitle(selection.UnitName());
+    loader_.Redraw(ScrollValue());
+    ui_->picWholeRun->FileReady();
+}
+
+void Report::picWholeRun_PageSpanWanted(int page, Mreport::PageRecord end) {
+    if (!shown_.autoUpdate) { // the live graph stays with the newest records
+        if (page != shown_.graphPageIndex) {
+            loader_.SelectPage(page);
+            SelectShownPage();
+        }
+        ui_->HScroll->setValue(end.number);
+    }
+    ui_->picWholeRun->BackToPageSpan();
+}
+
+/// Brings the record into graph and list.
+void Report::picWholeRun_RecordWanted(std::int64_t place, std::uint64_t offset) {
+    const auto at = Mreport::WholeRun::PlaceInLists(file_.pages, place);
+    if (!at)
+        return;
+    GoTo(at->page, static_cast<int>(file_.pages.LineAt(at->page, offset)));
+    ui_->picWholeRun->BringIntoSpan(place);
 }
 
 void Report::ShowView(bool table) {
@@ -330,6 +384,7 @@ void Report::Pages_Click(int page) {
         return;
     ui_->stkLists->setCurrentIndex(page);
     List(page).LinesChanged();
+    ui_->picWholeRun->BackToPageSpan();
     loader_.SelectPage(page);
     NoticeDamage();
 }
@@ -337,6 +392,7 @@ void Report::Pages_Click(int page) {
 void Report::HScroll_Change(int value) {
     if (shown_.scrollGuard)
         return;
+    ui_->picWholeRun->BackToPageSpan();
     loader_.Redraw({value});
     NoticeDamage();
 }

@@ -77,6 +77,9 @@ private:
     void HScroll_Scroll(int value);
     void graReport_Click(int set, int point);
     void graReport_MouseMove(int set, int point);
+    void picWholeRun_QuantityChosen(Quantity quantity);
+    void picWholeRun_PageSpanWanted(int page, Mreport::PageRecord end);
+    void picWholeRun_RecordWanted(std::int64_t place, std::uint64_t offset);
 
     void OpenFile(const std::filesystem::path& fileName);
     void OpenThroughDialog();
@@ -84,6 +87,7 @@ private:
     void ExportRecords();
     void ExportGraphPicture();
     void SelectChannels();
+    void Zoom(double factor);
     void FindRecord();
     void GoTo(int page, int line);
     void ShowView(bool table);

@@ -164,12 +164,21 @@ void Report::mnuViewItem_Click(int Index) {
         ui_->TabStrip->setCurrentIndex(Index == viewTable ? 1 : 0);
         return ShowView(Index == viewTable);
     case viewZoomIn:
-        return ui_->graReport->Zoom(zoomStep);
+        return Zoom(zoomStep);
     case viewZoomOut:
-        return ui_->graReport->Zoom(1 / zoomStep);
+        return Zoom(1 / zoomStep);
     default:
+        ui_->picWholeRun->BackToPageSpan();
         ui_->graReport->ResetZoom();
     }
+}
+
+/// Above 1: closer.
+void Report::Zoom(double factor) {
+    if (ui_->picWholeRun->DrawsSpan())
+        ui_->picWholeRun->ZoomSpan(1 / factor);
+    else
+        ui_->graReport->Zoom(factor);
 }
 
 void Report::SelectChannels() {
@@ -177,7 +186,8 @@ void Report::SelectChannels() {
         return;
     frmCommon form(file_, shown_, *ui_->graReport, this);
     form.Redraw = [this] { loader_.Redraw(ScrollValue()); };
-    form.exec();
+    if (form.exec() == QDialog::Accepted)
+        ui_->picWholeRun->FileReady();
 }
 
 void Report::mnuToolItem_Click(int Index) {
@@ -217,6 +227,7 @@ void Report::GoTo(int page, int line) {
 
 void Report::mnuUpdateItem_Click(int Index) {
     const auto shown = qScopeGuard([this] { AllowMenus(); }); // the check mark as it is now
+    const auto grown = qScopeGuard([this] { ui_->picWholeRun->FileGrown(); });
     if (Index != updateAutomatic)
         loader_.UpdateList();
     else if (!Refuse(Mreport::loadingText))

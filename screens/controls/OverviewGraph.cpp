@@ -17,6 +17,7 @@ using Mreport::RecordSpan;
 using Mreport::RunOverview;
 
 constexpr int height_px = 68;
+constexpr int lowest_px = 32;
 constexpr double flagHeight_px = 9;
 constexpr double flagWidth_px = 6;
 constexpr double margin_px = 4; // above and below the curves
@@ -31,12 +32,16 @@ constexpr std::int64_t shortestSpan = 2;
 OverviewGraph::OverviewGraph(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
     setAccessibleName(tr("Overview of the whole file"));
 }
 
 QSize OverviewGraph::sizeHint() const {
     return {200, height_px};
+}
+
+QSize OverviewGraph::minimumSizeHint() const {
+    return {100, lowest_px};
 }
 
 void OverviewGraph::SetRun(const RunOverview* run, std::vector<int> styles) {

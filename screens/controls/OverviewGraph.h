@@ -37,7 +37,7 @@ public:
     std::function<QString(const Mreport::RunOverview::Group&)> CommentText;
 
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// The user wants the graph to show these records.

@@ -14,13 +14,15 @@
 
 namespace {
 
+using Mreport::RecordSpan;
 using Mreport::RunAxis;
 using Mreport::RunOverview;
 
 constexpr double noValue = std::numeric_limits<double>::quiet_NaN();
 constexpr double spaceAboveValues = 0.06; // of the scale
+constexpr double spaceOfLog = 1.2;        // times the largest value
+constexpr double spaceBesideSpan = 0.01;  // of the span
 constexpr double zoomStep = 1.25;
-constexpr double moveStep = 0.1;       // of the span
 constexpr std::size_t fewPoints = 120; // of a series, each with a mark
 constexpr double markSize_px = 5;
 
@@ -76,10 +78,10 @@ void SpanPlot::MakePlot() {
 }
 
 void SpanPlot::Show(Picture picture) {
-    const bool sameRun = picture.run == picture_.run && picture.span == picture_.span;
     picture_ = std::move(picture);
-    if (!sameRun)
-        cursors_ = {};
+    for (auto& cursor : cursors_)
+        if (cursor && (*cursor < picture_.span.first || *cursor >= picture_.span.end))
+            cursor.reset();
     title_->setText(picture_.title);
     Refresh();
 }
@@ -92,15 +94,16 @@ void SpanPlot::Refresh() {
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
+/// Logarithms have no place for what is not above 0.
 RunOverview::Range SpanPlot::ScaleOf(std::size_t series) const {
+    if (!picture_.log)
+        return picture_.run->RangeOf(series, picture_.span);
     RunOverview::Range range;
-    for (std::size_t group = 0; group < picture_.run->GroupCount(); ++group) {
-        const RunOverview::Range& values = picture_.run->At(group, series);
-        if (!values.Any())
-            continue;
-        if (!picture_.log || values.low > 0)
+    for (const auto& [column, values] : picture_.run->Columns(
+             series, picture_.span, static_cast<std::size_t>(picture_.span.Count()))) {
+        if (values.Any() && values.low > 0)
             range.Take(values.low);
-        if (!picture_.log || values.high > 0)
+        if (values.Any() && values.high > 0)
             range.Take(values.high);
     }
     return range;
@@ -109,79 +112,84 @@ RunOverview::Range SpanPlot::ScaleOf(std::size_t series) const {
 void SpanPlot::DrawCurves() {
     plot_->clearGraphs();
     RunOverview::Range common;
-    const auto width = static_cast<std::size_t>(std::max(plot_->axisRect()->width(), 100));
-    for (std::size_t s = 0; s < picture_.series.size(); ++s) {
-        const RunOverview::Range scale = ScaleOf(s);
-        common.Take(scale);
-        const auto y = [&](float value) {
-            if (picture_.log && value <= 0)
-                return noValue;
-            return picture_.ownScales && scale.Any() ? OnOwnScale(value, scale, picture_.log)
-                                                     : static_cast<double>(value);
-        };
-        QVector<QCPGraphData> points;
-        const auto curve = CurveOf(*picture_.run, s, picture_.span, picture_.axis, width);
-        for (const auto& [x, range] : curve) {
-            points.append(QCPGraphData(x, range.Any() ? y(range.low) : noValue));
-            if (range.low < range.high)
-                points.append(QCPGraphData(x, y(range.high)));
-        }
+    for (const Series& series : picture_.series) {
+        const RunOverview::Range scale = ScaleOf(series.index);
         if (!scale.Any())
             continue;
-        QCPGraph* graph = plot_->addGraph();
-        graph->setAdaptiveSampling(false); // the curve is reduced already
-        graph->data()->set(points, picture_.axis == RunAxis::record);
-        QString name = picture_.series[s].name;
-        if (picture_.ownScales)
-            name += QString(" (%1 ... %2)").arg(scale.low).arg(scale.high);
-        graph->setName(name);
-        const QColor colour = SeriesStyle::Colour(picture_.series[s].style, palette());
-        const bool few = curve.size() <= fewPoints;
-        graph->setPen(QPen(colour, few ? 2 : 1));
-        if (few)
-            graph->setScatterStyle({QCPScatterStyle::ssDisc, colour, colour, markSize_px});
+        common.Take(scale);
+        DrawCurve(series, scale);
     }
+    FitRecordsOrTime();
     FitAxes(common);
 }
 
-void SpanPlot::FitAxes(const RunOverview::Range& scale) {
+void SpanPlot::DrawCurve(const Series& series, const RunOverview::Range& scale) {
+    const auto y = [&](float value) {
+        if (picture_.log && value <= 0)
+            return noValue;
+        return picture_.ownScales ? OnOwnScale(value, scale, picture_.log)
+                                  : static_cast<double>(value);
+    };
+    const auto width = static_cast<std::size_t>(std::max(plot_->axisRect()->width(), 100));
+    const auto curve = CurveOf(*picture_.run, series.index, picture_.span, picture_.axis, width);
+    QVector<QCPGraphData> points;
+    for (const auto& [x, range] : curve) {
+        points.append(QCPGraphData(x, range.Any() ? y(range.low) : noValue));
+        if (range.low < range.high)
+            points.append(QCPGraphData(x, y(range.high)));
+    }
+    QCPGraph* graph = plot_->addGraph();
+    graph->setAdaptiveSampling(false); // the curve is reduced already
+    graph->data()->set(points);
+    QString name = series.name;
+    if (picture_.ownScales)
+        name += QString(" (%1 ... %2)").arg(scale.low).arg(scale.high);
+    graph->setName(name);
+    const QColor colour = SeriesStyle::Colour(series.style, palette());
+    const bool few = curve.size() <= fewPoints;
+    graph->setPen(QPen(colour, few ? 2 : 1));
+    if (few)
+        graph->setScatterStyle({QCPScatterStyle::ssDisc, colour, colour, markSize_px});
+}
+
+void SpanPlot::FitRecordsOrTime() {
     const auto [begin, end] = ExtentOf(*picture_.run, picture_.span, picture_.axis);
-    const double beside = std::max((end - begin) * 0.01, 0.5);
+    const double beside = std::max((end - begin) * spaceBesideSpan, 0.5);
     plot_->xAxis->setRange(begin - beside, end + beside);
-    if (picture_.axis == RunAxis::time) {
-        const QSharedPointer<QCPAxisTickerDateTime> ticker(new QCPAxisTickerDateTime);
-        ticker->setDateTimeSpec(Qt::UTC); // the seconds are those of the wall clock as they stand
-        ticker->setDateTimeFormat("hh:mm:ss\ndd.MMM.yyyy");
-        ticker->setTickCount(6);
-        plot_->xAxis->setTicker(ticker);
-        plot_->xAxis->setLabel(tr("Time"));
-    } else {
-        const QSharedPointer<QCPAxisTicker> ticker(new QCPAxisTicker);
-        plot_->xAxis->setTicker(ticker);
+    if (picture_.axis == RunAxis::record) {
+        plot_->xAxis->setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
         plot_->xAxis->setNumberFormat("f");
         plot_->xAxis->setNumberPrecision(0);
         plot_->xAxis->setLabel(tr("Record"));
-    }
-    const bool log = picture_.log && !picture_.ownScales;
-    plot_->yAxis->setScaleType(log ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
-    if (log)
-        plot_->yAxis->setTicker(QSharedPointer<QCPAxisTickerLog>(new QCPAxisTickerLog));
-    else
-        plot_->yAxis->setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
-    plot_->yAxis->setTickLabels(!picture_.ownScales);
-    plot_->yAxis->setLabel(picture_.ownScales ? tr("%1, each on its own scale").arg(picture_.unit)
-                                              : picture_.unit);
-    if (picture_.ownScales || !scale.Any()) {
-        plot_->yAxis->setRange(-spaceAboveValues, 1 + spaceAboveValues);
         return;
     }
+    const QSharedPointer<QCPAxisTickerDateTime> ticker(new QCPAxisTickerDateTime);
+    ticker->setDateTimeSpec(Qt::UTC); // the seconds are those of the wall clock as they stand
+    ticker->setDateTimeFormat("hh:mm:ss\ndd.MMM.yyyy");
+    plot_->xAxis->setTicker(ticker);
+    plot_->xAxis->setLabel(tr("Time"));
+}
+
+void SpanPlot::FitAxes(const RunOverview::Range& scale) {
+    QCPAxis& axis = *plot_->yAxis;
+    const bool log = picture_.log && !picture_.ownScales;
+    axis.setScaleType(log ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
+    if (log)
+        axis.setTicker(QSharedPointer<QCPAxisTickerLog>(new QCPAxisTickerLog));
+    else
+        axis.setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
+    axis.setTickLabels(!picture_.ownScales);
+    axis.setLabel(picture_.ownScales ? tr("%1, each on its own scale").arg(picture_.unit)
+                                     : picture_.unit);
+    if (picture_.ownScales || !scale.Any())
+        return axis.setRange(-spaceAboveValues, 1 + spaceAboveValues);
     const double low = scale.low;
     const double high = scale.high;
     if (log)
-        return plot_->yAxis->setRange(low / 1.2, high * 1.2);
+        return axis.setRange(low / spaceOfLog, high * spaceOfLog);
     const double space =
         high > low ? (high - low) * spaceAboveValues : std::max(std::abs(low) / 10, 1e-9);
-    plot_->yAxis->setRange(low - space, high + space);
+    axis.setRange(low - space, high + space);
 }
 
 void SpanPlot::ApplyLook() {
@@ -221,7 +229,17 @@ void SpanPlot::changeEvent(QEvent* event) {
 }
 
 std::optional<std::size_t> SpanPlot::Cursor(int cursor) const {
-    return cursors_.at(static_cast<std::size_t>(cursor));
+    const auto& place = cursors_.at(static_cast<std::size_t>(cursor));
+    if (!place || picture_.run == nullptr)
+        return std::nullopt;
+    const auto group = static_cast<std::size_t>((*place - picture_.run->Span().first) /
+                                                picture_.run->RecordsPerGroup());
+    return group < picture_.run->GroupCount() ? std::optional(group) : std::nullopt;
+}
+
+std::int64_t SpanPlot::PlaceOf(std::size_t group) const {
+    return picture_.run->Span().first +
+           static_cast<std::int64_t>(group) * picture_.run->RecordsPerGroup();
 }
 
 double SpanPlot::XOf(std::size_t group) const {
@@ -244,36 +262,37 @@ std::optional<std::size_t> SpanPlot::GroupAt(double x) const {
     return nearest;
 }
 
-void SpanPlot::SetCursor(int cursor, std::optional<std::size_t> group) {
+void SpanPlot::SetCursor(int cursor, std::size_t group) {
     heldCursor_ = cursor;
-    cursors_.at(static_cast<std::size_t>(cursor)) = group;
+    cursors_.at(static_cast<std::size_t>(cursor)) = PlaceOf(group);
     DrawCursors();
     plot_->replot(QCustomPlot::rpQueuedReplot);
     Q_EMIT CursorsMoved();
 }
 
 void SpanPlot::DrawCursors() {
-    for (std::size_t i = 0; i < lines_.size(); ++i) {
-        const auto& group = cursors_.at(i);
-        const bool shown = group && *group < picture_.run->GroupCount();
-        lines_.at(i)->setVisible(shown);
-        if (!shown)
+    for (int i = 0; i < static_cast<int>(lines_.size()); ++i) {
+        QCPItemLine* line = lines_.at(static_cast<std::size_t>(i));
+        const auto group = Cursor(i);
+        line->setVisible(group.has_value());
+        if (!group)
             continue;
-        const double x = XOf(*group);
-        lines_.at(i)->start->setCoords(x, 0);
-        lines_.at(i)->end->setCoords(x, 1);
+        line->start->setCoords(XOf(*group), 0);
+        line->end->setCoords(XOf(*group), 1);
     }
 }
 
-/// Takes the held cursor up where it is not shown yet.
+/// A cursor that is not shown yet is taken up in the middle of the span.
 void SpanPlot::MoveCursor(int groups) {
+    const std::int64_t step = groups * picture_.run->RecordsPerGroup();
     const auto& at = cursors_.at(static_cast<std::size_t>(heldCursor_));
-    const auto last = static_cast<std::int64_t>(picture_.run->GroupCount()) - 1;
-    if (last < 0)
+    const RecordSpan& span = picture_.span;
+    if (span.Count() <= 0)
         return;
-    const std::int64_t from = at ? static_cast<std::int64_t>(*at) : last / 2;
-    const std::int64_t to = std::clamp(from + groups, std::int64_t{0}, last);
-    SetCursor(heldCursor_, static_cast<std::size_t>(to));
+    const std::int64_t place =
+        std::clamp(at ? *at + step : (span.first + span.end) / 2, span.first, span.end - 1);
+    SetCursor(heldCursor_, static_cast<std::size_t>((place - picture_.run->Span().first) /
+                                                    picture_.run->RecordsPerGroup()));
 }
 
 void SpanPlot::keyPressEvent(QKeyEvent* event) {
@@ -305,7 +324,8 @@ bool SpanPlot::Clicked(const QPointF& position, bool second) {
     if (picture_.run == nullptr ||
         (position - pressed_).manhattanLength() >= QApplication::startDragDistance())
         return false;
-    SetCursor(second ? 1 : 0, GroupAt(plot_->xAxis->pixelToCoord(position.x())));
+    if (const auto group = GroupAt(plot_->xAxis->pixelToCoord(position.x())))
+        SetCursor(second ? 1 : 0, *group);
     return true;
 }
 
@@ -313,27 +333,30 @@ bool SpanPlot::eventFilter(QObject* watched, QEvent* event) {
     if (watched != plot_)
         return QWidget::eventFilter(watched, event);
     if (event->type() == QEvent::Wheel) {
-        const auto* wheel = static_cast<QWheelEvent*>(event);
-        const QPoint angle = wheel->angleDelta();
-        const int turned = angle.y() != 0 ? angle.y() : angle.x(); // Shift turns it aside
-        const QRect axes = plot_->axisRect()->rect();
-        const double share = (wheel->position().x() - axes.left()) / std::max(axes.width(), 1);
-        if (turned != 0)
-            Q_EMIT ZoomWanted(turned > 0 ? 1 / zoomStep : zoomStep, std::clamp(share, 0.0, 1.0));
+        Turned(*static_cast<QWheelEvent*>(event));
         return true;
-    }
-    const auto* mouse = dynamic_cast<QMouseEvent*>(event);
-    if (mouse != nullptr && mouse->button() == Qt::LeftButton) {
-        if (event->type() == QEvent::MouseButtonPress) {
-            setFocus(Qt::MouseFocusReason);
-            pressed_ = mouse->position();
-        } else if (event->type() == QEvent::MouseButtonRelease &&
-                   !Clicked(mouse->position(), mouse->modifiers().testFlag(Qt::ShiftModifier))) {
-            const double moved = pressed_.x() - mouse->position().x();
-            Q_EMIT MoveWanted(moved / std::max(plot_->axisRect()->width(), 1));
-        }
     }
     if (event->type() == QEvent::Resize)
         QMetaObject::invokeMethod(this, &SpanPlot::Refresh, Qt::QueuedConnection);
+    const auto* mouse = dynamic_cast<QMouseEvent*>(event);
+    if (mouse == nullptr || mouse->button() != Qt::LeftButton)
+        return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::MouseButtonPress) {
+        setFocus(Qt::MouseFocusReason);
+        pressed_ = mouse->position();
+    } else if (event->type() == QEvent::MouseButtonRelease &&
+               !Clicked(mouse->position(), mouse->modifiers().testFlag(Qt::ShiftModifier))) {
+        const double dragged = pressed_.x() - mouse->position().x();
+        Q_EMIT MoveWanted(dragged / std::max(plot_->axisRect()->width(), 1));
+    }
     return QWidget::eventFilter(watched, event);
+}
+
+void SpanPlot::Turned(const QWheelEvent& wheel) {
+    const QPoint angle = wheel.angleDelta();
+    const int turned = angle.y() != 0 ? angle.y() : angle.x(); // Shift turns it aside
+    const QRect axes = plot_->axisRect()->rect();
+    const double share = (wheel.position().x() - axes.left()) / std::max(axes.width(), 1);
+    if (turned != 0)
+        Q_EMIT ZoomWanted(turned > 0 ? 1 / zoomStep : zoomStep, std::clamp(share, 0.0, 1.0));
 }

@@ -8,11 +8,9 @@
 #include <optional>
 #include <vector>
 
-class QCPAxisRect;
 class QCPItemLine;
 class QCPTextElement;
 class QCustomPlot;
-class TimeTicker;
 
 /// The graph of a span of any length: each series between its smallest and its largest value in
 /// every column of pixels, along the record numbers or along the time. A click sets the first
@@ -23,7 +21,8 @@ class SpanPlot : public QWidget {
 public:
     struct Series {
         QString name;
-        int style = 0; ///< number of SeriesStyle
+        std::size_t index = 0; ///< in the run
+        int style = 0;         ///< number of SeriesStyle
     };
     struct Picture {
         const Mreport::RunOverview* run = nullptr; ///< must outlive its being shown
@@ -44,7 +43,7 @@ public:
     /// The run that is shown has got more values.
     void Refresh();
 
-    /// The group that a cursor (0, 1) stands at.
+    /// The group of the run that a cursor (0, 1) stands at.
     std::optional<std::size_t> Cursor(int cursor) const;
 
     QCustomPlot& Plot() { return *plot_; }
@@ -67,17 +66,21 @@ private:
     void DrawCurves();
     void FitAxes(const Mreport::RunOverview::Range& scale);
     void DrawCursors();
-    void SetCursor(int cursor, std::optional<std::size_t> group);
+    void DrawCurve(const Series& series, const Mreport::RunOverview::Range& scale);
+    void FitRecordsOrTime();
+    void SetCursor(int cursor, std::size_t group);
     void MoveCursor(int groups);
     std::optional<std::size_t> GroupAt(double x) const;
+    std::int64_t PlaceOf(std::size_t group) const;
     double XOf(std::size_t group) const;
     Mreport::RunOverview::Range ScaleOf(std::size_t series) const;
     bool Clicked(const QPointF& position, bool second);
+    void Turned(const QWheelEvent& wheel);
 
     QCustomPlot* plot_ = nullptr;
     QCPTextElement* title_ = nullptr;
     std::array<QCPItemLine*, 2> lines_{};
-    std::array<std::optional<std::size_t>, 2> cursors_{};
+    std::array<std::optional<std::int64_t>, 2> cursors_{}; ///< places in the run
     int heldCursor_ = 0;
     Picture picture_;
     QPointF pressed_;
