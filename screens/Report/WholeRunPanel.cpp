@@ -406,10 +406,12 @@ void WholeRunPanel::ShowStatistics() {
     }
     table.resizeColumnsToContents();
     table.resizeRowsToContents();
-    const int rows = std::clamp(table.rowCount(), 1, mostRows);
-    table.setMaximumHeight(table.horizontalHeader()->sizeHint().height() +
-                           rows * table.verticalHeader()->sectionSize(0) + 2 * table.frameWidth() +
-                           2);
+    const auto heightOf = [&table](int rows) {
+        return table.horizontalHeader()->sizeHint().height() +
+               rows * table.verticalHeader()->sectionSize(0) + 2 * table.frameWidth() + 2;
+    };
+    table.setMinimumHeight(heightOf(1)); // on a small screen it is scrolled
+    table.setMaximumHeight(heightOf(std::clamp(table.rowCount(), 1, mostRows)));
 }
 
 void WholeRunPanel::CopyStatistics() {

@@ -279,3 +279,18 @@ TEST_F(WholeRunScreen, A_file_without_records_has_an_empty_overview) {
     QTest::keyClick(&Overview(), Qt::Key_Plus);
     EXPECT_TRUE(Graph().isVisible());
 }
+
+TEST_F(WholeRunScreen, With_everything_shown_the_form_still_fits_a_small_screen) {
+    ViewRun({}, 400);
+    Find<QCheckBox>(*form, "chkStatistics").setChecked(true);
+    ExpectFitsAtDoubleScale(*form);
+    Panel().ZoomSpan(4);
+    ExpectFitsAtDoubleScale(*form);
+}
+
+TEST_F(WholeRunScreen, Every_control_has_a_name_and_a_mnemonic_of_its_own) {
+    ViewRun({}, 400);
+    Find<QCheckBox>(*form, "chkStatistics").setChecked(true);
+    EXPECT_EQ(ControlsWithoutName(*form), std::vector<std::string>());
+    EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>());
+}
