@@ -406,12 +406,10 @@ void WholeRunPanel::ShowStatistics() {
     }
     table.resizeColumnsToContents();
     table.resizeRowsToContents();
-    const auto heightOf = [&table](int rows) {
-        return table.horizontalHeader()->sizeHint().height() +
-               rows * table.verticalHeader()->sectionSize(0) + 2 * table.frameWidth() + 2;
-    };
-    table.setMinimumHeight(heightOf(1)); // on a small screen it is scrolled
-    table.setMaximumHeight(heightOf(std::clamp(table.rowCount(), 1, mostRows)));
+    const int rows = std::clamp(table.rowCount(), 1, mostRows);
+    table.setMaximumHeight(table.horizontalHeader()->sizeHint().height() +
+                           rows * table.verticalHeader()->sectionSize(0) + 2 * table.frameWidth() +
+                           2);
 }
 
 void WholeRunPanel::CopyStatistics() {

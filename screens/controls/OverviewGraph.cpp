@@ -17,7 +17,7 @@ using Mreport::RecordSpan;
 using Mreport::RunOverview;
 
 constexpr int height_px = 68;
-constexpr int lowest_px = 32;
+constexpr int lowest_px = 20;
 constexpr double flagHeight_px = 9;
 constexpr double flagWidth_px = 6;
 constexpr double margin_px = 4; // above and below the curves

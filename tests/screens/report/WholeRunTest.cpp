@@ -283,8 +283,10 @@ TEST_F(WholeRunScreen, A_file_without_records_has_an_empty_overview) {
 TEST_F(WholeRunScreen, With_everything_shown_the_form_still_fits_a_small_screen) {
     ViewRun({}, 400);
     Find<QCheckBox>(*form, "chkStatistics").setChecked(true);
+    Settle();
     ExpectFitsAtDoubleScale(*form);
     Panel().ZoomSpan(4);
+    Settle();
     ExpectFitsAtDoubleScale(*form);
 }
 
