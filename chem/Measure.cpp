@@ -60,10 +60,10 @@ float InterpolateLinear(int k, std::span<const float> input, std::span<const flo
                         float reading) {
     const double x0 = At(input, k - 1);
     const double y0 = At(output, k - 1);
-    const double width = At(input, k) - x0;
-    if (width == 0)
+    const float width_mV = Single(At(input, k) - x0);
+    if (width_mV == 0)
         return -1.0F;
-    const float slope = Single((At(output, k) - y0) / width);
+    const float slope = Single((At(output, k) - y0) / width_mV);
     return Single((reading - x0) * slope + y0);
 }
 

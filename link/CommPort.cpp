@@ -86,6 +86,10 @@ void SetPortComboBox() {
     TheLink().SelectPort();
 }
 
+void ShowPresentStatus() {
+    TheLink().ShowPresent();
+}
+
 void ClosePort() {
     TheLink().Close();
 }

@@ -46,6 +46,9 @@ void TestPort(std::int32_t bitRate, std::int16_t portNumber);
 void SetBitRateComboBox();
 void SetPortComboBox();
 
+/// Makes txtStatus tell the present instead of what an earlier test met.
+void ShowPresentStatus();
+
 /// Saves the settings and closes the port, on program exit.
 void ClosePort();
 

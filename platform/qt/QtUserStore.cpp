@@ -1,5 +1,6 @@
 #include "platform/qt/QtUserStore.h"
 
+#include "base/RunTimeError.h"
 #include "platform/qt/Text.h"
 
 #include <QSettings>
@@ -24,6 +25,10 @@ void QtUserStore::SaveSetting(const std::string& application, const std::string&
                               const std::string& key, const std::string& value) {
     QSettings settings(organisation, Text::ToQt(application));
     settings.setValue(KeyOf(section, key), Text::ToQt(value));
+    settings.sync();
+    if (settings.status() != QSettings::NoError)
+        throw RunTimeError("Saving " + key + ": " + Text::ForMessage(settings.fileName()) +
+                           " cannot be written");
 }
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "screens/frmPortSettings/frmPortSettings.h"
 
+#include "base/PortName.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
@@ -18,7 +19,7 @@ int ChosenPort(const QComboBox& box) {
 }
 
 int NumberOfPort(const QString& name) {
-    return name.mid(3).toInt(); // behind "COM"
+    return PortName::NumberOf(Text::FromQt(name));
 }
 
 } // namespace
@@ -100,6 +101,7 @@ void frmPortSettings::showEvent(QShowEvent* event) {
 
 void frmPortSettings::Form_Activate() {
     CommPort::ScanPorts();
+    CommPort::ShowPresentStatus();
     CommPort::SetBitRateComboBox();
     CommPort::SetPortComboBox();
     ShowProblems();
@@ -126,7 +128,7 @@ void frmPortSettings::cboPort_Click() {
     const auto port = ChosenPort(*ui_->cboPort);
     const auto device = PortDevice::DescriptionOf(port);
     ui_->lblDevice->setText(device.isEmpty() ? QString()
-                                             : QString("COM%1: %2").arg(port).arg(device));
+                                             : Text::ToQt(PortName::Of(port)) + ": " + device);
 }
 
 void frmPortSettings::IntervalChanged() {

@@ -57,6 +57,11 @@ TEST_F(InterpolateReading, A_pH_reading_beyond_the_buffers_extends_their_line) {
     EXPECT_NEAR(OnLinearScale(pHInput, pHOutput, -59.0F), 7.9971831F, 1e-6F);
 }
 
+TEST_F(InterpolateReading, The_width_of_a_pH_segment_is_kept_in_single_precision) {
+    // In double throughout, the last bit is another: 6.2194796.
+    EXPECT_EQ(OnLinearScale({150.0F, 0.1F}, {4.0F, 7.0F}, 39.1F), 6.21948004F);
+}
+
 TEST_F(InterpolateReading, An_ion_reading_in_the_second_segment_uses_that_segments_slope) {
     // 10^(1 + 29.5 / 59.0)
     EXPECT_NEAR(OnLogarithmicScale(ionInput, ionOutput, 188.5F), 31.622776F, 1e-5F);

@@ -302,6 +302,58 @@ TEST_F(CommPortTest, A_successful_test_says_so_without_a_blank_before_the_number
     EXPECT_EQ(platform.userStore.values.at("CommPort/Startup/BitRate"), "19200");
 }
 
+TEST_F(CommPortTest, A_choice_that_cannot_be_stored_is_in_force_and_the_test_says_so) {
+    CommPort::ScanPorts();
+    platform.userStore.writeError = "Saving BitRate: no permission";
+    platform.dialogs.ExpectMessage(
+        "The port settings hold for now, but could not be kept: Saving BitRate: no permission",
+        platform::style::okOnly + platform::style::exclamation);
+
+    CommPort::TestPort(19200, 2);
+
+    EXPECT_EQ(link.status, "The test on Comm2 is successful.");
+    EXPECT_EQ(CommPort::PortNumber(), 2);
+    EXPECT_TRUE(platform.userStore.values.empty());
+}
+
+TEST_F(CommPortTest, A_store_that_cannot_be_written_is_told_at_the_end_and_the_port_is_closed) {
+    CommPort::fncInitializeComPort();
+    platform.userStore.writeError = "Saving BitRate: no permission";
+    platform.dialogs.ExpectAnyMessage(platform::style::okOnly + platform::style::exclamation);
+
+    CommPort::ClosePort();
+
+    EXPECT_FALSE(link.serial.PortOpen());
+}
+
+TEST_F(CommPortTest, After_a_successful_test_an_earlier_failure_is_past) {
+    CommPort::ScanPorts();
+    CommPort::fncInitializeComPort();
+    CommPort::BeginReading();
+    link.TimeoutTicks();
+    CommPort::EndReading();
+    ASSERT_EQ(CommPort::LinkText(), "COM1, 9600 bit/s: no connection");
+
+    CommPort::TestPort(9600, 1);
+
+    EXPECT_EQ(CommPort::LinkText(), "COM1, 9600 bit/s: open");
+}
+
+TEST_F(CommPortTest, The_present_is_why_the_port_is_not_open_or_nothing) {
+    link.serial.ports = {};
+    link.serial.openError = "Opening COM1: no such device";
+    CommPort::fncInitializeComPort();
+    CommPort::TestPort(9600, 1);
+    CommPort::ShowPresentStatus();
+    EXPECT_EQ(link.status, "Opening COM1: no such device");
+
+    link.serial.ports = {1};
+    CommPort::ScanPorts();
+    CommPort::TestPort(9600, 1);
+    CommPort::ShowPresentStatus();
+    EXPECT_EQ(link.status, "");
+}
+
 TEST_F(CommPortTest, A_failed_test_leaves_the_former_port_open_and_in_force) {
     link.serial.ports = {1};
     CommPort::ScanPorts();

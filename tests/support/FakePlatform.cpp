@@ -1,5 +1,7 @@
 #include "support/FakePlatform.h"
 
+#include "base/RunTimeError.h"
+
 #include "app/Mcommon.h"
 #include "chem/Measure.h"
 #include "link/CommPort.h"
@@ -109,6 +111,8 @@ std::string UserStore::GetSetting(const std::string& application, const std::str
 
 void UserStore::SaveSetting(const std::string& application, const std::string& section,
                             const std::string& key, const std::string& value) {
+    if (!writeError.empty())
+        throw RunTimeError(writeError);
     values[application + "/" + section + "/" + key] = value;
 }
 

@@ -101,6 +101,7 @@ public:
 class UserStore : public platform::UserStore {
 public:
     std::map<std::string, std::string> values; ///< "application/section/key"
+    std::string writeError;                    ///< when set, saving throws it
 
     std::string GetSetting(const std::string& application, const std::string& section,
                            const std::string& key, const std::string& fallback) const override;

@@ -109,6 +109,17 @@ TEST_F(PortScreen, A_successful_test_says_so_and_takes_the_choice_into_use) {
     EXPECT_EQ(platform.userStore.values["CommPort/Startup/PortNumber"], "7");
 }
 
+TEST_F(PortScreen, Opened_again_it_does_not_show_the_result_of_an_earlier_test) {
+    Show();
+    Click("cmdOK");
+    ASSERT_EQ(Status(), "The test on Comm5 is successful.");
+    Click("cmdCancel");
+
+    Show();
+
+    EXPECT_EQ(Status(), "");
+}
+
 TEST_F(PortScreen, A_choice_is_not_in_use_before_it_was_tested) {
     Show();
     Choose("cboPort", "COM7");

@@ -233,6 +233,42 @@ TEST_F(PtyLink, A_device_that_is_back_is_reopened_by_starting_to_read) {
     EXPECT_EQ(CommPort::Readings()[0], 12.3F);
 }
 
+TEST_F(PtyLink, A_name_that_fell_back_to_a_silent_device_and_came_back_is_read_by_the_next_start) {
+    CommPort::BeginReading();
+    peer.Unplug();
+    ASSERT_TRUE(WaitFor([] { return CommPort::State() == LinkState::failed; }));
+    CommPort::EndReading();
+    PtyPeer silent;
+    LinkPort(1, silent.Device());
+    CommPort::BeginReading();
+    ShortenTimeout();
+    ASSERT_TRUE(WaitFor([] { return CommPort::HasFailed(); }));
+    CommPort::EndReading();
+
+    PtyPeer again;
+    again.OnRequest([&] { again.Send(frame); });
+    LinkPort(1, again.Device());
+    CommPort::BeginReading();
+
+    EXPECT_TRUE(WaitFor([] { return CommPort::State() == LinkState::answered; }, 1s));
+    CommPort::EndReading();
+}
+
+TEST_F(PtyLink, A_start_after_the_device_was_changed_under_an_open_port_reads_the_new_one) {
+    peer.OnRequest([this] { peer.Send(FrameNumber(4)); });
+    CommPort::BeginReading();
+    ASSERT_TRUE(WaitFor([] { return CommPort::State() == LinkState::answered; }));
+    CommPort::EndReading();
+    PtyPeer other;
+    other.OnRequest([&] { other.Send(frame); });
+    LinkPort(1, other.Device());
+
+    CommPort::BeginReading();
+
+    EXPECT_TRUE(WaitFor([] { return CommPort::Readings()[0] == 12.3F; }));
+    CommPort::EndReading();
+}
+
 TEST_F(PtyLink, A_device_that_is_still_away_is_named_when_reading_starts) {
     CommPort::BeginReading();
     peer.Unplug();
