@@ -46,6 +46,9 @@ public:
     void ShowCalculator() override {}
     void ShowNotepad() override {}
     bool WantsLessMotion() const override { return false; }
+    std::unique_ptr<platform::WakeLock> KeepAwake(const std::string& /*reason*/) override {
+        return nullptr;
+    }
 
 private:
     platform::MousePointer pointer_ = platform::MousePointer::normal;

@@ -2,12 +2,19 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 namespace platform {
 
 /// Codes of the mouse pointer of the whole screen.
 enum class MousePointer : std::int16_t { normal = 0, hourglass = 11 };
+
+/// Keeps the system from going to sleep while it lives.
+class WakeLock {
+public:
+    virtual ~WakeLock() = default;
+};
 
 /// Mouse pointer, pending events, wishes and other programs of the user's desktop.
 class Desktop {
@@ -34,6 +41,10 @@ public:
 
     /// The user has asked for less motion on the screen.
     virtual bool WantsLessMotion() const = 0;
+
+    /// The system does not go to sleep by itself while the lock lives; its screen may. Nothing
+    /// where the system offers no such service. `reason` is what it tells its user.
+    virtual std::unique_ptr<WakeLock> KeepAwake(const std::string& reason) = 0;
 };
 
 } // namespace platform

@@ -51,6 +51,12 @@ enum class Readers {
     asUsual, ///< as any document that the user makes
 };
 
+/// What is left on a disk.
+struct DiskRoom {
+    std::uint64_t free_bytes = 0; ///< that this user may write
+    std::uint64_t disk = 0;       ///< equal for two files on one disk
+};
+
 /// What measurement files need of the system beyond standard file streams: flushes to disk,
 /// exclusive temporary files and locks. All throw RunTimeError with a plain description.
 class FileStore {
@@ -85,6 +91,9 @@ public:
 
     /// The lock, or nothing when another process holds it.
     virtual std::unique_ptr<FileLock> TryLock(const std::filesystem::path& file) = 0;
+
+    /// The room on the disk that holds the file's folder; the file need not be there.
+    virtual DiskRoom RoomOfDisk(const std::filesystem::path& file) const = 0;
 };
 
 } // namespace platform

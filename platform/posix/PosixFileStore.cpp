@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace platform {
@@ -111,6 +112,16 @@ public:
         if (errno == EWOULDBLOCK)
             return nullptr;
         ThrowError("Locking", file);
+    }
+
+    DiskRoom RoomOfDisk(const std::filesystem::path& file) const override {
+        const std::filesystem::path folder =
+            file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+        struct stat status {};
+        struct statvfs room {};
+        if (::stat(folder.c_str(), &status) != 0 || ::statvfs(folder.c_str(), &room) != 0)
+            ThrowError("Finding the free space of", folder);
+        return {std::uint64_t{room.f_bavail} * room.f_frsize, std::uint64_t{status.st_dev}};
     }
 };
 

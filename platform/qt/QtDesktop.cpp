@@ -4,6 +4,7 @@
 #include "platform/qt/DesktopPrograms.h"
 #include "platform/qt/HelpWindow.h"
 #include "platform/qt/MotionWish.h"
+#include "platform/qt/SleepInhibitor.h"
 #include "platform/qt/Text.h"
 
 #include <QApplication>
@@ -70,6 +71,10 @@ void QtDesktop::ShowNotepad() {
 
 bool QtDesktop::WantsLessMotion() const {
     return UserWantsLessMotion();
+}
+
+std::unique_ptr<WakeLock> QtDesktop::KeepAwake(const std::string& reason) {
+    return InhibitSleep(Text::ToQt(reason));
 }
 
 } // namespace platform

@@ -14,6 +14,7 @@ public:
     void ShowCalculator() override;
     void ShowNotepad() override;
     bool WantsLessMotion() const override;
+    std::unique_ptr<WakeLock> KeepAwake(const std::string& reason) override;
 
 private:
     MousePointer pointer_ = MousePointer::normal;

@@ -3,6 +3,7 @@
 #include "base/RunTimeError.h"
 #include "platform/win32/Win32File.h"
 
+#include <array>
 #include <utility>
 
 namespace platform {
@@ -141,6 +142,20 @@ public:
         if (::GetLastError() == ERROR_LOCK_VIOLATION || ::GetLastError() == ERROR_IO_PENDING)
             return nullptr;
         ThrowError("Locking", file);
+    }
+
+    DiskRoom RoomOfDisk(const std::filesystem::path& file) const override {
+        const std::filesystem::path folder =
+            file.has_parent_path() ? file.parent_path() : std::filesystem::path(L".");
+        std::array<wchar_t, MAX_PATH + 1> volume{};
+        ULARGE_INTEGER room{};
+        DWORD serial = 0;
+        if (!::GetDiskFreeSpaceExW(folder.c_str(), &room, nullptr, nullptr) ||
+            !::GetVolumePathNameW(folder.c_str(), volume.data(), MAX_PATH) ||
+            !::GetVolumeInformationW(volume.data(), nullptr, 0, &serial, nullptr, nullptr, nullptr,
+                                     0))
+            ThrowError("Finding the free space of", folder);
+        return {room.QuadPart, serial};
     }
 };
 

@@ -31,6 +31,9 @@ public:
     std::unique_ptr<platform::FileLock> TryLock(const fs::path& file) override {
         return real_.TryLock(file);
     }
+    platform::DiskRoom RoomOfDisk(const fs::path& file) const override {
+        return real_.RoomOfDisk(file);
+    }
 
     static fs::path Away(const fs::path& folder) { return folder.string() + "-away"; }
 

@@ -168,4 +168,19 @@ TEST_F(FileStore_, Files_with_accented_and_foreign_names_are_kept) {
     EXPECT_EQ(ReadBytes(file), "y");
 }
 
+TEST_F(FileStore_, The_room_of_a_disk_is_asked_by_a_file_that_need_not_be_there) {
+    const auto room = store->RoomOfDisk(File());
+    std::error_code failed;
+    const auto space = std::filesystem::space(folder.Path(), failed);
+    ASSERT_FALSE(failed);
+    // Other programs write meanwhile.
+    constexpr double share = 0.1;
+    EXPECT_NEAR(static_cast<double>(room.free_bytes), static_cast<double>(space.available),
+                share * static_cast<double>(space.capacity));
+    EXPECT_EQ(store->RoomOfDisk(folder.Path() / "other").disk, room.disk);
+    const auto missing = folder.Path() / "missing" / "run.4ch";
+    EXPECT_NE(ErrorOf([&] { store->RoomOfDisk(missing); }).find("Path not found"),
+              std::string::npos);
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 #include "base/RunTimeError.h"
 
 #include "app/Mcommon.h"
+#include "base/RunTimeError.h"
 #include "chem/Measure.h"
 #include "link/CommPort.h"
 #include "link/DataAcq.h"
@@ -103,6 +104,34 @@ void Desktop::ShowHelpText(const std::filesystem::path& helpFile) {
     helpShown.push_back(helpFile);
 }
 
+namespace {
+class CountedWakeLock : public platform::WakeLock {
+public:
+    explicit CountedWakeLock(int& count) : count_(count) { ++count_; }
+    ~CountedWakeLock() override { --count_; }
+    CountedWakeLock(const CountedWakeLock&) = delete;
+    CountedWakeLock& operator=(const CountedWakeLock&) = delete;
+
+private:
+    int& count_;
+};
+} // namespace
+
+std::unique_ptr<platform::WakeLock> Desktop::KeepAwake(const std::string& reason) {
+    awakeReason = reason;
+    return keepsAwake ? std::make_unique<CountedWakeLock>(wakeLocks) : nullptr;
+}
+
+FileStore::FileStore() : real_(platform::MakeFileStore()) {}
+
+platform::DiskRoom FileStore::RoomOfDisk(const std::filesystem::path& file) const {
+    if (!answersForRoom)
+        throw RunTimeError("Finding the free space: Input/output error");
+    if (file.parent_path() == otherDisk)
+        return {freeOnOtherDisk_bytes, 2};
+    return {free_bytes, 1};
+}
+
 std::string UserStore::GetSetting(const std::string& application, const std::string& section,
                                   const std::string& key, const std::string& fallback) const {
     const auto found = values.find(application + "/" + section + "/" + key);
@@ -155,8 +184,8 @@ void ResetCore() {
 
 Platform::Platform()
     : places(folder.Path()), profile(platform::MakeProfileFile(SettingsFile())),
-      files(platform::MakeFileStore()), services_{dialogs,   desktop, clock,  *profile,
-                                                  userStore, places,  *files, printing} {
+      files(std::make_unique<FileStore>()), services_{dialogs,   desktop, clock,  *profile,
+                                                      userStore, places,  *files, printing} {
     platform::Install(&services_);
     ResetCore();
 }

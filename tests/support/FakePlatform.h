@@ -76,6 +76,9 @@ public:
     int calculatorShown = 0;
     int notepadShown = 0;
     bool lessMotion = false;
+    bool keepsAwake = true; ///< the system has a service for it
+    int wakeLocks = 0;      ///< held at this moment
+    std::string awakeReason;
 
     void SetMousePointer(platform::MousePointer value) override { pointer = value; }
     platform::MousePointer GetMousePointer() const override { return pointer; }
@@ -84,6 +87,7 @@ public:
     void ShowCalculator() override { ++calculatorShown; }
     void ShowNotepad() override { ++notepadShown; }
     bool WantsLessMotion() const override { return lessMotion; }
+    std::unique_ptr<platform::WakeLock> KeepAwake(const std::string& reason) override;
 };
 
 /// Stands still unless it is moved, or moves by `step` at each look.
@@ -95,6 +99,46 @@ public:
 
     LocalTime Now() const override { return now; }
     std::chrono::milliseconds Monotonic() const override { return monotonic += step; }
+};
+
+/// The system's own files on disks whose room the test decides.
+class FileStore : public platform::FileStore {
+public:
+    static constexpr std::uint64_t terabyte = 1'000'000'000'000;
+
+    FileStore();
+
+    std::uint64_t free_bytes = terabyte;
+    /// Files in this folder lie on a disk of their own.
+    std::filesystem::path otherDisk;
+    std::uint64_t freeOnOtherDisk_bytes = terabyte;
+    bool answersForRoom = true;
+
+    std::filesystem::path CreateUnique(const std::filesystem::path& folder,
+                                       const std::string& prefix) override {
+        return real_->CreateUnique(folder, prefix);
+    }
+    std::unique_ptr<platform::AppendFile>
+    OpenForAppend(const std::filesystem::path& file) override {
+        return real_->OpenForAppend(file);
+    }
+    std::unique_ptr<platform::Replacement> BeginReplacement(const std::filesystem::path& file,
+                                                            platform::Readers readers) override {
+        return real_->BeginReplacement(file, readers);
+    }
+    void Truncate(const std::filesystem::path& file, std::uint64_t size) override {
+        real_->Truncate(file, size);
+    }
+    bool IsPrivate(const std::filesystem::path& file) const override {
+        return real_->IsPrivate(file);
+    }
+    std::unique_ptr<platform::FileLock> TryLock(const std::filesystem::path& file) override {
+        return real_->TryLock(file);
+    }
+    platform::DiskRoom RoomOfDisk(const std::filesystem::path& file) const override;
+
+private:
+    std::unique_ptr<platform::FileStore> real_;
 };
 
 /// The per-user store in memory.
@@ -155,7 +199,7 @@ public:
     Places places;
     Printing printing;
     std::unique_ptr<platform::ProfileFile> profile;
-    std::unique_ptr<platform::FileStore> files;
+    std::unique_ptr<FileStore> files;
 
     std::filesystem::path SettingsFile() const;
 
