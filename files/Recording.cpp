@@ -3,12 +3,20 @@
 #include "base/NumberText.h"
 #include "base/RunTimeError.h"
 #include "platform/Platform.h"
+#include "settings/mWinInit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <system_error>
+#include <utility>
 
 namespace FileOpr {
 
 namespace {
 
 constexpr float shortestPeriod_s = 1;
+constexpr std::string_view sleepMessage =
+    "This computer offers no way to keep it awake: see that it does not go to sleep.";
 
 /// A change of the wall clock must neither stop nor double records.
 std::chrono::seconds WholeSeconds() {
@@ -39,12 +47,36 @@ Recording::Outcome Recording::Record(Mode mode, std::string_view periodText,
     if (automatic && reportShowsTarget_)
         run_.FollowTarget(true);
     RecordReading(*entry, outcome);
-    if (automatic) {
-        period_s_ = period_s;
-        automaticOn_ = true;
-        lastRecordTime_ = WholeSeconds();
-    }
+    if (automatic)
+        BeginRun(period_s, outcome);
     return outcome;
+}
+
+void Recording::BeginRun(float period_s, Outcome& outcome) {
+    period_s_ = period_s;
+    automaticOn_ = true;
+    runStart_ = lastRecordTime_ = WholeSeconds();
+    awake_ = platform::Current().desktop.KeepAwake("Measurements are being recorded");
+    if (!awake_ && !std::exchange(sleepIsTold_, true))
+        outcome.remark = std::string(sleepMessage);
+    CheckRoom(outcome);
+}
+
+void Recording::CheckRoom(Outcome& outcome) {
+    RunOnDisk run{currentMeasurementPath, targetFile, IsFollowing(), 0, 0, period_s_};
+    run.recordBytes = RecordBytes(Rows(), mWinInit::HardwareSettings.ChannelCount);
+    std::error_code missing; // a temporary file that a flush has deleted holds nothing
+    if (const auto waiting = std::filesystem::file_size(run.temporaryFile, missing); !missing)
+        run.waitingBytes = waiting;
+    try {
+        room_ = ForecastRoom(run);
+    } catch (const RunTimeError&) {
+        room_.reset(); // a forecast more or less must not keep a record from being written
+        return;
+    }
+    const std::string remark = roomWatch_.Add(*room_);
+    if (!remark.empty())
+        outcome.remark += (outcome.remark.empty() ? "" : " ") + remark;
 }
 
 Recording::Outcome Recording::Tick(const TakeEntry& takeEntry) {
@@ -65,12 +97,45 @@ Recording::Outcome Recording::Tick(const TakeEntry& takeEntry) {
         Stop(); // the same message each period would bury the first
         throw;
     }
+    CheckRoom(outcome);
     return outcome;
 }
 
 void Recording::Stop() {
     automaticOn_ = false;
+    awake_.reset();
     run_.FollowTarget(false);
+}
+
+void Recording::Fail(const std::string& reason) {
+    NoteFailure(reason);
+    Stop();
+}
+
+void Recording::NoteFailure(const std::string& reason) {
+    failure_ = {platform::Current().clock.Now(), reason};
+}
+
+RecordingProgress Recording::Progress() const {
+    RecordingProgress progress;
+    progress.automatic = automaticOn_;
+    progress.period_s = period_s_;
+    progress.record = counter_;
+    progress.recordedAt = recordedAt_;
+    progress.failure = failure_;
+    const auto now = WholeSeconds();
+    const std::chrono::seconds period(static_cast<std::int64_t>(std::ceil(period_s_)));
+    progress.untilNext = std::max(lastRecordTime_ + period - now, std::chrono::seconds(0));
+    progress.running = now - runStart_;
+    if (room_ && room_->hours < enoughHours)
+        progress.hoursOfRoom = room_->hours;
+    return progress;
+}
+
+std::string Recording::ChangesSinceHeader() const {
+    if (!header_ || run_.targetFile.empty())
+        return {};
+    return HeaderDifferences(*header_, RecordsInForce(), mWinInit::HardwareSettings.ChannelCount);
 }
 
 void Recording::ReportOpened() {
@@ -93,6 +158,8 @@ bool Recording::ChooseTarget() {
     if (!run_.dialog.ShowFileDialog(chosen, DialogMode::save))
         return false;
     run_.BeginTarget(chosen);
+    header_ = RecordsInForce();
+    failure_.reset();
     recordedSinceLastSave_ = false;
     counter_ = 0;
     return true;
@@ -103,6 +170,7 @@ void Recording::RecordReading(const Entry& entry, Outcome& outcome) {
     try {
         run_.SaveMeasure(run_.currentMeasurementPath, number, entry.comment, entry.displayed);
     } catch (const RunTimeError& error) {
+        NoteFailure(error.what());
         if (!run_.IsFollowing())
             throw;
         // The target has gone from under the live report; the temporary file still takes records.
@@ -111,6 +179,8 @@ void Recording::RecordReading(const Entry& entry, Outcome& outcome) {
         outcome.warning = error.what();
     }
     counter_ = number;
+    recordedAt_ = platform::Current().clock.Now();
+    failure_.reset();
     recordedSinceLastSave_ = true;
     outcome.status = Status::recorded;
 }

@@ -1,11 +1,16 @@
 #pragma once
 
+#include "files/DiskForecast.h"
+#include "files/HeaderDifference.h"
 #include "files/MeasuringRun.h"
+#include "files/RecordingProgress.h"
+#include "platform/Desktop.h"
 
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -46,11 +51,13 @@ public:
         bool targetChosen = false; ///< a new target: the caption names it
         /// A message to show: the record is safe, but the target could not be followed any more.
         std::string warning;
+        /// For the status line: what endangers a run that nobody watches.
+        std::string remark;
     };
 
     /// "&Record": checks the period (automatic mode), asks for a target where none is set, writes
-    /// one record, and in automatic mode starts the run; without values neither happens. Throws RunTimeError; nothing is then
-    /// recorded or counted and no run starts.
+    /// one record, and in automatic mode starts the run; without values neither happens. Throws
+    /// RunTimeError; nothing is then recorded or counted and no run starts.
     Outcome Record(Mode mode, std::string_view periodText, const TakeEntry& takeEntry);
 
     /// The timer's tick: in an automatic run, records when as many whole seconds as the period
@@ -60,6 +67,9 @@ public:
     /// "&Stop", and the end of reading for another reason: no automatic run, and the temporary file
     /// receives what comes later.
     void Stop();
+
+    /// Stop for a reason that the progress tells until the next record.
+    void Fail(const std::string& reason);
 
     /// The live report shows the target: it is completed first; while an automatic run goes on and
     /// the report shows this file, records go straight into it. Throws RunTimeError when the target
@@ -74,9 +84,21 @@ public:
     std::int32_t Counter() const { return counter_; } ///< records of this run's target
     bool RecordedSinceLastSave() const { return recordedSinceLastSave_; }
 
+    /// How it stands at this moment, but for the readings, which the page knows.
+    RecordingProgress Progress() const;
+
+    /// The room for the run, or for one of the last period; nothing before there was a run.
+    const std::optional<DiskForecast>& Room() const { return room_; }
+
+    /// What setup and calibration now tell differently from the target's header; empty for nothing.
+    std::string ChangesSinceHeader() const;
+
 private:
     bool ChooseTarget();
+    void BeginRun(float period_s, Outcome& outcome);
+    void CheckRoom(Outcome& outcome);
     void RecordReading(const Entry& entry, Outcome& outcome);
+    void NoteFailure(const std::string& reason);
 
     MeasuringRun& run_;
     float period_s_ = 0;
@@ -84,7 +106,15 @@ private:
     bool reportShowsTarget_ = false;
     bool recordedSinceLastSave_ = false;
     std::chrono::seconds lastRecordTime_{0}; ///< whole seconds of the monotonic clock
+    std::chrono::seconds runStart_{0};       ///< of the same clock
     std::int32_t counter_ = 0;
+    LocalTime recordedAt_; ///< of the last record
+    std::optional<RecordingProgress::Failure> failure_;
+    std::optional<HeaderRecords> header_;
+    std::unique_ptr<platform::WakeLock> awake_; ///< while an automatic run goes on
+    bool sleepIsTold_ = false;
+    std::optional<DiskForecast> room_;
+    RoomWatch roomWatch_;
 };
 
 } // namespace FileOpr
