@@ -108,7 +108,8 @@ private:
     std::chrono::seconds lastRecordTime_{0}; ///< whole seconds of the monotonic clock
     std::chrono::seconds runStart_{0};       ///< of the same clock
     std::int32_t counter_ = 0;
-    LocalTime recordedAt_; ///< of the last record
+    LocalTime recordedAt_;        ///< of the last record
+    std::size_t recordBytes_ = 0; ///< of the run
     std::optional<RecordingProgress::Failure> failure_;
     std::optional<HeaderRecords> header_;
     std::unique_ptr<platform::WakeLock> awake_; ///< while an automatic run goes on
