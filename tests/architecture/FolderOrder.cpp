@@ -22,7 +22,7 @@ struct Floor {
 };
 
 /// From the ground up. A floor includes itself and those before it.
-constexpr std::array<Floor, 23> house = {{
+constexpr std::array<Floor, 24> house = {{
     {"base"},
     {"platform"},
     {"platform/posix"},
@@ -41,6 +41,7 @@ constexpr std::array<Floor, 23> house = {{
     {"screens/frmCommon", true},
     {"screens/frmSrch", true},
     {"screens/frmPrint", true},
+    {"screens/frmLimits", true},
     {"screens/Report", true},
     {"screens/frmCalib", true},
     {"screens/SimultCalib", true},

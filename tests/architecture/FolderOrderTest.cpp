@@ -35,6 +35,7 @@ protected:
                                  "screens/frmCommon",
                                  "screens/frmSrch",
                                  "screens/frmPrint",
+                                 "screens/frmLimits",
                                  "screens/Report",
                                  "screens/frmCalib",
                                  "screens/SimultCalib",
