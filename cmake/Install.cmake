@@ -12,6 +12,7 @@ else()
   install(FILES ${help_texts} DESTINATION ${CMAKE_INSTALL_DATADIR}/vantrel)
   install(FILES ${packaging}/man/vantrel.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES ${packaging}/vantrel.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES ${packaging}/vantrel.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
   install(FILES ${packaging}/vantrel.svg
     DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
   install(FILES ${packaging}/vantrel.metainfo.xml

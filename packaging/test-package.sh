@@ -22,6 +22,10 @@ appstreamcli validate --no-net --pedantic "$unpacked"/usr/share/metainfo/*.metai
 as_lintian=(lintian --fail-on error,warning)
 [ "$(id -u)" = 0 ] && as_lintian+=(--allow-root)
 "${as_lintian[@]}" "$package"
+# As the package system does behind the installation.
+update-mime-database "$unpacked/usr/share/mime"
+grep -q '^application/x-vantrel-measurement:\*\.4ch$' "$unpacked/usr/share/mime/globs" ||
+    die "Measurement files have no type"
 for text in SetupHlp AcqurHlp CalibHlp ViewHlp; do
     [ -s "$unpacked/usr/share/vantrel/$text.txt" ] || die "$text.txt is missing"
 done
