@@ -56,7 +56,7 @@ void Recording::BeginRun(float period_s, Outcome& outcome) {
     period_s_ = period_s;
     automaticOn_ = true;
     runStart_ = lastRecordTime_ = WholeSeconds();
-    recordBytes_ = RecordBytes(Rows(), mWinInit::HardwareSettings.ChannelCount);
+    recordBytes_ = RecordBytes(run_.Rows(), mWinInit::HardwareSettings.ChannelCount);
     awake_ = platform::Current().desktop.KeepAwake("Measurements are being recorded");
     if (!awake_ && !std::exchange(sleepIsTold_, true))
         outcome.remark = std::string(sleepMessage);
@@ -64,7 +64,12 @@ void Recording::BeginRun(float period_s, Outcome& outcome) {
 }
 
 void Recording::CheckRoom(Outcome& outcome) {
-    RunOnDisk run{currentMeasurementPath, targetFile, IsFollowing(), 0, recordBytes_, period_s_};
+    RunOnDisk run{run_.currentMeasurementPath,
+                  run_.targetFile,
+                  run_.IsFollowing(),
+                  0,
+                  recordBytes_,
+                  period_s_};
     std::error_code missing; // a temporary file that a flush has deleted holds nothing
     if (const auto waiting = std::filesystem::file_size(run.temporaryFile, missing); !missing)
         run.waitingBytes = waiting;

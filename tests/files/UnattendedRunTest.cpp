@@ -21,12 +21,12 @@ class UnattendedRun : public testing::Test {
 protected:
     UnattendedRun() : target(platform.folder.Path() / "spring-1.4ch") {
         SetUpRun();
-        FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
+        run.currentMeasurementPath = run.GetTempFile();
         platform.clock.now = {2003, 3, 7, 15, 7, 0};
     }
 
     Recording::Outcome Start() {
-        if (FileOpr::targetFile.empty())
+        if (run.targetFile.empty())
             platform.dialogs.ExpectFileDialog(
                 [this](const platform::FileDialogRequest&) { return target; });
         return recording.Record(Mode::automatic, "8", TakeEntry());
@@ -45,7 +45,8 @@ protected:
 
     fake::Platform platform;
     fs::path target;
-    Recording recording;
+    FileOpr::MeasuringRun run;
+    Recording recording{run};
 };
 
 TEST_F(UnattendedRun, The_line_follows_the_run) {
@@ -66,7 +67,7 @@ TEST_F(UnattendedRun, The_line_follows_the_run) {
 TEST_F(UnattendedRun, A_record_that_cannot_be_written_is_told_until_the_next_one) {
     Start();
     // A folder in its place: the temporary file can be written no more.
-    const fs::path temporary = FileOpr::currentMeasurementPath;
+    const fs::path temporary = run.currentMeasurementPath;
     fs::rename(temporary, temporary.string() + "-away");
     fs::create_directory(temporary);
     EXPECT_THROW(After(8s), RunTimeError);
@@ -119,15 +120,15 @@ TEST_F(UnattendedRun, A_system_that_cannot_be_kept_awake_is_told_once) {
 }
 
 TEST_F(UnattendedRun, The_room_on_the_disk_is_told_when_it_falls_below_a_day) {
-    const auto record = FileOpr::RecordBytes(FileOpr::Rows(), 4); // before the header: two rows
+    const auto record = FileOpr::RecordBytes(run.Rows(), 4); // before the header: two rows
     EXPECT_GT(record, 0U);
     EXPECT_EQ(Start().remark, "");
     EXPECT_GT(recording.Room()->hours, 1000);
     EXPECT_EQ(After(8s).remark, "");
     // Each record of the run takes its room twice on the one disk.
-    const auto whole = FileOpr::RecordBytes(FileOpr::Rows(), 4);
+    const auto whole = FileOpr::RecordBytes(run.Rows(), 4);
     platform.files->free_bytes =
-        fs::file_size(FileOpr::currentMeasurementPath) + 3 * whole + 2 * whole * 450 * 18;
+        fs::file_size(run.currentMeasurementPath) + 3 * whole + 2 * whole * 450 * 18;
     EXPECT_EQ(After(8s).remark, "At this period there is room on the disk for 18 hours.");
     EXPECT_TRUE(Line().ends_with(", room on the disk for 18 hours")) << Line();
     EXPECT_EQ(After(8s).remark, "");
@@ -157,8 +158,8 @@ TEST_F(UnattendedRun, A_setup_that_changes_after_the_header_is_told_until_a_new_
     recording.Stop();
     mWinInit::ChannelSetup[1].Electrode = "K";
     EXPECT_EQ(recording.ChangesSinceHeader(), "channel 2: electrode");
-    FileOpr::FlushTempFile();
-    FileOpr::targetFile.clear(); // a new measurement file is wanted
+    run.FlushTempFile();
+    run.targetFile.clear(); // a new measurement file is wanted
     EXPECT_EQ(recording.ChangesSinceHeader(), "");
     Start();
     EXPECT_EQ(recording.ChangesSinceHeader(), "");

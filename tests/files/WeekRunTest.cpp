@@ -56,7 +56,7 @@ protected:
                    platform.userStore, platform.places,  files,          platform.printing} {
         platform::Install(&services);
         SetUpRun();
-        FileOpr::currentMeasurementPath = FileOpr::GetTempFile();
+        run.currentMeasurementPath = run.GetTempFile();
         platform.dialogs.ExpectFileDialog([this](const platform::FileDialogRequest&) {
             return platform.folder.Path() / "spring-1.4ch";
         });
@@ -66,7 +66,7 @@ protected:
         MoveTo(0s);
     }
     ~WeekRun() override {
-        FileOpr::ReleaseTempFile();
+        run.ReleaseTempFile();
         platform::Install(before);
     }
 
@@ -116,7 +116,8 @@ protected:
     const platform::Services* before = &platform::Current();
     CountedFiles files;
     platform::Services services;
-    Recording recording;
+    FileOpr::MeasuringRun run;
+    Recording recording{run};
     FileOpr::ReadingGaps gaps;
     LimitWatch limits;
     TrendHistory trend;
@@ -138,7 +139,7 @@ TEST_F(WeekRun, Everything_is_told_at_its_second_and_memory_does_not_grow) {
     recording.Record(Recording::Mode::automatic, "1", TakeEntry());
     // Records wait on the disk onto which they will be copied. What is left is halved for that, and
     // falls to a day's worth at the moment above.
-    const std::uint64_t record = FileOpr::RecordBytes(FileOpr::Rows(), 4);
+    const std::uint64_t record = FileOpr::RecordBytes(run.Rows(), 4);
     const auto roomFor = [&](seconds time) {
         return record * 2 * static_cast<std::uint64_t>(time.count());
     };
