@@ -5,6 +5,7 @@
 #include "screens/calibration/CalibrationTexts.h"
 #include "screens/calibration/PointReading.h"
 #include "screens/controls/MarkLabel.h"
+#include "screens/controls/ValueLabel.h"
 #include "ui_SimultPointsPage.h"
 
 #include <algorithm>
@@ -132,7 +133,7 @@ void SimultPointsPage::ShowReading(const CalibrationSession& session, const Poin
     for (int channel = 0; channel < maxChannels; ++channel) {
         QLabel& label = *columns_.at(static_cast<std::size_t>(channel)).lblTemp;
         label.setVisible(TakesPart(session, channel));
-        label.setText(Text::ToQt(reading.TemperatureText(channel)));
+        ShowValue(label, Text::ToQt(reading.TemperatureText(channel)));
         anySensor = anySensor || !label.text().isEmpty();
     }
     ui_->lblTempCaption->setVisible(anySensor);
@@ -160,7 +161,7 @@ void SimultPointsPage::ShowColumn(int channel, const CalibrationSession& session
     int point = 0;
     for (QLabel* signal : column.lblSig) {
         signal->setVisible(takesPart && point < session.PointCount());
-        signal->setText(ReadingText(session, channel, point));
+        ShowValue(*signal, ReadingText(session, channel, point));
         SetBold(*signal, session.IsBeingRead(point));
         ++point;
     }

@@ -9,5 +9,6 @@ class MarkLabel : public QLabel {
 public:
     explicit MarkLabel(QWidget* parent = nullptr) : QLabel(parent) {}
 
-    void ShowMark(const QString& text, bool steady);
+    /// Spoken behind the label's accessible name.
+    void ShowMark(const QString& mark, bool steady);
 };

@@ -6,6 +6,7 @@
 #include "screens/calibration/CalibrationTexts.h"
 #include "screens/calibration/PointReading.h"
 #include "screens/controls/MarkLabel.h"
+#include "screens/controls/ValueLabel.h"
 #include "ui_SinglePointsPage.h"
 
 namespace {
@@ -82,7 +83,7 @@ void SinglePointsPage::ShowSession(const CalibrationSession& session, const Poin
         const bool chosen = point < session.PointCount();
         for (QWidget* part : {row.lblPoint, row.lblReading, static_cast<QLabel*>(row.lblMark)})
             part->setVisible(chosen);
-        row.lblReading->setText(ReadingText(session, point));
+        ShowValue(*row.lblReading, ReadingText(session, point));
         ShowMark(*row.lblMark, point, session, reading);
     }
     ShowElapsed(reading);

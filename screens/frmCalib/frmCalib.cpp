@@ -12,6 +12,7 @@
 #include "screens/calibration/CalibrationTexts.h"
 #include "screens/calibration/StandardFields.h"
 #include "screens/controls/Placement.h"
+#include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
 #include "settings/mWinInit.h"
 #include "ui_frmCalib.h"
@@ -81,9 +82,9 @@ void frmCalib::Form_Load() {
     session_.Load(channel_, Record());
 
     lblInfo(channelInfo).setText(QString("Channel %1").arg(channel_ + 1));
-    lblInfo(electrodeInfo).setText(Text::ToQt(ElectrodeName()));
-    lblInfo(dateInfo).setText(Measure::IsUsable(Record()) ? Text::ToQt(Record().CalibrationDate)
-                                                          : QString("None"));
+    ShowValue(lblInfo(electrodeInfo), Text::ToQt(ElectrodeName()));
+    ShowValue(lblInfo(dateInfo),
+              Measure::IsUsable(Record()) ? Text::ToQt(Record().CalibrationDate) : QString("None"));
     Standards().ShowStandards(session_);
     Standards().ShowPrompts(session_);
     ShowEntryPage();

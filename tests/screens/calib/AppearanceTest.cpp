@@ -4,6 +4,7 @@
 #include "screens/frmCalib/frmCalib.h"
 #include "settings/mWinInit.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
@@ -60,6 +61,21 @@ protected:
         if (folder.isEmpty())
             return;
         EXPECT_TRUE(form.grab().save(QDir(folder).filePath(name + ".png")));
+    }
+
+    /// What a screen reader says of a control.
+    static std::string Spoken(const QWidget& form, const QString& name) {
+        return QAccessible::queryAccessibleInterface(&Find<QWidget>(form, name))
+            ->text(QAccessible::Name)
+            .toStdString();
+    }
+
+    /// The label that a screen reader says before a list: its name is the chosen entry.
+    static std::string LabelOf(const QWidget& form, const QString& list) {
+        const auto relations = QAccessible::queryAccessibleInterface(&Find<QWidget>(form, list))
+                                   ->relations(QAccessible::Label);
+        return relations.isEmpty() ? std::string()
+                                   : relations[0].first->object()->objectName().toStdString();
     }
 
     std::unique_ptr<frmCalib> OpenSingle(int channel) {
@@ -183,4 +199,35 @@ TEST_F(Appearance, Both_forms_fit_the_smallest_screen) {
     Click(simultaneous, "cmdSys", SimultCalib::nextButton);
     Picture(simultaneous, "simult-eight");
     ExpectFitsAtDoubleScale(simultaneous);
+}
+
+TEST_F(Appearance, A_screen_reader_says_each_value_with_its_caption) {
+    const auto form = OpenSingle(pHChannel);
+    EXPECT_EQ(Spoken(*form, "lblInfo_1"), "Electrode: H (pH)");
+    EXPECT_EQ(Spoken(*form, "lblInfo_2"), "Last calibration date: None");
+    EXPECT_EQ(Spoken(*form, "lblReading_0"), "Reading of point 1 in mV: blank");
+    ReadPoint(*form, "txtEntry_0", "4", frmCalib::mainButton, 177.5);
+    EXPECT_EQ(Spoken(*form, "lblReading_0"), "Reading of point 1 in mV: 177.5");
+    EXPECT_EQ(Spoken(*form, "lblMark_0"), "State of point 1: steady");
+    EXPECT_TRUE(Spoken(*form, "lblElapsed").ends_with(" since Read"));
+    EXPECT_EQ(Spoken(*form, "lblTemperature"), "Temperature: 25.0 \u00B0C");
+    EXPECT_EQ(Spoken(*form, "pltTrend"), "Trend of the reading");
+    Click(*form, "cmdSys", frmCalib::mainButton);
+    EXPECT_EQ(Spoken(*form, "lblMark_0"), "State of point 1: recorded");
+    EXPECT_EQ(LabelOf(*form, "cboCalibPtrs"), "lblPoints");
+}
+
+TEST_F(Appearance, A_screen_reader_says_each_value_of_a_simultaneous_calibration) {
+    SimultCalib form;
+    Show(form);
+    for (const int channel : {firstCa, secondCa})
+        Element<QCheckBox>(form, "chkSimult", channel).click();
+    Click(form, "cmdSys", SimultCalib::nextButton);
+    ReadPoint(form, "txtDat_0", "1", SimultCalib::mainButton, 100);
+    EXPECT_EQ(Spoken(form, "lblSig_1"), "Reading of channel 2 at point 1 in mV: 100.0");
+    EXPECT_EQ(Spoken(form, "lblSig_9"), "Reading of channel 2 at point 2 in mV: blank");
+    EXPECT_EQ(Spoken(form, "lblMark_1"), "State of channel 2: steady");
+    EXPECT_EQ(Spoken(form, "lblTemp_1"), "Temperature of channel 2 in \u00B0C: 20.0");
+    EXPECT_EQ(Spoken(form, "lblTemp_2"), "Temperature of channel 3 in \u00B0C: blank");
+    EXPECT_EQ(LabelOf(form, "cboUnits"), "lblUnits");
 }
