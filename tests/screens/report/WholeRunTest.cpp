@@ -200,7 +200,7 @@ TEST_F(WholeRunScreen, The_way_a_span_is_drawn_is_remembered) {
     ViewRun({}, 60);
     Find<QComboBox>(*form, "cboAxis").setCurrentIndex(1);
     Find<QCheckBox>(*form, "chkStatistics").setChecked(true);
-    Report again;
+    Report again(run);
     EXPECT_EQ(Find<QComboBox>(again, "cboAxis").currentText(), "Time");
     EXPECT_TRUE(Find<QCheckBox>(again, "chkStatistics").isChecked());
     EXPECT_FALSE(Find<QCheckBox>(again, "chkOwnScales").isChecked());
