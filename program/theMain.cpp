@@ -9,6 +9,7 @@
 #include "settings/mWinInit.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 
 namespace theMain {
 
@@ -19,7 +20,11 @@ void Program::Main() {
     guard_("theMain - Main", [this] {
         LoadForms();
         CommPort::fncInitializeComPort();
+        // What was pressed while the program started was pressed in vain.
+        platform::Current().desktop.ProcessPendingEvents();
     });
+    if (splash_)
+        splash_->SetReady(true);
 }
 
 void Program::LoadForms() {
@@ -27,8 +32,9 @@ void Program::LoadForms() {
     mWinInit::HardwareSettings.ChannelCount = channelCount;
 
     splash_ = std::make_unique<frmSplash>(std::string(versionText));
+    splash_->SetReady(false);
     splash_->show();
-    platform::Current().desktop.ProcessPendingEvents();
+    AwaitPainting();
 
     mWinInit::LoadSettings();
     port_ = std::make_unique<frmPortSettings>(); // owns the port that the link is opened on
@@ -36,13 +42,29 @@ void Program::LoadForms() {
     ConnectForms();
 }
 
+/// A window is painted once its desktop has shown it, which takes several turns of events.
+void Program::AwaitPainting() {
+    constexpr int longest_ms = 1000; // a desktop that shows nothing must not hold the start up
+    QElapsedTimer waiting;
+    waiting.start();
+    do
+        platform::Current().desktop.ProcessPendingEvents();
+    while (!splash_->IsPainted() && waiting.elapsed() < longest_ms);
+}
+
 void Program::ConnectForms() {
-    QObject::connect(splash_.get(), &frmSplash::Continued, main_.get(), [this] { main_->show(); });
+    QObject::connect(splash_.get(), &frmSplash::Continued, main_.get(), [this] { Continue(); });
     QObject::connect(main_.get(), &frmMain::PortSettingsRequested, port_.get(), [this] {
         port_->setWindowModality(Qt::ApplicationModal);
         port_->show();
     });
     QObject::connect(main_.get(), &frmMain::Ended, qApp, &QApplication::quit);
+}
+
+void Program::Continue() {
+    main_->show();
+    if (!file_.empty())
+        main_->OpenReport(file_);
 }
 
 } // namespace theMain

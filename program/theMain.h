@@ -4,6 +4,7 @@
 #include "files/MeasuringRun.h"
 #include "screens/controls/EventGuard.h"
 
+#include <filesystem>
 #include <memory>
 
 class frmMain;
@@ -27,10 +28,17 @@ public:
     /// port. The splash's button shows the main screen. What fails is said in a message box.
     void Main();
 
+    /// A measurement file that the report viewer shows once the splash is left.
+    void ShowFile(const std::filesystem::path& file) { file_ = file; }
+
 private:
     void LoadForms();
+    void AwaitPainting();
     void ConnectForms();
 
+    void Continue();
+
+    std::filesystem::path file_;
     EventGuard guard_{"Unexpected Error - "};
     FileOpr::MeasuringRun run_; ///< outlives the screens that record and show it
     std::unique_ptr<frmSplash> splash_;

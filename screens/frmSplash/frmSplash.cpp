@@ -36,6 +36,17 @@ void frmSplash::cmdCommand1_Click() {
     accept();
 }
 
+void frmSplash::SetReady(bool ready) {
+    ui_->cmdCommand1->setEnabled(ready);
+    if (ready)
+        ui_->cmdCommand1->setFocus(Qt::OtherFocusReason);
+}
+
+void frmSplash::paintEvent(QPaintEvent* event) {
+    QDialog::paintEvent(event);
+    painted_ = true;
+}
+
 void frmSplash::reject() {
     if (isModal())
         QDialog::reject();

@@ -25,9 +25,18 @@ public:
     /// it would leave the program without a window.
     void reject() override;
 
+    /// Whether its button can be pressed; not while the program still starts.
+    void SetReady(bool ready);
+
+    /// It has been painted, so that it is seen.
+    bool IsPainted() const { return painted_; }
+
 Q_SIGNALS:
     /// The button was pressed.
     void Continued();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void Form_Load(const std::string& versionText);
@@ -35,5 +44,6 @@ private:
 
     std::unique_ptr<Ui::frmSplash> ui_;
     ControlArray<QLabel> lblLabel;
+    bool painted_ = false;
     EventGuard guard_{"Unexpected Error - "};
 };

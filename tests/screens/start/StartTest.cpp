@@ -1,12 +1,14 @@
 #include "base/RunTimeError.h"
 #include "link/CommPort.h"
 #include "program/theMain.h"
+#include "screens/frmSplash/frmSplash.h"
 #include "screens/support/ScreenTest.h"
 #include "settings/mWinInit.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
+#include <QTest>
 
 #include <filesystem>
 #include <utility>
@@ -39,6 +41,7 @@ protected:
 TEST_F(StartTest, The_splash_is_shown_before_the_settings_are_loaded) {
     bool looked = false;
     platform.desktop.onEvents = [&] {
+        QCoreApplication::processEvents();
         if (std::exchange(looked, true))
             return;
         EXPECT_TRUE(Form("frmSplash")->isVisible());
@@ -59,6 +62,25 @@ TEST_F(StartTest, The_main_screen_is_loaded_but_hidden_until_the_splash_s_button
     Click(*Form("frmSplash"), "cmdCommand1");
     EXPECT_TRUE(Form("frmMain")->isVisible());
     EXPECT_FALSE(Form("frmSplash")->isVisible());
+}
+
+TEST_F(StartTest, The_splash_is_painted_and_takes_no_input_while_the_settings_are_loaded) {
+    int looks = 0;
+    platform.desktop.onEvents = [&] {
+        QCoreApplication::processEvents();
+        if (Form("frmSplash") == nullptr || mWinInit::ProjectInfo.ProjectName != "")
+            return;
+        ++looks;
+        QTest::mouseClick(&Find<QAbstractButton>(*Form("frmSplash"), "cmdCommand1"),
+                          Qt::LeftButton);
+        QTest::keyClick(Form("frmSplash"), Qt::Key_Return);
+    };
+    program.Main();
+    EXPECT_GE(looks, 1);
+    EXPECT_TRUE(qobject_cast<frmSplash*>(Form("frmSplash"))->IsPainted());
+    EXPECT_TRUE(Form("frmSplash")->isVisible()) << "pressed too early";
+    Click(*Form("frmSplash"), "cmdCommand1");
+    EXPECT_TRUE(Form("frmMain")->isVisible());
 }
 
 TEST_F(StartTest, Escape_and_the_close_button_leave_the_splash_where_it_is) {
