@@ -20,6 +20,18 @@ QColor Good(const QPalette& palette) {
     return IsDark(palette) ? QColor(129, 199, 132) : QColor(27, 94, 32);
 }
 
+QColor Caution(const QPalette& palette) {
+    return IsDark(palette) ? QColor(255, 183, 77) : QColor(150, 75, 0);
+}
+
+QColor Stale(const QPalette& palette) {
+    return IsDark(palette) ? QColor(160, 160, 160) : QColor(110, 110, 110);
+}
+
+QColor Alarm() {
+    return {183, 28, 28};
+}
+
 QColor BlinkOn(const QPalette& palette) {
     return IsDark(palette) ? Error(palette) : QColor(255, 0, 0);
 }

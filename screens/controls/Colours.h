@@ -10,6 +10,9 @@ namespace Colours {
 
 QColor Error(const QPalette& palette);
 QColor Good(const QPalette& palette);
+QColor Caution(const QPalette& palette); ///< amber: to be looked at, not wrong
+QColor Stale(const QPalette& palette);   ///< grey: of an earlier moment
+QColor Alarm();                          ///< a background, for white text
 
 /// The two colours of a title that blinks: red and black, on a dark palette light red and the
 /// palette's text.

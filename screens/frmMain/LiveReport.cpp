@@ -1,5 +1,6 @@
 #include "screens/frmMain/LiveReport.h"
 
+#include "files/MeasuringRun.h"
 #include "screens/Report/Report.h"
 #include "screens/controls/Wiring.h"
 
@@ -12,13 +13,24 @@ LiveReport::~LiveReport() {
     delete report_; // tells this object of its end, so it must go while this one is whole
 }
 
-void LiveReport::Show() {
+void LiveReport::BringToFront() {
     if (!report_)
         Create();
     report_->show();
     report_->raise();
     report_->activateWindow();
     ShowRun();
+}
+
+void LiveReport::Open(const std::filesystem::path& file) {
+    if (file == recording_.Run().targetFile) // with all records so far
+        return Show();
+    BringToFront();
+    report_->ViewFile(file);
+}
+
+void LiveReport::Show() {
+    BringToFront();
     const std::filesystem::path target = recording_.Run().targetFile;
     if (target.empty() || (shown_ == target && !recording_.Run().HasWaitingRecords()))
         return;

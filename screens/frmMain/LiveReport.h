@@ -23,6 +23,9 @@ public:
     /// Brings the report to the front, showing the target with all records so far.
     void Show();
 
+    /// Brings the report to the front, showing this file.
+    void Open(const std::filesystem::path& file);
+
     /// False while it loads, which it says itself; true also where none is open.
     bool Close();
 
@@ -31,6 +34,7 @@ public:
 
 private:
     void Create();
+    void BringToFront();
     void ReportShows(const std::filesystem::path& file);
     void ReportClosed();
 

@@ -8,10 +8,14 @@
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/BusyPointer.h"
+#include "screens/controls/Colours.h"
 #include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
+#include "screens/frmLimits/frmLimits.h"
 #include "screens/frmMain/ReadingsTable.h"
+#include "settings/MeasuringChoices.h"
 #include "settings/SetupChecks.h"
+#include "settings/StoredLimits.h"
 #include "settings/mWinInit.h"
 #include "ui_MeasuringPage.h"
 
@@ -41,7 +45,13 @@ void MeasuringPage::ConnectEvents() {
     const Wiring wire(*this, guard_, "frmMain");
     wire(&tmrRead, &QTimer::timeout, "tmrRead", &MeasuringPage::tmrRead_Timer);
     wire(&tmrTime, &QTimer::timeout, "tmrTime", &MeasuringPage::tmrTime_Timer);
-    connect(ui_->fraRecording, &RecordingGroup::RunChanged, this, &MeasuringPage::RunChanged);
+    wire(table_, &ReadingsTable::AlarmClicked, "AlarmClicked", &MeasuringPage::AlarmClicked);
+    wire(ui_->fraRecording, &RecordingGroup::Remarked, "Remarked", &MeasuringPage::Remarked);
+    wire(ui_->fraRecording, &RecordingGroup::ResumeChosen, "chkResume",
+         &MeasuringPage::chkResume_Click);
+    wire(ui_->cmdLimits, &QPushButton::clicked, "cmdLimits", &MeasuringPage::cmdLimits_Click);
+    wire(ui_->cmdNewFile, &QPushButton::clicked, "cmdNewFile", &MeasuringPage::NewFile);
+    wire(ui_->fraRecording, &RecordingGroup::RunChanged, "RunChanged", &MeasuringPage::ShowRun);
 }
 
 void MeasuringPage::Load(FileOpr::MeasuringRun& run) {
@@ -49,14 +59,38 @@ void MeasuringPage::Load(FileOpr::MeasuringRun& run) {
     tmrRead.setObjectName("tmrRead");
     tmrTime.setObjectName("tmrTime");
     tmrTime.setInterval(timeInterval_ms);
-    ui_->fraRecording->Load(run);
+    const auto choices = mWinInit::LoadMeasuringChoices();
+    ui_->fraRecording->Load(run, choices);
+    ui_->panTrend->SetChoice({choices.trendShown, choices.trendMinutes, choices.trendQuantity});
+    watch_.WatchLimits(mWinInit::LoadLimits());
     table_->Prepare();
+    ShowColours();
 }
 
 void MeasuringPage::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) // the controls take the palette after their page
-        QTimer::singleShot(0, this, [this] { table_->ShowColours(); });
+        QTimer::singleShot(0, this, [this] { ShowColours(); });
+}
+
+void MeasuringPage::ShowColours() {
+    table_->ShowColours();
+    QPalette colours = palette();
+    colours.setColor(QPalette::WindowText, Colours::Caution(colours));
+    ui_->lblNotice->setPalette(colours);
+}
+
+std::vector<std::string> MeasuringPage::SaveChoices() const {
+    auto choices = ui_->fraRecording->Choices();
+    const TrendPanel::Choice trend = ui_->panTrend->Chosen();
+    choices.trendShown = trend.shown;
+    choices.trendMinutes = trend.minutes;
+    choices.trendQuantity = trend.quantity;
+    return mWinInit::SaveMeasuringChoices(choices);
+}
+
+QSize MeasuringPage::WholeSize() const {
+    return ui_->picMeasure->minimumSizeHint();
 }
 
 MeasuringPage::RunState MeasuringPage::State() const {
@@ -78,10 +112,15 @@ void MeasuringPage::Enter(const Selection& selected) {
         cycle.selected[position] = selected[position] ? -1 : 0;
         cycle.tempSensor[position] = mWinInit::ChannelSetup[position].TempSensor;
         cycle.molarMass_g_per_mol[position] = mWinInit::ChannelSetup[position].MolarMass;
-        table_->Show(i, {});
         table_->ShowSetup(i, selected[position]);
     }
     cycle_ = cycle;
+    watch_.Begin(cycle);
+    for (int i = 0; i < ChannelCount(); ++i)
+        ShowRow(i, {});
+    table_->ShowStale(false);
+    remark_.clear();
+    ui_->panTrend->Clear();
     ui_->fraRecording->Reset();
     ui_->fraRecording->ShowAveraging(
         QString::number(mWinInit::HardwareSettings.AveragingForMeasurement));
@@ -104,20 +143,27 @@ void MeasuringPage::Leave() {
 
 void MeasuringPage::StartReading() {
     lessMotion_ = platform::Current().desktop.WantsLessMotion();
+    CommPort::GoOnAfterFailure(ui_->fraRecording->IsToResume());
+    supply_ = Supply::current;
+    watch_.BeginSeries();
     series_.Start(mWinInit::HardwareSettings.AveragingForMeasurement);
-    Q_EMIT RunChanged();
+    ShowRun();
 }
 
 void MeasuringPage::StopReading() {
     series_.Stop();
+    CommPort::GoOnAfterFailure(false); // it is this page's choice alone
+    ui_->panTrend->EndReadings();
     table_->BlinkTitle(false);
-    ShowProblem({}); // it is about readings that no longer come
+    supply_ = Supply::current;
+    ShowStatus(); // what is told of readings goes with them
 }
 
 void MeasuringPage::tmrRead_Timer() {
     if (!series_.IsRunning() || series_.IsAtWork())
         return;
     table_->BlinkTitle(lessMotion_ || !table_->IsTitleRed());
+    NoticeLink();
     std::array<float, cyclePositions> averages{};
     switch (series_.OnTimer(averages)) {
     case ReadingSeries::Tick::nothing:
@@ -131,22 +177,119 @@ void MeasuringPage::tmrRead_Timer() {
     }
 }
 
-void MeasuringPage::ShowAverages(std::span<const float, cyclePositions> averages) {
-    const MeasuringCycle::Outcome outcome = MeasuringCycle::Run(*cycle_, averages);
-    for (int i = 0; i < ChannelCount(); ++i)
-        table_->Show(i, outcome.cells[static_cast<std::size_t>(i)]);
-    ShowProblem(Text::ToQt(outcome.problem));
+/// Follows an instrument that falls silent and answers again while it is asked on.
+void MeasuringPage::NoticeLink() {
+    if (CommPort::IsLost() && supply_ != Supply::lost) {
+        supply_ = Supply::lost;
+        ui_->fraRecording->ReadingsLost(
+            CommPort::LastReading().value_or(platform::Current().clock.Now()));
+        ui_->panTrend->EndReadings();
+        table_->ShowStale(true);
+        ShowStatus();
+    } else if (!CommPort::IsLost() && supply_ == Supply::lost) {
+        supply_ = Supply::returned;
+        watch_.BeginSeries(); // nothing from before the gap goes into what comes after it
+        series_.RestartAveraging(mWinInit::HardwareSettings.AveragingForMeasurement);
+    }
 }
 
-void MeasuringPage::ShowProblem(const QString& problem) {
-    if (std::exchange(problemShown_, problem) != problem)
-        Q_EMIT StatusChanged(problem);
+void MeasuringPage::ReadingsReturned() {
+    if (supply_ == Supply::returned)
+        ui_->fraRecording->ReadingsReturned(platform::Current().clock.Now());
+    supply_ = Supply::current;
+    table_->ShowStale(false);
+}
+
+void MeasuringPage::ShowAverages(std::span<const float, cyclePositions> averages) {
+    const MeasuringCycle::Outcome outcome = MeasuringCycle::Run(*cycle_, averages);
+    ReadingsReturned();
+    if (watch_.Add(outcome))
+        platform::Current().dialogs.Beep();
+    for (int i = 0; i < ChannelCount(); ++i)
+        ShowRow(i, outcome);
+    ui_->panTrend->AddReading(outcome.values);
+    problem_ = Text::ToQt(outcome.problem);
+    ShowStatus();
+    if (watch_.AllSteady())
+        ui_->fraRecording->ReadingsAreSteady([this] { return DisplayedNow(); });
+}
+
+void MeasuringPage::ShowRow(int channel, const MeasuringCycle::Outcome& outcome) {
+    const auto row = static_cast<std::size_t>(channel);
+    table_->Show(channel, outcome.cells[row]);
+    table_->ShowWatch(channel, watch_.RowOf(row));
+}
+
+QStringList MeasuringPage::StatusParts() const {
+    QStringList parts;
+    const auto last = CommPort::LastReading();
+    if ((supply_ == Supply::lost || supply_ == Supply::ended) && last)
+        parts << "last reading " + Text::ToQt(DateText::TimeOfDay(*last));
+    parts << Text::ToQt(ui_->fraRecording->GapText()) << remark_;
+    if (supply_ == Supply::current)
+        parts << problem_;
+    for (int i = 0; i < ChannelCount(); ++i) {
+        const ReadingWatch::Row& row = watch_.RowOf(static_cast<std::size_t>(i));
+        for (const std::string& text : {row.limitsText, row.standardsText})
+            if (!text.empty())
+                parts << QString("Channel %1: ").arg(i + 1) + Text::ToQt(text);
+    }
+    parts.removeAll(QString());
+    return parts;
+}
+
+/// What is told of values is told while they are read, or when reading has ended at a failure.
+void MeasuringPage::ShowStatus() {
+    const bool told = series_.IsRunning() || supply_ == Supply::ended;
+    const QString status = told ? StatusParts().join("; ") : QString();
+    if (std::exchange(statusShown_, status) != status)
+        Q_EMIT StatusChanged(status);
 }
 
 void MeasuringPage::ReadingFailed() {
     StopReading();
-    ui_->fraRecording->Stop();
+    supply_ = Supply::ended;
+    table_->ShowStale(true);
+    ShowStatus();
+    ui_->fraRecording->LinkFailed();
     Mcommon::Warn(DataAcq::connectionMessage);
+}
+
+void MeasuringPage::AlarmClicked(int channel) {
+    watch_.Acknowledge(static_cast<std::size_t>(channel));
+    table_->ShowWatch(channel, watch_.RowOf(static_cast<std::size_t>(channel)));
+    ShowStatus();
+}
+
+void MeasuringPage::Remarked(const QString& text) {
+    remark_ = text;
+    ShowStatus();
+}
+
+void MeasuringPage::chkResume_Click(bool checked) {
+    if (series_.IsRunning())
+        CommPort::GoOnAfterFailure(checked);
+}
+
+void MeasuringPage::cmdLimits_Click() {
+    frmLimits limits(this);
+    if (limits.exec() != QDialog::Accepted)
+        return;
+    watch_.WatchLimits(limits.Accepted());
+    for (int i = 0; i < ChannelCount(); ++i)
+        table_->ShowWatch(i, watch_.RowOf(static_cast<std::size_t>(i)));
+    ShowStatus();
+}
+
+/// Says where setup or calibration are no longer what the target's header tells.
+void MeasuringPage::ShowRun() {
+    const QString notice = Text::ToQt(ui_->fraRecording->Notice());
+    ShowValue(*ui_->lblNotice, notice);
+    ui_->lblNotice->setToolTip(notice); // where the line is too long for its room
+    ui_->lblNotice->setVisible(!notice.isEmpty());
+    ui_->cmdNewFile->setVisible(!notice.isEmpty());
+    ui_->cmdNewFile->setEnabled(!ui_->fraRecording->IsAutomaticOn());
+    Q_EMIT RunChanged();
 }
 
 void MeasuringPage::tmrTime_Timer() {
@@ -167,7 +310,7 @@ void MeasuringPage::RunPressed() {
         StartReading();
         break;
     case RunState::record:
-        ui_->fraRecording->Record([this] { return DisplayedNow(); });
+        ui_->fraRecording->Press([this] { return DisplayedNow(); }, watch_.AllSteady());
         break;
     case RunState::stop:
         ui_->fraRecording->Stop();
@@ -194,6 +337,14 @@ void MeasuringPage::AveragingPressed() {
     series_.RestartAveraging(*averaging);
     ui_->fraRecording->ShowAveraging(Text::ToQt(answer));
     Q_EMIT AveragingChanged(Text::ToQt(answer));
+}
+
+void MeasuringPage::OpenReport(const std::filesystem::path& file) {
+    ui_->fraRecording->OpenReport(file);
+}
+
+void MeasuringPage::NewFile() {
+    ui_->fraRecording->NewFile();
 }
 
 bool MeasuringPage::CloseReport() {

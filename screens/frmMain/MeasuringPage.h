@@ -6,13 +6,17 @@
 #include "link/ReadingSeries.h"
 #include "screens/controls/EventGuard.h"
 #include "screens/controls/FormTimer.h"
+#include "screens/frmMain/ReadingWatch.h"
 
 #include <QTimer>
 #include <QWidget>
 
 #include <array>
+#include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 class ReadingsTable;
 
@@ -43,6 +47,9 @@ public:
     /// The run is what the page records; it must outlive the page.
     void Load(FileOpr::MeasuringRun& run);
 
+    /// The room in which nothing of it is out of sight.
+    QSize WholeSize() const;
+
     /// Begins to read and show the selected channels.
     void Enter(const Selection& selected);
 
@@ -56,6 +63,15 @@ public:
 
     void RunPressed();
     void ReportPressed();
+    void OpenReport(const std::filesystem::path& file);
+
+    /// What waits goes into its file, and the next record asks for another; not during an automatic
+    /// run.
+    void NewFile();
+
+    /// Keeps what the analyst has chosen here. Returns messages as SaveSettings does.
+    std::vector<std::string> SaveChoices() const;
+
     void AveragingPressed();
 
     /// False while the report loads, which it says itself.
@@ -81,13 +97,31 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    /// Of what moment the values are that the page shows.
+    enum class Supply {
+        current,
+        ended,    ///< reading has stopped at a failure
+        lost,     ///< the instrument does not answer; it is asked on
+        returned, ///< it answers again, and the first average is awaited
+    };
+
     void ConnectEvents();
     void StartReading();
     void StopReading();
     void tmrRead_Timer();
     void tmrTime_Timer();
     void ShowAverages(std::span<const float, cyclePositions> averages);
-    void ShowProblem(const QString& problem);
+    void NoticeLink();
+    void ReadingsReturned();
+    void ShowRow(int channel, const MeasuringCycle::Outcome& outcome);
+    QStringList StatusParts() const;
+    void ShowStatus();
+    void ShowRun();
+    void ShowColours();
+    void AlarmClicked(int channel);
+    void Remarked(const QString& text);
+    void chkResume_Click(bool checked);
+    void cmdLimits_Click();
     void ReadingFailed();
     std::optional<FileOpr::DisplayedChannels> DisplayedNow() const;
 
@@ -103,5 +137,9 @@ private:
     std::optional<MeasuringCycle::Source> cycle_; ///< while the page is shown
     bool timeTickAtWork_ = false;
     bool lessMotion_ = false; ///< the title stands still while the instrument is read
-    QString problemShown_;    ///< why a position could not be converted
+    Supply supply_ = Supply::current;
+    ReadingWatch watch_;
+    QString problem_; ///< why a position could not be converted
+    QString remark_;  ///< what endangers the run
+    QString statusShown_;
 };

@@ -14,6 +14,7 @@
 namespace {
 
 constexpr const char* widestReading = "-8.88E+88";
+constexpr const char* widestMark = "mol/l/min";
 constexpr int smallestFigure_pt = 16; ///< as the form is designed
 constexpr int largestFigure_pt = 36;
 
@@ -39,7 +40,7 @@ int FrameOf(const QLabel& cell) {
 ReadingsTable::ReadingsTable(QWidget& page)
     : QObject(&page), page_(page), lblEntry(page, "lblEntry"), lblChannel(page, "lblChannel"),
       lblElectrode(page, "lblElectrode"), lblSerialNo(page, "lblSerialNo"),
-      lblSensor(page, "lblSensor") {}
+      lblSensor(page, "lblSensor"), lblMark(page, "lblMark") {}
 
 void ReadingsTable::Prepare() {
     for (int i = 0; i < maxChannels; ++i) {
@@ -47,11 +48,13 @@ void ReadingsTable::Prepare() {
         for (const auto& [quantity, label] : labels) {
             FixRoom(lblEntry(label + i));
             lblEntry(label + i).setVisible(inUse);
+            lblEntry(label + i).installEventFilter(this); // FitFigures, ClickAlarm
         }
         for (QLabel* label : {&lblChannel(i), &lblElectrode(i), &lblSerialNo(i), &lblSensor(i)})
             label->setVisible(inUse);
+        lblMark(i).setVisible(inUse);
+        lblMark(i).setMinimumWidth(lblMark(i).fontMetrics().horizontalAdvance(widestMark));
     }
-    lblEntry(mV).installEventFilter(this); // FitFigures
     ShowColours();
 }
 
@@ -66,7 +69,9 @@ void ReadingsTable::FixRoom(QLabel& cell) const {
 }
 
 bool ReadingsTable::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize)
+    if (event->type() == QEvent::MouseButtonPress)
+        ClickAlarm(watched);
+    if (event->type() == QEvent::Resize && watched == &lblEntry(mV))
         FitFigures(static_cast<QResizeEvent*>(event)->size());
     return QObject::eventFilter(watched, event);
 }
@@ -103,14 +108,87 @@ void ReadingsTable::ShowSetup(int channel, bool selected) {
 
 void ReadingsTable::Show(int channel, const ChannelDisplay::Cells& cells) {
     const auto row = static_cast<std::size_t>(channel);
-    for (const auto& [quantity, cellLabel] : labels) {
-        QLabel& label = lblEntry(cellLabel + channel);
+    for (const auto& [quantity, label] : labels) {
         displayed_[row][quantity] = cells[quantity].text;
-        ShowValue(label, Text::ToQt(cells[quantity].text));
-        const bool error = cells[quantity].error;
-        if (std::exchange(errorShown_[row][quantity], error) != error)
-            Colours::MarkError(label, error);
+        errors_[row][quantity] = cells[quantity].error;
+        ShowValue(lblEntry(label + channel), Text::ToQt(cells[quantity].text));
     }
+    ShowLooks(channel);
+}
+
+void ReadingsTable::ShowWatch(int channel, const ReadingWatch::Row& row) {
+    watched_[static_cast<std::size_t>(channel)] = row;
+    QString mark = Text::ToQt(row.mark);
+    mark.replace(' ', '\n'); // number and unit, one above the other
+    lblMark(channel).ShowMark(mark, row.steady);
+    ShowLooks(channel);
+}
+
+void ReadingsTable::ShowStale(bool stale) {
+    if (std::exchange(stale_, stale) == stale)
+        return;
+    for (int i = 0; i < maxChannels; ++i)
+        ShowLooks(i);
+}
+
+ReadingsTable::Look ReadingsTable::LookOf(int channel, Quantity quantity) const {
+    const auto row = static_cast<std::size_t>(channel);
+    if (watched_[row].alarm == quantity)
+        return Look::alarm;
+    if (stale_)
+        return Look::stale;
+    if (errors_[row][quantity])
+        return Look::error;
+    return watched_[row].outsideStandards == quantity ? Look::outsideStandards : Look::normal;
+}
+
+void ReadingsTable::ShowLooks(int channel) {
+    const auto row = static_cast<std::size_t>(channel);
+    for (const auto& [quantity, label] : labels) {
+        QLabel& cell = lblEntry(label + channel);
+        const Look look = LookOf(channel, quantity);
+        if (std::exchange(shown_[row][quantity], look) != look)
+            ShowLook(cell, look);
+        ShowReason(cell, channel, look);
+    }
+}
+
+/// An error is bold besides its colour; the others say in words what they mean.
+void ReadingsTable::ShowLook(QLabel& cell, Look look) {
+    Colours::MarkError(cell, look == Look::error);
+    const QPalette& around = cell.parentWidget()->palette();
+    QPalette colours = cell.palette();
+    colours.setColor(QPalette::Base, around.color(QPalette::Base));
+    if (look == Look::outsideStandards)
+        colours.setColor(QPalette::WindowText, Colours::Caution(around));
+    if (look == Look::stale)
+        colours.setColor(QPalette::WindowText, Colours::Stale(around));
+    if (look == Look::alarm) {
+        colours.setColor(QPalette::Base, Colours::Alarm());
+        colours.setColor(QPalette::WindowText, Qt::white);
+    }
+    cell.setPalette(colours);
+}
+
+void ReadingsTable::ShowReason(QLabel& cell, int channel, Look look) const {
+    const ReadingWatch::Row& row = watched_[static_cast<std::size_t>(channel)];
+    QString reason;
+    if (look == Look::outsideStandards)
+        reason = Text::ToQt(row.standardsText);
+    else if (look == Look::alarm)
+        reason = Text::ToQt(row.limitsText) + "; click to acknowledge";
+    if (cell.toolTip() == reason)
+        return;
+    cell.setToolTip(reason);
+    cell.setAccessibleDescription(reason);
+}
+
+void ReadingsTable::ClickAlarm(const QObject* cell) {
+    for (int i = 0; i < maxChannels; ++i)
+        for (const auto& [quantity, label] : labels)
+            if (cell == &lblEntry(label + i) &&
+                watched_[static_cast<std::size_t>(i)].alarm == quantity)
+                Q_EMIT AlarmClicked(i);
 }
 
 void ReadingsTable::BlinkTitle(bool red) {
@@ -126,7 +204,6 @@ void ReadingsTable::BlinkTitle(bool red) {
 void ReadingsTable::ShowColours() {
     BlinkTitle(titleRed_);
     for (int i = 0; i < maxChannels; ++i)
-        for (const auto& [quantity, cellLabel] : labels)
-            Colours::MarkError(lblEntry(cellLabel + i),
-                               errorShown_[static_cast<std::size_t>(i)][quantity]);
+        for (const auto& [quantity, label] : labels)
+            ShowLook(lblEntry(label + i), shown_[static_cast<std::size_t>(i)][quantity]);
 }

@@ -5,6 +5,8 @@
 #include "chem/ChannelDisplay.h"
 #include "files/MeasurementRecord.h"
 #include "screens/controls/ControlArray.h"
+#include "screens/controls/MarkLabel.h"
+#include "screens/frmMain/ReadingWatch.h"
 
 #include <QLabel>
 #include <QObject>
@@ -30,6 +32,12 @@ public:
 
     void Show(int channel, const ChannelDisplay::Cells& cells);
 
+    /// Shows the channel's mark, and colours what lies outside standards or limits.
+    void ShowWatch(int channel, const ReadingWatch::Row& row);
+
+    /// The values are of an earlier moment: they turn grey.
+    void ShowStale(bool stale);
+
     /// The texts that stand in the cells.
     const FileOpr::DisplayedChannels& Displayed() const { return displayed_; }
 
@@ -41,7 +49,19 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+Q_SIGNALS:
+    /// A cell was clicked whose channel's limits have been passed.
+    void AlarmClicked(int channel);
+
 private:
+    /// How a cell looks, and why.
+    enum class Look { normal, error, outsideStandards, alarm, stale };
+
+    Look LookOf(int channel, Quantity quantity) const;
+    void ShowLooks(int channel);
+    static void ShowLook(QLabel& cell, Look look);
+    void ShowReason(QLabel& cell, int channel, Look look) const;
+    void ClickAlarm(const QObject* cell);
     void FixRoom(QLabel& cell) const;
     void FitFigures(QSize cellSize);
 
@@ -51,7 +71,11 @@ private:
     ControlArray<QLabel> lblElectrode;
     ControlArray<QLabel> lblSerialNo;
     ControlArray<QLabel> lblSensor;
+    ControlArray<MarkLabel> lblMark;
     FileOpr::DisplayedChannels displayed_;
-    std::array<PerQuantity<bool>, maxChannels> errorShown_{};
+    std::array<PerQuantity<bool>, maxChannels> errors_{};
+    std::array<ReadingWatch::Row, maxChannels> watched_;
+    std::array<PerQuantity<Look>, maxChannels> shown_{};
+    bool stale_ = false;
     bool titleRed_ = false;
 };

@@ -139,6 +139,10 @@ void SetupPage::ShowExperimentDate() {
                                         : ui_->txtExperimentDate->minimumDate());
 }
 
+QSize SetupPage::WholeSize() const {
+    return ui_->picSetup->minimumSizeHint();
+}
+
 void SetupPage::ShowPort() {
     ui_->fraPort->setTitle(
         QString("Communications Port (%1)").arg(Text::ToQt(PortName::Of(CommPort::PortNumber()))));

@@ -34,6 +34,9 @@ public:
     /// chosen here; it must outlive the page.
     void Load(FileOpr::MeasurementDialog& dialog);
 
+    /// The room in which nothing of it is out of sight.
+    QSize WholeSize() const;
+
     /// Names the port in use.
     void ShowPort();
 

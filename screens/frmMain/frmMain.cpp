@@ -15,6 +15,7 @@
 #include "screens/controls/Placement.h"
 #include "screens/controls/Wiring.h"
 #include "screens/frmSplash/frmSplash.h"
+#include "settings/WindowSize.h"
 #include "settings/mWinInit.h"
 #include "ui_frmMain.h"
 
@@ -62,6 +63,7 @@ frmMain::frmMain(FileOpr::MeasuringRun& recorded, QWidget* parent)
     : QMainWindow(parent), run_(recorded), ui_(std::make_unique<Ui::frmMain>()) {
     ui_->setupUi(this);
     cmdPage = ControlArray<QPushButton>(*this, "cmdPage");
+    mnuFileItem = ControlArray<QAction>(*this, "mnuFileItem");
     mnuHelp = ControlArray<QAction>(*this, "mnuHelp");
     ConnectEvents();
     guard_("frmMain - Form_Load", [this] { Form_Load(); });
@@ -72,6 +74,7 @@ frmMain::~frmMain() = default;
 void frmMain::ConnectEvents() {
     const Wiring wire(*this, guard_, "frmMain");
     wire(cmdPage, &QPushButton::clicked, "cmdPage", &frmMain::cmdPage_Click);
+    wire(mnuFileItem, &QAction::triggered, "mnuFile", &frmMain::mnuFileItem_Click);
     wire(mnuHelp, &QAction::triggered, "mnuHelp", &frmMain::mnuHelp_Click);
     wire(ui_->pgeMeasure, &MeasuringPage::RunChanged, "RunChanged", &frmMain::ShowRun);
     wire(ui_->pgeMeasure, &MeasuringPage::StatusChanged, "StatusChanged", &frmMain::ShowStatus);
@@ -92,10 +95,20 @@ void frmMain::Form_Load() {
     linkObserver_ = CommPort::ObserveLink([this] { ShowLink(); });
     ShowLink();
 
+    resize(FirstSize());
     Mcommon::FitOntoScreen(*this);
     Mcommon::MoveOntoScreen(*this, mWinInit::WindowX, mWinInit::WindowY);
     FileOpr::SetDataFolder();
     run_.currentMeasurementPath = run_.GetTempFile();
+}
+
+/// As remembered; at first large enough for both pages in the desktop's font.
+QSize frmMain::FirstSize() const {
+    if (const auto remembered = mWinInit::LoadWindowSize())
+        return {remembered->width, remembered->height};
+    const QSize around = sizeHint() - ui_->stkPages->sizeHint();
+    const QSize pages = ui_->pgeSetup->WholeSize().expandedTo(ui_->pgeMeasure->WholeSize());
+    return size().expandedTo(pages + around);
 }
 
 void frmMain::ShowLink() {
@@ -130,6 +143,7 @@ void frmMain::ShowRun() {
     const MeasuringPage::RunState state = ui_->pgeMeasure->State();
     cmdPage(run).setText(CaptionOf(state));
     cmdPage(switchPage).setEnabled(state != MeasuringPage::RunState::stop);
+    mnuFileItem(newFile).setEnabled(state != MeasuringPage::RunState::stop);
     ShowCaption();
 }
 
@@ -180,6 +194,20 @@ void frmMain::LeaveMeasuringPage() {
     cmdPage(switchPage).setFocus(Qt::OtherFocusReason);
 }
 
+void frmMain::mnuFileItem_Click(int Index) {
+    if (Index == newFile)
+        ui_->pgeMeasure->NewFile();
+    else if (Index == exitProgram)
+        close();
+    else if (std::filesystem::path file;
+             run_.dialog.ShowFileDialog(file, FileOpr::DialogMode::open))
+        OpenReport(file);
+}
+
+void frmMain::OpenReport(const std::filesystem::path& file) {
+    guard_("frmMain - OpenReport", [this, &file] { ui_->pgeMeasure->OpenReport(file); });
+}
+
 void frmMain::mnuHelp_Click(int Index) {
     if (Index == helpText) {
         const char* const text = page_ == Page::setup ? "SetupHlp.txt" : "AcqurHlp.txt";
@@ -200,6 +228,8 @@ void frmMain::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
     if (std::exchange(recoveryOffered_, true))
         return;
+    // Once the desktop has drawn its frame around it.
+    QTimer::singleShot(0, this, [this] { Mcommon::FitOntoScreen(*this); });
     // After the form has been painted, so that the question stands before its window.
     QTimer::singleShot(0, this,
                        [this] { guard_("frmMain - OfferRecovery", [this] { OfferRecovery(); }); });
@@ -259,7 +289,12 @@ void frmMain::SaveSettings() {
     mWinInit::WindowX = Coordinate(pos().x());
     mWinInit::WindowY = Coordinate(pos().y());
     ui_->pgeSetup->StoreEntries();
-    for (const std::string& message : mWinInit::SaveSettings())
+    std::vector<std::string> messages = mWinInit::SaveSettings();
+    if (messages.empty()) // else the file is full or cannot be written, which has been said
+        messages = mWinInit::SaveWindowSize({normalGeometry().width(), normalGeometry().height()});
+    if (messages.empty())
+        messages = ui_->pgeMeasure->SaveChoices();
+    for (const std::string& message : messages)
         Mcommon::Warn(message);
 }
 

@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QPushButton>
 
+#include <filesystem>
 #include <memory>
 
 class QAction;
@@ -26,6 +27,8 @@ class frmMain : public QMainWindow {
 public:
     /// Elements of cmdPage.
     enum PageButton { switchPage, run, report, exit, averaging };
+    /// Elements of mnuFileItem.
+    enum FileItem { newFile, openReport, exitProgram };
     /// Elements of mnuHelp; the one between them is a separator.
     enum HelpItem { helpText = 0, about = 2 };
 
@@ -34,6 +37,9 @@ public:
     /// `recorded` is what the measuring page records; it must outlive the form.
     explicit frmMain(FileOpr::MeasuringRun& recorded, QWidget* parent = nullptr);
     ~frmMain() override;
+
+    /// Shows a measurement file in the report viewer.
+    void OpenReport(const std::filesystem::path& file);
 
     Page ShownPage() const { return page_; }
 
@@ -52,9 +58,11 @@ protected:
 private:
     void ConnectEvents();
     void Form_Load();
+    QSize FirstSize() const;
     void Form_QueryUnload(bool& cancel);
     void OfferRecovery();
     void cmdPage_Click(int Index);
+    void mnuFileItem_Click(int Index);
     void mnuHelp_Click(int Index);
     void SwitchPage();
     void EnterMeasuringPage();
@@ -71,6 +79,7 @@ private:
     std::unique_ptr<Ui::frmMain> ui_;
     EventGuard guard_{"Unexpected Error - "};
     ControlArray<QPushButton> cmdPage;
+    ControlArray<QAction> mnuFileItem;
     ControlArray<QAction> mnuHelp;
     QLabel* lblLink_ = nullptr; ///< port and link state, in the status bar
 

@@ -1,0 +1,136 @@
+#include "screens/frmMain/MainScreenTest.h"
+
+#include "link/CommPort.h"
+#include "settings/StoredLimits.h"
+
+#include <QCheckBox>
+#include <QStatusBar>
+#include <QTest>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// What the measuring page tells of its readings beside their values.
+class ReadingMarks : public MainScreenTest {
+protected:
+    QLabel& Cell(int index) { return Element<QLabel>(*form, "lblEntry", index); }
+    QString Mark(int channel) {
+        return Element<QLabel>(*form, "lblMark", channel).text().simplified();
+    }
+    QString Status() { return form->statusBar()->currentMessage(); }
+    QColor ColourOf(const QLabel& cell) { return cell.palette().color(QPalette::WindowText); }
+
+    /// Readings one second apart; the first electrode's rises by this each time.
+    void ReadOften(int count, int rise_tenths) {
+        for (int i = 0; i < count; ++i) {
+            platform.clock.monotonic += 1s;
+            ReadFrame({1885 + i * rise_tenths, 7458, 590, 7996, 2300, 9000, -123, 9000});
+        }
+    }
+
+    void FailLink() {
+        link->IntervalTicks();
+        TimeOut();
+        platform.dialogs.ExpectMessage("There are some problem on connection.\n"
+                                       "Click on button Start to start reading again.",
+                                       exclamation);
+        Tick(*form, "tmrRead");
+    }
+};
+
+} // namespace
+
+TEST_F(ReadingMarks, A_channel_is_steady_after_ten_readings_within_a_fifth_of_a_millivolt) {
+    OpenMeasuring();
+    ReadOften(9, 0);
+    EXPECT_NE(Mark(0), "steady");
+    ReadOften(1, 0);
+    EXPECT_EQ(Mark(0), "steady");
+    EXPECT_EQ(Mark(3), "") << "not in use";
+}
+
+TEST_F(ReadingMarks, A_drifting_channel_tells_its_drift_in_the_unit_of_its_standards) {
+    OpenMeasuring();
+    ReadOften(10, 10); // 1 mV a second, 59 mV a decade
+    EXPECT_TRUE(Mark(0).startsWith('+')) << Mark(0).toStdString();
+    EXPECT_TRUE(Mark(0).endsWith(" ppm/min")) << Mark(0).toStdString();
+    EXPECT_EQ(Mark(1), "steady");
+}
+
+TEST_F(ReadingMarks, A_value_outside_its_standards_is_amber_and_says_so) {
+    OpenReading();
+    const QColor normal = ColourOf(Cell(32));
+    EXPECT_EQ(Cell(32).toolTip(), "");
+    ReadFrame({2500, 7458, 590, 7996, 2300, 9000, -123, 9000}); // beyond 100 ppm at 218 mV
+    EXPECT_NE(ColourOf(Cell(32)), normal);
+    EXPECT_EQ(Cell(32).toolTip(), "outside its standards (1 to 100 ppm)");
+    EXPECT_EQ(Status(), "Channel 1: outside its standards (1 to 100 ppm)");
+    EXPECT_EQ(ColourOf(Cell(16)), normal) << "the potential has no standards";
+    ReadFrame(frame);
+    EXPECT_EQ(ColourOf(Cell(32)), normal);
+    EXPECT_EQ(Status(), "");
+}
+
+TEST_F(ReadingMarks, Three_readings_outside_the_limits_turn_the_cell_red_with_one_sound) {
+    ChannelLimits limits;
+    limits[2] = {100.0F, 200.0F, Quantity::mV};
+    mWinInit::SaveLimits(limits);
+    OpenMeasuring();
+    const int before = platform.dialogs.beeps;
+    ReadFrame(frame); // 230 mV
+    ReadFrame(frame);
+    EXPECT_EQ(platform.dialogs.beeps, before);
+    const QColor background = Cell(18).palette().color(QPalette::Base);
+    ReadFrame(frame);
+    ReadFrame(frame);
+    EXPECT_EQ(platform.dialogs.beeps, before + 1);
+    EXPECT_NE(Cell(18).palette().color(QPalette::Base), background);
+    EXPECT_TRUE(Status().contains("Channel 3: outside its limits (100 to 200 mV) since 14:05:33"))
+        << Status().toStdString();
+    QTest::mouseClick(&Cell(18), Qt::LeftButton);
+    EXPECT_EQ(Cell(18).palette().color(QPalette::Base), background);
+    EXPECT_EQ(CellText(18), "230.0");
+}
+
+TEST_F(ReadingMarks, After_a_failure_the_values_turn_grey_and_the_last_reading_is_named) {
+    OpenReading();
+    const QColor normal = ColourOf(Cell(16));
+    FailLink();
+    EXPECT_EQ(CellText(16), "188.5");
+    EXPECT_NE(ColourOf(Cell(16)), normal);
+    EXPECT_EQ(Status(), "last reading 14:05:33");
+    Click(*form, "cmdPage", frmMain::run);
+    ReadFrame(frame);
+    EXPECT_EQ(ColourOf(Cell(16)), normal);
+    EXPECT_EQ(Status(), "");
+}
+
+TEST_F(ReadingMarks, An_instrument_that_is_waited_for_stops_nothing_and_shows_no_box) {
+    OpenReading();
+    const QColor normal = ColourOf(Cell(16));
+    Click(*form, "chkResume");
+    link->IntervalTicks();
+    TimeOut();
+    Tick(*form, "tmrRead");
+    EXPECT_EQ(RunButton(), "&Record");
+    EXPECT_NE(ColourOf(Cell(16)), normal);
+    EXPECT_EQ(Status(), "last reading 14:05:33");
+    platform.clock.now = {2003, 3, 7, 14, 7, 0};
+    link->IntervalTicks();
+    ReadFrame(frame);
+    EXPECT_EQ(ColourOf(Cell(16)), normal);
+    EXPECT_EQ(Status(), "no readings from 14:05:33 to 14:07:00");
+}
+
+TEST_F(ReadingMarks, Leaving_the_page_ends_the_waiting_for_the_instrument) {
+    OpenReading();
+    Click(*form, "chkResume");
+    link->IntervalTicks();
+    TimeOut();
+    Tick(*form, "tmrRead");
+    ASSERT_TRUE(CommPort::IsLost());
+    Click(*form, "cmdPage", frmMain::switchPage);
+    EXPECT_EQ(Status(), "");
+    EXPECT_FALSE(link->interval.Enabled());
+}

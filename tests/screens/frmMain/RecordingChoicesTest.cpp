@@ -1,0 +1,194 @@
+#include "screens/frmMain/MainScreenTest.h"
+
+#include "files/MeasuringRun.h"
+#include "files/MeasurementReader.h"
+#include "settings/mWinInit.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCompleter>
+#include <QLineEdit>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// What stands beside the given flow of recording.
+class RecordingChoices : public MainScreenTest {
+protected:
+    QString Line() { return Find<QLabel>(*form, "lblRecording").text(); }
+    QString Counter() { return Find<QLabel>(*form, "lblRec").text(); }
+    QAction& NewFile() { return Element<QAction>(*form, "mnuFileItem", frmMain::newFile); }
+
+    std::filesystem::path RecordInto(const std::string& name) {
+        const auto target = AnswerSaveDialog(name);
+        Click(*form, "cmdPage", frmMain::run);
+        return target;
+    }
+
+    std::filesystem::path StartAutomatic() {
+        Pick(*form, "cboAcqr", "Automatic");
+        Type(*form, "txtTimer", "8");
+        return RecordInto("spring-1.4ch");
+    }
+
+    void ReadSteadily(int count) {
+        for (int i = 0; i < count; ++i) {
+            platform.clock.monotonic += 1s;
+            ReadFrame(frame);
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(RecordingChoices, The_line_tells_the_last_record_by_hand) {
+    OpenReading();
+    EXPECT_EQ(Line(), "");
+    RecordInto("run.4ch");
+    EXPECT_EQ(Line(), "Record 1 saved 14:05:33");
+}
+
+TEST_F(RecordingChoices, The_line_tells_an_automatic_run) {
+    OpenReading();
+    StartAutomatic();
+    TimePasses(3s);
+    EXPECT_EQ(Line(), "Recording to spring-1.4ch every 8 s: record 1 at 14:05:33, next in 5 s, "
+                      "running 0:00:03");
+}
+
+TEST_F(RecordingChoices, A_run_that_waits_for_the_instrument_notes_the_gap_in_its_next_record) {
+    OpenReading();
+    Click(*form, "chkResume");
+    const auto target = StartAutomatic();
+    link->IntervalTicks();
+    TimeOut();
+    Tick(*form, "tmrRead");
+    EXPECT_EQ(RunButton(), "&Stop");
+    TimePasses(8s);
+    EXPECT_EQ(Counter(), "1") << "nothing is recorded without readings";
+    platform.clock.now = {2003, 3, 7, 14, 7, 0};
+    link->IntervalTicks();
+    ReadFrame(frame);
+    Type(*form, "txtComment", "stirred");
+    TimePasses(8s);
+    EXPECT_EQ(Counter(), "2");
+    Click(*form, "cmdPage", frmMain::run);
+    Click(*form, "cmdPage", frmMain::switchPage);
+    const auto file = FileOpr::ReadMeasurementFile(target);
+    ASSERT_EQ(file.records.size(), 2U);
+    EXPECT_NE(file.records[1].comment.find("no readings from 14:05:33 to 14:07:00"),
+              std::string::npos)
+        << file.records[1].comment;
+    EXPECT_NE(file.records[1].comment.find("stirred"), std::string::npos);
+}
+
+TEST_F(RecordingChoices, A_new_file_takes_the_records_of_before_to_theirs_and_the_next_asks) {
+    OpenReading();
+    const auto first = RecordInto("first.4ch");
+    Choose(*form, "mnuFileItem_0");
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(first).records.size(), 1U);
+    EXPECT_EQ(form->windowTitle(), "4-Channel Vantrel : Data Acquisition");
+    EXPECT_EQ(Counter(), "0");
+    const auto second = RecordInto("second.4ch");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(first).records.size(), 1U);
+    ASSERT_EQ(FileOpr::ReadMeasurementFile(second).records.size(), 1U);
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(second).records[0].number, 1);
+}
+
+TEST_F(RecordingChoices, There_is_no_new_file_during_an_automatic_run) {
+    OpenReading();
+    StartAutomatic();
+    EXPECT_FALSE(NewFile().isEnabled());
+    Click(*form, "cmdPage", frmMain::run);
+    EXPECT_TRUE(NewFile().isEnabled());
+}
+
+TEST_F(RecordingChoices, A_changed_setup_is_noticed_and_a_new_file_offered) {
+    OpenReading();
+    RecordInto("run.4ch");
+    EXPECT_FALSE(Find<QLabel>(*form, "lblNotice").isVisible());
+    Click(*form, "cmdPage", frmMain::switchPage);
+    Type(*form, "txtEntry_4", "CA-2");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    ReadFrame(frame);
+    EXPECT_TRUE(Find<QLabel>(*form, "lblNotice").isVisible());
+    EXPECT_TRUE(Find<QLabel>(*form, "lblNotice").text().contains("run.4ch"));
+    Click(*form, "cmdNewFile");
+    EXPECT_FALSE(Find<QLabel>(*form, "lblNotice").isVisible());
+    EXPECT_TRUE(run->targetFile.empty());
+}
+
+TEST_F(RecordingChoices, A_record_waits_until_all_channels_are_steady) {
+    OpenReading();
+    Click(*form, "chkSteady");
+    Click(*form, "cmdPage", frmMain::run);
+    EXPECT_EQ(Counter(), "0");
+    EXPECT_TRUE(Line().startsWith("Waiting until all channels are steady")) << Line().toStdString();
+    ReadSteadily(8);
+    EXPECT_EQ(Counter(), "0");
+    AnswerSaveDialog("run.4ch");
+    ReadSteadily(1);
+    EXPECT_EQ(Counter(), "1");
+    ReadSteadily(1);
+    EXPECT_EQ(Counter(), "1");
+}
+
+TEST_F(RecordingChoices, A_second_press_records_at_once) {
+    OpenReading();
+    Click(*form, "chkSteady");
+    Click(*form, "cmdPage", frmMain::run);
+    RecordInto("run.4ch");
+    EXPECT_EQ(Counter(), "1");
+}
+
+TEST_F(RecordingChoices, Mode_period_choices_comments_and_window_size_are_remembered) {
+    OpenReading();
+    Type(*form, "txtComment", "stirred");
+    RecordInto("run.4ch");
+    Pick(*form, "cboAcqr", "Automatic");
+    Type(*form, "txtTimer", "8");
+    Click(*form, "chkSteady");
+    Click(*form, "chkResume");
+    form->resize(700, 600);
+    platform.dialogs.ExpectMessage("Are you sure you want to exit?", 292, platform::button::yes);
+    Click(*form, "cmdPage", frmMain::exit);
+    form.reset();
+    run.reset();
+    Open();
+    EXPECT_EQ(form->size(), QSize(700, 600));
+    EXPECT_EQ(Find<QComboBox>(*form, "cboAcqr").currentText(), "Automatic");
+    EXPECT_EQ(Find<QLineEdit>(*form, "txtTimer").text(), "8");
+    EXPECT_TRUE(Find<QCheckBox>(*form, "chkSteady").isChecked());
+    EXPECT_TRUE(Find<QCheckBox>(*form, "chkResume").isChecked());
+    const auto* offered = Find<QLineEdit>(*form, "txtComment").completer();
+    ASSERT_NE(offered, nullptr);
+    EXPECT_EQ(offered->model()->index(0, 0).data().toString(), "stirred");
+}
+
+TEST_F(RecordingChoices, Without_a_choice_everything_is_as_it_was_designed) {
+    OpenMeasuring();
+    EXPECT_EQ(Find<QComboBox>(*form, "cboAcqr").currentText(), "Manual");
+    EXPECT_EQ(Find<QLineEdit>(*form, "txtTimer").text(), "1");
+    EXPECT_FALSE(Find<QCheckBox>(*form, "chkSteady").isChecked());
+    EXPECT_FALSE(Find<QCheckBox>(*form, "chkResume").isChecked());
+}
+
+TEST_F(RecordingChoices, A_report_can_be_opened_from_the_setup_page) {
+    OpenReading();
+    const auto target = RecordInto("run.4ch");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    Choose(*form, "mnuFileItem_0");
+    platform.dialogs.ExpectFileDialog([&target](const platform::FileDialogRequest& request) {
+        EXPECT_EQ(request.kind, platform::FileDialogRequest::Kind::open);
+        return target;
+    });
+    Choose(*form, "mnuFileItem_1");
+    QWidget* report = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->objectName() == "Report" && window->isVisible())
+            report = window;
+    ASSERT_NE(report, nullptr);
+    EXPECT_TRUE(report->windowTitle().contains("run.4ch"));
+}
