@@ -20,6 +20,9 @@ std::string ToUtf8(std::string_view text);
 /// Nothing when the text is not UTF-8 or holds a character that the code page lacks.
 std::optional<std::string> FromUtf8(std::string_view utf8);
 
+/// For looking only: "?" stands for a character that the code page lacks and for a broken byte.
+std::string Legible(std::string_view utf8);
+
 std::filesystem::path ToPath(std::string_view text);
 
 /// Nothing when the code page lacks a character of the path.

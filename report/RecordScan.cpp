@@ -1,7 +1,7 @@
 #include "report/RecordScan.h"
 
+#include "base/CodePage.h"
 #include "files/MeasurementLines.h"
-#include "report/ForeignText.h"
 
 #include <algorithm>
 #include <cstring>
@@ -156,7 +156,7 @@ bool RecordScan::HoldsWish(std::string_view label) const {
     if (!wish_.quantity)
         return false;
     const std::string_view wanted = Quantities::Label(*wish_.quantity);
-    return wish_.utf8 ? ForeignText::FromUtf8(label) == wanted : label == wanted;
+    return wish_.utf8 ? CodePage::Legible(label) == wanted : label == wanted;
 }
 
 /// The next records are expected to look like the walked one.

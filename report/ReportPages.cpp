@@ -1,5 +1,7 @@
 #include "report/ReportPages.h"
 
+#include "base/CodePage.h"
+#include "base/Utf8.h"
 #include "files/MeasurementLines.h"
 #include "report/ForeignText.h"
 #include "report/ListSearch.h"
@@ -49,8 +51,8 @@ void ReportPages::DetectEncoding() {
     std::string sample(encodingSample, '\0');
     sample.resize(source_->Read(0, sample));
     utf8_ = ForeignText::IsUtf8(sample, source_->Size() > sample.size());
-    if (sample.starts_with(ForeignText::byteOrderMark))
-        nextOffset_ = ForeignText::byteOrderMark.size();
+    if (sample.starts_with(Utf8::byteOrderMark))
+        nextOffset_ = Utf8::byteOrderMark.size();
 }
 
 void ReportPages::NewPage() {
@@ -150,7 +152,7 @@ std::string ReportPages::Text(Page page, Line line) const {
 }
 
 std::string ReportPages::Decoded(std::string_view fileText) const {
-    return utf8_ ? ForeignText::FromUtf8(fileText) : std::string(fileText);
+    return utf8_ ? CodePage::Legible(fileText) : std::string(fileText);
 }
 
 std::string ReportPages::Shown(Page page, Line line) const {
@@ -186,7 +188,7 @@ void ReportPages::ForEachLine(Page page, Line first, Line last, const Visitor& v
         else
             damaged_ = true;
         if (utf8_)
-            text = decoded = ForeignText::FromUtf8(text);
+            text = decoded = CodePage::Legible(text);
         if (!visit(line, text))
             return;
     }

@@ -1,7 +1,7 @@
 #include "report/RunSearch.h"
 
+#include "base/CodePage.h"
 #include "base/Letters.h"
-#include "report/ForeignText.h"
 
 namespace Mreport {
 
@@ -79,7 +79,7 @@ bool RunSearch::Pleases(const FoundRecord& record) {
     if (const auto* comment = std::get_if<CommentWish>(&wish_.what)) {
         if (record.comment.empty())
             return false;
-        return wish_.utf8 ? Letters::Contains(ForeignText::FromUtf8(record.comment), comment->text)
+        return wish_.utf8 ? Letters::Contains(CodePage::Legible(record.comment), comment->text)
                           : Letters::Contains(record.comment, comment->text);
     }
     if (const auto* value = std::get_if<ValueWish>(&wish_.what)) {

@@ -1,54 +1,17 @@
 #include "platform/posix/TextEncoding.h"
 
 #include "base/CodePage.h"
+#include "base/Utf8.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace platform::posix {
 
 namespace {
 
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view utf16LittleMark = "\xFF\xFE";
 constexpr std::string_view utf16BigMark = "\xFE\xFF";
-
-void AppendUtf8(std::string& text, char32_t c) {
-    const auto tail = [&](int shift) { text += static_cast<char>(0x80U | ((c >> shift) & 0x3FU)); };
-    if (c < 0x80) {
-        text += static_cast<char>(c);
-    } else if (c < 0x800) {
-        text += static_cast<char>(0xC0U | (c >> 6));
-        tail(0);
-    } else if (c < 0x10000) { // an unpaired surrogate too, so that it comes back as it was
-        text += static_cast<char>(0xE0U | (c >> 12));
-        tail(6);
-        tail(0);
-    } else {
-        text += static_cast<char>(0xF0U | (c >> 18));
-        tail(12);
-        tail(6);
-        tail(0);
-    }
-}
-
-/// Bytes of the UTF-8 character that begins with `lead`; 1 for a byte that begins none.
-std::size_t LengthOf(char lead) {
-    const auto byte = static_cast<unsigned char>(lead);
-    if (byte < 0xC0)
-        return 1;
-    return byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
-}
-
-/// Takes one character off a text of this module's own UTF-8.
-char32_t TakeUtf8(std::string_view& text) {
-    const std::size_t length = std::min(LengthOf(text.front()), text.size());
-    constexpr unsigned char leadBits[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
-    char32_t c = static_cast<unsigned char>(text.front()) & leadBits[length];
-    for (std::size_t i = 1; i < length; ++i)
-        c = (c << 6) | (static_cast<unsigned char>(text[i]) & 0x3FU);
-    text.remove_prefix(length);
-    return c;
-}
 
 bool IsHighSurrogate(char32_t unit) {
     return unit >= 0xD800 && unit < 0xDC00;
@@ -70,7 +33,7 @@ std::string FromUtf16(std::string_view bytes, bool bigEndian) {
             c = 0x10000 + ((c - 0xD800) << 10) + (unitAt(i + 2) - 0xDC00);
             i += 2;
         }
-        AppendUtf8(text, c);
+        Utf8::Append(text, c);
     }
     return text;
 }
@@ -84,7 +47,9 @@ std::string ToUtf16(std::string_view text, bool bigEndian) {
         bytes += bigEndian ? low : high;
     };
     while (!text.empty()) {
-        const char32_t c = TakeUtf8(text);
+        const auto character = Utf8::First(text); // of UTF-8 that FromUtf16 or the core has made
+        const char32_t c = character.code;
+        text.remove_prefix(std::max<std::size_t>(character.length, 1));
         if (c < 0x10000) {
             append(c);
         } else {
@@ -98,7 +63,7 @@ std::string ToUtf16(std::string_view text, bool bigEndian) {
 } // namespace
 
 TextEncoding EncodingOf(std::string_view bytes) {
-    if (bytes.starts_with(utf8Mark))
+    if (bytes.starts_with(Utf8::byteOrderMark))
         return TextEncoding::utf8;
     if (bytes.starts_with(utf16LittleMark))
         return TextEncoding::utf16Little;
@@ -110,7 +75,7 @@ TextEncoding EncodingOf(std::string_view bytes) {
 std::string Decoded(std::string_view bytes, TextEncoding encoding) {
     switch (encoding) {
     case TextEncoding::utf8:
-        return std::string(bytes.substr(utf8Mark.size()));
+        return std::string(bytes.substr(Utf8::byteOrderMark.size()));
     case TextEncoding::utf16Little:
         return FromUtf16(bytes.substr(utf16LittleMark.size()), false);
     case TextEncoding::utf16Big:
@@ -124,7 +89,7 @@ std::string Decoded(std::string_view bytes, TextEncoding encoding) {
 std::string Encoded(std::string_view text, TextEncoding encoding) {
     switch (encoding) {
     case TextEncoding::utf8:
-        return std::string(utf8Mark).append(text);
+        return std::string(Utf8::byteOrderMark).append(text);
     case TextEncoding::utf16Little:
         return std::string(utf16LittleMark) + ToUtf16(text, false);
     case TextEncoding::utf16Big:
@@ -140,15 +105,7 @@ std::string FromCodePage(std::string_view text, TextEncoding encoding) {
 }
 
 std::string ToCodePage(std::string_view text, TextEncoding encoding) {
-    if (encoding == TextEncoding::codePage)
-        return std::string(text);
-    std::string result;
-    while (!text.empty()) {
-        const std::string_view character = text.substr(0, LengthOf(text.front()));
-        result += CodePage::FromUtf8(character).value_or("?");
-        text.remove_prefix(character.size());
-    }
-    return result;
+    return encoding == TextEncoding::codePage ? std::string(text) : CodePage::Legible(text);
 }
 
 } // namespace platform::posix

@@ -60,6 +60,13 @@ TEST(CodePage, A_path_with_a_foreign_letter_has_no_text) {
     EXPECT_FALSE(CodePage::FromPath(std::filesystem::path(u8"/home/Жанна/Data")));
 }
 
+TEST(CodePage, What_is_only_looked_at_has_a_question_mark_for_each_thing_that_it_cannot_show) {
+    EXPECT_EQ(CodePage::Legible("\xC3\xA9 \xE2\x82\xAC"), "\xE9 \x80");
+    EXPECT_EQ(CodePage::Legible("\xD0\x96\xF0\x9F\x98\x80!"), "??!");
+    EXPECT_EQ(CodePage::Legible("a\xE2\x82z\xFF"), "a??z?") << "each broken byte";
+    EXPECT_EQ(CodePage::Legible("\xE0\x80\x80"), "???") << "an overlong form";
+}
+
 TEST(CodePage, A_message_names_a_path_with_question_marks_for_foreign_letters) {
     EXPECT_EQ(CodePage::NameOf(std::filesystem::path(u8"/Méthode/Жук.4ch")), "/M\xE9thode/???.4ch");
     EXPECT_EQ(CodePage::NameOf(std::filesystem::path(u8"a😀b")), "a?b");
