@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int listWidth_characters = 30;
+constexpr int listWidth_characters = 33;
 
 QTableWidgetItem* Cell(const std::string& text, bool marked) {
     auto* item = new QTableWidgetItem(Text::ToQt(text));

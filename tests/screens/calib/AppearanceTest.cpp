@@ -38,14 +38,14 @@ protected:
     /// Texts that are wider than their control.
     static std::vector<std::string> CutTexts(const QWidget& form) {
         std::vector<std::string> cut;
-        const auto look = [&cut](const QWidget& control, const QString& text) {
-            if (control.isVisible() && control.width() < control.minimumSizeHint().width())
-                cut.push_back(control.objectName().toStdString() + " " + text.toStdString());
+        const auto look = [&cut](const QWidget& control, int needed_px) {
+            if (control.isVisible() && control.width() < needed_px)
+                cut.push_back(control.objectName().toStdString());
         };
         for (const QLabel* label : form.findChildren<QLabel*>())
-            look(*label, label->text());
+            look(*label, label->minimumSizeHint().width());
         for (const QAbstractButton* button : form.findChildren<QAbstractButton*>())
-            look(*button, button->text());
+            look(*button, button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width());
         return cut;
     }
 
