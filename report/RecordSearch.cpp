@@ -58,10 +58,7 @@ std::optional<int> RecordSearch::PageOf(FileRecord record) const {
 }
 
 bool RecordSearch::Find(FileRecord record) {
-    timeStamp_.clear();
-    comment_.clear();
-    values_ = {};
-    temperatures_ = {};
+    Forget();
     const auto page = PageOf(record);
     if (!page)
         return false;
@@ -73,6 +70,20 @@ bool RecordSearch::Find(FileRecord record) {
     line_ = *line;
     ReadRecord();
     return true;
+}
+
+void RecordSearch::TakeRecordAt(int page, ReportPages::Line line) {
+    Forget();
+    page_ = page;
+    line_ = line;
+    ReadRecord();
+}
+
+void RecordSearch::Forget() {
+    timeStamp_.clear();
+    comment_.clear();
+    values_ = {};
+    temperatures_ = {};
 }
 
 void RecordSearch::ReadRecord() {

@@ -34,6 +34,9 @@ public:
     /// prefix "Record " and the number wins. False when there is none.
     bool Find(FileRecord record);
 
+    /// Takes the record that begins at this line of a page.
+    void TakeRecordAt(int page, ReportPages::Line line);
+
     const std::string& TimeStamp() const { return timeStamp_; } ///< "Not valid" without one
     const std::string& Comment() const { return comment_; }
     int Page() const { return page_; }
@@ -44,6 +47,7 @@ public:
 
 private:
     std::optional<int> PageOf(FileRecord record) const;
+    void Forget();
     void ReadRecord();
     void KeepRow(Quantity unit, std::string_view valueLine);
 

@@ -18,6 +18,7 @@
 #include <QCloseEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QShortcut>
 #include <QTimer>
 
 namespace {
@@ -85,6 +86,8 @@ void Report::ConnectControls() {
             [this](int set, int point) { graReport_MouseMove(set, point); });
     const Wiring wire(*this, guard_, "Report");
     WholeRunPanel* run = ui_->picWholeRun;
+    auto* next = new QShortcut(QKeySequence::FindNext, this);
+    wire(next, &QShortcut::activated, "mnuToolItem", &Report::FindNext);
     wire(run, &WholeRunPanel::QuantityChosen, "cboQuantity", &Report::picWholeRun_QuantityChosen);
     wire(run, &WholeRunPanel::PageSpanWanted, "graOverview", &Report::picWholeRun_PageSpanWanted);
     wire(run, &WholeRunPanel::RecordWanted, "graOverview", &Report::picWholeRun_RecordWanted);
@@ -117,6 +120,8 @@ void Report::OpenFile(const std::filesystem::path& fileName) {
     if (search_)
         search_->Forget();
     ui_->picWholeRun->Clear();
+    if (search_)
+        search_->StopSearch();
     // Where the new file cannot be opened, the old one stays.
     const auto ready = qScopeGuard([this] { ui_->picWholeRun->FileReady(); });
     loader_.ViewFile(fileName);
@@ -325,6 +330,16 @@ void Report::GraphDrawn(Mreport::FileRecord firstRecord) {
     const std::int32_t first = std::max(range.InPage(firstRecord).number, 1);
     const std::int32_t end = std::min(first + Mreport::spanLength - 1, range.recordsInPage);
     ui_->picWholeRun->PageSpanDrawn(shown_.graphPageIndex, {end}, end - first + 1);
+}
+
+/// F3: the search again, from the record found last.
+void Report::FindNext() {
+    if (file_.path.empty())
+        return;
+    if (search_ && search_->isVisible())
+        search_->FindNext();
+    else
+        FindRecord();
 }
 
 /// As the selection dialog's acceptance, with the channels that can have the quantity.

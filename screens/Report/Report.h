@@ -89,6 +89,7 @@ private:
     void SelectChannels();
     void Zoom(double factor);
     void FindRecord();
+    void FindNext();
     void GoTo(int page, int line);
     void ShowView(bool table);
     void AllowMenus();

@@ -3,9 +3,12 @@
 #include "app/Mcommon.h"
 #include "platform/qt/Text.h"
 #include "report/ShownGraph.h"
+#include "screens/controls/Wiring.h"
+#include "screens/frmSrch/RunSearchPane.h"
 #include "ui_frmSrch.h"
 
 #include <QRegularExpressionValidator>
+#include <QShortcut>
 
 #include <exception>
 
@@ -16,6 +19,7 @@ frmSrch::frmSrch(const Mreport::ViewedFile& file, QWidget* parent)
     ui_->txtEntry->setValidator(
         new QRegularExpressionValidator(QRegularExpression("[0-9]*"), ui_->txtEntry));
     AllowChoice(false);
+    MakeSearchPane(file);
     connect(ui_->txtEntry, &QLineEdit::textEdited, this, [this] { txtEntry_Change(); });
     connect(ui_->txtEntry, &QLineEdit::returnPressed, this,
             [this] { guard_("frmSrch - txtEntry", [this] { txtEntry_KeyPress(); }); });
@@ -29,6 +33,44 @@ frmSrch::frmSrch(const Mreport::ViewedFile& file, QWidget* parent)
 }
 
 frmSrch::~frmSrch() = default;
+
+void frmSrch::MakeSearchPane(const Mreport::ViewedFile& file) {
+    pane_ = new RunSearchPane(file, this); // the form owns it
+    ui_->laySearch->addWidget(pane_);
+    const Wiring wire(*this, guard_, "frmSrch");
+    wire(pane_, &RunSearchPane::ByNumberChanged, "optSearch", &frmSrch::ShowEntry);
+    wire(pane_, &RunSearchPane::Found, "optSearch", &frmSrch::ShowFoundAt);
+    wire(pane_, &RunSearchPane::NotFound, "optSearch", &frmSrch::ShowNotFound);
+    auto* next = new QShortcut(QKeySequence::FindNext, this);
+    wire(next, &QShortcut::activated, "optSearch", &frmSrch::FindNext);
+    connect(pane_, &RunSearchPane::Searching, this,
+            [this] { ui_->lblStatus->setText("Searching the record..."); });
+    connect(pane_, &RunSearchPane::Stopped, this, [this] { ui_->lblStatus->setText("Ready"); });
+    connect(pane_, &RunSearchPane::Refused, ui_->lblStatus, &QLabel::setText);
+}
+
+void frmSrch::ShowEntry(bool byNumber) {
+    for (QWidget* part :
+         {static_cast<QWidget*>(ui_->lblTitle), static_cast<QWidget*>(ui_->txtEntry),
+          static_cast<QWidget*>(ui_->cmdFind)})
+        part->setVisible(byNumber);
+}
+
+void frmSrch::ShowFoundAt(int page, int line) {
+    search_.TakeRecordAt(page, static_cast<Mreport::ReportPages::Line>(line));
+    ShowFound();
+}
+
+void frmSrch::StopSearch() {
+    pane_->Stop();
+}
+
+void frmSrch::FindNext() {
+    if (pane_->ByNumber())
+        txtEntry_KeyPress();
+    else
+        pane_->FindNext();
+}
 
 void frmSrch::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
@@ -88,6 +130,7 @@ void frmSrch::ShowNotFound() {
 }
 
 void frmSrch::Forget() {
+    pane_->Forget();
     ShowNotFound();
     ui_->lblStatus->clear();
 }

@@ -10,8 +10,9 @@
 namespace Ui {
 class frmSrch;
 }
+class RunSearchPane;
 
-/// Search of one record by its number, in the viewer's list pages.
+/// Search of one record: by its number in the viewer's list pages, or by what it holds.
 class frmSrch : public QDialog {
     Q_OBJECT
 
@@ -22,6 +23,12 @@ public:
 
     /// Another file is shown: what was found in the one before does not hold any more.
     void Forget();
+
+    /// The file is about to be closed: a search that runs ends.
+    void StopSearch();
+
+    /// The next record that pleases; by number, the record of the number again.
+    void FindNext();
 
 Q_SIGNALS:
     /// Where the record that was found begins.
@@ -42,8 +49,12 @@ private:
     void FillUnits();
     void ShowValue();
     void AllowChoice(bool allowed);
+    void MakeSearchPane(const Mreport::ViewedFile& file);
+    void ShowEntry(bool byNumber);
+    void ShowFoundAt(int page, int line);
 
     EventGuard guard_{"Unexpected error - "};
     std::unique_ptr<Ui::frmSrch> ui_;
     Mreport::RecordSearch search_;
+    RunSearchPane* pane_ = nullptr;
 };
