@@ -56,6 +56,15 @@ TEST_F(RunSearchDialog, The_search_by_number_stands_first_as_it_was) {
     EXPECT_FALSE(Find<QLineEdit>(*dialog, "txtText").isVisible());
 }
 
+TEST_F(RunSearchDialog, The_ways_of_searching_are_named) {
+    Open();
+    std::vector<QString> names;
+    for (const int index : {0, 1, 2, 3})
+        names.push_back(Element<QRadioButton>(*dialog, "optSearch", index).text());
+    EXPECT_EQ(names, (std::vector<QString>{"&Number", "Co&mment text", "&Time", "&Value"}));
+    EXPECT_EQ(Find<QPushButton>(*dialog, "cmdFindNext").text(), "Find ne&xt");
+}
+
 TEST_F(RunSearchDialog, A_comment_is_found_by_a_text_in_it_and_then_the_next_one) {
     Open();
     By(1);
