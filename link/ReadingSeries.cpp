@@ -41,11 +41,20 @@ void ReadingSeries::Start(std::int16_t averageCount) {
     AwaitAverage(averageCount);
     SetTimerInterval();
     timer_.SetEnabled(true);
+    CommPort::GoOnAfterFailure(goesOn_);
     CommPort::BeginReading();
 }
 
-void ReadingSeries::RestartAveraging(std::int16_t averageCount) {
+void ReadingSeries::GoOnAfterFailure(bool goOn) {
+    goesOn_ = goOn;
     if (IsRunning())
+        CommPort::GoOnAfterFailure(goOn);
+}
+
+void ReadingSeries::RestartAveraging(std::int16_t averageCount) {
+    if (state_ == State::lost)
+        DataAcq::StartSeries(averageCount); // waits for the instrument
+    else if (IsRunning())
         AwaitAverage(averageCount);
 }
 
@@ -91,9 +100,26 @@ ReadingSeries::Tick ReadingSeries::OnTimer(std::span<float, cyclePositions> aver
         Stop();
         return Tick::failed;
     }
+    if (CommPort::IsLost())
+        return TellLoss();
     if (CommPort::State() != CommPort::LinkState::answered)
         return Tick::nothing;
+    if (state_ == State::lost)
+        AwaitNewAverage();
     return TakeAverages(averages);
+}
+
+ReadingSeries::Tick ReadingSeries::TellLoss() {
+    EndAwaiting();
+    return std::exchange(state_, State::lost) == State::lost ? Tick::nothing : Tick::lost;
+}
+
+/// What the history holds is from before the gap.
+void ReadingSeries::AwaitNewAverage() {
+    auto& reader = DataAcq::Reader();
+    state_ = State::averaging;
+    SetPointer(platform::MousePointer::hourglass);
+    reader.StartSeries(reader.AverageCount);
 }
 
 ReadingSeries::Tick ReadingSeries::TakeAverages(std::span<float, cyclePositions> averages) {

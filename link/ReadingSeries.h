@@ -18,9 +18,13 @@
 ///     switch (series_.OnTimer(averages)) {
 ///     case ReadingSeries::Tick::nothing: break;
 ///     case ReadingSeries::Tick::values:  convert and show; break;
-///     case ReadingSeries::Tick::failed:  bring the button back, show the connection message;
-///     break;
+///     case ReadingSeries::Tick::failed:  button back, connection message; break;
+///     case ReadingSeries::Tick::lost:    mark the values as old ones; break;
 ///     }
+///
+/// `lost` is told once; CommPort::LastReading() is then the moment of the last good frame, and at
+/// the next `values` that of the first one after the gap. A new averaging begins there, so that no
+/// average reaches over the gap.
 class ReadingSeries {
 public:
     /// The timer's intervals until the instrument has been heard for the first time, and after.
@@ -37,6 +41,7 @@ public:
         nothing, ///< no good frame yet, or the series or its averaging has ended meanwhile
         values,  ///< the averages are new
         failed,  ///< the link has failed; the series has ended, its timer stands
+        lost,    ///< the link has failed; the series goes on, and gives values when it can again
     };
 
     /// The timer must outlive the series.
@@ -53,6 +58,10 @@ public:
     /// Starts the averaging anew, with this number, while reading goes on; without a series running
     /// it does nothing.
     void RestartAveraging(std::int16_t averageCount);
+
+    /// Whether a failure ends the series, as it does unless chosen, or the link asks on until the
+    /// instrument answers again. Taken back while the link is lost, the series fails.
+    void GoOnAfterFailure(bool goOn);
 
     /// Ends the series, also from within a tick, which then gives no values; nothing where none
     /// runs.
@@ -80,16 +89,20 @@ private:
         stopped,
         averaging, ///< the first average, or that of a new number, is awaited
         giving,    ///< each tick gives values
+        lost,      ///< the link has failed; it is asked on until the instrument answers again
     };
 
     void AwaitAverage(std::int16_t averageCount);
     void EndAwaiting();
+    Tick TellLoss();
+    void AwaitNewAverage();
     Tick TakeAverages(std::span<float, cyclePositions> averages);
     void SetTimerInterval();
 
     platform::Timer& timer_;
     Pace pace_;
     State state_ = State::stopped;
+    bool goesOn_ = false; ///< the choice for the time after a failure
     bool atWork_ = false;
     std::optional<std::int16_t> waitingAverageCount_; ///< of averaging begun while a tick works
 };

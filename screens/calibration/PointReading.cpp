@@ -77,6 +77,7 @@ void PointReading::OnTimer(const std::function<void()>& show) {
     std::array<float, cyclePositions> averages{};
     switch (series_.OnTimer(averages)) {
     case ReadingSeries::Tick::nothing:
+    case ReadingSeries::Tick::lost: // a calibration does not go on after a failure
         break;
     case ReadingSeries::Tick::values:
         TakeAverages(averages);

@@ -167,6 +167,7 @@ void MeasuringPage::tmrRead_Timer() {
     std::array<float, cyclePositions> averages{};
     switch (series_.OnTimer(averages)) {
     case ReadingSeries::Tick::nothing:
+    case ReadingSeries::Tick::lost: // this page does not go on after a failure
         break;
     case ReadingSeries::Tick::values:
         ShowAverages(averages);

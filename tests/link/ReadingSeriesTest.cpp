@@ -200,3 +200,48 @@ TEST_F(Series, New_averaging_without_a_series_does_nothing) {
     EXPECT_FALSE(Hourglass());
     EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
 }
+
+TEST_F(Series, One_that_goes_on_tells_the_loss_once_and_gives_new_values_when_it_can_again) {
+    series.GoOnAfterFailure(true);
+    series.Start(3);
+    FrameArrives(100);
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    link.IntervalTicks();
+    link.TimeoutTicks();
+
+    EXPECT_EQ(series.OnTimer(averages), Tick::lost);
+    EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
+    EXPECT_FALSE(series.HasValues());
+    EXPECT_TRUE(series.IsRunning());
+    EXPECT_FALSE(Hourglass());
+
+    link.IntervalTicks();
+    FrameArrives(400);
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    EXPECT_EQ(averages[0], 40.0F) << "no average reaches over the gap";
+    EXPECT_TRUE(series.HasValues());
+}
+
+TEST_F(Series, One_that_goes_on_no_longer_fails_when_the_link_is_lost) {
+    series.GoOnAfterFailure(true);
+    series.Start(1);
+    link.TimeoutTicks();
+    EXPECT_EQ(series.OnTimer(averages), Tick::lost);
+
+    series.GoOnAfterFailure(false);
+
+    EXPECT_EQ(series.OnTimer(averages), Tick::failed);
+    EXPECT_FALSE(series.IsRunning());
+}
+
+TEST_F(Series, The_choice_to_go_on_is_no_other_screens) {
+    series.GoOnAfterFailure(true);
+    series.Start(1);
+    series.Stop();
+    ReadingSeries other(timer);
+    other.Start(1);
+
+    link.TimeoutTicks();
+
+    EXPECT_EQ(other.OnTimer(averages), Tick::failed);
+}
