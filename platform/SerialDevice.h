@@ -13,6 +13,10 @@ namespace platform {
 /// holds it. Empty where the system gives no such reason; the opening's own error then counts.
 std::string WhyDeviceCannotOpen(const std::string& device);
 
+/// That another program holds the device, and which one where that can be known: the end of an
+/// error message.
+std::string InUse(const std::string& device);
+
 /// A claim on an open device that programs of the same habit respect, held until destroyed.
 class DeviceClaim {
 public:

@@ -1,5 +1,7 @@
 #include "platform/SerialDevice.h"
 
+#include "platform/posix/DeviceHolder.h"
+
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -37,7 +39,22 @@ private:
     int handle_;
 };
 
+/// Looks without touching the line: its settings and its bytes stay as they are.
+bool IsHeldByAnother(const std::string& device) {
+    const int descriptor = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+        return errno == EBUSY;
+    const bool held = flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    ::close(descriptor);
+    return held;
+}
+
 } // namespace
+
+std::string InUse(const std::string& device) {
+    const auto holder = HolderOfDevice(device);
+    return device + " is in use by another program" + (holder.empty() ? "" : ": " + holder);
+}
 
 std::string WhyDeviceCannotOpen(const std::string& device) {
     struct stat status {};
@@ -51,7 +68,7 @@ std::string WhyDeviceCannotOpen(const std::string& device) {
     if (!S_ISCHR(status.st_mode))
         return device + " is not a serial device";
     if (access(device.c_str(), R_OK | W_OK) == 0)
-        return {};
+        return IsHeldByAnother(device) ? InUse(device) : std::string();
     if (errno != EACCES)
         return {};
     const auto group = GroupWithAccess(status);

@@ -67,13 +67,13 @@ void QtSerialControl::Open() {
     port_.setPortName(device);
     if (!port_.open(QIODevice::ReadWrite)) {
         RefuseOpening(port_.error() == QSerialPort::PermissionError
-                          ? Text::ForMessage(device) + " is in use by another program"
+                          ? Text::ForMessage(QString::fromStdString(InUse(device.toStdString())))
                           : Text::ForMessage(device) + ": " +
                                 Text::ForMessage(port_.errorString()));
     }
     claim_ = ClaimDevice(HandleOf(port_));
     if (!claim_)
-        RefuseOpening(Text::ForMessage(device) + " is in use by another program");
+        RefuseOpening(Text::ForMessage(QString::fromStdString(InUse(device.toStdString()))));
     port_.clear();
     device_ = device;
     lost_ = false;

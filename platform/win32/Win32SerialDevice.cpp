@@ -12,6 +12,10 @@ class Win32DeviceClaim : public DeviceClaim {};
 
 } // namespace
 
+std::string InUse(const std::string& device) {
+    return device + " is in use by another program";
+}
+
 std::string WhyDeviceCannotOpen(const std::string& /*device*/) {
     return {};
 }

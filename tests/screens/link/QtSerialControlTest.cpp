@@ -7,6 +7,8 @@
 
 #include <QFile>
 
+#include <fstream>
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -37,6 +39,14 @@ protected:
     PtyPeer peer;
     platform::QtSerialControl control;
 };
+
+/// As the system names this process; its name there has at most 15 characters.
+std::string ThisProgram() {
+    std::ifstream file("/proc/self/comm");
+    std::string name;
+    std::getline(file, name);
+    return name + " (process " + std::to_string(::getpid()) + ")";
+}
 
 TEST_F(QtSerialControlTest, Every_offered_bit_rate_is_set_on_the_line) {
     const std::vector<std::pair<int, speed_t>> rates = {
@@ -94,7 +104,8 @@ TEST_F(QtSerialControlTest, A_port_that_another_control_holds_is_in_use) {
     holder.SetCommPort(1);
     holder.SetPortOpen(true);
 
-    EXPECT_EQ(Refusal(), "Opening COM1: " + peer.Device() + " is in use by another program");
+    EXPECT_EQ(Refusal(),
+              "Opening COM1: " + peer.Device() + " is in use by another program: " + ThisProgram());
 
     holder.SetPortOpen(false);
     EXPECT_EQ(Refusal(), "opened");
@@ -105,10 +116,30 @@ TEST_F(QtSerialControlTest, A_port_that_another_program_has_locked_is_in_use) {
     ASSERT_GE(holder, 0);
     ASSERT_EQ(::flock(holder, LOCK_EX), 0);
 
-    EXPECT_EQ(Refusal(), "Opening COM1: " + peer.Device() + " is in use by another program");
+    EXPECT_EQ(Refusal(),
+              "Opening COM1: " + peer.Device() + " is in use by another program: " + ThisProgram());
 
     ::close(holder);
     EXPECT_EQ(Refusal(), "opened");
+}
+
+TEST_F(QtSerialControlTest, A_port_that_another_program_holds_keeps_its_settings_and_its_bytes) {
+    const int holder = ::open(peer.Device().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    ASSERT_EQ(::flock(holder, LOCK_EX), 0);
+    termios settings{};
+    ASSERT_EQ(::tcgetattr(holder, &settings), 0);
+    ::cfmakeraw(&settings);
+    ::cfsetspeed(&settings, B2400);
+    ASSERT_EQ(::tcsetattr(holder, TCSANOW, &settings), 0);
+    peer.Send(Bytes{1, 2, 3});
+    control.SetSettings("9600,N,8,1");
+
+    EXPECT_NE(Refusal(), "opened");
+
+    EXPECT_EQ(peer.Speed(), B2400);
+    Bytes left(8);
+    EXPECT_EQ(::read(holder, left.data(), left.size()), 3);
+    ::close(holder);
 }
 
 /// What a user without rights is told about the device.
