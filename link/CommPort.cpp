@@ -78,6 +78,14 @@ void TestPort(std::int32_t bitRate, std::int16_t portNumber) {
     TheLink().Test({bitRate, portNumber});
 }
 
+void FindInstrument() {
+    TheLink().FindInstrument();
+}
+
+void StopSearch() {
+    TheLink().StopSearch();
+}
+
 void SetBitRateComboBox() {
     TheLink().SelectBitRate();
 }
@@ -111,7 +119,7 @@ void SendCommand(std::string_view command) {
 }
 
 void TransferOnce() {
-    TheLink().transfer.TransferOnce();
+    TheLink().TransferOnce();
 }
 
 void ReceiveFrame() {
@@ -132,6 +140,10 @@ void tmrTimeout_Timer() {
 
 void tmrTransferInterval_Timer() {
     TheLink().transfer.tmrTransferInterval_Timer();
+}
+
+void tmrProbe_Timer() {
+    TheLink().probe.OnTimer();
 }
 
 void MSComm1_OnComm(platform::SerialControl::Event event) {
@@ -171,7 +183,7 @@ std::shared_ptr<void> ObserveLink(std::function<void()> changed) {
 }
 
 void BeginReading() {
-    TheLink().transfer.BeginReading();
+    TheLink().BeginReading();
 }
 
 void EndReading() {

@@ -43,6 +43,8 @@ const std::string& PortProblem(std::int16_t number);
 void fncInitializeComPort();
 void fncCheckForValidPort();
 void TestPort(std::int32_t bitRate, std::int16_t portNumber);
+void FindInstrument();
+void StopSearch();
 void SetBitRateComboBox();
 void SetPortComboBox();
 
@@ -65,6 +67,7 @@ void DecodeFrame();
 void ApplyTransferInterval();
 void tmrTimeout_Timer();
 void tmrTransferInterval_Timer();
+void tmrProbe_Timer();
 void MSComm1_OnComm(platform::SerialControl::Event event);
 
 /// Bytes have arrived, whatever their number.

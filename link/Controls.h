@@ -16,7 +16,10 @@ struct Controls {
     platform::SerialControl* MSComm1 = nullptr;
     platform::Timer* tmrTimeout = nullptr;
     platform::Timer* tmrTransferInterval = nullptr;
+    platform::Timer* tmrProbe = nullptr; ///< of the port test's question; without it none is asked
     std::function<void(const std::string&)> SetStatusText;            ///< txtStatus
+    std::function<void(const std::string&)> SetAnswerText;            ///< lblAnswer
+    std::function<void(bool)> SetSearching;                           ///< the search runs or not
     std::function<void(const std::vector<std::string>&)> SetPortList; ///< entries of cboPort
     std::function<void(int)> SelectPort;                              ///< entry of cboPort
     std::function<void(int)> SelectBitRate;                           ///< entry of cboBitRate

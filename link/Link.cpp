@@ -12,6 +12,20 @@ namespace {
 
 constexpr std::chrono::milliseconds initialInterval{1000};
 
+/// The eight values in the order of the frame: potentials in mV, sensors in their own units.
+std::string AnswerText(const Probe::Answer& answer) {
+    if (!answer)
+        return "No answer in 3 s: check cable, power and bit rate.";
+    std::string text = "The instrument answered:";
+    for (std::size_t slot = 0; slot < answer->size(); ++slot) {
+        const bool electrode = slot % 2 == 0;
+        text += slot == 0 ? " " : ", ";
+        text += (electrode ? "E" : "T") + std::to_string(slot / 2 + 1) + " ";
+        text += Mcommon::FormatReading((*answer)[slot]) + (electrode ? " mV" : "");
+    }
+    return text;
+}
+
 } // namespace
 
 void Link::Attach(CommPort::Controls newControls) {
@@ -22,10 +36,27 @@ void Link::Attach(CommPort::Controls newControls) {
     control.OnComm = [this](platform::SerialControl::Event event) {
         transfer.MSComm1_OnComm(event);
     };
-    control.OnArrival = [this] { transfer.MSComm1_OnArrival(); };
+    control.OnArrival = [this] {
+        if (probe.IsRunning())
+            probe.OnArrival();
+        else
+            transfer.MSComm1_OnArrival();
+    };
+    probe.Attach(controls.tmrProbe);
+    ConnectSearch();
+}
+
+void Link::ConnectSearch() {
+    search.TellStep = [this](const std::string& step) { status.Set(step); };
+    search.TellEnd = [this](const std::optional<InstrumentSearch::Found>& found) {
+        SearchEnded(found);
+    };
 }
 
 void Link::Detach() {
+    search.Stop();
+    probe.Stop();
+    probe.Attach(nullptr);
     transfer.EndReading();
     transfer.Cancel();
     if (port.IsAttached()) {
@@ -53,6 +84,7 @@ void Link::Initialize() {
 }
 
 void Link::OpenPort(const PortChoice& portChoice) {
+    EndProbing();
     transfer.Cancel();
     port.Open(portChoice);
     transfer.PortOpened();
@@ -61,6 +93,7 @@ void Link::OpenPort(const PortChoice& portChoice) {
 /// Opens the choice in force, with its time-outs; the outcome is in PortOK, the reason of a failure
 /// in openProblem_.
 bool Link::TryOpen() {
+    EndProbing();
     transfer.Cancel();
     openProblem_.clear();
     try {
@@ -80,6 +113,7 @@ void Link::Reopen() {
 }
 
 void Link::Scan() {
+    EndProbing();
     transfer.Cancel();
     const bool wasOpen = port.IsOpen();
     port.Scan();
@@ -112,6 +146,7 @@ void Link::Test(const PortChoice& portChoice) {
     if (port.PortOK) {
         status.Set("The test on Comm" + std::to_string(choice.PortNumber) + " is successful.");
         Keep(choice);
+        AskInstrument();
         return;
     }
     choice = former;
@@ -125,6 +160,84 @@ void Link::Test(const PortChoice& portChoice) {
     port.PortOK = port.IsOpen();
 }
 
+void Link::AskInstrument() {
+    if (!controls.tmrProbe || transfer.IsReading()) // else its own polling shows the answer
+        return;
+    ShowAnswer("The instrument is asked...");
+    probe.Start(CommPort::transferTimeout,
+                [this](const Probe::Answer& answer) { ShowAnswer(AnswerText(answer)); });
+}
+
+void Link::FindInstrument() {
+    if (!controls.tmrProbe || transfer.IsReading())
+        return;
+    wasOpenBeforeSearch_ = port.IsOpen();
+    Scan();
+    ShowAnswer({});
+    ShowSearching(true);
+    transfer.Cancel();
+    search.Start(choice.BitRate);
+}
+
+void Link::StopSearch() {
+    if (!search.IsRunning())
+        return;
+    search.Stop();
+    ShowSearching(false);
+    if (wasOpenBeforeSearch_)
+        Reopen();
+    status.Set("The search was stopped.");
+}
+
+void Link::SearchEnded(const std::optional<InstrumentSearch::Found>& found) {
+    ShowSearching(false);
+    if (!found) {
+        if (wasOpenBeforeSearch_)
+            Reopen();
+        status.Set("No instrument answered on any port.");
+        return;
+    }
+    choice = found->choice;
+    transfer.PortOpened();
+    SelectBitRate();
+    SelectPort();
+    status.Set("The instrument was found on " + PortName::Of(choice.PortNumber) + " at " +
+               NumberText::Plain(choice.BitRate) + " bit/s.");
+    ShowAnswer(AnswerText(found->values));
+    Keep(choice);
+}
+
+/// Before the port is opened, scanned or closed for something else.
+void Link::EndProbing() {
+    if (search.IsRunning())
+        ShowSearching(false);
+    search.Stop();
+    if (!probe.IsRunning())
+        return;
+    probe.Stop();
+    ShowAnswer({});
+}
+
+void Link::ShowSearching(bool searching) const {
+    if (controls.SetSearching)
+        controls.SetSearching(searching);
+}
+
+void Link::ShowAnswer(const std::string& text) const {
+    if (controls.SetAnswerText)
+        controls.SetAnswerText(text);
+}
+
+void Link::BeginReading() {
+    EndProbing();
+    transfer.BeginReading();
+}
+
+void Link::TransferOnce() {
+    EndProbing();
+    transfer.TransferOnce();
+}
+
 void Link::Keep(const PortChoice& portChoice) const {
     try {
         SavePortChoice(portChoice);
@@ -135,6 +248,7 @@ void Link::Keep(const PortChoice& portChoice) const {
 }
 
 void Link::ShowPresent() {
+    ShowAnswer({});
     if (!transfer.IsReading())
         status.Set(port.IsOpen() ? std::string() : openProblem_);
 }
@@ -169,6 +283,7 @@ std::string Link::Text() const {
 }
 
 void Link::Close() {
+    EndProbing();
     transfer.EndReading();
     transfer.Cancel();
     port.Close();

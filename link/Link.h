@@ -1,8 +1,10 @@
 #pragma once
 
 #include "link/Controls.h"
+#include "link/InstrumentSearch.h"
 #include "link/LinkStatus.h"
 #include "link/Port.h"
+#include "link/Probe.h"
 #include "link/Transfer.h"
 
 #include <cstdint>
@@ -21,6 +23,8 @@ public:
     LinkStatus status;
     CommPort::Controls controls;
     Transfer transfer{port, choice, controls, status};
+    Probe probe{port};
+    InstrumentSearch search{port, probe};
 
     /// Takes the controls into use and connects the serial control's events.
     void Attach(CommPort::Controls newControls);
@@ -42,8 +46,21 @@ public:
 
     /// Takes a choice into use: tests it, keeps it when the test succeeds and says so in the
     /// status; otherwise the former choice and its port stay. A store that cannot be written is
-    /// told in a box; the choice then holds until the program ends.
+    /// told in a box; the choice then holds until the program ends. Where no screen reads, the
+    /// instrument is asked then, and its answer told below the status.
     void Test(const PortChoice& portChoice);
+
+    /// Tries every port that can be opened at every bit rate; the first instrument that answers is
+    /// the choice from then on. Nothing while a screen reads.
+    void FindInstrument();
+
+    /// Ends the search; the former port is open again where it was.
+    void StopSearch();
+
+    /// A screen starts to read, or one transfer is wanted: a question of the port test or of the
+    /// search ends without a word.
+    void BeginReading();
+    void TransferOnce();
 
     /// Makes the status tell the present instead of what an earlier test or reading met: why the
     /// port is not open, or nothing.
@@ -62,7 +79,14 @@ public:
 private:
     bool TryOpen();
     void Reopen();
+    void ConnectSearch();
+    void AskInstrument();
+    void SearchEnded(const std::optional<InstrumentSearch::Found>& found);
+    void ShowSearching(bool searching) const;
+    void ShowAnswer(const std::string& text) const;
+    void EndProbing();
     void Keep(const PortChoice& portChoice) const;
 
+    bool wasOpenBeforeSearch_ = false;
     std::string openProblem_; ///< why the last opening failed; empty where it succeeded
 };

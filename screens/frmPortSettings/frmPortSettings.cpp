@@ -4,6 +4,7 @@
 #include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
+#include "screens/controls/Wiring.h"
 #include "screens/frmPortSettings/PortDevice.h"
 #include "ui_frmPortSettings.h"
 
@@ -30,7 +31,8 @@ frmPortSettings::frmPortSettings(QWidget* parent)
     MSComm1.setObjectName("MSComm1");
     tmrTimeout.setObjectName("tmrTimeout");
     tmrTransferInterval.setObjectName("tmrTransferInterval");
-    for (QTimer* timer : {&tmrTimeout, &tmrTransferInterval})
+    tmrProbe.setObjectName("tmrProbe");
+    for (QTimer* timer : {&tmrTimeout, &tmrTransferInterval, &tmrProbe})
         timer->setTimerType(Qt::PreciseTimer);
     Form_Load();
     AttachControls();
@@ -56,6 +58,12 @@ void frmPortSettings::AttachControls() {
     controls.tmrTimeout = &timeout_;
     controls.tmrTransferInterval = &transferInterval_;
     controls.SetStatusText = [this](const std::string& text) { SetStatusText(text); };
+    controls.tmrProbe = &probe_;
+    controls.SetAnswerText = [this](const std::string& text) {
+        ui_->lblAnswer->setText(Text::ToQt(text));
+        ui_->lblAnswer->setAccessibleDescription(ui_->lblAnswer->text());
+    };
+    controls.SetSearching = [this](bool searching) { ShowSearching(searching); };
     controls.SetPortList = [this](const auto& ports) { SetPortList(ports); };
     controls.SelectPort = [this](int entry) { ui_->cboPort->setCurrentIndex(entry); };
     controls.SelectBitRate = [this](int entry) { ui_->cboBitRate->setCurrentIndex(entry); };
@@ -70,33 +78,43 @@ void frmPortSettings::AttachControls() {
 }
 
 void frmPortSettings::ConnectSignals() {
-    const auto guarded = [this](const char* location, auto handler) {
-        return [this, location, handler] { guard_(location, handler); };
-    };
-    connect(ui_->cmdOK, &QPushButton::clicked, this,
-            guarded("frmPortSettings - cmdOK", [this] { cmdOK_Click(); }));
+    const Wiring wire(*this, guard_, "frmPortSettings");
+    wire(ui_->cmdOK, &QPushButton::clicked, "cmdOK", &frmPortSettings::cmdOK_Click);
+    wire(ui_->cmdScan, &QPushButton::clicked, "cmdScan", &frmPortSettings::cmdScan_Click);
+    wire(ui_->cmdFind, &QPushButton::clicked, "cmdFind", &frmPortSettings::cmdFind_Click);
     connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(ui_->cmdScan, &QPushButton::clicked, this,
-            guarded("frmPortSettings - cmdScan", [this] { cmdScan_Click(); }));
     // The device's line follows the selection, whoever made it.
-    connect(ui_->cboPort, &QComboBox::currentIndexChanged, this,
-            guarded("frmPortSettings - cboPort", [this] { cboPort_Click(); }));
-    connect(ui_->txtInterval, &QSpinBox::valueChanged, this,
-            guarded("frmPortSettings - txtInterval", [this] { IntervalChanged(); }));
-    connect(ui_->cboIntervalUnit, &QComboBox::activated, this,
-            guarded("frmPortSettings - cboIntervalUnit", [this] { IntervalChanged(); }));
+    wire(ui_->cboPort, &QComboBox::currentIndexChanged, "cboPort", &frmPortSettings::cboPort_Click);
+    wire(ui_->txtInterval, &QSpinBox::valueChanged, "txtInterval",
+         &frmPortSettings::IntervalChanged);
+    wire(ui_->cboIntervalUnit, &QComboBox::activated, "cboIntervalUnit",
+         &frmPortSettings::IntervalChanged);
     // One pass of the event loop later, so that bytes which the system holds already are counted.
-    connect(&tmrTimeout, &QTimer::timeout, this,
-            guarded("frmPortSettings - tmrTimeout", CommPort::tmrTimeout_Timer),
-            Qt::QueuedConnection);
-    connect(&tmrTransferInterval, &QTimer::timeout, this,
-            guarded("frmPortSettings - tmrTransferInterval", CommPort::tmrTransferInterval_Timer));
+    const auto later = [this](QTimer& timer, const char* location, void (*handler)()) {
+        connect(
+            &timer, &QTimer::timeout, this,
+            [this, location, handler] { guard_(location, handler); }, Qt::QueuedConnection);
+    };
+    later(tmrTimeout, "frmPortSettings - tmrTimeout", CommPort::tmrTimeout_Timer);
+    later(tmrProbe, "frmPortSettings - tmrProbe", CommPort::tmrProbe_Timer);
+    wire(&tmrTransferInterval, &QTimer::timeout, "tmrTransferInterval",
+         &frmPortSettings::tmrTransferInterval_Timer);
+}
+
+void frmPortSettings::tmrTransferInterval_Timer() {
+    CommPort::tmrTransferInterval_Timer();
 }
 
 void frmPortSettings::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!event->spontaneous())
         guard_("frmPortSettings - Form_Activate", [this] { Form_Activate(); });
+}
+
+void frmPortSettings::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    if (!event->spontaneous())
+        guard_("frmPortSettings - Form_Deactivate", CommPort::StopSearch);
 }
 
 void frmPortSettings::Form_Activate() {
@@ -122,6 +140,22 @@ void frmPortSettings::cmdScan_Click() {
     ui_->cboPort->setCurrentIndex(ui_->cboPort->findText(chosen));
     ShowProblems();
     cboPort_Click();
+}
+
+void frmPortSettings::cmdFind_Click() {
+    if (searching_)
+        CommPort::StopSearch();
+    else
+        CommPort::FindInstrument();
+}
+
+/// While the ports are tried, nothing else is done with them.
+void frmPortSettings::ShowSearching(bool searching) {
+    searching_ = searching;
+    ui_->cmdFind->setText(searching ? "Stop Searc&hing" : "&Find Instrument");
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{ui_->fraPort, ui_->fraBitRate, ui_->cmdOK})
+        widget->setEnabled(!searching);
 }
 
 void frmPortSettings::cboPort_Click() {

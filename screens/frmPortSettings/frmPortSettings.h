@@ -29,6 +29,9 @@ protected:
     /// Scans the ports and shows the choice in force.
     void showEvent(QShowEvent* event) override;
 
+    /// Ends a search that is under way.
+    void hideEvent(QHideEvent* event) override;
+
 private:
     void Form_Load();
     void Form_Activate();
@@ -37,7 +40,10 @@ private:
     void cmdOK_Click();
     void cmdScan_Click();
     void cboPort_Click();
+    void cmdFind_Click();
     void IntervalChanged();
+    void tmrTransferInterval_Timer();
+    void ShowSearching(bool searching);
 
     void SetStatusText(const std::string& text);
     void SetPortList(const std::vector<std::string>& ports);
@@ -47,7 +53,10 @@ private:
     platform::QtSerialControl MSComm1{this};
     QTimer tmrTimeout{this};
     QTimer tmrTransferInterval{this};
+    QTimer tmrProbe{this};
     FormTimer timeout_{tmrTimeout};
     FormTimer transferInterval_{tmrTransferInterval};
+    FormTimer probe_{tmrProbe};
+    bool searching_ = false; ///< the link tries the ports for an instrument
     EventGuard guard_{"Unexpected Error - "};
 };

@@ -64,6 +64,9 @@ Link::Link() {
     controls.MSComm1 = &serial;
     controls.tmrTimeout = &timeout;
     controls.tmrTransferInterval = &interval;
+    controls.tmrProbe = &probe;
+    controls.SetAnswerText = [this](const std::string& text) { answer = text; };
+    controls.SetSearching = [this](bool runs) { searching = runs; };
     controls.SetStatusText = [this](const std::string& text) { status = text; };
     controls.SetPortList = [this](const std::vector<std::string>& list) { portList = list; };
     controls.SelectPort = [this](int entry) { selectedPort = entry; };
@@ -85,6 +88,11 @@ void Link::TimeoutTicks() {
 void Link::IntervalTicks() {
     ASSERT_TRUE(interval.Enabled()) << "tmrTransferInterval is not running";
     CommPort::tmrTransferInterval_Timer();
+}
+
+void Link::ProbeTicks() {
+    ASSERT_TRUE(probe.Enabled()) << "tmrProbe is not running";
+    CommPort::tmrProbe_Timer();
 }
 
 } // namespace fake

@@ -72,7 +72,10 @@ public:
     SerialControl serial;
     Timer timeout;
     Timer interval;
-    std::string status;                ///< what txtStatus shows
+    Timer probe;
+    std::string status; ///< what txtStatus shows
+    std::string answer; ///< what lblAnswer shows
+    bool searching = false;
     std::vector<std::string> portList; ///< what cboPort offers
     int selectedPort = -1;
     int selectedBitRate = -1;
@@ -81,6 +84,7 @@ public:
 
     void TimeoutTicks();
     void IntervalTicks();
+    void ProbeTicks();
     std::size_t Requests() const { return serial.written.size(); }
 };
 

@@ -120,6 +120,65 @@ TEST_F(PortScreen, Opened_again_it_does_not_show_the_result_of_an_earlier_test) 
     EXPECT_EQ(Status(), "");
 }
 
+TEST_F(PortScreen, After_a_successful_test_the_instruments_answer_stands_below) {
+    second.OnRequest([this] { second.Send(FrameOf({123, 7458, 0, 0, 0, 0, 0, 0})); });
+    Show();
+    Choose("cboPort", "COM7");
+
+    Click("cmdOK");
+
+    EXPECT_EQ(Status(), "The test on Comm7 is successful.");
+    const auto& answer = The<QLabel>("lblAnswer");
+    EXPECT_TRUE(WaitFor([&] { return answer.text() != "The instrument is asked..."; }));
+    EXPECT_TRUE(answer.text().startsWith("The instrument answered: E1 12.3 mV, T1 745.8, E2 0.0"))
+        << answer.text().toStdString();
+}
+
+TEST_F(PortScreen, Silence_after_a_successful_test_is_told_below) {
+    Show();
+
+    Click("cmdOK");
+
+    EXPECT_TRUE(WaitFor([this] {
+        return The<QLabel>("lblAnswer").text() ==
+               "No answer in 3 s: check cable, power and bit rate.";
+    }));
+}
+
+TEST_F(PortScreen, Find_Instrument_passes_a_held_port_over_and_chooses_the_one_that_answers) {
+    const int holder = ::open(first.Device().c_str(), O_RDWR | O_NOCTTY);
+    ASSERT_EQ(::flock(holder, LOCK_EX), 0);
+    second.OnRequest([this] { second.Send(FrameOf({123, 7458, 0, 0, 0, 0, 0, 0})); });
+    Show();
+
+    Click("cmdFind");
+
+    EXPECT_TRUE(WaitFor([this] { return CommPort::PortNumber() == 7; }));
+    EXPECT_EQ(Status(), "The instrument was found on COM7 at 9600 bit/s.");
+    EXPECT_EQ(The<QComboBox>("cboPort").currentText(), "COM7");
+    EXPECT_TRUE(first.Received().empty()) << "the other program's line was written to";
+    ::close(holder);
+}
+
+TEST_F(PortScreen, The_search_is_ended_by_its_button_and_by_closing_the_screen) {
+    Show();
+    auto& find = The<QPushButton>("cmdFind");
+    Click("cmdFind");
+    EXPECT_EQ(find.text(), "Stop Searc&hing");
+    EXPECT_FALSE(The<QPushButton>("cmdOK").isEnabled());
+    EXPECT_EQ(Status(), "Trying COM5 at 9600 bit/s...");
+
+    Click("cmdFind");
+    EXPECT_EQ(Status(), "The search was stopped.");
+    EXPECT_EQ(find.text(), "&Find Instrument");
+
+    Click("cmdFind");
+    Click("cmdCancel");
+    EXPECT_EQ(Status(), "The search was stopped.");
+    EXPECT_TRUE(CommPort::PortOK());
+    EXPECT_EQ(CommPort::PortNumber(), 5);
+}
+
 TEST_F(PortScreen, A_choice_is_not_in_use_before_it_was_tested) {
     Show();
     Choose("cboPort", "COM7");
