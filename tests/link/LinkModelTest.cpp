@@ -1,8 +1,8 @@
 #include "link/Link.h"
 
 #include "base/RunTimeError.h"
+#include "support/FakeBoxes.h"
 #include "support/FakeLink.h"
-#include "support/FakePlatform.h"
 
 #include <gtest/gtest.h>
 
@@ -19,6 +19,7 @@
 
 namespace {
 
+using fake::Boxes;
 using Bytes = std::vector<std::uint8_t>;
 
 enum class Act {
@@ -65,27 +66,6 @@ void Require(bool holds, const char* rule) {
     if (!holds)
         throw Broken{rule};
 }
-
-/// Runs the steps of a course while a message is open.
-class Boxes : public platform::Dialogs {
-public:
-    std::function<void()> whileOpen;
-
-    void Beep() override {}
-    std::int16_t ShowMessage(const std::string& /*prompt*/, std::int16_t /*style*/,
-                             const std::string& /*caption*/) override {
-        whileOpen();
-        return platform::button::ok;
-    }
-    std::string AskText(const std::string& /*prompt*/, const std::string& /*title*/,
-                        const std::string& /*proposal*/) override {
-        return {};
-    }
-    std::optional<std::filesystem::path>
-    ChooseFile(const platform::FileDialogRequest& /*request*/) override {
-        return std::nullopt;
-    }
-};
 
 /// One course, from the program's start on.
 class Trial {
@@ -346,18 +326,13 @@ Course AnyCourse(std::mt19937& random, std::size_t length) {
     return course;
 }
 
-/// The system's own services but for the boxes.
 class LinkModel : public testing::TestWithParam<unsigned> {
 protected:
-    LinkModel() { platform::Install(&services_); }
-
     fake::Platform platform;
     Boxes boxes;
 
 private:
-    platform::Services services_{
-        boxes,           platform.desktop, platform.clock,   *platform.profile, platform.userStore,
-        platform.places, *platform.files,  platform.printing};
+    fake::ServicesWithBoxes services_{platform, boxes};
 };
 
 TEST_P(LinkModel, No_course_of_events_breaks_a_rule) {
