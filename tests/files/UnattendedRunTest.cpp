@@ -1,9 +1,8 @@
-#include "files/FileOpr.h"
 #include "files/Recording.h"
-#include "files/SetUpRun.h"
-#include "support/FakePlatform.h"
 
 #include "base/RunTimeError.h"
+#include "files/SetUpRun.h"
+#include "support/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,6 @@
 #include "bench/ResidentMemory.h"
 #include "chem/LimitWatch.h"
 #include "chem/TrendHistory.h"
-#include "files/FileOpr.h"
 #include "files/ReadingGaps.h"
 #include "files/Recording.h"
 #include "files/SetUpRun.h"

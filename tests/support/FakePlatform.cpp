@@ -1,7 +1,5 @@
 #include "support/FakePlatform.h"
 
-#include "base/RunTimeError.h"
-
 #include "app/Mcommon.h"
 #include "base/RunTimeError.h"
 #include "chem/Measure.h"
