@@ -165,7 +165,6 @@ bool Recording::ChooseTarget() {
     run_.BeginTarget(chosen);
     header_ = RecordsInForce();
     failure_.reset();
-    recordedSinceLastSave_ = false;
     counter_ = 0;
     return true;
 }
@@ -186,7 +185,6 @@ void Recording::RecordReading(const Entry& entry, Outcome& outcome) {
     counter_ = number;
     recordedAt_ = platform::Current().clock.Now();
     failure_.reset();
-    recordedSinceLastSave_ = true;
     outcome.status = Status::recorded;
 }
 

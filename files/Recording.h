@@ -82,7 +82,6 @@ public:
     MeasuringRun& Run() const { return run_; }
     bool IsAutomaticOn() const { return automaticOn_; }
     std::int32_t Counter() const { return counter_; } ///< records of this run's target
-    bool RecordedSinceLastSave() const { return recordedSinceLastSave_; }
 
     /// How it stands at this moment, but for the readings, which the page knows.
     RecordingProgress Progress() const;
@@ -104,7 +103,6 @@ private:
     float period_s_ = 0;
     bool automaticOn_ = false;
     bool reportShowsTarget_ = false;
-    bool recordedSinceLastSave_ = false;
     std::chrono::seconds lastRecordTime_{0}; ///< whole seconds of the monotonic clock
     std::chrono::seconds runStart_{0};       ///< of the same clock
     std::int32_t counter_ = 0;

@@ -184,10 +184,6 @@ void Recover(UnfinishedRecording& recording) {
     RemoveFiles(files, recording.lock);
 }
 
-void Discard(UnfinishedRecording& recording) {
-    RemoveFiles(RecordingFiles(recording.temporaryFile), recording.lock);
-}
-
 bool IsTargetOfAnotherProgram(const fs::path& target, const fs::path& own) {
     const auto wanted = Canonical(target);
     const auto recordings = ListRecordings(platform::Current().places.TemporaryFolder());

@@ -31,9 +31,6 @@ std::vector<UnfinishedRecording> FindUnfinishedRecordings();
 /// then removes the temporary file. Throws RunTimeError; the records are then kept.
 void Recover(UnfinishedRecording& recording);
 
-/// Deletes the recording for good.
-void Discard(UnfinishedRecording& recording);
-
 /// Whether another running program records into this file; `own` is the temporary file of this one.
 bool IsTargetOfAnotherProgram(const std::filesystem::path& target,
                               const std::filesystem::path& own);

@@ -1,6 +1,6 @@
 #include "NullPlatform.h"
 
-#include "settings/mWinInit.h"
+#include "settings/Fields.h"
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include "settings/RecordLines.h"
+#include "settings/StoredLines.h"
 
 #include "base/Electrode.h"
 #include "platform/Platform.h"

@@ -2,7 +2,7 @@
 
 #include "app/Mcommon.h"
 #include "platform/Platform.h"
-#include "settings/RecordLines.h"
+#include "settings/StoredLines.h"
 
 #include <algorithm>
 #include <iterator>

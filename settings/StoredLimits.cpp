@@ -1,7 +1,7 @@
 #include "settings/StoredLimits.h"
 
 #include "platform/Platform.h"
-#include "settings/RecordLines.h"
+#include "settings/StoredLines.h"
 
 #include <array>
 #include <string_view>

@@ -1,11 +1,12 @@
 #include "settings/TempSensorTable.h"
-#include "settings/RecordLines.h"
 
 #include "base/NumberText.h"
 #include "platform/Platform.h"
+#include "settings/Fields.h"
+#include "settings/SortPairs.h"
+#include "settings/StoredLines.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace mWinInit {
 
@@ -65,21 +66,6 @@ void LoadTempSensorMatrix(int sensor, const std::string& line) {
     }
     SortPairs(0, table.PointCount - 1, table.Reading, table.Temperature);
     TempSensor[index] = table;
-}
-
-void SortPairs(int low, int high, std::span<float> keys, std::span<float> values) {
-    // The full double loop instead of a shorter sort: where keys are equal, the order of their
-    // values is what it has always been.
-    for (int i = low; i <= high; ++i) {
-        for (int j = low; j <= high; ++j) {
-            const auto a = static_cast<std::size_t>(i);
-            const auto b = static_cast<std::size_t>(j);
-            if (keys[a] < keys[b]) {
-                std::swap(keys[a], keys[b]);
-                std::swap(values[a], values[b]);
-            }
-        }
-    }
 }
 
 } // namespace mWinInit

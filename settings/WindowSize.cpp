@@ -1,7 +1,7 @@
 #include "settings/WindowSize.h"
 
 #include "platform/Platform.h"
-#include "settings/RecordLines.h"
+#include "settings/StoredLines.h"
 
 namespace mWinInit {
 

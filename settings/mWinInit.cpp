@@ -4,7 +4,7 @@
 #include "base/DateText.h"
 #include "base/Electrode.h"
 #include "platform/Platform.h"
-#include "settings/RecordLines.h"
+#include "settings/StoredLines.h"
 #include "settings/TempSensorTable.h"
 
 #include <algorithm>

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -60,12 +59,6 @@ void LoadSettings();
 /// beyond 129 characters, an unwritable file); empty when all is kept.
 std::vector<std::string> SaveSettings();
 
-/// Fields joined by character 15.
-std::string JoinFields(std::span<const std::string> fields);
-
-/// Field `index` (from 1) of a joined text, part 1 or 2 of a pair, trimmed; empty when absent.
-std::string GetField(std::string_view text, int index, int part);
-
 /// Fills sensor 0..3 from its line; an empty line gives the default table and writes it back.
 void LoadTempSensorMatrix(int sensor, const std::string& line);
 
@@ -73,9 +66,6 @@ void LoadTempSensorMatrix(int sensor, const std::string& line);
 /// as SaveSettings does.
 std::vector<std::string> SaveCalibrationInfo(const std::string& electrode, std::int16_t channel);
 void LoadCalibrationInfo(const std::string& electrode, std::int16_t channel);
-
-/// Sorts both arrays ascending by key, from `low` to `high`.
-void SortPairs(int low, int high, std::span<float> keys, std::span<float> values);
 
 /// The working records as the conversion takes them.
 Measure::InputTables ConversionTables();

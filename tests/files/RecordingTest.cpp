@@ -111,7 +111,6 @@ TEST_F(RecordingRun, The_first_record_asks_for_the_target_and_later_ones_do_not)
     EXPECT_TRUE(outcome.targetChosen);
     EXPECT_EQ(run.targetFile, target);
     EXPECT_EQ(recording.Counter(), 1);
-    EXPECT_TRUE(recording.RecordedSinceLastSave());
     outcome = Record(Mode::manual);
     EXPECT_FALSE(outcome.targetChosen);
     EXPECT_EQ(recording.Counter(), 2);
@@ -221,7 +220,6 @@ TEST_F(RecordingRun, A_target_that_cannot_be_made_starts_nothing) {
     EXPECT_THROW(Record(Mode::automatic), RunTimeError);
     EXPECT_FALSE(recording.IsAutomaticOn());
     EXPECT_EQ(recording.Counter(), 0);
-    EXPECT_FALSE(recording.RecordedSinceLastSave());
     target = platform.folder.Path() / "run.4ch";
     ChooseTarget(); // asked again
     EXPECT_TRUE(Record(Mode::manual).targetChosen);

@@ -265,15 +265,6 @@ TEST_F(Recovery, A_recording_whose_lock_file_was_cleared_away_is_found) {
     EXPECT_EQ(FilesInTemporaryFolder(), 0U);
 }
 
-TEST_F(Recovery, A_discarded_recording_is_gone_and_its_target_untouched) {
-    RecordAndCrash(2);
-    auto found = FileOpr::FindUnfinishedRecordings();
-    ASSERT_EQ(found.size(), 1U);
-    FileOpr::Discard(found[0]);
-    EXPECT_EQ(FilesInTemporaryFolder(), 0U);
-    EXPECT_FALSE(fs::exists(target));
-}
-
 TEST_F(Recovery, Several_recordings_are_found_each_with_its_own_target) {
     RecordAndCrash(1);
     target = platform.folder.Path() / "second.4ch";

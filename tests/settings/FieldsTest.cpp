@@ -1,5 +1,6 @@
+#include "settings/Fields.h"
 #include "settings/SettingsLines.h"
-#include "settings/mWinInit.h"
+#include "settings/SortPairs.h"
 
 #include <gtest/gtest.h>
 

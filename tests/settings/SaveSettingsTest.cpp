@@ -107,6 +107,36 @@ TEST_F(SaveSettings_, A_channel_with_an_empty_electrode_keeps_the_line_of_the_fi
     EXPECT_EQ(Stored("Electrodes Info", "Channel One"), "kept");
 }
 
+TEST_F(SaveSettings_, What_was_loaded_and_not_changed_is_written_as_it_was) {
+    mWinInit::SaveSettings();
+    const std::string channel = Line({"", "S-1", "Ag/AgCl", "R-2", "40.078", "3"});
+    platform.profile->Write("Hardware", "Port Number", "-3");
+    platform.profile->Write("Electrodes Info", "Channel One", channel);
+    platform.profile->Write("Electrodes Info", "Channel Two",
+                            Line({"Ca", "S-2", "None", "", "40.078", "7"}));
+    platform.profile->Write("Electrodes Info", "Channel Three",
+                            Line({"Unobtainium", "", "None", "", "N/A", "-2"}));
+    const std::string before = ReadBytes(platform.SettingsFile());
+    mWinInit::LoadSettings();
+    EXPECT_EQ(HardwareSettings.HardwarePortNumber, -3);
+    EXPECT_EQ(ChannelSetup[0].Electrode, "");
+    EXPECT_EQ(ChannelSetup[0].SerialNo, "S-1");
+    EXPECT_EQ(ChannelSetup[1].TempSensor, 7);
+    EXPECT_EQ(ChannelSetup[2].TempSensor, -2);
+    EXPECT_EQ(mWinInit::SaveSettings(), Messages{});
+    EXPECT_EQ(ReadBytes(platform.SettingsFile()), before);
+}
+
+TEST_F(SaveSettings_, A_library_entry_of_no_electrode_stays_as_it_is) {
+    platform.profile->Write("All Calibration Info", "Chan1_Electrodes_",
+                            Line({"", "S-1", "None", "", "N/A", "7"}));
+    const std::string before = ReadBytes(platform.SettingsFile());
+    mWinInit::LoadCalibrationInfo("", 0);
+    EXPECT_EQ(ChannelSetup[0].TempSensor, 7);
+    EXPECT_EQ(mWinInit::SaveCalibrationInfo("", 0), Messages{});
+    EXPECT_EQ(ReadBytes(platform.SettingsFile()), before);
+}
+
 TEST_F(SaveSettings_, Channels_beyond_the_channel_count_are_not_written) {
     ChannelSetup[4].Electrode = "Ca";
     Calibration[4] = Calcium();

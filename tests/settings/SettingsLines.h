@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/mWinInit.h"
+#include "settings/Fields.h"
 
 #include <initializer_list>
 #include <string>

@@ -1,10 +1,11 @@
-#include "settings/RecordLines.h"
+#include "settings/StoredLines.h"
 
 #include "app/Mcommon.h"
 #include "base/Electrode.h"
 #include "base/Letters.h"
 #include "base/NumberText.h"
 #include "platform/Platform.h"
+#include "settings/Fields.h"
 
 #include <algorithm>
 #include <array>
@@ -13,26 +14,8 @@ namespace mWinInit {
 
 namespace {
 
-constexpr char separator = '\x0F';
 constexpr std::string_view notApplicable = "N/A";
 constexpr std::string_view noReference = "None";
-
-/// Number of the character behind field `index` (from 1) and its separator; nothing where the
-/// text has fewer fields.
-std::optional<std::size_t> FieldBegin(std::string_view text, int index) {
-    std::size_t begin = 0;
-    for (int i = 1; i < index; ++i) {
-        const std::size_t end = text.find(separator, begin);
-        if (end == std::string_view::npos)
-            return std::nullopt;
-        begin = end + 1;
-    }
-    return begin;
-}
-
-int FieldCount(std::string_view text) {
-    return static_cast<int>(std::count(text.begin(), text.end(), separator)) + 1;
-}
 
 /// What a line can hold: a control character inside a text would end the line or its field.
 std::string Storable(std::string text) {
@@ -52,39 +35,18 @@ std::string Numbers(int first, int last) {
 
 } // namespace
 
-std::string JoinFields(std::span<const std::string> fields) {
-    std::string line;
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (i > 0)
-            line += separator;
-        line += fields[i];
-    }
-    return line;
-}
-
-std::string GetField(std::string_view text, int index, int part) {
-    const auto begin = index < 1 ? std::nullopt : FieldBegin(text, index);
-    if (!begin)
-        return {};
-    std::string_view field = text.substr(*begin);
-    field = field.substr(0, field.find(separator));
-    const std::size_t semicolon = field.find(';');
-    if (semicolon != std::string_view::npos)
-        field = part == 1 ? field.substr(0, semicolon) : field.substr(semicolon + 1);
-    return Mcommon::TrimControl(field);
-}
-
 std::string ReadTableLine(const std::string& section, const std::string& key, int countField,
                           int firstPoint) {
     constexpr std::size_t oneMore = longestValue + 2; // with its closing NUL
     std::string line = platform::Current().profile.GetString(section, key, {}, oneMore);
     if (line.size() <= longestValue)
         return line;
-    line.resize(std::min(line.rfind(separator), line.size())); // the point that the cut fell into
+    line.resize(
+        std::min(line.rfind(fieldSeparator), line.size())); // the point that the cut fell into
     const int whole = std::max(FieldCount(line) - firstPoint + 1, 0);
     const auto begin = FieldBegin(line, countField);
     if (begin && NumberText::LeadingInteger(GetField(line, countField, 1)) > whole) {
-        const std::size_t end = std::min(line.find(separator, *begin), line.size());
+        const std::size_t end = std::min(line.find(fieldSeparator, *begin), line.size());
         line.replace(*begin, end - *begin, NumberText::Plain(std::int32_t{whole}));
     }
     return line;
@@ -183,7 +145,7 @@ void LineWriter::WriteCalibration(const std::string& section, const std::string&
     if (line.size() <= longestValue)
         return;
     std::string whole = line.substr(0, longestValue + 1);
-    whole.resize(whole.rfind(separator));
+    whole.resize(whole.rfind(fieldSeparator));
     const int kept = std::max(FieldCount(whole) - firstCalibrationPoint + 1, 0);
     const int points = FieldCount(line) - firstCalibrationPoint + 1;
     const bool one = kept + 1 == points;
