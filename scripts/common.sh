@@ -38,10 +38,33 @@ install_missing() {
         "${missing[@]}" >/dev/null
 }
 
+# A build folder that came along with a copy of the project belongs to the place it was made in.
+refuse_copied_build() {
+    local folder=$1 home
+    [ -f "$folder/CMakeCache.txt" ] || return 0
+    home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$folder/CMakeCache.txt")
+    [ "$home" -ef "$project" ] ||
+        die "The folder $folder was built in another place ($home)." \
+            "Remove it, and start again:  rm -r '$folder'"
+}
+
 # build PRESET [cmake option...]: configures and builds everything of a preset.
+build() {
+    local folder=$1 home
+    [ -f "$folder/CMakeCache.txt" ] || return 0
+    home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$folder/CMakeCache.txt")
+    [ "$home" -ef "$project" ] && return 0
+    {
+        echo "The folder $folder was built in another place ($home)."
+        echo "Remove it, and start again:  rm -r '$folder'"
+    } >&2
+    exit 1
+}
+
 build() {
     local preset=$1
     shift
+    refuse_copied_build "$project/build/$preset"
     say "Building ($preset)"
     local launcher=()
     command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
