@@ -50,18 +50,6 @@ refuse_copied_build() {
 
 # build PRESET [cmake option...]: configures and builds everything of a preset.
 build() {
-    local folder=$1 home
-    [ -f "$folder/CMakeCache.txt" ] || return 0
-    home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$folder/CMakeCache.txt")
-    [ "$home" -ef "$project" ] && return 0
-    {
-        echo "The folder $folder was built in another place ($home)."
-        echo "Remove it, and start again:  rm -r '$folder'"
-    } >&2
-    exit 1
-}
-
-build() {
     local preset=$1
     shift
     refuse_copied_build "$project/build/$preset"
