@@ -42,6 +42,12 @@ protected:
         LinkPort(1, peer->Device());
     }
 
+    /// The name leads nowhere then: its old device may soon be that of another program's line.
+    void Unplug() {
+        LinkPort(1, "/dev/no such device");
+        peer.reset();
+    }
+
     Bytes NextFrame() {
         number = number % 9999 + 1;
         return FrameOf({number, number, number, number, number, number, number, number});
@@ -119,7 +125,7 @@ protected:
             break;
         case 5:
             if (Below(4) == 0)
-                peer.reset();
+                Unplug();
             break;
         case 6:
             if (!peer)
