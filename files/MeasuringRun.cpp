@@ -22,6 +22,23 @@ MeasurementFormat::Channels ChannelsInUse() {
     return std::span(mWinInit::ChannelSetup).first(static_cast<std::size_t>(count));
 }
 
+/// What a name stands for, also where that does not exist yet.
+fs::path WithoutLinks(fs::path file) {
+    constexpr int mostLinks = 40;
+    std::error_code error;
+    for (int links = 0; links < mostLinks && fs::is_symlink(file, error); ++links) {
+        const fs::path next = fs::read_symlink(file, error);
+        file = next.is_absolute() ? next : file.parent_path() / next;
+    }
+    const fs::path plain = fs::weakly_canonical(file, error);
+    return plain.empty() ? file.lexically_normal() : plain;
+}
+
+bool IsSameFile(const fs::path& one, const fs::path& other) {
+    std::error_code missing;
+    return WithoutLinks(one) == WithoutLinks(other) || fs::equivalent(one, other, missing);
+}
+
 /// A target that cannot be written is found out before anything is recorded for it.
 void TryWriting(const fs::path& target) {
     platform::Current().files.OpenForAppend(target);
@@ -75,6 +92,7 @@ void MeasuringRun::ReleaseTempFile() {
 }
 
 void MeasuringRun::BeginTarget(const fs::path& target) {
+    RefuseOwnFiles(target); // while the files still stand that a link may lead to
     FollowTarget(false);
     if (currentMeasurementPath.empty()) // none could be made at the start
         currentMeasurementPath = GetTempFile();
@@ -96,6 +114,17 @@ void MeasuringRun::BeginTarget(const fs::path& target) {
         back();
         throw;
     }
+}
+
+/// To record into the temporary file itself, or what stands beside it, would destroy the run.
+void MeasuringRun::RefuseOwnFiles(const fs::path& target) const {
+    if (!temporaryRecording_)
+        return;
+    const RecordingFiles own(temporaryRecording_->File());
+    if (IsSameFile(target, own.temporary) || IsSameFile(target, own.note) ||
+        IsSameFile(target, own.lock))
+        throw RunTimeError("Writing " + CodePage::NameOf(target) +
+                           ": The program keeps its unfinished recording in this file");
 }
 
 void MeasuringRun::RefuseTarget(const fs::path& target) const {
@@ -134,17 +163,24 @@ void MeasuringRun::FollowTarget(bool follow) {
 }
 
 void MeasuringRun::FlushTempFile() {
-    if (temporaryRecording_)
-        temporaryRecording_->Flush(targetFile);
+    if (!temporaryRecording_)
+        return;
+    const bool grows = HasWaitingRecords();
+    temporaryRecording_->Flush(targetFile);
+    if (grows)
+        RecordWritten();
 }
 
 bool MeasuringRun::HasWaitingRecords() const {
     return temporaryRecording_ && !temporaryRecording_->IsEmpty();
 }
 
+bool MeasuringRun::IsTarget(const fs::path& file) const {
+    return !targetFile.empty() && file.lexically_normal() == targetFile.lexically_normal();
+}
+
 bool MeasuringRun::IsLiveFile(const fs::path& file) const {
-    return measuring && !targetFile.empty() &&
-           file.lexically_normal() == targetFile.lexically_normal();
+    return measuring && IsTarget(file);
 }
 
 void MeasuringRun::RecordWritten() {

@@ -55,8 +55,8 @@ public:
 
     /// Makes this file the target: what the temporary file still holds goes into the old one, a
     /// file of that name is deleted, and a new header is written. Throws RunTimeError, and the
-    /// target is as before, when the file cannot be written or another copy of the program records
-    /// into it.
+    /// target is as before, when the file cannot be written, another copy of the program records
+    /// into it, or it is the temporary file itself.
     void BeginTarget(const std::filesystem::path& target);
 
     /// While it is on, records go straight to the target; what the temporary file holds is flushed
@@ -73,16 +73,21 @@ public:
     /// The temporary file holds something that the target lacks.
     bool HasWaitingRecords() const;
 
-    /// True when the file is the one that the measuring page records into.
+    /// True when the file is the one that was chosen last for recording.
+    bool IsTarget(const std::filesystem::path& file) const;
+
+    /// True when the measuring page records into it now.
     bool IsLiveFile(const std::filesystem::path& file) const;
 
-    /// Tells the live reports that a record is on the disk.
+    /// Tells the live reports that a record is on the disk, or that a flush has brought records
+    /// into the target.
     void RecordWritten();
 
 private:
     friend class LiveReport; // enters and leaves reports_
 
     void PrepareWrite(const std::filesystem::path& file);
+    void RefuseOwnFiles(const std::filesystem::path& target) const;
     void RefuseTarget(const std::filesystem::path& target) const;
     void ReplaceTarget(const std::filesystem::path& target);
     void EmptyTempFile();

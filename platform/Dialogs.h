@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -39,6 +40,7 @@ struct FileDialogRequest {
     std::string defaultExtension; ///< without the point
     std::string filter;           ///< pairs "text|mask" joined by "|"
     std::filesystem::path initialFolder;
+    std::size_t* chosenFilter = nullptr; ///< takes the position of the filter in force, from 0
 };
 
 /// The boxes that stop the user until they are answered. Texts are Windows-1252.

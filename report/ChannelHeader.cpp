@@ -81,6 +81,7 @@ std::int16_t ChannelHeader::Finish() {
             TakeCell(i, header.channels[i].tempSensor);
     if (!header.hasElectrodes)
         InferFromFirstRecord();
+    shown_.channelWanted = shown_.channelInUse;
     if (file_.channelCount == 0)
         file_.channelCount = mWinInit::HardwareSettings.ChannelCount;
     return static_cast<std::int16_t>(maxChannels - unusedChannels_);

@@ -3,6 +3,7 @@
 #include "app/Mcommon.h"
 #include "base/CodePage.h"
 #include "base/DateText.h"
+#include "base/Utf8.h"
 #include "files/MeasurementLines.h"
 #include "platform/Platform.h"
 #include "report/ViewedFile.h"
@@ -117,11 +118,18 @@ private:
     void WriteHeading() {
         std::string row = "Record,Time,Comment";
         for (const auto& each : Quantities::table)
-            for (int channel = 1; shape_.rows[each.quantity] && channel <= shape_.channels;
-                 ++channel)
-                row +=
-                    ",Chan " + std::to_string(channel) + " (" + CodePage::ToUtf8(each.label) + ")";
+            for (std::size_t i = 0; shape_.rows[each.quantity] && i < ChannelColumns(); ++i)
+                AddField(row, Heading(i, each.label));
         lines_.Add(row);
+    }
+
+    std::size_t ChannelColumns() const { return static_cast<std::size_t>(shape_.channels); }
+
+    /// "Chan 1 Ca (mV)".
+    std::string Heading(std::size_t channel, std::string_view unit) const {
+        const std::string& electrode = file_.header.channels[channel].electrode;
+        return "Chan " + std::to_string(channel + 1) + (electrode.empty() ? "" : " " + electrode) +
+               " (" + std::string(unit) + ")";
     }
 
     void TakeLine(std::string_view line) {
@@ -149,9 +157,17 @@ private:
         for (std::size_t i = 0; i < static_cast<std::size_t>(found.count); ++i) {
             std::string cell = Mcommon::TrimControl(found.cell[i]);
             if (MeasurementLines::IsMissing(cell))
-                cell.clear();
+                cell = Quantities::IsOfSensors(quantity) ? OfSharedSensor(found, i) : "";
             cells_[quantity][i] = std::move(cell);
         }
+    }
+
+    /// An idle channel's sensor may have been read through another channel.
+    std::string OfSharedSensor(const MeasurementLines::Cells& cells, std::size_t channel) const {
+        const std::int16_t sensor = file_.channelNumber[channel];
+        if (sensor < 1 || file_.channelKind[channel] == Electrode::Kind::none)
+            return {};
+        return file_.SensorCell(cells, sensor).value_or("");
     }
 
     static void AddField(std::string& row, const std::string& text) {
@@ -165,9 +181,8 @@ private:
         std::string row = std::to_string(MeasurementLines::RecordNumber(recordLine_));
         AddField(row, IsoTime(Mcommon::TrimControl(MeasurementLines::TimeStamp(recordLine_))));
         AddField(row, comment_);
-        const auto channels = static_cast<std::size_t>(shape_.channels);
         for (const auto& each : Quantities::table)
-            for (std::size_t i = 0; shape_.rows[each.quantity] && i < channels; ++i)
+            for (std::size_t i = 0; shape_.rows[each.quantity] && i < ChannelColumns(); ++i)
                 AddField(row, cells_[each.quantity][i]);
         lines_.Add(row);
         ++records_;
@@ -209,9 +224,11 @@ std::string CsvField(std::string_view utf8) {
 }
 
 std::int32_t ExportCsv(const ViewedFile& viewed, const std::filesystem::path& file,
-                       const std::function<bool()>& stop) {
+                       CsvReader reader, const std::function<bool()>& stop) {
     const auto replacement =
         platform::Current().files.BeginReplacement(file, platform::Readers::asUsual);
+    if (reader == CsvReader::spreadsheet)
+        replacement->Write(Utf8::byteOrderMark);
     Exporter exporter(viewed, *replacement, stop);
     if (!exporter.Run())
         return 0;

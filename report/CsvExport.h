@@ -10,13 +10,18 @@ namespace Mreport {
 
 struct ViewedFile;
 
+enum class CsvReader {
+    any,
+    spreadsheet, ///< knows UTF-8 by the byte order mark alone
+};
+
 /// Writes every record of the list pages into a CSV file: UTF-8, comma-separated, CR LF, a heading
-/// with the units, one row a record, the time as ISO 8601, an empty cell for a missing value.
-/// Lets events run; `stop` is asked after them. Returns the number of records; a stopped
+/// with electrodes and units, one row a record, the time as ISO 8601, an empty cell for a missing
+/// value. Lets events run; `stop` is asked after them. Returns the number of records; a stopped
 /// export leaves no file. Throws RunTimeError when the file cannot be written; an older file of
 /// that name then stays.
 std::int32_t ExportCsv(const ViewedFile& viewed, const std::filesystem::path& file,
-                       const std::function<bool()>& stop);
+                       CsvReader reader, const std::function<bool()>& stop);
 
 /// "14:05:33 07.Mar.2026" as "2026-03-07T14:05:33"; any other text as it is.
 std::string IsoTime(std::string_view timeStamp);

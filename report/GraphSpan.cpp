@@ -19,16 +19,15 @@ std::int16_t Short(std::int32_t number) {
         std::min<std::int32_t>(number, std::numeric_limits<std::int16_t>::max()));
 }
 
-/// The column (from 0) whose cell a series takes: the channel's own, or that of the first channel
-/// with the sensor, so that a shared sensor is plotted once.
-std::size_t ColumnOf(const ViewedFile& file, Quantity unit, int number) {
-    if (unit != Quantity::celsius)
-        return static_cast<std::size_t>(number - 1);
-    for (std::size_t channel = 0; channel < static_cast<std::size_t>(file.channelCount); ++channel)
-        if (file.channelKind[channel] != Electrode::Kind::none &&
-            file.channelNumber[channel] == number)
-            return channel;
-    return maxChannels;
+/// The value of a series in a row of its unit.
+std::optional<double> ValueOf(const ViewedFile& file, Quantity unit,
+                              const MeasurementLines::Cells& cells, int number) {
+    if (Quantities::IsOfSensors(unit)) {
+        const auto cell = file.SensorCell(cells, number);
+        return cell ? CellValue(*cell) : std::nullopt;
+    }
+    return number <= cells.count ? CellValue(cells.cell[static_cast<std::size_t>(number - 1)])
+                                 : std::nullopt;
 }
 
 /// Plots the records of one span as their lines come.
@@ -178,12 +177,8 @@ SeriesValues ValuesOf(const ViewedFile& file, Quantity unit, std::string_view va
                       const std::vector<int>& series) {
     const auto cells = MeasurementLines::SplitCells(valueLine);
     SeriesValues values;
-    for (const int number : series) {
-        const std::size_t column = ColumnOf(file, unit, number);
-        values.push_back(column < static_cast<std::size_t>(cells.count)
-                             ? CellValue(cells.cell[column])
-                             : std::nullopt);
-    }
+    for (const int number : series)
+        values.push_back(ValueOf(file, unit, cells, number));
     return values;
 }
 
@@ -192,6 +187,7 @@ void WriteLegends(ReportGraph& graph, Quantity unit, const std::vector<int>& ser
     for (std::size_t i = 0; i < series.size(); ++i) {
         const auto set = static_cast<std::int16_t>(i + 1);
         graph.SetThisSet(set);
+        graph.SetStyle(set, static_cast<std::int16_t>(series[i] - 1));
         graph.SetLegend(set, (sensors ? "Temp. " : "Ch. ") + std::to_string(series[i]));
     }
 }
@@ -220,11 +216,31 @@ void FillUp(ReportGraph& graph, const Fillers& fillers) {
     }
 }
 
-std::string PointText(Quantity unit, int number, std::int64_t record, double value) {
+std::string PointText(Quantity unit, int number, std::int64_t record, double value,
+                      NumberText::Pattern pattern) {
     // Numbers stand behind one blank, the place of a sign.
-    const std::string what = unit == Quantity::celsius ? "Temp. " : "Chan. ";
-    return what + std::to_string(number) + ", Record " + std::to_string(record) + ", Value =" +
-           NumberText::Format(static_cast<float>(value), NumberText::Pattern::twoDecimals);
+    const std::string what = Quantities::IsOfSensors(unit) ? "Temp. " : "Chan. ";
+    return what + std::to_string(number) + ", Record " + std::to_string(record) +
+           ", Value =" + NumberText::Format(static_cast<float>(value), pattern);
+}
+
+std::string PointInfo(Quantity unit, int number, std::int64_t record, double value) {
+    const bool small = Quantities::Of(unit).pattern == NumberText::Pattern::scientific;
+    return PointText(unit, number, record, value,
+                     small ? NumberText::Pattern::scientific : NumberText::Pattern::twoDecimals);
+}
+
+std::string EmptyGraphText(const ViewedFile& file, const ShownGraph& shown) {
+    const std::string unit = UnitText(shown.unitCode);
+    const bool sensors = Quantities::IsOfSensors(shown.unitCode);
+    if (GraphRange(file, shown).recordsInPage == 0)
+        return "There is no record to show yet.";
+    if (!Givable(file, shown.unitCode))
+        return sensors ? std::string("No channel of this file has a temperature sensor.")
+                       : "No channel of this file gives " + unit + ".";
+    if (Series(file, shown).empty())
+        return sensors ? "No temperature sensor is selected." : "No channel is selected.";
+    return "These records hold no value in " + unit + " of what is selected.";
 }
 
 DrawnSpan DrawSpan(ReportGraph& graph, const ReportGraph& formGraph, const ViewedFile& file,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/NumberText.h"
 #include "report/ReportGraph.h"
 #include "report/ShownGraph.h"
 
@@ -68,6 +69,13 @@ struct Fillers {
 void FillUp(ReportGraph& graph, const Fillers& fillers);
 
 /// Text of the point click box: channel or sensor, record and value.
-std::string PointText(Quantity unit, int number, std::int64_t record, double value);
+std::string PointText(Quantity unit, int number, std::int64_t record, double value,
+                      NumberText::Pattern pattern = NumberText::Pattern::twoDecimals);
+
+/// The same for the information line, where a small concentration stays readable.
+std::string PointInfo(Quantity unit, int number, std::int64_t record, double value);
+
+/// Why a graph without any value shows none.
+std::string EmptyGraphText(const ViewedFile& file, const ShownGraph& shown);
 
 } // namespace Mreport

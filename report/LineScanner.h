@@ -33,8 +33,8 @@ public:
     /// The next line; false at the end of the source or where the scan was given up.
     bool Next(ScannedLine& line);
 
-    /// The bytes from the next line on: at least `wanted` of them where the source has so many. Live
-    /// until the next call. For a reader that knows how the lines go on.
+    /// The bytes from the next line on: at least `wanted` of them where the source has so many.
+    /// Live until the next call. For a reader that knows how the lines go on.
     std::string_view Ahead(std::size_t wanted);
 
     /// Passes over the first `count` bytes of what Ahead gave, which must be whole lines.

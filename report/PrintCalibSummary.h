@@ -1,8 +1,8 @@
 #pragma once
 
 #include "chem/CalibrationRecord.h"
-#include "report/CalibrationSummary.h"
 #include "platform/Printer.h"
+#include "report/CalibrationSummary.h"
 
 #include <cstdint>
 #include <span>

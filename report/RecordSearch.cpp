@@ -3,7 +3,6 @@
 #include "app/Mcommon.h"
 #include "base/NumberText.h"
 #include "files/MeasurementLines.h"
-#include "report/Selection.h"
 #include "report/ShownGraph.h"
 
 #include <algorithm>
@@ -100,19 +99,24 @@ void RecordSearch::ReadRecord() {
 
 void RecordSearch::KeepRow(Quantity unit, std::string_view valueLine) {
     const auto cells = MeasurementLines::SplitCells(valueLine);
+    if (Quantities::IsOfSensors(unit))
+        return KeepTemperatures(cells);
     const int columns = std::min<int>(cells.count, file_.channelCount);
-    for (std::size_t channel = 0; channel < static_cast<std::size_t>(columns); ++channel) {
-        const std::string cell = Mcommon::TrimControl(cells.cell[channel]);
+    for (std::size_t channel = 0; channel < static_cast<std::size_t>(columns); ++channel)
+        if (KindGives(file_.channelKind[channel], unit))
+            values_[channel][unit] = Mcommon::TrimControl(cells.cell[channel]);
+}
+
+void RecordSearch::KeepTemperatures(const MeasurementLines::Cells& cells) {
+    for (std::size_t channel = 0; channel < static_cast<std::size_t>(cells.count); ++channel) {
         const std::int16_t sensor = file_.channelNumber[channel];
-        if (unit != Quantity::celsius) {
-            if (KindGives(file_.channelKind[channel], unit))
-                values_[channel][unit] = cell;
-        } else if (sensor >= 1 && sensor <= tempSensorCount) {
-            std::string& kept = temperatures_[static_cast<std::size_t>(sensor - 1)];
-            if (kept.empty() ||
-                !MeasurementLines::IsMissing(cell)) // an idle channel may share the sensor
-                kept = cell;
-        }
+        if (sensor < 1 || sensor > tempSensorCount)
+            continue;
+        std::string& kept = temperatures_[static_cast<std::size_t>(sensor - 1)];
+        const std::string cell = Mcommon::TrimControl(cells.cell[channel]);
+        if (kept.empty() ||
+            MeasurementLines::IsMissing(kept)) // an idle channel may share the sensor
+            kept = cell;
     }
 }
 

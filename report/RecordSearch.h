@@ -50,6 +50,7 @@ private:
     void Forget();
     void ReadRecord();
     void KeepRow(Quantity unit, std::string_view valueLine);
+    void KeepTemperatures(const MeasurementLines::Cells& cells);
 
     const ViewedFile& file_;
     int page_ = 0;

@@ -29,6 +29,8 @@ public:
     /// The set that SetData and SetExtra address.
     virtual void SetThisSet(std::int16_t set) = 0;
     virtual void SetLegend(std::int16_t set, const std::string& text) = 0;
+    /// Colour and mark of a set, by the number from 0 of what it shows.
+    virtual void SetStyle(std::int16_t set, std::int16_t style) = 0;
     virtual void SetData(std::int16_t point, double value) = 0;
     virtual void SetExtra(std::int16_t point, std::int16_t mark) = 0;
 

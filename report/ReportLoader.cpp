@@ -57,8 +57,7 @@ void ReportLoader::RequestStop() {
 bool ReportLoader::RefuseWhileLoading() const {
     if (Idle())
         return false;
-    Mcommon::MessageBoxEx(std::string(busyText), platform::style::okOnly,
-                          platform::style::information);
+    Mcommon::Inform(busyText);
     return true;
 }
 
@@ -78,12 +77,28 @@ void ReportLoader::ViewSource(const std::filesystem::path& fileName,
     shown_ = ShownGraph();
     pageEnded_ = false;
     file_.pages.Open(std::move(source));
+    fileLength_ = file_.pages.Source().Size();
     view_.ResetPages();
     view_.Graph().SetNumSets(GetChanInfo());
     FillList(true);
-    restUnread_ = state_ == State::stopping;
-    if (file_.viewingLiveFile && !restUnread_) // what was recorded during the load
-        CatchUp();
+    if (!restUnread_)
+        CatchUpAfterLoad();
+}
+
+/// What was recorded during the load.
+void ReportLoader::CatchUpAfterLoad() {
+    const std::int32_t before = GraphRange(file_, shown_).recordsInPage;
+    CatchUp();
+    if (GraphRange(file_, shown_).recordsInPage == before)
+        return;
+    ResetScroll(false);
+    if (before < spanLength)
+        DrawFirst();
+}
+
+/// ESC has ended the load before the length that the file had when it began.
+bool ReportLoader::StoppedShort() const {
+    return state_ == State::stopping && file_.pages.NextOffset() < fileLength_;
 }
 
 LineScanner ReportLoader::MakeScanner() {
@@ -137,10 +152,10 @@ void ReportLoader::FillList(bool firstLoad) {
     if (firstLoad) {
         recordsRead_ = 0;
         bytesRead_ = nextProgress_ = 0;
-        fileLength_ = file_.pages.Source().Size();
         graphDrawn_ = false;
     }
     ReadRecords(firstLoad);
+    restUnread_ = firstLoad && StoppedShort();
     view_.LinesAdded();
     if (firstLoad)
         FinishFirstLoad();
@@ -274,8 +289,7 @@ void ReportLoader::UpdateList() {
         return;
     ReadRest();
     Redraw(view_.ScrollValue());
-    Mcommon::MessageBoxEx("The list has been updated.", platform::style::okOnly,
-                          platform::style::information);
+    Mcommon::Inform("The list has been updated.");
 }
 
 /// Reads from where the last load ended, letting events run.
@@ -284,7 +298,29 @@ void ReportLoader::ReadRest() {
     view_.ShowStatus("Please be patient, loading data...");
     view_.ShowStatus("Loading...");
     FillList(false);
-    restUnread_ = false;
+    view_.ShowStatus(std::string(readyText));
+}
+
+std::uint64_t ReportLoader::NewBytes() {
+    if (!MayCatchUp())
+        return 0;
+    const std::uint64_t size = file_.pages.Source().Size();
+    return size - std::min(size, file_.pages.NextOffset());
+}
+
+void ReportLoader::ReadNew() {
+    if (!MayCatchUp())
+        return;
+    const Running running(*this);
+    view_.ShowStatus("Loading...");
+    workingLines_ = WorkingLines();
+    ReadRecords(false);
+    view_.LinesAdded();
+    if (shown_.autoUpdate)
+        FollowNewestPage();
+    ResetScroll(shown_.autoUpdate);
+    if (shown_.autoUpdate)
+        Redraw(GraphRange(file_, shown_).Last());
     view_.ShowStatus(std::string(readyText));
 }
 
@@ -310,15 +346,14 @@ FileRecord ReportLoader::NewestOfGraph() const {
 }
 
 void ReportLoader::LiveRecord() {
-    // A load reads the record itself.
-    if (!Idle() || !file_.viewingLiveFile || restUnread_)
+    if (!MayCatchUp()) // a load reads the record itself
         return;
     const int newestPage = file_.LastPageIndex();
     const FileRecord before = NewestOfGraph();
     CatchUp();
     if (shown_.autoUpdate)
         FollowLive(before, newestPage);
-    else if (shown_.graphPageIndex == file_.LastPageIndex())
+    else if (shown_.graphPageIndex >= newestPage) // it may have got its last records
         ResetScroll(false);
     ContinueWhenFull();
 }

@@ -33,8 +33,15 @@ public:
     /// Reads what the live file has got since, and draws the graph anew.
     void UpdateList();
 
-    /// A record has just been written to the file that the viewer follows.
+    /// A record has just been written to the file that the viewer shows.
     void LiveRecord();
+
+    /// Bytes that the file has got since it was read; 0 while a load runs, or where the user has
+    /// ended it before the file's end.
+    std::uint64_t NewBytes();
+
+    /// Reads them, letting events run. The page that is shown stays.
+    void ReadNew();
 
     /// Draws the graph's span that ends with this record of its page.
     void Redraw(PageRecord endRecord);
@@ -74,12 +81,15 @@ private:
     void DrawFirst();
     void ResetScroll(bool setValue);
     void CatchUp();
+    void CatchUpAfterLoad();
+    bool MayCatchUp() const { return Idle() && !restUnread_; }
     void ReadRest();
     void FollowNewestPage();
     void FollowLive(FileRecord before, int newestPage);
     void ContinueWhenFull();
     FileRecord NewestOfGraph() const;
     bool RefuseWhileLoading() const;
+    bool StoppedShort() const;
     LineScanner MakeScanner();
     std::size_t WorkingLines() const;
 

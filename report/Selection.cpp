@@ -4,10 +4,6 @@
 
 namespace Mreport {
 
-bool KindGives(Electrode::Kind kind, Quantity unit) {
-    return kind != Electrode::Kind::none && Quantities::Gives(kind, unit);
-}
-
 Selection::Selection(const ViewedFile& file, const ShownGraph& shown)
     : file_(file), shown_(shown), unit_(shown.unitCode) {
     FillBoxes();
@@ -18,6 +14,9 @@ void Selection::ChooseUnit(Quantity unit) {
         return;
     unit_ = unit;
     FillBoxes();
+    if (CheckedCount() == 0)
+        for (Box& box : boxes_)
+            box.checked = box.enabled;
 }
 
 void Selection::FillBoxes() {
@@ -36,7 +35,10 @@ Selection::Box Selection::ChannelBox(std::size_t index) const {
     if (index >= static_cast<std::size_t>(file_.channelCount))
         return {};
     const bool enabled = KindGives(file_.channelKind[index], unit_);
-    return {true, enabled, enabled && shown_.channelInUse[index]};
+    // What another unit could not show has not been deselected.
+    const bool selected =
+        unit_ == shown_.unitCode ? shown_.channelInUse[index] : shown_.channelWanted[index];
+    return {true, enabled, enabled && selected};
 }
 
 void Selection::Check(int index, bool checked) {
@@ -69,7 +71,13 @@ void Selection::Accept(ShownGraph& shown) const {
         return;
     }
     for (std::size_t i = 0; i < static_cast<std::size_t>(file_.channelCount); ++i)
-        shown.channelInUse[i] = boxes_[i].checked;
+        TakeBox(shown, i);
+}
+
+void Selection::TakeBox(ShownGraph& shown, std::size_t channel) const {
+    shown.channelInUse[channel] = boxes_[channel].checked;
+    if (boxes_[channel].enabled)
+        shown.channelWanted[channel] = boxes_[channel].checked;
 }
 
 } // namespace Mreport

@@ -21,7 +21,8 @@ public:
     /// Starts with what the graph shows now. Both must outlive the selection.
     Selection(const ViewedFile& file, const ShownGraph& shown);
 
-    /// Changes the unit and the boxes with it; the unit in force keeps its check marks.
+    /// Changes the unit and the boxes with it; the unit in force keeps its check marks. Where no
+    /// box that can be would be checked, all of them are.
     void ChooseUnit(Quantity unit);
     void Check(int index, bool checked);
 
@@ -42,15 +43,13 @@ private:
     void FillBoxes();
     Box SensorBox(std::size_t index) const;
     Box ChannelBox(std::size_t index) const;
+    void TakeBox(ShownGraph& shown, std::size_t channel) const;
 
     const ViewedFile& file_;
     const ShownGraph& shown_;
     Quantity unit_;
     std::array<Box, maxChannels> boxes_{};
 };
-
-/// True when a channel of this kind gives values of the unit; one without an electrode gives none.
-bool KindGives(Electrode::Kind kind, Quantity unit);
 
 inline constexpr std::string_view tooManyPointsText =
     "Too many points to draw them in this version software (Max 1500 points)";

@@ -32,6 +32,21 @@ std::vector<int> Series(const ViewedFile& file, const ShownGraph& shown, Quantit
     return numbers;
 }
 
+bool KindGives(Electrode::Kind kind, Quantity unit) {
+    return kind != Electrode::Kind::none && Quantities::Gives(kind, unit);
+}
+
+bool Givable(const ViewedFile& file, Quantity unit) {
+    if (Quantities::IsOfSensors(unit)) {
+        for (int sensor = 1; sensor <= tempSensorCount; ++sensor)
+            if (file.SensorUsed(sensor))
+                return true;
+        return false;
+    }
+    return std::any_of(file.channelKind.begin(), file.channelKind.end(),
+                       [unit](Electrode::Kind kind) { return KindGives(kind, unit); });
+}
+
 std::vector<int> Series(const ViewedFile& file, const ShownGraph& shown) {
     return Series(file, shown, shown.unitCode);
 }

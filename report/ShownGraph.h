@@ -16,7 +16,8 @@ inline constexpr std::int32_t maxGraphPoints = 1500;
 /// viewer; the selection dialog changes it, printing looks at it.
 struct ShownGraph {
     Quantity unitCode = Quantity::mV;
-    std::array<bool, maxChannels> channelInUse{}; ///< selected, by channel
+    std::array<bool, maxChannels> channelInUse{};  ///< drawn, by channel
+    std::array<bool, maxChannels> channelWanted{}; ///< the user's choice, whatever the unit gives
     std::array<bool, tempSensorCount> sensorInUse{};
 
     int graphPageIndex = 0; ///< whose records the graph shows
@@ -49,5 +50,11 @@ std::vector<int> Series(const ViewedFile& file, const ShownGraph& shown, Quantit
 
 /// The same in the unit in force.
 std::vector<int> Series(const ViewedFile& file, const ShownGraph& shown);
+
+/// True when a channel of this kind gives values of the unit; one without an electrode gives none.
+bool KindGives(Electrode::Kind kind, Quantity unit);
+
+/// True when some channel or sensor of the file gives the unit.
+bool Givable(const ViewedFile& file, Quantity unit);
 
 } // namespace Mreport

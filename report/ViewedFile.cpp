@@ -1,5 +1,7 @@
 #include "report/ViewedFile.h"
 
+#include "base/Letters.h"
+
 #include <algorithm>
 #include <limits>
 #include <system_error>
@@ -29,6 +31,18 @@ bool ViewedFile::SensorUsed(int sensor) const {
         if (channelKind[channel] != Electrode::Kind::none && channelNumber[channel] == sensor)
             return true;
     return false;
+}
+
+std::optional<std::string> ViewedFile::SensorCell(const MeasurementLines::Cells& cells,
+                                                  int sensor) const {
+    for (std::size_t channel = 0; channel < static_cast<std::size_t>(cells.count); ++channel) {
+        if (channelKind[channel] == Electrode::Kind::none || channelNumber[channel] != sensor)
+            continue;
+        std::string cell = Letters::TrimControl(cells.cell[channel]);
+        if (!MeasurementLines::IsMissing(cell))
+            return cell;
+    }
+    return std::nullopt;
 }
 
 bool ViewedFile::BegunAnew() const {

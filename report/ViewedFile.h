@@ -2,6 +2,7 @@
 
 #include "base/Electrode.h"
 #include "files/MeasurementHeader.h"
+#include "files/MeasurementLines.h"
 #include "files/MeasurementRecord.h"
 #include "report/RecordNumber.h"
 #include "report/ReportPages.h"
@@ -9,6 +10,8 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace Mreport {
@@ -37,6 +40,10 @@ struct ViewedFile {
 
     /// True when a channel with an electrode has this temperature sensor (1..4).
     bool SensorUsed(int sensor) const;
+
+    /// The trimmed cell of a sensor (1..4) in a record's row of temperatures: that of its first
+    /// channel with an electrode that has a value. Nothing where none has.
+    std::optional<std::string> SensorCell(const MeasurementLines::Cells& cells, int sensor) const;
 
     /// True when the file's name stands for a shorter file than was loaded: a new run has begun
     /// under the same name.

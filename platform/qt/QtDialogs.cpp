@@ -9,6 +9,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 
+#include <algorithm>
+
 namespace platform {
 
 namespace {
@@ -139,6 +141,9 @@ std::optional<std::filesystem::path> QtDialogs::ChooseFile(const FileDialogReque
         dialog.selectFile(Text::ToQt(request.fileName));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
+    if (request.chosenFilter != nullptr)
+        *request.chosenFilter = static_cast<std::size_t>(
+            std::max<qsizetype>(dialog.nameFilters().indexOf(dialog.selectedNameFilter()), 0));
     return Text::ToPath(dialog.selectedFiles().constFirst());
 }
 

@@ -11,6 +11,7 @@
 #include <QPaintEngine>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QRegularExpression>
 
 #include <exception>
 
@@ -39,6 +40,12 @@ PrintOutcome DrawOn(PrintTarget& target, QPrinter& printer, const PrintDocument&
         target.CheckFile(); // a full disk says more than the page that could not be begun
         throw;
     }
+}
+
+/// The print dialog suggests the document's name for a file; signs that a file system refuses would
+/// make it useless there.
+QString FileNameOf(QString name) {
+    return name.remove(QRegularExpression("[<>:\"/\\\\|?*]"));
 }
 
 /// The tool bar's buttons take no focus, so the one that matters gets a key.
@@ -116,7 +123,7 @@ void SetMargins(QPrinter& printer) {
 
 PrintOutcome QtPrinting::Print(const std::string& name, const PrintDocument& document) {
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(Text::ToQt(name));
+    printer.setDocName(FileNameOf(Text::ToQt(name)));
     SetMargins(printer);
     return PreviewSession(printer, name, document).Run();
 }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "files/LiveReport.h"
+#include "files/MeasuringRun.h"
 #include "report/ReportLoader.h"
 #include "report/ReportView.h"
+#include "screens/Report/ReportExport.h"
 #include "screens/controls/EventGuard.h"
 
 #include <QMainWindow>
@@ -10,14 +12,12 @@
 
 #include <filesystem>
 #include <memory>
-#include <optional>
-#include <vector>
 
 namespace Ui {
 class Report;
 }
-class GraphControl;
-class LineListView;
+class QAction;
+class ReportLists;
 class frmSrch;
 
 /// The viewer of one measurement file: its lines as list pages and its values as a graph. Loading
@@ -27,6 +27,12 @@ class Report : public QMainWindow, private Mreport::ReportView {
     Q_OBJECT
 
 public:
+    enum FileItem { openFile, printReport, exportRecords, exportGraph, closeReport };
+    enum ViewItem { selectChannels, graphView, tableView, zoomIn, zoomOut, wholeSpan };
+    enum ToolItem { calculator, notepad, findRecord, copyLines, selectAllLines };
+    enum UpdateItem { updateList, automaticUpdate };
+    enum View { graphTab, tableTab }; ///< of TabStrip
+
     /// The run is what may be recorded meanwhile; it must outlive the viewer.
     explicit Report(FileOpr::MeasuringRun& run, QWidget* parent = nullptr);
     ~Report() override;
@@ -57,29 +63,34 @@ protected:
 
 private:
     void Form_Load();
-    void ConnectMenus();
-    void ConnectControls();
+    void FitHead();
+    void WireControls();
+    void WireMenus();
     void Form_KeyDown(int keyCode);
     bool Form_QueryUnload();
     void Form_Unload();
+    void Form_Activate();
     void RestorePlace();
 
     void mnuFileItem_Click(int Index);
-    void mnuRecent_Click(const std::filesystem::path& file);
+    void mnuRecent_Click(QAction* item);
     void mnuRecent_Show();
     void mnuViewItem_Click(int Index);
     void mnuToolItem_Click(int Index);
     void mnuUpdateItem_Click(int Index);
     void mnuHelp_Click();
+    void mnuBack_Click();
     void TabStrip_Click(int tab);
     void Pages_Click(int page);
     void HScroll_Change(int value);
     void HScroll_Scroll(int value);
+    void HScroll_Release();
     void graReport_Click(int set, int point);
     void graReport_MouseMove(int set, int point);
     void picWholeRun_QuantityChosen(Quantity quantity);
     void picWholeRun_PageSpanWanted(int page, Mreport::PageRecord end);
     void picWholeRun_RecordWanted(std::int64_t place, std::uint64_t offset);
+    void picWholeRun_DrawsSpanChanged();
 
     void OpenFile(const std::filesystem::path& fileName);
     void OpenThroughDialog();
@@ -91,17 +102,17 @@ private:
     void FindRecord();
     void FindNext();
     void GoTo(int page, int line);
+    void ShowInGraph(Mreport::FileRecord record);
     void ShowView(bool table);
     void AllowMenus();
-    void FollowLive();
-    void LiveRecord();
-    void CheckWhetherLive();
+    void FileGrown();
+    void TakeWhatIsNew();
+    void NoticeLive();
     void NoticeDamage();
     /// False, and it is said, while a load or an export runs.
     bool Refuse(std::string_view message);
-    LineListView& List(int page) const { return *lstData_.at(static_cast<std::size_t>(page)); }
-    LineListView* AddList();
-    std::string PointInfo(int set, int point) const;
+    /// The channel or sensor of a set; 0 where there is none.
+    int SeriesNumber(int set) const;
     QString Caption() const;
 
     void ShowCaption(const std::filesystem::path& file) override;
@@ -122,11 +133,10 @@ private:
     Mreport::ViewedFile file_;
     Mreport::ShownGraph shown_;
     Mreport::ReportLoader loader_{run_, file_, shown_, *this};
-    std::optional<FileOpr::LiveReport> live_; ///< while the shown file is being recorded
-    std::vector<LineListView*> lstData_;
+    ReportExport export_{file_};
+    std::unique_ptr<ReportLists> lists_;
     QPointer<frmSrch> search_;
     Mreport::FileRecord firstRecord_{1}; ///< that point 1 of the graph stands for
     bool updateEnabled_ = true;
-    bool exporting_ = false;
-    bool exportStopped_ = false;
+    FileOpr::LiveReport live_;
 };

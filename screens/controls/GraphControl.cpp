@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPicture>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -86,7 +87,18 @@ void GraphControl::MakePlot() {
     tracer_->setStyle(QCPItemTracer::tsCircle);
     tracer_->setSize(2 * markSize_px);
     tracer_->setVisible(false);
+    emptyText_ = new QCPItemText(plot_);
+    emptyText_->position->setType(QCPItemPosition::ptAxisRectRatio);
+    emptyText_->position->setCoords(0.5, 0.5);
+    emptyText_->setVisible(false);
     connect(plot_, &QCustomPlot::beforeReplot, this, &GraphControl::FitLabels);
+    for (const QCPAxis* axis : {plot_->xAxis, plot_->yAxis})
+        connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this,
+                &GraphControl::NoteZoom);
+}
+
+void GraphControl::NoteZoom() {
+    zoomed_ = zoomed_ || !fitting_;
 }
 
 int GraphControl::AxisWidth() const {
@@ -135,6 +147,16 @@ void GraphControl::SetLegend(std::int16_t set, const std::string& text) {
     sets_[static_cast<std::size_t>(thisSet_ - 1)].legend = Text::ToQt(text);
 }
 
+void GraphControl::SetStyle(std::int16_t set, std::int16_t style) {
+    SetThisSet(set);
+    sets_[static_cast<std::size_t>(thisSet_ - 1)].style = std::max<int>(style, 0);
+}
+
+void GraphControl::SetEmptyText(const QString& text) {
+    emptyText_->setText(text);
+    plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
 void GraphControl::SetData(std::int16_t point, double value) {
     if (point < 1)
         return;
@@ -178,6 +200,7 @@ void GraphControl::SetDataReset(std::int16_t what) {
     for (Set& set : sets_)
         set.data.clear();
     ticker_->labels.clear();
+    zoomed_ = false;
     MarkPoint({});
 }
 
@@ -185,12 +208,9 @@ void GraphControl::SetDrawMode(std::int16_t mode) {
     if (mode != Mreport::graph::draw)
         return;
     ShowSets();
-    FitAxes();
+    if (!zoomed_)
+        FitAxes();
     plot_->replot(QCustomPlot::rpQueuedReplot);
-}
-
-void GraphControl::DrawNow() {
-    plot_->replot(QCustomPlot::rpImmediateRefresh);
 }
 
 double GraphControl::ValueAt(int set, int point) const {
@@ -213,6 +233,7 @@ void GraphControl::ShowSets() {
         graphs_.push_back(plot_->addGraph());
         graphs_.back()->setAdaptiveSampling(true);
     }
+    emptyText_->setVisible(FirstSetWithValues() == 0);
     for (int set = 1; set <= SeriesStyle::count; ++set) {
         QCPGraph* graph = graphs_[static_cast<std::size_t>(set - 1)];
         QVector<QCPGraphData> points;
@@ -233,7 +254,17 @@ void GraphControl::ShowSets() {
     ApplyPens(palette());
 }
 
+/// 0 where no set has a value.
+int GraphControl::FirstSetWithValues() const {
+    for (int set = 1; set <= numSets_; ++set)
+        for (int point = 1; point <= numPoints_; ++point)
+            if (!std::isnan(ValueAt(set, point)))
+                return set;
+    return 0;
+}
+
 void GraphControl::FitAxes() {
+    const QScopedValueRollback fitting(fitting_, true);
     plot_->xAxis->setRange(1 - spaceBesideSpan, std::max<double>(numPoints_, 1) + spaceBesideSpan);
     double low = std::numeric_limits<double>::max();
     double high = std::numeric_limits<double>::lowest();
@@ -243,8 +274,10 @@ void GraphControl::FitAxes() {
                 low = std::min(low, value);
                 high = std::max(high, value);
             }
-    if (low > high)
-        low = 0, high = 1;
+    if (low > high) {
+        low = 0;
+        high = 1;
+    }
     const double height = high - low;
     const double space =
         height > 0 ? height * spaceAboveValues : std::max(std::abs(low) / 10, 1e-9);
@@ -252,6 +285,7 @@ void GraphControl::FitAxes() {
 }
 
 void GraphControl::ResetZoom() {
+    zoomed_ = false;
     FitAxes();
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
@@ -268,10 +302,12 @@ void GraphControl::ApplyPens(const QPalette& palette) {
     const int skip = std::max(0, static_cast<int>(std::ceil(pointsPerMark)) - 1);
     const bool dense = numPoints_ > densePoints;
     for (std::size_t i = 0; i < graphs_.size(); ++i) {
-        const QColor colour = SeriesStyle::Colour(static_cast<int>(i), palette);
+        const bool told = i < sets_.size() && sets_[i].style >= 0;
+        const int number = told ? sets_[i].style : static_cast<int>(i);
+        const QColor colour = SeriesStyle::Colour(number, palette);
         graphs_[i]->setPen(QPen(colour, dense ? 1 : 2));
         graphs_[i]->setAntialiased(!dense);
-        const auto shape = marks.at(i);
+        const auto shape = marks.at(static_cast<std::size_t>(number % SeriesStyle::count));
         QCPScatterStyle style(shape, colour, IsFilled(shape) ? colour : QColor(Qt::transparent),
                               markSize_px);
         style.setPen(QPen(colour, 1.5));
@@ -305,6 +341,8 @@ void GraphControl::ApplyLook(const QPalette& palette, const QFont& font) {
     plot_->legend->setBorderPen(Qt::NoPen);
     plot_->legend->setTextColor(text);
     plot_->legend->setFont(font);
+    emptyText_->setColor(text);
+    emptyText_->setFont(font);
     tracer_->setPen(QPen(text, 2));
     tracer_->setBrush(Qt::NoBrush);
     ApplyPens(palette);
@@ -387,7 +425,7 @@ void GraphControl::MarkPoint(const Hit& hit) {
 }
 
 void GraphControl::StepPoint(int points) {
-    const int set = std::max(marked_.set, 1);
+    const int set = marked_.set == 0 ? std::max(FirstSetWithValues(), 1) : marked_.set;
     int point = marked_.set == 0 ? (points > 0 ? 0 : numPoints_ + 1) : marked_.point;
     do
         point += points;
@@ -404,6 +442,17 @@ void GraphControl::StepSet(int sets) {
     while (set >= 1 && set <= numSets_ && std::isnan(ValueAt(set, point)));
     if (set >= 1 && set <= numSets_)
         MarkPoint({set, point});
+}
+
+/// The wheel zooms the axis below it, and both within the axes.
+void GraphControl::ZoomAxesAt(const QPointF& position) {
+    const QRectF inside = plot_->axisRect()->rect();
+    Qt::Orientations axes = Qt::Horizontal | Qt::Vertical;
+    if (position.y() > inside.bottom())
+        axes = Qt::Horizontal;
+    else if (position.x() < inside.left())
+        axes = Qt::Vertical;
+    plot_->axisRect()->setRangeZoom(axes);
 }
 
 void GraphControl::Clicked(const QPointF& position) {
@@ -461,6 +510,9 @@ bool GraphControl::eventFilter(QObject* watched, QEvent* event) {
         break;
     case QEvent::MouseButtonDblClick:
         ResetZoom();
+        break;
+    case QEvent::Wheel:
+        ZoomAxesAt(static_cast<QWheelEvent*>(event)->position());
         break;
     case QEvent::MouseMove:
         if (mouse->buttons() == Qt::NoButton)

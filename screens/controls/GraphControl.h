@@ -9,6 +9,7 @@
 
 class QCPAxis;
 class QCPGraph;
+class QCPItemText;
 class QCPItemTracer;
 class QCPTextElement;
 class QCustomPlot;
@@ -32,11 +33,12 @@ public:
     void SetNumPoints(std::int16_t points) override;
     void SetThisSet(std::int16_t set) override;
     void SetLegend(std::int16_t set, const std::string& text) override;
+    void SetStyle(std::int16_t set, std::int16_t style) override;
     void SetData(std::int16_t point, double value) override;
     void SetExtra(std::int16_t point, std::int16_t mark) override;
     void SetLabel(std::int16_t point, const std::string& text) override;
     void SetXAxisMinorTicks(std::int16_t minor) override { minorTicks_ = minor; }
-    void SetTickEvery(std::int16_t points) override { tickEvery_ = points; }
+    void SetTickEvery(std::int16_t /*points*/) override {} // the labels themselves say it
     std::string LeftTitle() const override;
     void SetLeftTitle(const std::string& text) override;
     void SetGraphTitle(const std::string& text) override;
@@ -51,8 +53,8 @@ public:
     void ResetZoom();
     void Zoom(double factor); ///< above 1: closer
 
-    /// Draws at once instead of at the next paint.
-    void DrawNow();
+    /// Shown in place of the points where no point carries a value.
+    void SetEmptyText(const QString& text);
 
 Q_SIGNALS:
     void PointClicked(int set, int point);
@@ -68,6 +70,7 @@ protected:
 private:
     struct Set {
         QString legend;
+        int style = -1; ///< -1: by the number of the set
         std::vector<double> data; ///< not-a-number where a point carries no value
     };
     struct Hit {
@@ -83,6 +86,9 @@ private:
     void ApplyPens(const QPalette& palette);
     void ShowSets();
     void FitAxes();
+    void NoteZoom();
+    void ZoomAxesAt(const QPointF& position);
+    int FirstSetWithValues() const;
     Hit HitAt(const QPointF& position) const;
     double ValueAt(int set, int point) const;
     void MarkPoint(const Hit& hit);
@@ -93,6 +99,7 @@ private:
     QCustomPlot* plot_ = nullptr;
     QCPTextElement* title_ = nullptr;
     QCPItemTracer* tracer_ = nullptr;
+    QCPItemText* emptyText_ = nullptr;
     std::shared_ptr<RecordTicker> ticker_;
     std::vector<QCPGraph*> graphs_;
     std::vector<Set> sets_;
@@ -101,7 +108,8 @@ private:
     std::int16_t numPoints_ = 0;
     std::int16_t thisSet_ = 1;
     std::int16_t minorTicks_ = 0;
-    std::int16_t tickEvery_ = 1;
+    bool fitting_ = false; ///< the axes are being set to the whole span
+    bool zoomed_ = false;  ///< the user has chosen what part of the span is seen
     Hit marked_;
     QPointF pressed_;
 };

@@ -38,7 +38,11 @@ void LineListView::SetSource(std::function<int()> lineCount, std::function<QStri
 }
 
 void LineListView::LinesChanged() {
+    const QScrollBar& bar = *verticalScrollBar();
+    const bool atEnd = bar.maximum() > 0 && bar.value() == bar.maximum();
     UpdateScrollBars();
+    if (atEnd)
+        verticalScrollBar()->setValue(bar.maximum());
     viewport()->update();
 }
 
@@ -52,8 +56,11 @@ QString LineListView::LineText(int line) const {
     return line_ && line >= 0 && line < LineCount() ? line_(line) : QString();
 }
 
-void LineListView::SetCurrentLine(int line) {
+void LineListView::SetCurrentLine(int line, int linesBelow) {
     MoveCurrent(line, false);
+    const int last = current_ + std::min(linesBelow, VisibleLines() - 1);
+    if (last >= verticalScrollBar()->value() + VisibleLines())
+        verticalScrollBar()->setValue(last - VisibleLines() + 1);
 }
 
 void LineListView::SelectAll() {

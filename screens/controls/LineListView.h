@@ -13,7 +13,8 @@ class LineListView : public QAbstractScrollArea {
 public:
     explicit LineListView(QWidget* parent = nullptr);
 
-    /// Where the lines come from. `lineCount` may grow; tell it with LinesChanged.
+    /// Where the lines come from. `lineCount` may grow; tell it with LinesChanged. A list that is
+    /// scrolled to its end then stays at the end.
     void SetSource(std::function<int()> lineCount, std::function<QString(int)> line);
     void LinesChanged();
 
@@ -24,8 +25,9 @@ public:
     QString LineText(int line) const;
     int CurrentLine() const { return current_; }
 
-    /// Makes the line current, selects it alone and scrolls it into view.
-    void SetCurrentLine(int line);
+    /// Makes the line current, selects it alone and scrolls it into view, with as many lines below
+    /// it as have room.
+    void SetCurrentLine(int line, int linesBelow = 0);
     void SelectAll();
     bool HasSelection() const { return current_ >= 0; }
     int SelectedFirst() const;

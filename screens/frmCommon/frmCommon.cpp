@@ -1,9 +1,9 @@
 #include "screens/frmCommon/frmCommon.h"
 
 #include "app/Mcommon.h"
-#include "platform/Dialogs.h"
 #include "platform/qt/Text.h"
 #include "report/ReportGraph.h"
+#include "screens/controls/Wiring.h"
 #include "ui_frmCommon.h"
 
 #include <QScopeGuard>
@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr int acceptButton = 0;
 constexpr int heading = 8; ///< of lblChan
 constexpr auto busyTick = std::chrono::milliseconds(100);
 constexpr std::array busyCycle = {"/", "--", "\\", "|"};
@@ -34,18 +33,11 @@ frmCommon::frmCommon(const Mreport::ViewedFile& file, Mreport::ShownGraph& shown
     optData(static_cast<int>(selection_.Unit())).setChecked(true);
     ShowBoxes();
 
-    const auto guarded = [this](const std::string& location, void (frmCommon::*handler)(int)) {
-        return [this, location, handler](int index) {
-            guard_(location, [this, handler, index] { (this->*handler)(index); });
-        };
-    };
-    optData.Connect(*this, &QRadioButton::clicked,
-                    guarded("frmCommon - optData", &frmCommon::optData_Click));
-    chkChan.Connect(*this, &QCheckBox::clicked,
-                    guarded("frmCommon - chkChan", &frmCommon::chkChan_Click));
-    cmdBtn.Connect(*this, &QPushButton::clicked,
-                   guarded("frmCommon - cmdBtn", &frmCommon::cmdBtn_Click));
-    connect(&Timer1, &QTimer::timeout, this, [this] { Timer1_Timer(); });
+    const Wiring wire(*this, guard_, "frmCommon");
+    wire(optData, &QRadioButton::clicked, "optData", &frmCommon::optData_Click);
+    wire(chkChan, &QCheckBox::clicked, "chkChan", &frmCommon::chkChan_Click);
+    wire(cmdBtn, &QPushButton::clicked, "cmdBtn", &frmCommon::cmdBtn_Click);
+    wire(&Timer1, &QTimer::timeout, "Timer1", &frmCommon::Timer1_Timer);
 }
 
 frmCommon::~frmCommon() = default;
@@ -86,8 +78,7 @@ void frmCommon::cmdBtn_Click(int Index) {
 
 void frmCommon::AcceptSelection() {
     if (!selection_.Fits(graph_.NumPoints())) {
-        Mcommon::MessageBoxEx(std::string(Mreport::tooManyPointsText), platform::style::okOnly,
-                              platform::style::exclamation);
+        Mcommon::Warn(Mreport::tooManyPointsText);
         return;
     }
     selection_.Accept(shown_);
@@ -102,7 +93,10 @@ void frmCommon::AcceptSelection() {
 void frmCommon::ShowBusy(bool busy) {
     cmdBtn(acceptButton).setEnabled(!busy);
     ui_->Label1->setText(busy ? busyCycle[0] : "");
-    busy ? Timer1.start() : Timer1.stop();
+    if (busy)
+        Timer1.start();
+    else
+        Timer1.stop();
 }
 
 void frmCommon::Timer1_Timer() {

@@ -26,6 +26,8 @@ class frmCommon : public QDialog {
     Q_OBJECT
 
 public:
+    enum Button { acceptButton, cancelButton }; ///< of cmdBtn
+
     /// Shows what is selected now and changes it when it is accepted. The graph gives the number of
     /// points and takes the number of sets and the left title.
     frmCommon(const Mreport::ViewedFile& file, Mreport::ShownGraph& shown,

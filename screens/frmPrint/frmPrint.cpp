@@ -1,24 +1,15 @@
 #include "screens/frmPrint/frmPrint.h"
 
 #include "app/Mcommon.h"
-#include "platform/Dialogs.h"
 #include "platform/qt/EntryText.h"
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/Text.h"
 #include "report/GraphSpan.h"
 #include "report/PrintJob.h"
+#include "screens/controls/Wiring.h"
 #include "ui_frmPrint.h"
 
 #include <QScopeGuard>
-
-namespace {
-
-constexpr int asGraph = 1;
-constexpr int someRecords = 1;
-constexpr int firstBox = 0;
-constexpr int lastBox = 1;
-
-} // namespace
 
 frmPrint::frmPrint(const Mreport::ViewedFile& file, const Mreport::ShownGraph& shown,
                    QWidget* parent)
@@ -28,16 +19,13 @@ frmPrint::frmPrint(const Mreport::ViewedFile& file, const Mreport::ShownGraph& s
     optRange = ControlArray<QRadioButton>(*this, "optRange");
     txtRange = ControlArray<QLineEdit>(*this, "txtRange");
     lblRange = ControlArray<QLabel>(*this, "lblRange");
-    connect(ui_->cboList, &QComboBox::activated, this,
-            [this] { guard_("frmPrint - cboList", [this] { cboList_Click(); }); });
-    connect(ui_->cmdPrint, &QPushButton::clicked, this,
-            [this] { guard_("frmPrint - cmdPrint", [this] { cmdPrint_Click(); }); });
-    connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+    const Wiring wire(*this, guard_, "frmPrint");
+    wire(ui_->cboList, &QComboBox::activated, "cboList", &frmPrint::cboList_Click);
+    wire(ui_->cmdPrint, &QPushButton::clicked, "cmdPrint", &frmPrint::cmdPrint_Click);
+    wire(ui_->cmdClose, &QPushButton::clicked, "cmdClose", &frmPrint::cmdClose_Click);
+    wire(txtRange, &QLineEdit::textEdited, "txtRange", &frmPrint::txtRange_Change);
     for (const auto& [index, box] : txtRange)
         AcceptCodePageOnly(*box);
-    // Who types a number means a range.
-    txtRange.Connect(*this, &QLineEdit::textEdited,
-                     [this](int) { optRange(someRecords).setChecked(true); });
     guard_("frmPrint - Form_Load", [this] { Form_Load(); });
 }
 
@@ -60,6 +48,15 @@ void frmPrint::cboList_Click() {
     listed_ = Mreport::RecordsOfPage(file_, ChosenPage());
     lblRange(firstBox).setText(QString::number(listed_.first));
     lblRange(lastBox).setText(QString::number(listed_.last));
+}
+
+/// Who types a number means a range.
+void frmPrint::txtRange_Change(int /*Index*/) {
+    optRange(someRecords).setChecked(true);
+}
+
+void frmPrint::cmdClose_Click() {
+    reject();
 }
 
 void frmPrint::cmdPrint_Click() {
@@ -102,8 +99,7 @@ std::optional<Mreport::RecordRange> frmPrint::ChosenRange() {
 }
 
 void frmPrint::Refuse(std::string_view message, int box) {
-    Mcommon::MessageBoxEx(std::string(message), platform::style::okOnly,
-                          platform::style::exclamation);
+    Mcommon::Warn(message);
     txtRange(box).setFocus();
     txtRange(box).selectAll();
 }

@@ -25,6 +25,10 @@ class frmPrint : public QDialog {
     Q_OBJECT
 
 public:
+    enum PrintOption { asTable, asGraph };        ///< of optPrintOpt
+    enum RangeOption { allRecords, someRecords }; ///< of optRange
+    enum RangeBox { firstBox, lastBox };          ///< of txtRange and lblRange
+
     /// Starts with the list that the viewer shows. Both must outlive the form.
     frmPrint(const Mreport::ViewedFile& file, const Mreport::ShownGraph& shown,
              QWidget* parent = nullptr);
@@ -34,6 +38,8 @@ private:
     void Form_Load();
     void cboList_Click();
     void cmdPrint_Click();
+    void cmdClose_Click();
+    void txtRange_Change(int Index);
 
     int ChosenPage() const;
     /// The range to print; nothing after it was refused.
@@ -52,7 +58,7 @@ private:
     ControlArray<QRadioButton> optRange;
     ControlArray<QLineEdit> txtRange;
     ControlArray<QLabel> lblRange;
-    Mreport::RecordRange
-        listed_; ///< of the chosen list, as lblRange shows it; a live file grows on
+    /// Of the chosen list, as lblRange shows it; a live file grows on.
+    Mreport::RecordRange listed_;
     int shownPercent_ = -1;
 };

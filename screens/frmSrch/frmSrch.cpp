@@ -1,6 +1,5 @@
 #include "screens/frmSrch/frmSrch.h"
 
-#include "app/Mcommon.h"
 #include "platform/qt/Text.h"
 #include "report/ShownGraph.h"
 #include "screens/controls/Wiring.h"
@@ -20,16 +19,13 @@ frmSrch::frmSrch(const Mreport::ViewedFile& file, QWidget* parent)
         new QRegularExpressionValidator(QRegularExpression("[0-9]*"), ui_->txtEntry));
     AllowChoice(false);
     MakeSearchPane(file);
-    connect(ui_->txtEntry, &QLineEdit::textEdited, this, [this] { txtEntry_Change(); });
-    connect(ui_->txtEntry, &QLineEdit::returnPressed, this,
-            [this] { guard_("frmSrch - txtEntry", [this] { txtEntry_KeyPress(); }); });
-    connect(ui_->cmdFind, &QPushButton::clicked, this,
-            [this] { guard_("frmSrch - cmdFind", [this] { txtEntry_KeyPress(); }); });
-    connect(ui_->cboChan, &QComboBox::activated, this,
-            [this] { guard_("frmSrch - cboChan", [this] { cboChan_Click(); }); });
-    connect(ui_->cboUnit, &QComboBox::activated, this,
-            [this] { guard_("frmSrch - cboUnit", [this] { cboUnit_Click(); }); });
-    connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::close);
+    const Wiring wire(*this, guard_, "frmSrch");
+    wire(ui_->txtEntry, &QLineEdit::textEdited, "txtEntry", &frmSrch::txtEntry_Change);
+    wire(ui_->txtEntry, &QLineEdit::returnPressed, "txtEntry", &frmSrch::txtEntry_KeyPress);
+    wire(ui_->cmdFind, &QPushButton::clicked, "cmdFind", &frmSrch::txtEntry_KeyPress);
+    wire(ui_->cboChan, &QComboBox::activated, "cboChan", &frmSrch::cboChan_Click);
+    wire(ui_->cboUnit, &QComboBox::activated, "cboUnit", &frmSrch::cboUnit_Click);
+    wire(ui_->cmdClose, &QPushButton::clicked, "cmdClose", &frmSrch::cmdClose_Click);
 }
 
 frmSrch::~frmSrch() = default;
@@ -168,4 +164,8 @@ void frmSrch::cboChan_Click() {
 
 void frmSrch::cboUnit_Click() {
     ShowValue();
+}
+
+void frmSrch::cmdClose_Click() {
+    close();
 }

@@ -42,6 +42,7 @@ private:
     void txtEntry_KeyPress();
     void cboChan_Click();
     void cboUnit_Click();
+    void cmdClose_Click();
     void SearchRecord();
     void ShowFound();
     void ShowNotFound();

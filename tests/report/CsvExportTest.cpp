@@ -9,7 +9,7 @@ class Csv : public LoadedReport {
 protected:
     std::filesystem::path Target() const { return platform.folder.Path() / "out.csv"; }
     std::string Export() {
-        Mreport::ExportCsv(viewed, Target(), [] { return false; });
+        Mreport::ExportCsv(viewed, Target(), Mreport::CsvReader::any, [] { return false; });
         return ReadBytes(Target());
     }
 };
@@ -27,13 +27,13 @@ TEST_F(Csv, Each_record_is_a_row_under_a_heading_with_units) {
     };
     text.comment = [](int record) { return record == 2 ? "a \"b\", \xB0" : ""; };
     View(text.File(2));
-    EXPECT_EQ(Export(),
-              "Record,Time,Comment,Chan 1 (mV),Chan 2 (mV),Chan 1 (pH),Chan 2 (pH),Chan 1 (ppm),"
-              "Chan 2 (ppm),Chan 1 (mol/l),Chan 2 (mol/l),Chan 1 (\xC2\xB0"
-              "C),Chan 2 (\xC2\xB0"
-              "C)\r\n"
-              "1,2003-03-07T14:05:33,,1.0,1.1,,7.01,,,,,,\r\n"
-              "2,2003-03-07T14:05:33,\"a \"\"b\"\", \xC2\xB0\",2.0,2.1,,7.01,,,,,,\r\n");
+    EXPECT_EQ(Export(), "Record,Time,Comment,Chan 1 Ca (mV),Chan 2 H (pH) (mV),Chan 1 Ca (pH),"
+                        "Chan 2 H (pH) (pH),Chan 1 Ca (ppm),Chan 2 H (pH) (ppm),Chan 1 Ca (mol/l),"
+                        "Chan 2 H (pH) (mol/l),Chan 1 Ca (\xC2\xB0"
+                        "C),Chan 2 H (pH) (\xC2\xB0"
+                        "C)\r\n"
+                        "1,2003-03-07T14:05:33,,1.0,1.1,,7.01,,,,,,\r\n"
+                        "2,2003-03-07T14:05:33,\"a \"\"b\"\", \xC2\xB0\",2.0,2.1,,7.01,,,,,,\r\n");
 }
 
 TEST_F(Csv, Rows_that_no_record_has_are_left_out) {
@@ -44,7 +44,8 @@ TEST_F(Csv, Rows_that_no_record_has_are_left_out) {
 TEST_F(Csv, All_pages_are_exported) {
     View(MeasurementText().File(4200));
     ASSERT_EQ(viewed.pages.Count(), 2);
-    EXPECT_EQ(Mreport::ExportCsv(viewed, Target(), [] { return false; }), 4200);
+    EXPECT_EQ(Mreport::ExportCsv(viewed, Target(), Mreport::CsvReader::any, [] { return false; }),
+              4200);
     const std::string csv = ReadBytes(Target());
     EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 4201);
 }
@@ -52,7 +53,9 @@ TEST_F(Csv, All_pages_are_exported) {
 TEST_F(Csv, A_stopped_export_leaves_no_file) {
     View(MeasurementText().File(4200));
     int asked = 0;
-    EXPECT_EQ(Mreport::ExportCsv(viewed, Target(), [&asked] { return ++asked == 90; }), 0);
+    EXPECT_EQ(Mreport::ExportCsv(viewed, Target(), Mreport::CsvReader::any,
+                                 [&asked] { return ++asked == 90; }),
+              0);
     EXPECT_EQ(asked, 90);
     EXPECT_FALSE(std::filesystem::exists(Target()));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(platform.folder.Path()), {}), 5)
@@ -62,9 +65,32 @@ TEST_F(Csv, A_stopped_export_leaves_no_file) {
 TEST_F(Csv, A_folder_that_cannot_be_written_is_said) {
     View(MeasurementText().File(1));
     try {
-        Mreport::ExportCsv(viewed, platform.folder.Path() / "no" / "out.csv", [] { return false; });
+        Mreport::ExportCsv(viewed, platform.folder.Path() / "no" / "out.csv",
+                           Mreport::CsvReader::any, [] { return false; });
         ADD_FAILURE() << "nothing was thrown";
     } catch (const RunTimeError& error) {
         EXPECT_TRUE(std::string(error.what()).ends_with("out.csv: Path not found")) << error.what();
     }
+}
+
+TEST_F(Csv, A_spreadsheet_is_told_the_coding_by_the_byte_order_mark) {
+    View(MeasurementText().File(1));
+    const std::string plain = Export();
+    Mreport::ExportCsv(viewed, Target(), Mreport::CsvReader::spreadsheet, [] { return false; });
+    EXPECT_EQ(ReadBytes(Target()), "\xEF\xBB\xBF" + plain);
+}
+
+TEST_F(Csv, An_idle_channel_has_the_temperature_that_another_gives_for_its_sensor) {
+    MeasurementText text;
+    text.electrodes = {"Ca", "Cl", "None"};
+    text.sensors = {"1", "1", "1"};
+    text.cell = [](int, const std::string& row, int channel) -> std::string {
+        return row == "\xB0"
+                      "C" &&
+                       channel == 1
+                   ? "21.5"
+                   : "NA";
+    };
+    View(text.File(1));
+    EXPECT_NE(Export().find(",21.5,21.5,\r\n"), std::string::npos) << Export();
 }

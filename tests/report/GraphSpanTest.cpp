@@ -208,3 +208,59 @@ TEST(PointText, Numbers_stand_behind_a_blank) {
               "Chan. 3, Record 120, Value =12.35");
     EXPECT_EQ(Mreport::PointText(Quantity::celsius, 2, 7, -0.5), "Temp. 2, Record 7, Value =-0.50");
 }
+
+TEST_F(Graph, An_idle_channel_leaves_the_sensor_to_the_next_one_that_has_it) {
+    MeasurementText text;
+    text.electrodes = {"None", "Ca", "Cl", "K"};
+    text.sensors = {"1", "1", "1", "1"};
+    text.cell = [](int record, const std::string&, int channel) -> std::string {
+        if (channel == 0)
+            return "99";
+        return channel == record ? std::to_string(20 + channel) : "NA";
+    };
+    View(text.File(3));
+    shown.unitCode = Quantity::celsius;
+    Draw(3, 3);
+    EXPECT_EQ(Drawn().sets.at(1).data.at(1), 21);
+    EXPECT_EQ(Drawn().sets.at(1).data.at(2), 22);
+    EXPECT_EQ(Drawn().sets.at(1).data.at(3), 23);
+}
+
+TEST_F(Graph, A_channel_keeps_its_look_whatever_is_selected_beside_it) {
+    View(MeasurementText().File(3));
+    Draw(3, 3);
+    EXPECT_EQ(Drawn().sets.at(3).legend, "Ch. 3");
+    EXPECT_EQ(Drawn().sets.at(3).style, 2);
+    shown.channelInUse[0] = false;
+    Draw(3, 3);
+    EXPECT_EQ(Drawn().sets.at(2).legend, "Ch. 3");
+    EXPECT_EQ(Drawn().sets.at(2).style, 2);
+}
+
+TEST_F(Graph, An_empty_graph_says_why) {
+    View(MeasurementText().Header());
+    EXPECT_EQ(Mreport::EmptyGraphText(viewed, shown), "There is no record to show yet.");
+    MeasurementText text;
+    text.electrodes = {"Ca", "Redox"};
+    text.sensors = {"1", "N/A"};
+    View(text.File(3));
+    shown.unitCode = Quantity::pH;
+    EXPECT_EQ(Mreport::EmptyGraphText(viewed, shown), "No channel of this file gives pH.");
+    shown.unitCode = Quantity::ppm;
+    shown.channelInUse.fill(false);
+    EXPECT_EQ(Mreport::EmptyGraphText(viewed, shown), "No channel is selected.");
+    shown.unitCode = Quantity::celsius;
+    shown.sensorInUse.fill(false);
+    EXPECT_EQ(Mreport::EmptyGraphText(viewed, shown), "No temperature sensor is selected.");
+    shown.sensorInUse.fill(true);
+    EXPECT_EQ(Mreport::EmptyGraphText(viewed, shown), "These records hold no value in \xB0"
+                                                      "C of what is selected.");
+}
+
+TEST(PointInfo, A_small_concentration_stays_readable) {
+    EXPECT_EQ(Mreport::PointInfo(Quantity::mol_l, 1, 4, 0.000123),
+              "Chan. 1, Record 4, Value =1.23E-04");
+    EXPECT_EQ(Mreport::PointText(Quantity::mol_l, 1, 4, 0.000123),
+              "Chan. 1, Record 4, Value =0.00");
+    EXPECT_EQ(Mreport::PointInfo(Quantity::mV, 1, 4, 1.5), "Chan. 1, Record 4, Value =1.50");
+}

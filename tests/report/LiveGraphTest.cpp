@@ -218,3 +218,61 @@ TEST_F(Live, Many_records_at_once_overfill_no_list) {
     EXPECT_EQ(shown.graphPageIndex, 1);
     EXPECT_EQ(Range().recordsInPage, 4200 - Range().pageFirstRecordOffset);
 }
+
+TEST_F(Live, Escape_in_the_pause_at_the_end_of_a_load_does_not_end_the_following) {
+    run.targetFile = File();
+    run.measuring = true;
+    platform.desktop.onEvents = [&] {
+        if (StatusShown("Loading data, 100% complete. [Press ESC to stop loading]"))
+            loader.RequestStop();
+    };
+    View(text.File(60));
+    Record(61, 5);
+    EXPECT_EQ(Range().recordsInPage, 61);
+    EXPECT_EQ(view.scroll.max, 61);
+}
+
+TEST_F(Live, Range_scroll_bar_and_graph_know_the_records_that_came_during_the_load) {
+    run.targetFile = File();
+    run.measuring = true;
+    int passes = 0;
+    platform.desktop.onEvents = [&] {
+        if (StatusShown("Loading data, 100% complete. [Press ESC to stop loading]") &&
+            passes++ == 0)
+            Append(text.Record(41));
+    };
+    View(text.File(40));
+    EXPECT_EQ(Range().recordsInPage, 41);
+    EXPECT_EQ(view.scroll.max, 41);
+    EXPECT_EQ(view.graph.Values(1), 41);
+}
+
+TEST_F(Live, A_catching_up_that_crosses_the_page_s_end_tells_the_scroll_bar_of_its_last_records) {
+    Follow(4000);
+    loader.SetAutoUpdate(false);
+    std::string more;
+    for (int record = 4001; record <= 4200; ++record)
+        more += text.Record(record);
+    Append(more);
+    loader.LiveRecord();
+    EXPECT_EQ(shown.graphPageIndex, 0);
+    EXPECT_EQ(view.scroll.max, 4086);
+}
+
+TEST_F(Live, What_has_come_since_is_read_with_events_and_the_shown_page_stays) {
+    Follow(10);
+    loader.SetAutoUpdate(false);
+    EXPECT_EQ(loader.NewBytes(), 0U);
+    std::string more;
+    for (int record = 11; record <= 5000; ++record)
+        more += text.Record(record);
+    Append(more);
+    EXPECT_EQ(loader.NewBytes(), more.size());
+    const int passes = platform.desktop.eventPasses;
+    loader.ReadNew();
+    EXPECT_GT(platform.desktop.eventPasses, passes + 100);
+    EXPECT_EQ(viewed.pages.Records(1)->last, 5000);
+    EXPECT_EQ(shown.graphPageIndex, 0);
+    EXPECT_EQ(view.scroll.max, 4086);
+    EXPECT_EQ(LastStatus(), "Ready");
+}

@@ -108,3 +108,38 @@ TEST_F(SelectionOf, A_disabled_box_cannot_be_checked) {
     selection.Check(3, true);
     EXPECT_FALSE(selection.BoxAt(3).checked);
 }
+
+TEST_F(SelectionOf, A_unit_that_nothing_selected_gives_selects_all_that_give_it) {
+    View(MeasurementText().File(1)); // Ca, H (pH), Redox, None
+    Mreport::Selection ppm(viewed, shown);
+    ppm.ChooseUnit(Quantity::ppm);
+    ppm.Accept(shown);
+    Mreport::Selection deselected(viewed, shown);
+    deselected.ChooseUnit(Quantity::mV);
+    deselected.Check(1, false);
+    deselected.Accept(shown);
+    Mreport::Selection pH(viewed, shown);
+    pH.ChooseUnit(Quantity::pH);
+    EXPECT_TRUE(pH.BoxAt(1).checked);
+    EXPECT_FALSE(pH.BoxAt(0).checked);
+    EXPECT_FALSE(pH.BoxAt(3).checked);
+}
+
+TEST_F(SelectionOf, Channels_that_a_unit_left_out_come_back_with_the_next) {
+    View(MeasurementText().File(1));
+    Mreport::Selection ppm(viewed, shown);
+    ppm.ChooseUnit(Quantity::ppm);
+    ppm.Accept(shown);
+    EXPECT_EQ(Mreport::Series(viewed, shown), std::vector<int>{1});
+    Mreport::Selection potentials(viewed, shown);
+    potentials.ChooseUnit(Quantity::mV);
+    EXPECT_EQ(potentials.CheckedCount(), 3);
+    potentials.Check(2, false);
+    potentials.Accept(shown);
+    Mreport::Selection again(viewed, shown);
+    again.ChooseUnit(Quantity::ppm);
+    again.Accept(shown);
+    Mreport::Selection last(viewed, shown);
+    last.ChooseUnit(Quantity::mV);
+    EXPECT_EQ(last.CheckedCount(), 2) << "what the user has left out stays out";
+}

@@ -91,7 +91,8 @@ TEST_F(TwoViewers, Search_selection_and_export_take_their_own_file) {
     EXPECT_EQ(shown.unitCode, Quantity::mV);
 
     const auto target = platform.folder.Path() / "out.csv";
-    EXPECT_EQ(Mreport::ExportCsv(viewed, target, [] { return false; }), 20);
+    EXPECT_EQ(Mreport::ExportCsv(viewed, target, Mreport::CsvReader::any, [] { return false; }),
+              20);
     EXPECT_NE(ReadBytes(target).find("\r\n20,2003-03-07T14:05:33,"), std::string::npos);
     EXPECT_EQ(ReadBytes(target).find("\r\n1012,"), std::string::npos);
 }

@@ -11,6 +11,7 @@ class RecordingGraph : public Mreport::ReportGraph {
 public:
     struct Set {
         std::string legend;
+        int style = -1;
         std::map<int, double> data;
         std::map<int, int> extra;
     };
@@ -28,6 +29,7 @@ public:
     void SetNumPoints(std::int16_t points) override { numPoints_ = points; }
     void SetThisSet(std::int16_t set) override { thisSet_ = set; }
     void SetLegend(std::int16_t set, const std::string& text) override { sets[set].legend = text; }
+    void SetStyle(std::int16_t set, std::int16_t style) override { sets[set].style = style; }
     void SetData(std::int16_t point, double value) override { sets[thisSet_].data[point] = value; }
     void SetExtra(std::int16_t point, std::int16_t mark) override {
         sets[thisSet_].extra[point] = mark;

@@ -14,6 +14,7 @@ public:
     void SetNumPoints(std::int16_t) override {}
     void SetThisSet(std::int16_t) override {}
     void SetLegend(std::int16_t, const std::string&) override {}
+    void SetStyle(std::int16_t, std::int16_t) override {}
     void SetData(std::int16_t, double) override {}
     void SetExtra(std::int16_t, std::int16_t) override {}
     void SetLabel(std::int16_t, const std::string&) override {}

@@ -79,6 +79,19 @@ TEST_F(Preview, The_print_button_is_in_reach_without_opening_the_rest_of_the_too
     EXPECT_TRUE(visible);
 }
 
+TEST_F(Preview, The_name_that_is_suggested_for_a_file_holds_no_sign_that_a_file_system_refuses) {
+    QString suggested;
+    WithDialogs([&](QDialog& dialog) {
+        if (auto* preview = qobject_cast<QPrintPreviewDialog*>(&dialog))
+            suggested = preview->printer()->docName();
+        dialog.reject();
+    });
+
+    printing.Print("4-Channel - Well 7/8: \"a\" Report: Table", ThreePages);
+
+    EXPECT_EQ(suggested, "4-Channel - Well 78 a Report Table");
+}
+
 TEST_F(Preview, Ctrl_P_prints_into_a_file_where_no_printer_is_set_up) {
     const QTemporaryDir folder;
     const QString file = folder.filePath("pages.pdf");

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
+#include <qcustomplot.h>
 
 #include <cmath>
 #include <set>
@@ -32,7 +33,18 @@ protected:
         }
         graph.SetDrawMode(3);
         Show(graph);
-        graph.DrawNow();
+        DrawNow();
+    }
+
+    void DrawNow() { graph.findChild<QCustomPlot*>()->replot(QCustomPlot::rpImmediateRefresh); }
+    QCustomPlot& Curves() { return *graph.findChild<QCustomPlot*>(); }
+
+    /// Turns the wheel towards the user's screen at a place of the plot.
+    void Wheel(const QPoint& place) {
+        QWheelEvent wheel(place, Plot().mapToGlobal(place), {}, {0, 240}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&Plot(), &wheel);
+        Settle();
     }
 
     QWidget& Plot() { return *graph.findChild<QWidget*>(); }
@@ -138,7 +150,7 @@ TEST_F(GraphTest, Filler_points_are_no_values) {
         graph.SetExtra(point, 1);
     graph.SetDrawMode(3);
     Show(graph);
-    graph.DrawNow();
+    DrawNow();
     QSignalSpy hovers(&graph, &GraphControl::PointHovered);
     graph.setFocus();
     for (int i = 0; i < 20; ++i)
@@ -182,7 +194,7 @@ TEST_F(GraphTest, The_wheel_zooms_and_a_double_click_returns) {
     EXPECT_NE(graph.grab().toImage(), whole);
     QTest::mouseDClick(&Plot(), Qt::LeftButton, {}, Plot().rect().bottomLeft() + QPoint(2, -2));
     Settle();
-    graph.DrawNow();
+    DrawNow();
     EXPECT_EQ(graph.grab().toImage(), whole);
 }
 
@@ -202,4 +214,75 @@ TEST_F(GraphTest, On_paper_the_graph_is_white_in_a_dark_palette_too) {
             inked += paper.pixelColor(x, y) != QColor(Qt::white) ? 1 : 0;
     EXPECT_GT(inked, 500);
     EXPECT_LT(inked, 60000) << "a graph, not a filled page";
+}
+
+TEST_F(GraphTest, The_wheel_over_an_axis_zooms_that_axis_alone) {
+    DrawTwoSets();
+    const QRect inside = Curves().axisRect()->rect();
+    const QCPRange x = Curves().xAxis->range();
+    const QCPRange y = Curves().yAxis->range();
+    Wheel({inside.center().x(), inside.bottom() + 8});
+    EXPECT_LT(Curves().xAxis->range().size(), x.size());
+    EXPECT_EQ(Curves().yAxis->range(), y);
+    graph.ResetZoom();
+    Wheel({inside.left() - 8, inside.center().y()});
+    EXPECT_EQ(Curves().xAxis->range(), x);
+    EXPECT_LT(Curves().yAxis->range().size(), y.size());
+    graph.ResetZoom();
+    Wheel(inside.center());
+    EXPECT_LT(Curves().xAxis->range().size(), x.size());
+    EXPECT_LT(Curves().yAxis->range().size(), y.size());
+}
+
+TEST_F(GraphTest, A_point_that_is_added_leaves_the_user_s_zoom_and_a_new_span_ends_it) {
+    DrawTwoSets();
+    const QCPRange whole = Curves().xAxis->range();
+    Wheel(Centre());
+    const QCPRange zoomed = Curves().xAxis->range();
+    ASSERT_NE(zoomed, whole);
+    graph.SetThisSet(1);
+    graph.SetData(10, 100);
+    graph.SetDrawMode(3);
+    EXPECT_EQ(Curves().xAxis->range(), zoomed);
+    graph.SetDataReset(9);
+    graph.SetDrawMode(3);
+    EXPECT_EQ(Curves().xAxis->range(), whole);
+}
+
+TEST_F(GraphTest, The_keyboard_begins_with_the_first_set_that_has_values) {
+    DrawTwoSets();
+    for (std::int16_t point = 1; point <= 10; ++point) {
+        graph.SetThisSet(1);
+        graph.SetExtra(point, 1);
+    }
+    graph.SetDrawMode(3);
+    QSignalSpy hovers(&graph, &GraphControl::PointHovered);
+    QTest::keyClick(&graph, Qt::Key_Right);
+    ASSERT_EQ(hovers.count(), 1);
+    EXPECT_EQ(hovers[0][0].toInt(), 2);
+    EXPECT_EQ(hovers[0][1].toInt(), 1);
+}
+
+TEST_F(GraphTest, A_set_has_the_colour_of_what_it_shows) {
+    DrawTwoSets();
+    graph.SetStyle(1, 4);
+    graph.SetStyle(2, 1);
+    graph.SetDrawMode(3);
+    EXPECT_EQ(Curves().graph(0)->pen().color(), SeriesStyle::Colour(4, graph.palette()));
+    EXPECT_EQ(Curves().graph(1)->pen().color(), SeriesStyle::Colour(1, graph.palette()));
+}
+
+TEST_F(GraphTest, A_graph_without_values_shows_the_reason) {
+    DrawTwoSets();
+    graph.SetEmptyText("No channel is selected.");
+    const QImage full = graph.grab().toImage();
+    graph.SetDataReset(9);
+    graph.SetDrawMode(3);
+    DrawNow();
+    auto* text = Curves().findChild<QCPItemText*>();
+    ASSERT_NE(text, nullptr);
+    EXPECT_TRUE(text->visible());
+    EXPECT_EQ(text->text(), "No channel is selected.");
+    DrawTwoSets();
+    EXPECT_FALSE(text->visible());
 }

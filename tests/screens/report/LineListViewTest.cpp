@@ -91,3 +91,23 @@ TEST_F(LineListTest, A_screen_reader_is_told_the_current_line) {
     EXPECT_EQ(interface->role(), QAccessible::List);
     EXPECT_EQ(interface->text(QAccessible::Value), "line 7\tcell");
 }
+
+TEST_F(LineListTest, A_list_at_its_end_stays_there_when_it_grows_and_one_elsewhere_does_not) {
+    QTest::keyClick(&list, Qt::Key_End);
+    lines += 8;
+    list.LinesChanged();
+    EXPECT_EQ(list.verticalScrollBar()->value(), list.verticalScrollBar()->maximum());
+    list.verticalScrollBar()->setValue(100);
+    lines += 8;
+    list.LinesChanged();
+    EXPECT_EQ(list.verticalScrollBar()->value(), 100);
+}
+
+TEST_F(LineListTest, A_line_is_shown_with_the_lines_that_belong_to_it) {
+    list.SetCurrentLine(500, 7);
+    const int visible = list.verticalScrollBar()->pageStep();
+    EXPECT_LE(list.verticalScrollBar()->value(), 500);
+    EXPECT_GE(list.verticalScrollBar()->value() + visible, 508);
+    list.SetCurrentLine(9000, 100'000);
+    EXPECT_EQ(list.verticalScrollBar()->value(), 9000) << "the line itself stays in view";
+}

@@ -8,7 +8,9 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTest>
+#include <qcustomplot.h>
 
 namespace {
 
@@ -300,7 +302,7 @@ TEST_F(ReportScreen, Records_and_graph_are_exported) {
     EXPECT_EQ(ReadBytes(File("graph.png")).substr(1, 3), "PNG");
     EXPECT_NE(ReadBytes(File("graph.svg")).find("Ch. 1"), std::string::npos);
     EXPECT_EQ(ReadBytes(File("graph.pdf")).substr(0, 5), "%PDF-");
-    EXPECT_EQ(Status(), "Ready: 3 records exported");
+    EXPECT_EQ(Status(), "Ready: graph exported");
 }
 
 TEST_F(ReportScreen, A_file_that_shrinks_is_said_in_the_status) {
@@ -366,4 +368,141 @@ TEST_F(ReportScreen, A_search_forgets_what_it_found_when_another_file_is_opened)
     QTest::keyClick(&Find<QLineEdit>(search, "txtEntry"), Qt::Key_Return);
     EXPECT_EQ(Find<QLabel>(search, "lblStatus").text(), "Not Found");
     EXPECT_FALSE(Find<QComboBox>(search, "cboChan").isEnabled());
+}
+
+TEST_F(ReportScreen, Records_that_a_flush_brings_reach_the_open_viewer) {
+    run.targetFile = File();
+    run.measuring = true;
+    View(MeasurementText().File(60));
+    run.measuring = false; // the measuring page has been left
+    Append(MeasurementText().Record(61));
+    run.RecordWritten();
+    EXPECT_EQ(List(0).LineCount(), 12 + 8 * 61);
+    EXPECT_EQ(Scroll().maximum(), 61);
+    EXPECT_FALSE(Viewed().viewingLiveFile);
+}
+
+TEST_F(ReportScreen, A_long_run_that_a_flush_brings_is_read_when_the_flush_has_ended) {
+    run.targetFile = File();
+    View(MeasurementText().File(60));
+    std::string more;
+    for (int record = 61; record <= 1000; ++record)
+        more += MeasurementText().Record(record);
+    Append(more);
+    run.RecordWritten();
+    EXPECT_EQ(List(0).LineCount(), 12 + 8 * 60);
+    Settle();
+    EXPECT_EQ(List(0).LineCount(), 12 + 8 * 1000);
+    EXPECT_EQ(Scroll().maximum(), 1000);
+}
+
+TEST_F(ReportScreen, A_viewer_used_on_the_setup_page_follows_the_next_run_into_its_file) {
+    run.targetFile = File();
+    View(MeasurementText().File(60));
+    EXPECT_FALSE(Viewed().viewingLiveFile);
+    run.measuring = true;
+    run.FollowTarget(true);
+    Append(MeasurementText().Record(61));
+    run.RecordWritten();
+    EXPECT_EQ(List(0).LineCount(), 12 + 8 * 61);
+    EXPECT_TRUE(Viewed().viewingLiveFile);
+    EXPECT_TRUE(Find<QAction>(*form, "mnuUpdateItem_1").isEnabled());
+}
+
+TEST_F(ReportScreen, A_record_of_another_file_is_no_matter_of_the_viewer) {
+    run.measuring = true;
+    run.targetFile = File("other.4ch");
+    View(MeasurementText().File(60));
+    Append(MeasurementText().Record(61));
+    run.RecordWritten();
+    EXPECT_EQ(List(0).LineCount(), 12 + 8 * 60);
+}
+
+TEST_F(ReportScreen, A_failed_open_leaves_the_search_as_it_was) {
+    View(MeasurementText().File(20));
+    Choose(*form, "mnuToolItem_2");
+    const auto& search = Find<QWidget>(*form, "frmSrch");
+    Type(search, "txtEntry", "12");
+    QTest::keyClick(&Find<QLineEdit>(search, "txtEntry"), Qt::Key_Return);
+    const QString found = Find<QLabel>(search, "lblRtn").text();
+    ASSERT_FALSE(found.isEmpty());
+    platform.dialogs.ExpectAnyMessage(critical);
+    form->ViewFile(File("gone.4ch"));
+    EXPECT_EQ(Find<QLabel>(search, "lblRtn").text(), found);
+    EXPECT_TRUE(Find<QComboBox>(search, "cboChan").isEnabled());
+}
+
+TEST_F(ReportScreen, The_selection_waits_for_the_end_of_an_automatic_run_and_says_so) {
+    run.measuring = true;
+    run.targetFile = File();
+    View(MeasurementText().File(5));
+    const auto& item = Find<QAction>(*form, "mnuViewItem_0");
+    EXPECT_FALSE(item.isEnabled());
+    EXPECT_EQ(item.toolTip(), "Not while records are written into this file");
+    EXPECT_TRUE(Find<QMenu>(*form, "mnuView").toolTipsVisible());
+    form->SetUpdateEnabled(false);
+    EXPECT_TRUE(item.isEnabled());
+    EXPECT_NE(item.toolTip(), "Not while records are written into this file");
+}
+
+TEST_F(ReportScreen, A_found_record_is_shown_whole_and_the_graph_goes_along) {
+    View(MeasurementText().File(500));
+    Choose(*form, "mnuViewItem_2");
+    Choose(*form, "mnuToolItem_2");
+    auto& search = Find<frmSrch>(*form, "frmSrch");
+    Type(search, "txtEntry", "300");
+    QTest::keyClick(&Find<QWidget>(search, "txtEntry"), Qt::Key_Return);
+    const int line = 12 + 8 * 299;
+    const QScrollBar& bar = *List(0).verticalScrollBar();
+    EXPECT_EQ(List(0).CurrentLine(), line);
+    EXPECT_LE(bar.value(), line);
+    EXPECT_GE(bar.value() + bar.pageStep(), line + 8);
+    EXPECT_EQ(Scroll().value(), 325);
+    EXPECT_EQ(Graph().DataGetAmp(1, 25), 300.0);
+    Type(search, "txtEntry", "280");
+    QTest::keyClick(&Find<QWidget>(search, "txtEntry"), Qt::Key_Return);
+    EXPECT_EQ(Scroll().value(), 325) << "the graph shows it already";
+}
+
+TEST_F(ReportScreen, The_status_tells_of_the_last_export) {
+    View(MeasurementText().File(3));
+    const auto exportAs = [this](const char* name, const char* item, std::size_t filter) {
+        platform.dialogs.ExpectFileDialog(
+            [this, name, filter](const platform::FileDialogRequest& request) {
+                if (request.chosenFilter != nullptr)
+                    *request.chosenFilter = filter;
+                return std::optional(File(name));
+            });
+        Choose(*form, item);
+    };
+    exportAs("out.csv", "mnuFileItem_2", 1);
+    EXPECT_EQ(Status(), "Ready: 3 records exported");
+    EXPECT_EQ(ReadBytes(File("out.csv")).substr(0, 9), "\xEF\xBB\xBFRecord");
+    exportAs("graph.png", "mnuFileItem_3", 0);
+    EXPECT_EQ(Status(), "Ready: graph exported");
+    platform.dialogs.ExpectAnyMessage(critical);
+    exportAs("no/out.csv", "mnuFileItem_2", 0);
+    EXPECT_EQ(Status(), "Ready");
+}
+
+TEST_F(ReportScreen, The_header_box_shows_whole_lines_above_its_scroll_bar) {
+    MeasurementText text;
+    text.electrodes = {"Ca", "Cl", "K", "Na", "F", "I", "Br", "Ag"};
+    text.sensors = std::vector<std::string>(8, "1");
+    form->resize(700, 600);
+    View(text.File(3), "run.8ch");
+    const auto& head = Find<QPlainTextEdit>(*form, "txtHead");
+    ASSERT_TRUE(head.horizontalScrollBar()->isVisible());
+    const double margins = 2 * head.document()->documentMargin();
+    EXPECT_GE(head.viewport()->height() - margins, 4 * QFontMetrics(head.font()).lineSpacing());
+}
+
+TEST_F(ReportScreen, An_empty_graph_says_why) {
+    View(MeasurementText().Header());
+    const auto* text = Graph().findChild<QCPItemText*>();
+    ASSERT_NE(text, nullptr);
+    EXPECT_TRUE(text->visible());
+    EXPECT_EQ(text->text(), "There is no record to show yet.");
+    View(MeasurementText().File(3));
+    EXPECT_FALSE(text->visible());
 }

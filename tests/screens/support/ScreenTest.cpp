@@ -11,7 +11,9 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QRegularExpression>
+#include <QTabBar>
 #include <QTest>
 #include <QTimer>
 
@@ -135,10 +137,21 @@ std::vector<std::string> ControlsWithoutName(const QWidget& form) {
 
 std::vector<std::string> SharedMnemonics(const QWidget& form) {
     std::map<QString, int> uses;
-    for (const QWidget* control : form.findChildren<QWidget*>()) {
-        const QKeySequence key = QKeySequence::mnemonic(MnemonicText(*control));
-        if (!key.isEmpty() && control->isVisibleTo(&form))
+    const auto note = [&uses](const QString& text) {
+        const QKeySequence key = QKeySequence::mnemonic(text);
+        if (!key.isEmpty())
             ++uses[key.toString()];
+    };
+    for (const QWidget* control : form.findChildren<QWidget*>()) {
+        if (!control->isVisibleTo(&form))
+            continue;
+        note(MnemonicText(*control));
+        if (const auto* tabs = qobject_cast<const QTabBar*>(control))
+            for (int tab = 0; tab < tabs->count(); ++tab)
+                note(tabs->tabText(tab));
+        if (const auto* bar = qobject_cast<const QMenuBar*>(control))
+            for (const QAction* menu : bar->actions())
+                note(menu->text());
     }
     std::vector<std::string> shared;
     for (const auto& [key, count] : uses)

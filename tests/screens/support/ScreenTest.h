@@ -95,7 +95,7 @@ protected:
 /// Names of controls that a user reaches and that have no accessible name.
 std::vector<std::string> ControlsWithoutName(const QWidget& form);
 
-/// Mnemonics ("Alt+X") that several visible controls share.
+/// Mnemonics ("Alt+X") that several visible controls, tabs and menus of the bar share.
 std::vector<std::string> SharedMnemonics(const QWidget& form);
 
 /// Fails where the form cannot be made small enough for a screen of 1024x768 at a scale of 200 %.
