@@ -70,7 +70,7 @@ protected:
 private:
     struct Set {
         QString legend;
-        int style = -1; ///< -1: by the number of the set
+        int style = -1;           ///< -1: by the number of the set
         std::vector<double> data; ///< not-a-number where a point carries no value
     };
     struct Hit {

@@ -1,7 +1,7 @@
 #include "screens/frmMain/MainScreenTest.h"
 
-#include "files/MeasuringRun.h"
 #include "files/MeasurementReader.h"
+#include "files/MeasuringRun.h"
 #include "settings/mWinInit.h"
 
 #include <QCheckBox>
