@@ -13,18 +13,18 @@ using namespace std::chrono_literals;
 namespace style = platform::style;
 namespace button = platform::button;
 
-class Mcommon_ : public testing::Test {
+class McommonTest : public testing::Test {
 protected:
     fake::Platform platform;
 };
 
-TEST_F(Mcommon_, A_message_box_beeps_before_it_is_shown) {
+TEST_F(McommonTest, A_message_box_beeps_before_it_is_shown) {
     platform.dialogs.ExpectMessage("Disk full", style::okOnly);
     Mcommon::MessageBoxEx("Disk full", style::okOnly);
     EXPECT_EQ(platform.dialogs.events, (std::vector<std::string>{"beep", "message"}));
 }
 
-TEST_F(Mcommon_, A_message_box_has_the_sum_of_its_styles_and_returns_the_button) {
+TEST_F(McommonTest, A_message_box_has_the_sum_of_its_styles_and_returns_the_button) {
     const std::int16_t sum = style::yesNo + style::question + style::defaultButton2;
     platform.dialogs.ExpectMessage("Exit?", sum, button::no);
     platform.dialogs.ExpectMessage("Exit?", sum, button::yes);
@@ -35,14 +35,14 @@ TEST_F(Mcommon_, A_message_box_has_the_sum_of_its_styles_and_returns_the_button)
     EXPECT_EQ(ask(), 6);
 }
 
-TEST_F(Mcommon_, A_remark_and_a_warning_have_one_button_and_their_icon) {
+TEST_F(McommonTest, A_remark_and_a_warning_have_one_button_and_their_icon) {
     platform.dialogs.ExpectMessage("The list has been updated.", style::information);
     platform.dialogs.ExpectMessage("Disk full", style::exclamation);
     Mcommon::Inform("The list has been updated.");
     Mcommon::Warn("Disk full");
 }
 
-TEST_F(Mcommon_, A_question_is_true_for_yes_and_enter_means_what_the_caller_chose) {
+TEST_F(McommonTest, A_question_is_true_for_yes_and_enter_means_what_the_caller_chose) {
     platform.dialogs.ExpectMessage("Exit?", style::yesNo + style::question + style::defaultButton2,
                                    button::no);
     platform.dialogs.ExpectMessage("Quit?", style::yesNo + style::exclamation, button::yes);
@@ -89,12 +89,12 @@ TEST(Log10, Zero_negative_numbers_and_no_number_have_no_logarithm) {
     EXPECT_THROW(Mcommon::Log10(std::nan("")), RunTimeError);
 }
 
-TEST_F(Mcommon_, Waiting_no_time_returns_at_once) {
+TEST_F(McommonTest, Waiting_no_time_returns_at_once) {
     Mcommon::Wait(0ms);
     EXPECT_EQ(platform.desktop.eventPasses, 0);
 }
 
-TEST_F(Mcommon_, Events_run_on_every_pass_of_a_wait) {
+TEST_F(McommonTest, Events_run_on_every_pass_of_a_wait) {
     platform.desktop.onEvents = [this] { platform.clock.monotonic += 10ms; };
     const auto before = platform.clock.monotonic;
     Mcommon::Wait(95ms);
@@ -102,7 +102,7 @@ TEST_F(Mcommon_, Events_run_on_every_pass_of_a_wait) {
     EXPECT_EQ(platform.clock.monotonic - before, 100ms);
 }
 
-TEST_F(Mcommon_, Letting_events_run_does_so_at_most_once_a_millisecond) {
+TEST_F(McommonTest, Letting_events_run_does_so_at_most_once_a_millisecond) {
     for (int line = 0; line < 1000; ++line)
         Mcommon::LetEventsRun();
     EXPECT_EQ(platform.desktop.eventPasses, 1);
@@ -111,13 +111,13 @@ TEST_F(Mcommon_, Letting_events_run_does_so_at_most_once_a_millisecond) {
     EXPECT_EQ(platform.desktop.eventPasses, 2);
 }
 
-TEST_F(Mcommon_, An_event_that_lets_events_run_does_not_recurse) {
+TEST_F(McommonTest, An_event_that_lets_events_run_does_not_recurse) {
     platform.desktop.onEvents = [] { Mcommon::LetEventsRun(); };
     Mcommon::LetEventsRun();
     EXPECT_EQ(platform.desktop.eventPasses, 1);
 }
 
-TEST_F(Mcommon_, A_file_exists_when_it_can_be_read) {
+TEST_F(McommonTest, A_file_exists_when_it_can_be_read) {
     const auto file = platform.folder.Path() / "run.4ch";
     EXPECT_FALSE(Mcommon::FileExists(file));
     WriteBytes(file, "");

@@ -8,7 +8,7 @@
 
 namespace {
 
-class FileStore_ : public testing::Test {
+class FileStoreTest : public testing::Test {
 protected:
     std::filesystem::path File() const { return folder.Path() / "run.4ch"; }
     std::size_t FilesInFolder() const {
@@ -31,7 +31,7 @@ std::string ErrorOf(Operation operation) {
     return {};
 }
 
-TEST_F(FileStore_, Two_unique_files_are_new_empty_and_bear_the_prefix) {
+TEST_F(FileStoreTest, Two_unique_files_are_new_empty_and_bear_the_prefix) {
     const auto first = store->CreateUnique(folder.Path(), "vantrel-");
     const auto second = store->CreateUnique(folder.Path(), "vantrel-");
     EXPECT_NE(first, second);
@@ -40,13 +40,13 @@ TEST_F(FileStore_, Two_unique_files_are_new_empty_and_bear_the_prefix) {
     EXPECT_EQ(ReadBytes(first), "");
 }
 
-TEST_F(FileStore_, A_unique_file_in_a_missing_folder_is_refused_with_the_reason) {
+TEST_F(FileStoreTest, A_unique_file_in_a_missing_folder_is_refused_with_the_reason) {
     const auto missing = folder.Path() / "missing";
     EXPECT_NE(ErrorOf([&] { store->CreateUnique(missing, "x"); }).find("Path not found"),
               std::string::npos);
 }
 
-TEST_F(FileStore_, Appended_bytes_follow_what_the_file_holds) {
+TEST_F(FileStoreTest, Appended_bytes_follow_what_the_file_holds) {
     WriteBytes(File(), "head\r\n");
     const auto file = store->OpenForAppend(File());
     file->Append("one\r\n", true);
@@ -55,7 +55,7 @@ TEST_F(FileStore_, Appended_bytes_follow_what_the_file_holds) {
     EXPECT_EQ(file->Size(), 16U);
 }
 
-TEST_F(FileStore_, Appending_makes_a_missing_file_but_no_missing_folder) {
+TEST_F(FileStoreTest, Appending_makes_a_missing_file_but_no_missing_folder) {
     store->OpenForAppend(File())->Append("x", true);
     EXPECT_EQ(ReadBytes(File()), "x");
     const auto missing = folder.Path() / "missing" / "run.4ch";
@@ -63,7 +63,7 @@ TEST_F(FileStore_, Appending_makes_a_missing_file_but_no_missing_folder) {
               std::string::npos);
 }
 
-TEST_F(FileStore_, Two_open_files_of_one_name_append_behind_each_other) {
+TEST_F(FileStoreTest, Two_open_files_of_one_name_append_behind_each_other) {
     const auto first = store->OpenForAppend(File());
     const auto second = store->OpenForAppend(File());
     first->Append("a", true);
@@ -72,7 +72,7 @@ TEST_F(FileStore_, Two_open_files_of_one_name_append_behind_each_other) {
     EXPECT_EQ(ReadBytes(File()), "abc");
 }
 
-TEST_F(FileStore_, A_replaced_file_holds_the_new_bytes_and_nothing_stays_beside_it) {
+TEST_F(FileStoreTest, A_replaced_file_holds_the_new_bytes_and_nothing_stays_beside_it) {
     WriteBytes(File(), "a long old text");
     store->Replace(File(), "new");
     EXPECT_EQ(ReadBytes(File()), "new");
@@ -81,13 +81,13 @@ TEST_F(FileStore_, A_replaced_file_holds_the_new_bytes_and_nothing_stays_beside_
     EXPECT_EQ(FilesInFolder(), 2U);
 }
 
-TEST_F(FileStore_, A_replacement_that_fails_leaves_nothing_behind) {
+TEST_F(FileStoreTest, A_replacement_that_fails_leaves_nothing_behind) {
     std::filesystem::create_directories(File() / "in the way");
     EXPECT_NE(ErrorOf([&] { store->Replace(File(), "new"); }).find("Writing"), std::string::npos);
     EXPECT_EQ(FilesInFolder(), 1U);
 }
 
-TEST_F(FileStore_, The_old_file_stays_until_its_replacement_is_committed) {
+TEST_F(FileStoreTest, The_old_file_stays_until_its_replacement_is_committed) {
     WriteBytes(File(), "old");
     const auto replacement = store->BeginReplacement(File(), platform::Readers::asUsual);
     replacement->Write("one ");
@@ -99,21 +99,21 @@ TEST_F(FileStore_, The_old_file_stays_until_its_replacement_is_committed) {
     EXPECT_EQ(FilesInFolder(), 1U);
 }
 
-TEST_F(FileStore_, A_replacement_that_is_given_up_is_gone) {
+TEST_F(FileStoreTest, A_replacement_that_is_given_up_is_gone) {
     WriteBytes(File(), "old");
     store->BeginReplacement(File(), platform::Readers::user)->Write("new");
     EXPECT_EQ(ReadBytes(File()), "old");
     EXPECT_EQ(FilesInFolder(), 1U);
 }
 
-TEST_F(FileStore_, A_replacement_can_be_written_by_its_name) {
+TEST_F(FileStoreTest, A_replacement_can_be_written_by_its_name) {
     const auto replacement = store->BeginReplacement(File(), platform::Readers::asUsual);
     WriteBytes(replacement->HalfFile(), "by another");
     replacement->Commit();
     EXPECT_EQ(ReadBytes(File()), "by another");
 }
 
-TEST_F(FileStore_, A_replacement_in_a_missing_folder_is_refused_with_the_reason) {
+TEST_F(FileStoreTest, A_replacement_in_a_missing_folder_is_refused_with_the_reason) {
     const auto missing = folder.Path() / "missing" / "table.csv";
     const std::string error =
         ErrorOf([&] { store->BeginReplacement(missing, platform::Readers::asUsual); });
@@ -121,7 +121,7 @@ TEST_F(FileStore_, A_replacement_in_a_missing_folder_is_refused_with_the_reason)
     EXPECT_TRUE(error.ends_with(": Path not found")) << error;
 }
 
-TEST_F(FileStore_, A_file_is_cut_to_its_size) {
+TEST_F(FileStoreTest, A_file_is_cut_to_its_size) {
     WriteBytes(File(), "whole half");
     store->Truncate(File(), 5);
     EXPECT_EQ(ReadBytes(File()), "whole");
@@ -130,7 +130,7 @@ TEST_F(FileStore_, A_file_is_cut_to_its_size) {
               std::string::npos);
 }
 
-TEST_F(FileStore_, A_lock_keeps_a_second_one_away_until_it_ends) {
+TEST_F(FileStoreTest, A_lock_keeps_a_second_one_away_until_it_ends) {
     WriteBytes(File(), "text");
     auto lock = store->TryLock(File());
     ASSERT_NE(lock, nullptr);
@@ -139,7 +139,7 @@ TEST_F(FileStore_, A_lock_keeps_a_second_one_away_until_it_ends) {
     EXPECT_NE(store->TryLock(File()), nullptr);
 }
 
-TEST_F(FileStore_, A_locked_file_can_be_read_and_written) {
+TEST_F(FileStoreTest, A_locked_file_can_be_read_and_written) {
     WriteBytes(File(), "text");
     const auto lock = store->TryLock(File());
     EXPECT_EQ(ReadBytes(File()), "text");
@@ -149,11 +149,11 @@ TEST_F(FileStore_, A_locked_file_can_be_read_and_written) {
     EXPECT_EQ(store->TryLock(File()), nullptr);
 }
 
-TEST_F(FileStore_, A_missing_file_cannot_be_locked) {
+TEST_F(FileStoreTest, A_missing_file_cannot_be_locked) {
     EXPECT_NE(ErrorOf([&] { store->TryLock(File()); }).find("Path not found"), std::string::npos);
 }
 
-TEST_F(FileStore_, An_error_names_the_operation_the_file_and_the_reason) {
+TEST_F(FileStoreTest, An_error_names_the_operation_the_file_and_the_reason) {
     const auto missing = folder.Path() / "no such folder" / "run.4ch";
     const std::string error = ErrorOf([&] { store->OpenForAppend(missing); });
     EXPECT_TRUE(error.starts_with("Opening ")) << error;
@@ -161,14 +161,14 @@ TEST_F(FileStore_, An_error_names_the_operation_the_file_and_the_reason) {
     EXPECT_TRUE(error.ends_with(": Path not found")) << error;
 }
 
-TEST_F(FileStore_, Files_with_accented_and_foreign_names_are_kept) {
+TEST_F(FileStoreTest, Files_with_accented_and_foreign_names_are_kept) {
     const auto file = folder.Path() / std::filesystem::path(u8"Messung é Ж.4ch");
     store->OpenForAppend(file)->Append("x", true);
     store->Replace(file, "y");
     EXPECT_EQ(ReadBytes(file), "y");
 }
 
-TEST_F(FileStore_, The_room_of_a_disk_is_asked_by_a_file_that_need_not_be_there) {
+TEST_F(FileStoreTest, The_room_of_a_disk_is_asked_by_a_file_that_need_not_be_there) {
     const auto room = store->RoomOfDisk(File());
     std::error_code failed;
     const auto space = std::filesystem::space(folder.Path(), failed);

@@ -22,9 +22,9 @@ TEST(TemporaryFolder_, It_is_a_folder_of_the_systems) {
     EXPECT_TRUE(std::filesystem::is_directory(platform::SystemTemporaryFolder()));
 }
 
-class UserStore_ : public testing::Test {
+class UserStoreTest : public testing::Test {
 protected:
-    ~UserStore_() override {
+    ~UserStoreTest() override {
         ::RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Vantrel\\Store test");
     }
     std::string Get(const std::string& key) {
@@ -34,11 +34,11 @@ protected:
     std::unique_ptr<platform::UserStore> store = platform::MakeUserStore();
 };
 
-TEST_F(UserStore_, A_missing_value_gives_the_fallback) {
+TEST_F(UserStoreTest, A_missing_value_gives_the_fallback) {
     EXPECT_EQ(Get("PortNumber"), "fallback");
 }
 
-TEST_F(UserStore_, A_saved_value_comes_back_and_a_newer_one_takes_its_place) {
+TEST_F(UserStoreTest, A_saved_value_comes_back_and_a_newer_one_takes_its_place) {
     store->SaveSetting("Store test", "Startup", "PortNumber", "5");
     EXPECT_EQ(Get("PortNumber"), "5");
     store->SaveSetting("Store test", "Startup", "PortNumber", "\xE9 \x80");
@@ -47,7 +47,7 @@ TEST_F(UserStore_, A_saved_value_comes_back_and_a_newer_one_takes_its_place) {
     EXPECT_EQ(Get("PortNumber"), "");
 }
 
-TEST_F(UserStore_, Another_store_of_the_same_user_sees_the_value) {
+TEST_F(UserStoreTest, Another_store_of_the_same_user_sees_the_value) {
     store->SaveSetting("Store test", "Startup", "BitRate", "9600");
     EXPECT_EQ(platform::MakeUserStore()->GetSetting("Store test", "Startup", "BitRate", ""),
               "9600");

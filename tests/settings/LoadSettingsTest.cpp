@@ -13,7 +13,7 @@ using mWinInit::HardwareSettings;
 using mWinInit::ProjectInfo;
 using mWinInit::TempSensor;
 
-class LoadSettings_ : public testing::Test {
+class LoadSettingsTest : public testing::Test {
 protected:
     void Store(const std::string& section, const std::string& key, const std::string& value) {
         ASSERT_TRUE(platform.profile->Write(section, key, value));
@@ -28,7 +28,7 @@ protected:
     fake::Platform platform;
 };
 
-TEST_F(LoadSettings_, Without_a_file_every_text_and_number_has_its_default) {
+TEST_F(LoadSettingsTest, Without_a_file_every_text_and_number_has_its_default) {
     mWinInit::LoadSettings();
     EXPECT_EQ(ProjectInfo.ProjectName, "< Please type the name of this project >");
     EXPECT_EQ(ProjectInfo.ExperimentDate, "14:05:33 07.Mar.2003"); // the clock's moment
@@ -42,7 +42,7 @@ TEST_F(LoadSettings_, Without_a_file_every_text_and_number_has_its_default) {
     EXPECT_EQ(mWinInit::WindowY, 0);
 }
 
-TEST_F(LoadSettings_, Without_a_file_every_channel_is_unused_and_not_calibrated) {
+TEST_F(LoadSettingsTest, Without_a_file_every_channel_is_unused_and_not_calibrated) {
     mWinInit::LoadSettings();
     for (std::size_t channel = 0; channel < 4; ++channel) {
         EXPECT_EQ(ChannelSetup[channel].Electrode, "None");
@@ -55,7 +55,7 @@ TEST_F(LoadSettings_, Without_a_file_every_channel_is_unused_and_not_calibrated)
     }
 }
 
-TEST_F(LoadSettings_, An_empty_text_means_its_default_but_an_empty_date_stays_empty) {
+TEST_F(LoadSettingsTest, An_empty_text_means_its_default_but_an_empty_date_stays_empty) {
     for (const char* key :
          {"Project Name", "Experiment Date", "Experimentator", "Measurement File Location"})
         Store("Project Info", key, "");
@@ -66,7 +66,7 @@ TEST_F(LoadSettings_, An_empty_text_means_its_default_but_an_empty_date_stays_em
     EXPECT_EQ(ProjectInfo.MeasurementFileLocation, DefaultFolder());
 }
 
-TEST_F(LoadSettings_, Stored_texts_and_numbers_are_taken) {
+TEST_F(LoadSettingsTest, Stored_texts_and_numbers_are_taken) {
     Store("Project Info", "Project Name", "River \xE9tude");
     Store("Hardware", "Port Number", "11");
     Store("Hardware", "Averaging Number For Calibration", "5");
@@ -82,7 +82,7 @@ TEST_F(LoadSettings_, Stored_texts_and_numbers_are_taken) {
     EXPECT_EQ(mWinInit::WindowY, 40);
 }
 
-TEST_F(LoadSettings_, A_number_beyond_16_bits_stops_at_the_limit) {
+TEST_F(LoadSettingsTest, A_number_beyond_16_bits_stops_at_the_limit) {
     Store("Window Status", "X", "70000");
     Store("Window Status", "Y", "-70000");
     mWinInit::LoadSettings();
@@ -90,13 +90,13 @@ TEST_F(LoadSettings_, A_number_beyond_16_bits_stops_at_the_limit) {
     EXPECT_EQ(mWinInit::WindowY, -32768);
 }
 
-TEST_F(LoadSettings_, A_project_name_of_200_characters_comes_back_as_its_first_129) {
+TEST_F(LoadSettingsTest, A_project_name_of_200_characters_comes_back_as_its_first_129) {
     Store("Project Info", "Project Name", std::string(200, 'x'));
     mWinInit::LoadSettings();
     EXPECT_EQ(ProjectInfo.ProjectName, std::string(129, 'x'));
 }
 
-TEST_F(LoadSettings_, A_channel_line_fills_the_setup) {
+TEST_F(LoadSettingsTest, A_channel_line_fills_the_setup) {
     Store("Electrodes Info", "Channel Two", Line({"Ca", "S-1", "Ag/AgCl", "R-2", "40.08", "3"}));
     mWinInit::LoadSettings();
     EXPECT_EQ(ChannelSetup[1].Electrode, "Ca");
@@ -107,7 +107,7 @@ TEST_F(LoadSettings_, A_channel_line_fills_the_setup) {
     EXPECT_EQ(ChannelSetup[1].TempSensor, 3);
 }
 
-TEST_F(LoadSettings_, A_channel_line_of_three_fields_leaves_the_rest_empty_and_0) {
+TEST_F(LoadSettingsTest, A_channel_line_of_three_fields_leaves_the_rest_empty_and_0) {
     ChannelSetup[0].MolarMass = 5;
     Store("Electrodes Info", "Channel One", Line({"Ca", "S-1", "Ag/AgCl"}));
     mWinInit::LoadSettings();
@@ -117,7 +117,7 @@ TEST_F(LoadSettings_, A_channel_line_of_three_fields_leaves_the_rest_empty_and_0
     EXPECT_EQ(ChannelSetup[0].TempSensor, 0);
 }
 
-TEST_F(LoadSettings_, An_empty_channel_line_keeps_the_molar_mass) {
+TEST_F(LoadSettingsTest, An_empty_channel_line_keeps_the_molar_mass) {
     ChannelSetup[0].MolarMass = 5;
     Store("Electrodes Info", "Channel One", "");
     mWinInit::LoadSettings();
@@ -125,7 +125,7 @@ TEST_F(LoadSettings_, An_empty_channel_line_keeps_the_molar_mass) {
     EXPECT_EQ(ChannelSetup[0].MolarMass, 5);
 }
 
-TEST_F(LoadSettings_, Not_applicable_in_any_case_is_a_molar_mass_of_0) {
+TEST_F(LoadSettingsTest, Not_applicable_in_any_case_is_a_molar_mass_of_0) {
     for (const char* text : {"N/A", "n/a", "n/A", "N/a"}) {
         ChannelSetup[0].MolarMass = 5;
         Store("Electrodes Info", "Channel One", Line({"Redox", "", "", "", text, "0"}));
@@ -134,7 +134,7 @@ TEST_F(LoadSettings_, Not_applicable_in_any_case_is_a_molar_mass_of_0) {
     }
 }
 
-TEST_F(LoadSettings_, The_number_of_the_temperature_sensor_is_rounded_with_ties_to_even) {
+TEST_F(LoadSettingsTest, The_number_of_the_temperature_sensor_is_rounded_with_ties_to_even) {
     const std::pair<const char*, int> cases[] = {
         {"0.5", 0}, {"1.5", 2}, {"2.5", 2}, {"2.51", 3}, {"x", 0}, {"-1", -1}, {"4 (bath)", 4}};
     for (const auto& [text, sensor] : cases) {
@@ -144,7 +144,7 @@ TEST_F(LoadSettings_, The_number_of_the_temperature_sensor_is_rounded_with_ties_
     }
 }
 
-TEST_F(LoadSettings_, A_calibration_line_fills_the_record_and_its_slope) {
+TEST_F(LoadSettingsTest, A_calibration_line_fills_the_record_and_its_slope) {
     Store("Electrodes Info", "Channel One", Line({"Ca", "", "", "", "40.08", "0"}));
     Store("Calibration Info", "Channel One",
           Line({"10:12:40 07.Mar.2003", "2", "0", "10;-55.3", "100;2.1"}));
@@ -157,7 +157,7 @@ TEST_F(LoadSettings_, A_calibration_line_fills_the_record_and_its_slope) {
     EXPECT_EQ(Calibration[0].Slope[0], 57.4F); // 57.4 mV over one decade
 }
 
-TEST_F(LoadSettings_, The_slope_of_a_pH_channel_is_taken_on_the_linear_scale) {
+TEST_F(LoadSettingsTest, The_slope_of_a_pH_channel_is_taken_on_the_linear_scale) {
     Store("Electrodes Info", "Channel One", Line({"H (pH)", "", "", "", "N/A", "0"}));
     Store("Calibration Info", "Channel One",
           Line({"10:12:40 07.Mar.2003", "2", "0", "4;177.5", "7;0"}));
@@ -165,14 +165,14 @@ TEST_F(LoadSettings_, The_slope_of_a_pH_channel_is_taken_on_the_linear_scale) {
     EXPECT_EQ(Calibration[0].Slope[0], -59.2F); // -177.5 mV over 3 pH is -59.17, as displayed
 }
 
-TEST_F(LoadSettings_, Points_that_allow_no_slope_leave_it_0) {
+TEST_F(LoadSettingsTest, Points_that_allow_no_slope_leave_it_0) {
     Store("Calibration Info", "Channel One", Line({"", "2", "0", "0;-55.3", "100;2.1"}));
     mWinInit::LoadSettings();
     EXPECT_EQ(Calibration[0].PointCount, 2);
     EXPECT_EQ(Calibration[0].Slope[0], 0);
 }
 
-TEST_F(LoadSettings_, An_empty_calibration_line_means_not_calibrated_and_nothing_else) {
+TEST_F(LoadSettingsTest, An_empty_calibration_line_means_not_calibrated_and_nothing_else) {
     Calibration[0].CalibrationDate = "before";
     Calibration[0].PointCount = 3;
     Calibration[0].StdUnit = 1;
@@ -184,7 +184,7 @@ TEST_F(LoadSettings_, An_empty_calibration_line_means_not_calibrated_and_nothing
     EXPECT_EQ(Calibration[0].Standard[0], 5);
 }
 
-TEST_F(LoadSettings_, A_count_below_1_takes_no_points) {
+TEST_F(LoadSettingsTest, A_count_below_1_takes_no_points) {
     Store("Calibration Info", "Channel One", Line({"10:12:40 07.Mar.2003", "0.5", "1", "10;1"}));
     mWinInit::LoadSettings();
     EXPECT_EQ(Calibration[0].CalibrationDate, "10:12:40 07.Mar.2003");
@@ -193,7 +193,7 @@ TEST_F(LoadSettings_, A_count_below_1_takes_no_points) {
     EXPECT_EQ(Calibration[0].Standard[0], 0);
 }
 
-TEST_F(LoadSettings_, A_count_above_6_becomes_6) {
+TEST_F(LoadSettingsTest, A_count_above_6_becomes_6) {
     Store("Calibration Info", "Channel One",
           Line({"", "9", "0", "1;1", "2;2", "3;3", "4;4", "5;5", "6;6", "7;7", "8;8", "9;9"}));
     mWinInit::LoadSettings();
@@ -202,7 +202,7 @@ TEST_F(LoadSettings_, A_count_above_6_becomes_6) {
     EXPECT_EQ(Calibration[0].CaliData[5], 6);
 }
 
-TEST_F(LoadSettings_, A_malformed_line_gives_empty_texts_and_zeros) {
+TEST_F(LoadSettingsTest, A_malformed_line_gives_empty_texts_and_zeros) {
     Store("Electrodes Info", "Channel One",
           "\x0F\x0F\x0F\x0F"
           "heavy\x0F"
@@ -223,7 +223,7 @@ const std::string longCalibration = Line(
     {"10:12:40 07.Mar.2003", "6", "0", "1000.001;-100.00001", "2000.001;-100.00002",
      "3000.001;-100.00003", "4000.001;-100.00004", "5000.001;-100.00005", "6000.001;-100.00006"});
 
-TEST_F(LoadSettings_, Of_a_line_that_was_cut_at_129_characters_only_the_whole_points_count) {
+TEST_F(LoadSettingsTest, Of_a_line_that_was_cut_at_129_characters_only_the_whole_points_count) {
     ASSERT_EQ(longCalibration.size(), 144U); // the fifth point ends at 124
     Store("Calibration Info", "Channel One", longCalibration);
     mWinInit::LoadSettings();
@@ -232,7 +232,7 @@ TEST_F(LoadSettings_, Of_a_line_that_was_cut_at_129_characters_only_the_whole_po
     EXPECT_EQ(Calibration[0].Standard[5], 0);
 }
 
-TEST_F(LoadSettings_, A_point_that_ends_at_the_129th_character_is_whole) {
+TEST_F(LoadSettingsTest, A_point_that_ends_at_the_129th_character_is_whole) {
     const std::string points = longCalibration.substr(longCalibration.find("1000.001"));
     const std::string line = std::string(25, 'd') +
                              "\x0F"
@@ -246,7 +246,7 @@ TEST_F(LoadSettings_, A_point_that_ends_at_the_129th_character_is_whole) {
     EXPECT_EQ(Calibration[0].Standard[4], 5000.001F);
 }
 
-TEST_F(LoadSettings_, Channels_beyond_the_channel_count_are_not_read) {
+TEST_F(LoadSettingsTest, Channels_beyond_the_channel_count_are_not_read) {
     Store("Electrodes Info", "Channel Five", Line({"Ca", "S-5"}));
     Store("Calibration Info", "Channel Eight", Line({"date", "2", "0", "1;1", "2;2"}));
     mWinInit::LoadSettings();
@@ -263,7 +263,7 @@ const std::string defaultSensorLine =
     Line({"10", "80;205.5", "70;271.9", "60;355.9", "50;456.9", "40;570.8", "30;688.7", "25;745.8",
           "20;799.6", "10;894", "0;966.8"});
 
-TEST_F(LoadSettings_, A_fresh_file_gains_the_default_table_of_each_sensor) {
+TEST_F(LoadSettingsTest, A_fresh_file_gains_the_default_table_of_each_sensor) {
     mWinInit::LoadSettings();
     for (const char* key :
          {"Temp Sensor One", "Temp Sensor Two", "Temp Sensor Three", "Temp Sensor Four"})
@@ -277,7 +277,7 @@ TEST_F(LoadSettings_, A_fresh_file_gains_the_default_table_of_each_sensor) {
     }
 }
 
-TEST_F(LoadSettings_, A_sensor_table_in_descending_order_is_used_in_ascending_order) {
+TEST_F(LoadSettingsTest, A_sensor_table_in_descending_order_is_used_in_ascending_order) {
     Store(sensorSection, "Temp Sensor Two", Line({"3", "0;900", "25;700", "50;400"}));
     mWinInit::LoadSettings();
     EXPECT_EQ(TempSensor[1].PointCount, 3);
@@ -288,7 +288,7 @@ TEST_F(LoadSettings_, A_sensor_table_in_descending_order_is_used_in_ascending_or
     EXPECT_EQ(Stored(sensorSection, "Temp Sensor Two"), Line({"3", "0;900", "25;700", "50;400"}));
 }
 
-TEST_F(LoadSettings_, A_sensor_line_that_claims_more_than_16_rows_fills_16) {
+TEST_F(LoadSettingsTest, A_sensor_line_that_claims_more_than_16_rows_fills_16) {
     std::string line = "20";
     for (int row = 1; row <= 20; ++row)
         line += "\x0F" + std::to_string(row) + ";" + std::to_string(row);
@@ -298,12 +298,12 @@ TEST_F(LoadSettings_, A_sensor_line_that_claims_more_than_16_rows_fills_16) {
     EXPECT_EQ(TempSensor[0].Reading[15], 16);
 }
 
-TEST_F(LoadSettings_, A_sensor_line_without_a_count_gives_no_table) {
+TEST_F(LoadSettingsTest, A_sensor_line_without_a_count_gives_no_table) {
     mWinInit::LoadTempSensorMatrix(2, Line({"none", "80;205.5"}));
     EXPECT_EQ(TempSensor[2].PointCount, 0);
 }
 
-TEST_F(LoadSettings_, Of_a_sensor_line_that_was_cut_only_the_whole_rows_count) {
+TEST_F(LoadSettingsTest, Of_a_sensor_line_that_was_cut_only_the_whole_rows_count) {
     std::string line = "16";
     for (int row = 0; row < 16; ++row)
         line += "\x0F" + std::to_string(80 - row) + ";" + std::to_string(200 + row) + ".5";

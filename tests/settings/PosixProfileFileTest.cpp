@@ -19,7 +19,7 @@
 
 namespace {
 
-class PosixProfileFile_ : public testing::Test {
+class PosixProfileFileTest : public testing::Test {
 protected:
     void File(const std::string& bytes) { WriteBytes(platform.SettingsFile(), bytes); }
     std::string FileNow() { return ReadBytes(platform.SettingsFile()); }
@@ -33,44 +33,44 @@ protected:
     fake::Platform platform;
 };
 
-TEST_F(PosixProfileFile_, A_change_touches_its_own_line_alone) {
+TEST_F(PosixProfileFileTest, A_change_touches_its_own_line_alone) {
     File("; mine\n\n junk \r\n[ A ] x\n b = \"2\" \n[Hardware]\r\n;c\r\n J = 1\n K = 2\r\n\r\n");
     Write("v");
     EXPECT_EQ(FileNow(),
               "; mine\n\n junk \r\n[ A ] x\n b = \"2\" \n[Hardware]\r\n;c\r\n J = 1\nK=v\r\n\r\n");
 }
 
-TEST_F(PosixProfileFile_, A_value_that_the_file_already_holds_changes_nothing) {
+TEST_F(PosixProfileFileTest, A_value_that_the_file_already_holds_changes_nothing) {
     File("[Hardware]\n K = v ; x \n");
     Write("v ; x");
     EXPECT_EQ(FileNow(), "[Hardware]\n K = v ; x \n");
 }
 
-TEST_F(PosixProfileFile_, A_new_key_goes_before_the_blank_lines_and_comments_that_follow) {
+TEST_F(PosixProfileFileTest, A_new_key_goes_before_the_blank_lines_and_comments_that_follow) {
     File("[Hardware]\r\nJ=1\r\n\r\n; about B\r\n[B]\r\n");
     Write("v");
     EXPECT_EQ(FileNow(), "[Hardware]\r\nJ=1\r\nK=v\r\n\r\n; about B\r\n[B]\r\n");
 }
 
-TEST_F(PosixProfileFile_, A_new_key_of_a_section_without_keys_follows_its_section_line) {
+TEST_F(PosixProfileFileTest, A_new_key_of_a_section_without_keys_follows_its_section_line) {
     File("[Hardware]\r\n\r\n[B]\r\n");
     Write("v");
     EXPECT_EQ(FileNow(), "[Hardware]\r\nK=v\r\n\r\n[B]\r\n");
 }
 
-TEST_F(PosixProfileFile_, A_new_section_goes_to_the_end_behind_a_finished_line) {
+TEST_F(PosixProfileFileTest, A_new_section_goes_to_the_end_behind_a_finished_line) {
     File("[B]\nx=1");
     Write("v");
     EXPECT_EQ(FileNow(), "[B]\nx=1\r\n[Hardware]\r\nK=v\r\n");
 }
 
-TEST_F(PosixProfileFile_, Characters_beyond_the_code_page_stay_in_a_Unicode_file) {
+TEST_F(PosixProfileFileTest, Characters_beyond_the_code_page_stay_in_a_Unicode_file) {
     File("\xEF\xBB\xBF[\xD0\x96]\n\xF0\x9F\x98\x80=1\n[Hardware]\nK=1\n");
     Write("\xE9");
     EXPECT_EQ(FileNow(), "\xEF\xBB\xBF[\xD0\x96]\n\xF0\x9F\x98\x80=1\n[Hardware]\nK=\xC3\xA9\r\n");
 }
 
-TEST_F(PosixProfileFile_, The_file_keeps_its_permissions_and_a_new_one_is_its_users_own) {
+TEST_F(PosixProfileFileTest, The_file_keeps_its_permissions_and_a_new_one_is_its_users_own) {
     Write("1");
     struct stat status {};
     ASSERT_EQ(::stat(platform.SettingsFile().c_str(), &status), 0);
@@ -81,7 +81,7 @@ TEST_F(PosixProfileFile_, The_file_keeps_its_permissions_and_a_new_one_is_its_us
     EXPECT_EQ(status.st_mode & 0777, 0640U);
 }
 
-TEST_F(PosixProfileFile_, A_link_stays_a_link_and_its_target_is_changed) {
+TEST_F(PosixProfileFileTest, A_link_stays_a_link_and_its_target_is_changed) {
     const auto target = platform.folder.Path() / "shared.ini";
     WriteBytes(target, "[Hardware]\r\nK=1\r\n");
     std::filesystem::create_symlink(target, platform.SettingsFile());
@@ -90,14 +90,14 @@ TEST_F(PosixProfileFile_, A_link_stays_a_link_and_its_target_is_changed) {
     EXPECT_EQ(ReadBytes(target), "[Hardware]\r\nK=2\r\n");
 }
 
-TEST_F(PosixProfileFile_, A_folder_in_the_files_place_reads_as_no_file_and_cannot_be_written) {
+TEST_F(PosixProfileFileTest, A_folder_in_the_files_place_reads_as_no_file_and_cannot_be_written) {
     std::filesystem::create_directories(platform.SettingsFile() / "inside");
     EXPECT_EQ(Read(), "fallback");
     EXPECT_FALSE(Write("1"));
     EXPECT_TRUE(std::filesystem::is_directory(platform.SettingsFile()));
 }
 
-TEST_F(PosixProfileFile_, A_missing_folder_makes_the_write_fail) {
+TEST_F(PosixProfileFileTest, A_missing_folder_makes_the_write_fail) {
     std::filesystem::remove_all(platform.places.ConfigurationFolder());
     EXPECT_FALSE(Write("1"));
 }
@@ -109,7 +109,7 @@ std::string ManyKeys(int keys) {
     return file;
 }
 
-TEST_F(PosixProfileFile_, A_file_is_whole_whenever_the_writing_process_is_killed) {
+TEST_F(PosixProfileFileTest, A_file_is_whole_whenever_the_writing_process_is_killed) {
     const std::string common = ManyKeys(400);
     File(common + "K=0\r\n");
     std::mt19937 random(1); // the moments vary by themselves; the seed fixes their spread
@@ -141,7 +141,8 @@ TEST_F(PosixProfileFile_, A_file_is_whole_whenever_the_writing_process_is_killed
     }
 }
 
-TEST_F(PosixProfileFile_, What_a_killed_process_left_beside_the_file_is_removed_by_a_later_write) {
+TEST_F(PosixProfileFileTest,
+       What_a_killed_process_left_beside_the_file_is_removed_by_a_later_write) {
     const std::string left = platform.SettingsFile().string() + ".new-Ab3dEf";
     WriteBytes(left, "half");
     const auto anHourAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
@@ -173,7 +174,7 @@ private:
     void (*oldHandler_)(int) = nullptr;
 };
 
-TEST_F(PosixProfileFile_, On_a_full_disk_the_old_file_is_whole_and_the_write_says_no) {
+TEST_F(PosixProfileFileTest, On_a_full_disk_the_old_file_is_whole_and_the_write_says_no) {
     const std::string before = ManyKeys(20) + "K=0\r\n";
     File(before);
     {
@@ -205,7 +206,7 @@ constexpr std::size_t megabytes = 10;
 constexpr double secondsPerMegabyte = 0.1;
 #endif
 
-class LargeSettingsFile : public PosixProfileFile_ {
+class LargeSettingsFile : public PosixProfileFileTest {
 protected:
     /// Repeats the piece up to the size, then loads; the last key must still be found.
     void ExpectQuickLoad(const std::string& piece) {
@@ -251,7 +252,7 @@ TEST_F(LargeSettingsFile, Millions_of_keys_are_read_without_harm_in_time) {
     EXPECT_EQ(mWinInit::HardwareSettings.HardwarePortNumber, 7);
 }
 
-TEST_F(PosixProfileFile_, A_file_that_is_there_but_cannot_be_read_is_not_replaced) {
+TEST_F(PosixProfileFileTest, A_file_that_is_there_but_cannot_be_read_is_not_replaced) {
     const auto file = platform.SettingsFile();
     std::filesystem::create_symlink(file, file); // opening it fails for root, too
     EXPECT_EQ(Read(), "fallback");

@@ -13,9 +13,9 @@ using mWinInit::ProjectInfo;
 
 using Messages = std::vector<std::string>;
 
-class SaveSettings_ : public testing::Test {
+class SaveSettingsTest : public testing::Test {
 protected:
-    SaveSettings_() { mWinInit::LoadSettings(); }
+    SaveSettingsTest() { mWinInit::LoadSettings(); }
 
     std::string Stored(const std::string& section, const std::string& key) {
         return platform.profile->GetString(section, key, "missing", 1000);
@@ -33,7 +33,7 @@ CalibrationRecord Calcium() {
     return record;
 }
 
-TEST_F(SaveSettings_, A_new_file_holds_every_section_in_the_order_of_writing) {
+TEST_F(SaveSettingsTest, A_new_file_holds_every_section_in_the_order_of_writing) {
     std::filesystem::remove(platform.SettingsFile());
     ProjectInfo = {"River", "14:05:33 07.Mar.2003", "A. Analyst", "C:\\Data"};
     HardwareSettings.HardwarePortNumber = 3;
@@ -57,7 +57,7 @@ TEST_F(SaveSettings_, A_new_file_holds_every_section_in_the_order_of_writing) {
                   "\r\nChannel Three=" + none + "\r\nChannel Four=" + none + "\r\n");
 }
 
-TEST_F(SaveSettings_, What_is_saved_comes_back) {
+TEST_F(SaveSettingsTest, What_is_saved_comes_back) {
     ProjectInfo.ProjectName = "\xC9tude 25 \xB0";
     HardwareSettings.AveragingForMeasurement = 1000;
     ChannelSetup[2] = {"NO3", "n 7", "None", "", 62.004F, -1};
@@ -78,20 +78,20 @@ TEST_F(SaveSettings_, What_is_saved_comes_back) {
     EXPECT_EQ(Calibration[2], calibration);
 }
 
-TEST_F(SaveSettings_, Placeholders_are_written_as_they_stand) {
+TEST_F(SaveSettingsTest, Placeholders_are_written_as_they_stand) {
     mWinInit::SaveSettings();
     EXPECT_EQ(Stored("Project Info", "Project Name"), mWinInit::projectPlaceholder);
     EXPECT_EQ(Stored("Project Info", "Experimentator"), mWinInit::analystPlaceholder);
 }
 
-TEST_F(SaveSettings_, A_channel_without_calibration_has_an_empty_value_not_a_missing_key) {
+TEST_F(SaveSettingsTest, A_channel_without_calibration_has_an_empty_value_not_a_missing_key) {
     Calibration[1] = Calcium();
     Calibration[1].PointCount = 0;
     mWinInit::SaveSettings();
     EXPECT_EQ(Stored("Calibration Info", "Channel Two"), "");
 }
 
-TEST_F(SaveSettings_, A_lower_case_not_applicable_is_written_back_as_N_A) {
+TEST_F(SaveSettingsTest, A_lower_case_not_applicable_is_written_back_as_N_A) {
     platform.profile->Write("Electrodes Info", "Channel One",
                             Line({"Redox", "s", "None", "", "n/a", "0"}));
     mWinInit::LoadSettings();
@@ -100,14 +100,14 @@ TEST_F(SaveSettings_, A_lower_case_not_applicable_is_written_back_as_N_A) {
               Line({"Redox", "s", "None", "", "N/A", "0"}));
 }
 
-TEST_F(SaveSettings_, A_channel_with_an_empty_electrode_keeps_the_line_of_the_file) {
+TEST_F(SaveSettingsTest, A_channel_with_an_empty_electrode_keeps_the_line_of_the_file) {
     platform.profile->Write("Electrodes Info", "Channel One", "kept");
     ChannelSetup[0].Electrode.clear();
     mWinInit::SaveSettings();
     EXPECT_EQ(Stored("Electrodes Info", "Channel One"), "kept");
 }
 
-TEST_F(SaveSettings_, What_was_loaded_and_not_changed_is_written_as_it_was) {
+TEST_F(SaveSettingsTest, What_was_loaded_and_not_changed_is_written_as_it_was) {
     mWinInit::SaveSettings();
     const std::string channel = Line({"", "S-1", "Ag/AgCl", "R-2", "40.078", "3"});
     platform.profile->Write("Hardware", "Port Number", "-3");
@@ -127,7 +127,7 @@ TEST_F(SaveSettings_, What_was_loaded_and_not_changed_is_written_as_it_was) {
     EXPECT_EQ(ReadBytes(platform.SettingsFile()), before);
 }
 
-TEST_F(SaveSettings_, A_library_entry_of_no_electrode_stays_as_it_is) {
+TEST_F(SaveSettingsTest, A_library_entry_of_no_electrode_stays_as_it_is) {
     platform.profile->Write("All Calibration Info", "Chan1_Electrodes_",
                             Line({"", "S-1", "None", "", "N/A", "7"}));
     const std::string before = ReadBytes(platform.SettingsFile());
@@ -137,7 +137,7 @@ TEST_F(SaveSettings_, A_library_entry_of_no_electrode_stays_as_it_is) {
     EXPECT_EQ(ReadBytes(platform.SettingsFile()), before);
 }
 
-TEST_F(SaveSettings_, Channels_beyond_the_channel_count_are_not_written) {
+TEST_F(SaveSettingsTest, Channels_beyond_the_channel_count_are_not_written) {
     ChannelSetup[4].Electrode = "Ca";
     Calibration[4] = Calcium();
     mWinInit::SaveSettings();
@@ -145,20 +145,20 @@ TEST_F(SaveSettings_, Channels_beyond_the_channel_count_are_not_written) {
     EXPECT_EQ(Stored("Calibration Info", "Channel Five"), "missing");
 }
 
-TEST_F(SaveSettings_, The_tables_of_the_sensors_are_left_alone) {
+TEST_F(SaveSettingsTest, The_tables_of_the_sensors_are_left_alone) {
     platform.profile->Write("Temperature Sensor Calibration Matrix", "Temp Sensor One", "mine");
     mWinInit::SaveSettings();
     EXPECT_EQ(Stored("Temperature Sensor Calibration Matrix", "Temp Sensor One"), "mine");
 }
 
-TEST_F(SaveSettings_, Other_sections_comments_and_their_order_stay) {
+TEST_F(SaveSettingsTest, Other_sections_comments_and_their_order_stay) {
     const std::string foreign = "; my notes\r\n[Other Program]\r\nkey=value\r\n";
     WriteBytes(platform.SettingsFile(), foreign);
     mWinInit::SaveSettings();
     EXPECT_EQ(ReadBytes(platform.SettingsFile()).substr(0, foreign.size()), foreign);
 }
 
-TEST_F(SaveSettings_, A_control_character_in_a_text_does_not_break_its_line) {
+TEST_F(SaveSettingsTest, A_control_character_in_a_text_does_not_break_its_line) {
     ProjectInfo.ProjectName = "two\r\nlines";
     ChannelSetup[0] = {"Ca",
                        "a\x0F"
@@ -173,7 +173,7 @@ TEST_F(SaveSettings_, A_control_character_in_a_text_does_not_break_its_line) {
               Line({"Ca", "a b", "None", "", "N/A", "0"}));
 }
 
-TEST_F(SaveSettings_, A_text_beyond_129_characters_is_written_whole_and_said) {
+TEST_F(SaveSettingsTest, A_text_beyond_129_characters_is_written_whole_and_said) {
     ProjectInfo.ProjectName = std::string(130, 'x');
     EXPECT_EQ(mWinInit::SaveSettings(),
               Messages{"The project name is longer than 129 characters. Only its beginning will "
@@ -183,7 +183,7 @@ TEST_F(SaveSettings_, A_text_beyond_129_characters_is_written_whole_and_said) {
     EXPECT_EQ(mWinInit::SaveSettings(), Messages{});
 }
 
-TEST_F(SaveSettings_, The_points_of_a_calibration_that_will_not_come_back_are_named) {
+TEST_F(SaveSettingsTest, The_points_of_a_calibration_that_will_not_come_back_are_named) {
     Calibration[1] = Calcium();
     Calibration[1].PointCount = 6;
     for (std::size_t point = 0; point < 6; ++point) {
@@ -202,7 +202,7 @@ TEST_F(SaveSettings_, The_points_of_a_calibration_that_will_not_come_back_are_na
                        "and will not come back."});
 }
 
-TEST_F(SaveSettings_, The_points_that_were_named_are_those_that_are_missing_after_the_load) {
+TEST_F(SaveSettingsTest, The_points_that_were_named_are_those_that_are_missing_after_the_load) {
     Calibration[1] = Calcium();
     Calibration[1].PointCount = 6;
     Calibration[1].Standard.fill(1.234567E-05F);
@@ -215,14 +215,14 @@ TEST_F(SaveSettings_, The_points_that_were_named_are_those_that_are_missing_afte
     EXPECT_EQ(Calibration[1].CaliData[2], -1.234567E-05F);
 }
 
-TEST_F(SaveSettings_, Channel_names_that_do_not_fit_are_said) {
+TEST_F(SaveSettingsTest, Channel_names_that_do_not_fit_are_said) {
     ChannelSetup[3] = {"Ca", std::string(60, 's'), std::string(60, 'r'), "R", 0, 0};
     EXPECT_EQ(mWinInit::SaveSettings(),
               Messages{"Channel 4: the names and serial numbers are longer than the settings file "
                        "can hold. Only their beginning will come back."});
 }
 
-TEST_F(SaveSettings_, A_file_that_cannot_be_written_is_said_once) {
+TEST_F(SaveSettingsTest, A_file_that_cannot_be_written_is_said_once) {
     std::filesystem::remove_all(platform.places.ConfigurationFolder());
     EXPECT_EQ(mWinInit::SaveSettings(),
               Messages{"The settings could not be saved: the settings file cannot be written."});
