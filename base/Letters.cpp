@@ -31,7 +31,9 @@ bool BeginsWith(std::string_view text, std::string_view start) {
 }
 
 bool Contains(std::string_view text, std::string_view part) {
-    return !std::ranges::search(text, part, SameLetter).empty() || part.empty();
+    return std::search(text.begin(), text.end(), part.begin(), part.end(), SameLetter) !=
+               text.end() ||
+           part.empty();
 }
 
 std::string TrimControl(std::string_view text) {

@@ -65,7 +65,8 @@ FileHandle Open(const std::filesystem::path& file, DWORD access, DWORD dispositi
     return handle;
 }
 
-FileHandle CreateUniqueFile(const std::filesystem::path& start, std::filesystem::path& name) {
+FileHandle CreateUniqueFile(const std::filesystem::path& start, std::filesystem::path& name,
+                            const std::string& operation, const std::filesystem::path& file) {
     std::random_device random;
     for (;;) {
         name = start;
@@ -75,7 +76,7 @@ FileHandle CreateUniqueFile(const std::filesystem::path& start, std::filesystem:
         if (handle.IsOpen())
             return handle;
         if (::GetLastError() != ERROR_FILE_EXISTS)
-            ThrowError("Making a file in", start.parent_path());
+            ThrowError(operation, file);
     }
 }
 

@@ -35,9 +35,10 @@ private:
 FileHandle Open(const std::filesystem::path& file, DWORD access, DWORD disposition,
                 const std::string& operation);
 
-/// Makes a new file of a unique name that begins with `start`; `name` is what it is called.
-/// Throws RunTimeError.
-FileHandle CreateUniqueFile(const std::filesystem::path& start, std::filesystem::path& name);
+/// Makes a new file of a unique name that begins with `start`; `name` is what it is called. Where
+/// that fails, it throws as ThrowError does for the operation and the file that it is about.
+FileHandle CreateUniqueFile(const std::filesystem::path& start, std::filesystem::path& name,
+                            const std::string& operation, const std::filesystem::path& file);
 
 /// Writes all bytes at once; false where the system took only a part of them.
 bool WriteAll(HANDLE handle, std::string_view bytes);

@@ -3,7 +3,6 @@
 #include "base/RunTimeError.h"
 #include "platform/win32/Win32File.h"
 
-#include <array>
 #include <utility>
 
 namespace platform {
@@ -66,7 +65,7 @@ public:
     explicit Win32Replacement(const std::filesystem::path& file) : target_(file) {
         std::filesystem::path start = file;
         start += ".new-";
-        handle_ = win32::CreateUniqueFile(start, half_);
+        handle_ = win32::CreateUniqueFile(start, half_, "Writing", file);
     }
     ~Win32Replacement() override {
         handle_.Close(); // first: some file systems remove no open file
@@ -110,7 +109,7 @@ public:
     std::filesystem::path CreateUnique(const std::filesystem::path& folder,
                                        const std::string& prefix) override {
         std::filesystem::path name;
-        win32::CreateUniqueFile(folder / prefix, name);
+        win32::CreateUniqueFile(folder / prefix, name, "Making a file in", folder);
         return name;
     }
 
@@ -147,15 +146,16 @@ public:
     DiskRoom RoomOfDisk(const std::filesystem::path& file) const override {
         const std::filesystem::path folder =
             file.has_parent_path() ? file.parent_path() : std::filesystem::path(L".");
-        std::array<wchar_t, MAX_PATH + 1> volume{};
+        const FileHandle opened(::CreateFileW(
+            folder.c_str(), FILE_READ_ATTRIBUTES,
+            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+            FILE_FLAG_BACKUP_SEMANTICS, nullptr)); // opens folders, too
         ULARGE_INTEGER room{};
-        DWORD serial = 0;
-        if (!::GetDiskFreeSpaceExW(folder.c_str(), &room, nullptr, nullptr) ||
-            !::GetVolumePathNameW(folder.c_str(), volume.data(), MAX_PATH) ||
-            !::GetVolumeInformationW(volume.data(), nullptr, 0, &serial, nullptr, nullptr, nullptr,
-                                     0))
+        BY_HANDLE_FILE_INFORMATION information{};
+        if (!opened.IsOpen() || !::GetFileInformationByHandle(opened.Get(), &information) ||
+            !::GetDiskFreeSpaceExW(folder.c_str(), &room, nullptr, nullptr))
             ThrowError("Finding the free space of", folder);
-        return {room.QuadPart, serial};
+        return {room.QuadPart, information.dwVolumeSerialNumber};
     }
 };
 

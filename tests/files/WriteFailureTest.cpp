@@ -51,6 +51,16 @@ protected:
     fs::path temporary;
 };
 
+TEST_F(WriteFailure, A_symbolic_link_to_the_temporary_file_is_refused_as_a_target) {
+    const fs::path link = platform.folder.Path() / "link.4ch";
+    fs::create_symlink(temporary, link);
+    Record(1);
+    EXPECT_THROW(run.BeginTarget(link), RunTimeError);
+    run.FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), Numbers{1}) << "nothing recorded was lost";
+    EXPECT_THROW(run.BeginTarget(link), RunTimeError) << "the file comes back with a record";
+}
+
 TEST_F(WriteFailure, A_record_that_a_full_disk_refuses_leaves_the_file_as_it_was) {
     Record(1);
     const std::string before = ReadBytes(temporary);
