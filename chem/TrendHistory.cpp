@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <ranges>
 #include <utility>
 
 namespace {
@@ -128,10 +127,16 @@ bool TrendHistory::Holds(std::size_t channel, Quantity quantity) const {
 }
 
 std::size_t TrendHistory::FirstWithin(std::chrono::milliseconds from) const {
-    const auto ages = std::views::iota(std::size_t{0}, Size());
-    const auto first =
-        std::ranges::lower_bound(ages, from, {}, [this](std::size_t age) { return At(age).time; });
-    return static_cast<std::size_t>(first - ages.begin());
+    std::size_t first = 0;
+    std::size_t end = Size();
+    while (first < end) {
+        const std::size_t middle = first + (end - first) / 2;
+        if (At(middle).time < from)
+            first = middle + 1;
+        else
+            end = middle;
+    }
+    return first;
 }
 
 std::vector<TrendHistory::Point> TrendHistory::Reduced(std::size_t channel, Quantity quantity,
