@@ -148,7 +148,7 @@ void frmMain::ShowRun() {
 }
 
 void frmMain::cmdPage_Click(int Index) {
-    if (ui_->pgeMeasure->IsBusy() && Index != switchPage && Index != exit)
+    if (ui_->pgeMeasure->IsBusy() && Index != switchPage && Index != leave)
         return;
     switch (Index) {
     case switchPage:
@@ -160,7 +160,7 @@ void frmMain::cmdPage_Click(int Index) {
     case report:
         ui_->pgeMeasure->ReportPressed();
         break;
-    case exit:
+    case leave:
         close();
         break;
     case averaging:

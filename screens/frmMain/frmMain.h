@@ -26,7 +26,7 @@ class frmMain : public QMainWindow {
 
 public:
     /// Elements of cmdPage.
-    enum PageButton { switchPage, run, report, exit, averaging };
+    enum PageButton { switchPage, run, report, leave, averaging };
     /// Elements of mnuFileItem.
     enum FileItem { newFile, openReport, exitProgram };
     /// Elements of mnuHelp; the one between them is a separator.

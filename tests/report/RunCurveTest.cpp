@@ -17,7 +17,7 @@ using Mreport::RunAxis;
 struct TimedRun {
     explicit TimedRun(int records, const std::function<int(int record)>& second = nullptr) {
         MeasurementText maker;
-        maker.cell = [&missing = missing](int record, const std::string&, int channel) {
+        maker.cell = [](int record, const std::string&, int channel) {
             return missing.contains(record) ? std::string("NA")
                                             : std::to_string(record * (channel + 1));
         };

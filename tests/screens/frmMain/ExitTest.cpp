@@ -56,7 +56,7 @@ TEST_F(ExitTest, No_keeps_the_program_running_with_nothing_saved) {
     const std::string before = ReadBytes(platform.SettingsFile());
     Type(*form, "txtEntry_2", "Lake");
     AnswerExit(platform::button::no);
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(ended, 0);
     EXPECT_TRUE(link->serial.PortOpen());
@@ -68,7 +68,7 @@ TEST_F(ExitTest, Yes_saves_the_settings_closes_the_port_and_ends) {
     form->move(120, 80);
     Type(*form, "txtEntry_2", "Lake");
     AnswerExit(platform::button::yes);
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(ended, 1);
     EXPECT_FALSE(link->serial.PortOpen());
@@ -87,7 +87,7 @@ TEST_F(ExitTest, What_was_not_touched_is_handed_back_as_it_was_loaded) {
     mWinInit::ChannelSetup[3].Electrode = "";
     Open();
     AnswerExit(platform::button::yes);
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     EXPECT_EQ(mWinInit::HardwareSettings.HardwarePortNumber, -3);
     EXPECT_EQ(mWinInit::ChannelSetup[1].TempSensor, 7);
     EXPECT_EQ(mWinInit::ChannelSetup[3].Electrode, "");
@@ -102,7 +102,7 @@ TEST_F(ExitTest, What_was_changed_is_kept) {
     Pick(*form, "cboEntry_17", "3");
     Type(*form, "txtMolarMass_0", "40.1");
     AnswerExit(platform::button::yes);
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     EXPECT_EQ(mWinInit::HardwareSettings.HardwarePortNumber, 4);
     EXPECT_EQ(mWinInit::ChannelSetup[1].TempSensor, 3);
     EXPECT_EQ(mWinInit::ChannelSetup[0].MolarMass, 40.1F);
@@ -117,14 +117,14 @@ TEST_F(ExitTest, The_windows_own_close_button_asks_too) {
 TEST_F(ExitTest, Without_a_recording_no_temporary_file_stays) {
     OpenReading();
     AnswerExit(platform::button::yes);
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     EXPECT_TRUE(std::filesystem::is_empty(platform.places.TemporaryFolder()));
 }
 
 TEST_F(ExitTest, Leaving_moves_the_records_into_their_file) {
     const auto target = RecordTwo();
     AnswerExit(platform::button::yes);
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
     EXPECT_TRUE(std::filesystem::is_empty(platform.places.TemporaryFolder()));
 }
@@ -136,7 +136,7 @@ TEST_F(ExitTest, Leaving_during_an_automatic_run_keeps_every_record) {
     Click(*form, "cmdPage", frmMain::run);
     TimePasses(1s);
     AnswerExit(platform::button::yes);
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     EXPECT_EQ(ended, 1);
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
 }
@@ -147,7 +147,7 @@ TEST_F(ExitTest, Records_that_cannot_be_moved_are_left_behind_only_after_a_secon
     AnswerExit(platform::button::yes);
     platform.dialogs.ExpectAnyMessage(Style(yesNo, platform::style::exclamation, defaultButton2),
                                       platform::button::no);
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(ended, 0);
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::hourglass);
@@ -158,7 +158,7 @@ TEST_F(ExitTest, Records_that_cannot_be_moved_are_left_behind_only_after_a_secon
     platform.dialogs.ExpectMessage("Are you sure you want to exit?", 292, platform::button::yes);
     platform.dialogs.ExpectAnyMessage(Style(yesNo, platform::style::exclamation, defaultButton2),
                                       platform::button::yes);
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     EXPECT_EQ(ended, 1);
     EXPECT_FALSE(std::filesystem::is_empty(platform.places.TemporaryFolder()));
 }

@@ -153,7 +153,7 @@ TEST_F(RecordingChoices, Mode_period_choices_comments_and_window_size_are_rememb
     Click(*form, "chkResume");
     form->resize(700, 600);
     platform.dialogs.ExpectMessage("Are you sure you want to exit?", 292, platform::button::yes);
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     form.reset();
     run.reset();
     Open();

@@ -288,7 +288,7 @@ TEST_F(RecordingTest, Reading_and_recording_go_on_while_a_box_is_open) {
         EXPECT_EQ(Counter(), "2");
         box->button(QMessageBox::No)->click();
     });
-    Click(*form, "cmdPage", frmMain::exit);
+    Click(*form, "cmdPage", frmMain::leave);
     EXPECT_TRUE(form->isVisible());
     StopAndGoBack();
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);

@@ -264,7 +264,7 @@ TEST_F(SetupPageTest, Alt_and_a_letter_move_the_focus) {
                                                                    {Qt::Key_R, "txtEntry_12"},
                                                                    {Qt::Key_D, "txtEntry_2"}}};
     for (const auto& [key, box] : moves) {
-        Element<QPushButton>(*form, "cmdPage", frmMain::exit).setFocus();
+        Element<QPushButton>(*form, "cmdPage", frmMain::leave).setFocus();
         QTest::keyClick(form.get(), key, Qt::AltModifier);
         EXPECT_TRUE(Find<QWidget>(*form, box).hasFocus()) << box;
     }
@@ -272,7 +272,7 @@ TEST_F(SetupPageTest, Alt_and_a_letter_move_the_focus) {
 
 TEST_F(SetupPageTest, A_letter_without_Alt_moves_nothing) {
     Open();
-    auto& button = Element<QPushButton>(*form, "cmdPage", frmMain::exit);
+    auto& button = Element<QPushButton>(*form, "cmdPage", frmMain::leave);
     button.setFocus();
     QTest::keyClick(form.get(), Qt::Key_P);
     EXPECT_TRUE(button.hasFocus());
@@ -336,7 +336,7 @@ TEST_F(SetupPageTest, A_click_into_a_prompt_selects_it_and_into_a_name_does_not)
     Open();
     for (const char* name : {"txtEntry_2", "txtEntry_3"}) {
         auto& box = Find<QLineEdit>(*form, name);
-        Element<QPushButton>(*form, "cmdPage", frmMain::exit).setFocus();
+        Element<QPushButton>(*form, "cmdPage", frmMain::leave).setFocus();
         QTest::mouseClick(&box, Qt::LeftButton);
         Settle();
         EXPECT_EQ(box.selectedText(), box.text().startsWith("< Please") ? box.text() : "");
@@ -368,7 +368,7 @@ TEST_F(SetupPageTest, The_wheel_changes_a_list_only_while_it_has_the_focus) {
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(&electrodes, &wheel);
     };
-    Element<QPushButton>(*form, "cmdPage", frmMain::exit).setFocus();
+    Element<QPushButton>(*form, "cmdPage", frmMain::leave).setFocus();
     const int before = electrodes.currentIndex();
     turn();
     EXPECT_EQ(electrodes.currentIndex(), before);

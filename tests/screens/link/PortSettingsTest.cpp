@@ -153,7 +153,7 @@ TEST_F(PortScreen, Find_Instrument_passes_a_held_port_over_and_chooses_the_one_t
 
     Click("cmdFind");
 
-    EXPECT_TRUE(WaitFor([this] { return CommPort::PortNumber() == 7; }));
+    EXPECT_TRUE(WaitFor([] { return CommPort::PortNumber() == 7; }));
     EXPECT_EQ(Status(), "The instrument was found on COM7 at 9600 bit/s.");
     EXPECT_EQ(The<QComboBox>("cboPort").currentText(), "COM7");
     EXPECT_TRUE(first.Received().empty()) << "the other program's line was written to";
