@@ -12,9 +12,9 @@ namespace fs = std::filesystem;
 using FileOpr::ForecastRoom;
 using FileOpr::RoomText;
 
-class DiskForecast_ : public testing::Test {
+class DiskForecastTest : public testing::Test {
 protected:
-    DiskForecast_() {
+    DiskForecastTest() {
         run.temporaryFile = platform.places.TemporaryFolder() / "4chA";
         run.target = platform.folder.Path() / "run.4ch";
         run.recordBytes = 500;
@@ -26,7 +26,7 @@ protected:
     FileOpr::RunOnDisk run;
 };
 
-TEST_F(DiskForecast_, On_two_disks_the_fuller_one_decides) {
+TEST_F(DiskForecastTest, On_two_disks_the_fuller_one_decides) {
     platform.files->otherDisk = platform.places.TemporaryFolder();
     platform.files->free_bytes = 1'800'000;              // 3600 records every 8 s: 8 hours
     platform.files->freeOnOtherDisk_bytes = 225'000'000; // 1000 hours
@@ -36,12 +36,12 @@ TEST_F(DiskForecast_, On_two_disks_the_fuller_one_decides) {
     EXPECT_DOUBLE_EQ(Hours(), 1);
 }
 
-TEST_F(DiskForecast_, On_one_disk_each_record_needs_its_room_twice) {
+TEST_F(DiskForecastTest, On_one_disk_each_record_needs_its_room_twice) {
     platform.files->free_bytes = 1'800'000;
     EXPECT_DOUBLE_EQ(Hours(), 4);
 }
 
-TEST_F(DiskForecast_, Records_that_wait_still_have_to_be_copied) {
+TEST_F(DiskForecastTest, Records_that_wait_still_have_to_be_copied) {
     platform.files->free_bytes = 1'800'000;
     run.waitingBytes = 900'000;
     EXPECT_DOUBLE_EQ(Hours(), 2);
@@ -49,7 +49,7 @@ TEST_F(DiskForecast_, Records_that_wait_still_have_to_be_copied) {
     EXPECT_DOUBLE_EQ(Hours(), 0);
 }
 
-TEST_F(DiskForecast_, Records_that_go_straight_to_the_target_need_its_disk_alone) {
+TEST_F(DiskForecastTest, Records_that_go_straight_to_the_target_need_its_disk_alone) {
     platform.files->free_bytes = 1'800'000;
     platform.files->otherDisk = platform.places.TemporaryFolder();
     platform.files->freeOnOtherDisk_bytes = 0;
@@ -57,13 +57,13 @@ TEST_F(DiskForecast_, Records_that_go_straight_to_the_target_need_its_disk_alone
     EXPECT_DOUBLE_EQ(Hours(), 8);
 }
 
-TEST_F(DiskForecast_, A_record_comes_after_whole_seconds) {
+TEST_F(DiskForecastTest, A_record_comes_after_whole_seconds) {
     platform.files->free_bytes = 1'800'000;
     run.period_s = 1.5F; // records every 2 s
     EXPECT_DOUBLE_EQ(Hours(), 1);
 }
 
-TEST_F(DiskForecast_, A_record_is_as_long_as_it_is_written) {
+TEST_F(DiskForecastTest, A_record_is_as_long_as_it_is_written) {
     SetUpRun();
     const auto rows = MeasurementFormat::RowsOf(std::span(mWinInit::ChannelSetup).first(4));
     // "Record 100000\tAt\thh:mm:ss dd.mmm.yyyy", "Comment:\t", five rows of 15 + 4 * 13, dashes;
@@ -71,13 +71,13 @@ TEST_F(DiskForecast_, A_record_is_as_long_as_it_is_written) {
     EXPECT_EQ(FileOpr::RecordBytes(rows, 4), 39U + 11 + 5 * (15 + 4 * 13 + 2) + 152);
 }
 
-TEST_F(DiskForecast_, Its_text_says_whole_hours) {
+TEST_F(DiskForecastTest, Its_text_says_whole_hours) {
     EXPECT_EQ(RoomText(18.9), "room on the disk for 18 hours");
     EXPECT_EQ(RoomText(1.2), "room on the disk for 1 hour");
     EXPECT_EQ(RoomText(0.9), "room on the disk for less than an hour");
 }
 
-TEST_F(DiskForecast_, The_tool_tip_has_the_path_and_the_free_space) {
+TEST_F(DiskForecastTest, The_tool_tip_has_the_path_and_the_free_space) {
     EXPECT_EQ(
         FileOpr::TargetToolTip("/data/spring-1.4ch", FileOpr::DiskForecast{18'340'000'000, 30}),
         "/data/spring-1.4ch\n18.3 GB free, room on the disk for 30 hours");
@@ -86,7 +86,7 @@ TEST_F(DiskForecast_, The_tool_tip_has_the_path_and_the_free_space) {
     EXPECT_EQ(FileOpr::TargetToolTip("/data/a.4ch", std::nullopt), "/data/a.4ch");
 }
 
-TEST_F(DiskForecast_, A_disk_that_cannot_be_asked_is_an_error) {
+TEST_F(DiskForecastTest, A_disk_that_cannot_be_asked_is_an_error) {
     platform.files->answersForRoom = false;
     EXPECT_THROW(ForecastRoom(run), RunTimeError);
 }

@@ -10,10 +10,10 @@ namespace {
 
 using platform::Readers;
 
-class PosixReplacement_ : public testing::Test {
+class PosixReplacementTest : public testing::Test {
 protected:
-    PosixReplacement_() { ::umask(022); }
-    ~PosixReplacement_() override { ::umask(before_); }
+    PosixReplacementTest() { ::umask(022); }
+    ~PosixReplacementTest() override { ::umask(before_); }
 
     static mode_t AccessOf(const std::filesystem::path& file) {
         struct stat status {};
@@ -29,14 +29,14 @@ private:
     mode_t before_ = ::umask(0);
 };
 
-TEST_F(PosixReplacement_, A_new_document_is_readable_as_any_other_and_a_private_file_is_not) {
+TEST_F(PosixReplacementTest, A_new_document_is_readable_as_any_other_and_a_private_file_is_not) {
     store->Replace(file, "x", Readers::asUsual);
     EXPECT_EQ(AccessOf(file), 0644U);
     store->Replace(folder.Path() / "note", "x");
     EXPECT_EQ(AccessOf(folder.Path() / "note"), 0600U);
 }
 
-TEST_F(PosixReplacement_, The_old_file_s_access_is_kept_and_not_undercut_meanwhile) {
+TEST_F(PosixReplacementTest, The_old_file_s_access_is_kept_and_not_undercut_meanwhile) {
     for (const mode_t access : {0600U, 0640U, 0666U}) {
         WriteBytes(file, "old");
         ASSERT_EQ(::chmod(file.c_str(), access), 0);
@@ -47,7 +47,7 @@ TEST_F(PosixReplacement_, The_old_file_s_access_is_kept_and_not_undercut_meanwhi
     }
 }
 
-TEST_F(PosixReplacement_, A_full_disk_is_told_and_leaves_the_old_file) {
+TEST_F(PosixReplacementTest, A_full_disk_is_told_and_leaves_the_old_file) {
     WriteBytes(file, "old");
     std::string error;
     try {
@@ -60,7 +60,7 @@ TEST_F(PosixReplacement_, A_full_disk_is_told_and_leaves_the_old_file) {
     EXPECT_EQ(ReadBytes(file), "old");
 }
 
-TEST_F(PosixReplacement_, A_link_stays_and_what_it_leads_to_is_replaced) {
+TEST_F(PosixReplacementTest, A_link_stays_and_what_it_leads_to_is_replaced) {
     const auto real = folder.Path() / "real.csv";
     WriteBytes(real, "old");
     std::filesystem::create_symlink(real, file);

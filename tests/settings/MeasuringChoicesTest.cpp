@@ -8,7 +8,7 @@ using namespace mWinInit;
 
 namespace {
 
-class MeasuringChoices_ : public ::testing::Test {
+class MeasuringChoicesTest : public ::testing::Test {
 protected:
     fake::Platform platform;
 
@@ -17,14 +17,14 @@ protected:
 
 } // namespace
 
-TEST_F(MeasuringChoices_, A_new_user_records_by_hand_with_nothing_beyond_switched_on) {
+TEST_F(MeasuringChoicesTest, A_new_user_records_by_hand_with_nothing_beyond_switched_on) {
     const MeasuringChoices choices = LoadMeasuringChoices();
     EXPECT_EQ(choices, MeasuringChoices());
     EXPECT_FALSE(choices.automatic || choices.whenSteady || choices.resume);
     EXPECT_EQ(choices.trendMinutes, 10);
 }
 
-TEST_F(MeasuringChoices_, All_choices_come_back) {
+TEST_F(MeasuringChoicesTest, All_choices_come_back) {
     MeasuringChoices choices;
     choices.automatic = choices.whenSteady = choices.resume = true;
     choices.period = "8";
@@ -36,27 +36,27 @@ TEST_F(MeasuringChoices_, All_choices_come_back) {
     EXPECT_EQ(LoadMeasuringChoices(), choices);
 }
 
-TEST_F(MeasuringChoices_, The_other_sections_keep_every_byte) {
+TEST_F(MeasuringChoicesTest, The_other_sections_keep_every_byte) {
     const std::string before = "[Project Info]\r\nProject Name=Well 7\r\n; a remark\r\n";
     WriteSettings(before);
     SaveMeasuringChoices({});
     EXPECT_TRUE(ReadBytes(platform.SettingsFile()).starts_with(before));
 }
 
-TEST_F(MeasuringChoices_, What_the_file_holds_wrongly_is_as_for_a_new_user) {
+TEST_F(MeasuringChoicesTest, What_the_file_holds_wrongly_is_as_for_a_new_user) {
     WriteSettings("[Measuring Choices]\r\nAutomatic=maybe\r\nTrend Minutes=7\r\n"
                   "Trend Unit=furlongs\r\n");
     EXPECT_EQ(LoadMeasuringChoices(), MeasuringChoices());
 }
 
-TEST_F(MeasuringChoices_, The_last_comment_comes_first_and_none_twice) {
+TEST_F(MeasuringChoicesTest, The_last_comment_comes_first_and_none_twice) {
     MeasuringChoices choices;
     for (const char* comment : {"one", "two", " one ", "", "  "})
         RememberComment(choices, comment);
     EXPECT_EQ(choices.comments, (std::vector<std::string>{"one", "two"}));
 }
 
-TEST_F(MeasuringChoices_, Twenty_comments_are_remembered) {
+TEST_F(MeasuringChoicesTest, Twenty_comments_are_remembered) {
     MeasuringChoices choices;
     for (int i = 0; i < 30; ++i)
         RememberComment(choices, "comment " + std::to_string(i));
@@ -67,7 +67,7 @@ TEST_F(MeasuringChoices_, Twenty_comments_are_remembered) {
     EXPECT_EQ(LoadMeasuringChoices().comments, choices.comments);
 }
 
-TEST_F(MeasuringChoices_, A_comment_that_the_file_would_cut_is_not_remembered) {
+TEST_F(MeasuringChoicesTest, A_comment_that_the_file_would_cut_is_not_remembered) {
     MeasuringChoices choices;
     RememberComment(choices, std::string(128, 'x'));
     EXPECT_TRUE(choices.comments.empty());
@@ -76,7 +76,7 @@ TEST_F(MeasuringChoices_, A_comment_that_the_file_would_cut_is_not_remembered) {
     EXPECT_EQ(LoadMeasuringChoices().comments, choices.comments);
 }
 
-TEST_F(MeasuringChoices_, A_file_that_cannot_be_written_is_told) {
+TEST_F(MeasuringChoicesTest, A_file_that_cannot_be_written_is_told) {
     std::filesystem::create_directories(platform.SettingsFile());
     EXPECT_EQ(SaveMeasuringChoices({}).size(), 1U);
 }
