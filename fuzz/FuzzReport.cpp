@@ -46,8 +46,8 @@ using NoView = SilentView<CountingGraph>;
 void DrawSpans(NoView& view, const Mreport::ViewedFile& file, Mreport::ShownGraph& shown,
                std::size_t any) {
     const auto points = static_cast<std::int32_t>(any % 1600);
-    for (int unit = 0; unit < quantityCount; ++unit) {
-        shown.unitCode = static_cast<Quantity>(unit);
+    for (const auto& row : Quantities::table) {
+        shown.unitCode = row.quantity;
         Mreport::UpdateGraph(
             view.graph, file, shown,
             {shown.graphPageIndex, Mreport::GraphRange(file, shown).Last(), 50, any % 2 == 0});
@@ -99,8 +99,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     DrawSpans(view, file, shown, size);
     SearchRecords(file);
     Mreport::Selection selection(file, shown);
-    for (int unit = 0; unit < quantityCount; ++unit)
-        selection.ChooseUnit(static_cast<Quantity>(unit));
+    for (const auto& row : Quantities::table)
+        selection.ChooseUnit(row.quantity);
     selection.Accept(shown);
     bytesOfFile.Cut(size / 3);
     ReadEveryLine(file);

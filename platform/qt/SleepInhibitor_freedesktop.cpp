@@ -38,7 +38,7 @@ std::optional<QVariant> Call(const QDBusConnection& bus, const Service& service,
 /// The login manager's lock is an open file: it ends when the file is closed.
 class LoginLock : public WakeLock {
 public:
-    explicit LoginLock(QDBusUnixFileDescriptor file) : file_(std::move(file)) {}
+    explicit LoginLock(const QDBusUnixFileDescriptor& file) : file_(file) {}
 
 private:
     QDBusUnixFileDescriptor file_;
