@@ -62,7 +62,8 @@ std::string CursorText(const RunOverview& run, const std::vector<std::string>& n
         const auto found = DifferenceBetween(run, s, first, second);
         if (!found)
             continue;
-        text += separator + names[s] + " " + Signed(found->difference, quantity) + " " + unit;
+        text.append(separator).append(names[s]).append(" ");
+        text.append(Signed(found->difference, quantity)).append(" ").append(unit);
         if (found->rate_per_hour)
             text += ", " + Signed(*found->rate_per_hour, quantity) + " " + unit + "/h";
         separator = "; ";
