@@ -4,7 +4,7 @@
 #include <span>
 
 void Drift::Add(float reading, std::chrono::milliseconds now) {
-    recent_[count_ % window] = {reading, now};
+    recent_[count_ % window_] = {reading, now};
     ++count_;
 }
 

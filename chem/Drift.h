@@ -10,13 +10,17 @@
 #include <string_view>
 
 /// How fast a series of readings changes, in whatever unit they have: the slope of the straight
-/// line through the last ten of them, by least squares.
+/// line through the last of them, by least squares.
 class Drift {
 public:
-    static constexpr std::size_t window = 10; ///< readings looked at
+    static constexpr std::size_t usualWindow = 10; ///< readings that a calibration looks at
+    static constexpr std::size_t largestWindow = 32;
 
     /// Over a shorter time the last digit's rounding would be taken for a change of the electrode.
     static constexpr std::chrono::milliseconds shortestSpan{5000};
+
+    /// The last `window` readings are looked at, 2 to largestWindow.
+    explicit Drift(std::size_t window = usualWindow) : window_(window) {}
 
     /// Forgets all readings.
     void Start() { count_ = 0; }
@@ -33,9 +37,10 @@ private:
         std::chrono::milliseconds time{0};
     };
 
-    std::size_t Kept() const { return count_ < window ? count_ : window; }
+    std::size_t Kept() const { return count_ < window_ ? count_ : window_; }
 
-    std::array<Reading, window> recent_{}; ///< a ring; the place of the next one is count_ % window
+    std::size_t window_;
+    std::array<Reading, largestWindow> recent_{}; ///< a ring of window_; next is count_ % window_
     std::size_t count_ = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "chem/StabilityMark.h"
 
 #include <algorithm>
+#include <span>
 
 void StabilityMark::Start(std::chrono::milliseconds now) {
     start_ = now;
@@ -9,15 +10,15 @@ void StabilityMark::Start(std::chrono::milliseconds now) {
 }
 
 void StabilityMark::Add(float potential_mV, std::chrono::milliseconds now) {
-    recent_mV_[count_ % window] = potential_mV;
+    recent_mV_[count_ % window_] = potential_mV;
     ++count_;
     drift_.Add(potential_mV, now);
 }
 
 bool StabilityMark::IsSteady() const {
-    if (count_ < window)
+    if (count_ < window_)
         return false;
-    const auto [lowest, highest] = std::ranges::minmax(recent_mV_);
+    const auto [lowest, highest] = std::ranges::minmax(std::span(recent_mV_).first(window_));
     // A tenth of the last shown digit: 100.3 - 100.1 exceeds 0.2 in binary by less than that.
     constexpr double roundOff_mV = 0.001;
     return static_cast<double>(highest) - static_cast<double>(lowest) <=

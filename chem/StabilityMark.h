@@ -12,8 +12,11 @@
 /// until then. It advises the analyst and decides nothing.
 class StabilityMark {
 public:
-    static constexpr std::size_t window = Drift::window; ///< averaged readings looked at
-    static constexpr float tolerance_mV = 0.2F;          ///< largest spread of a steady reading
+    static constexpr float tolerance_mV = 0.2F; ///< largest spread of a steady reading
+
+    /// The last `window` averaged readings are looked at, 2 to Drift::largestWindow.
+    explicit StabilityMark(std::size_t window = Drift::usualWindow)
+        : window_(window), drift_(window) {}
 
     /// A reading starts at this moment of the monotonic clock.
     void Start(std::chrono::milliseconds now);
@@ -21,7 +24,8 @@ public:
     /// The next averaged reading and its moment.
     void Add(float potential_mV, std::chrono::milliseconds now);
 
-    /// The last ten averaged readings lie within 0.2 mV. Fewer are never steady.
+    /// The last averaged readings, as many as are looked at, lie within 0.2 mV. Fewer are never
+    /// steady.
     bool IsSteady() const;
 
     /// "steady", the drift as "+1.3 mV/min", or "drifting" before that is known.
@@ -30,7 +34,8 @@ public:
     std::chrono::milliseconds Elapsed(std::chrono::milliseconds now) const { return now - start_; }
 
 private:
-    std::array<float, window> recent_mV_{};
+    std::size_t window_;
+    std::array<float, Drift::largestWindow> recent_mV_{}; ///< a ring of window_
     std::size_t count_ = 0;
     std::chrono::milliseconds start_{0};
     Drift drift_;

@@ -14,6 +14,11 @@ Quantity QuantityOf(const std::optional<StandardsRange>& standards) {
 
 } // namespace
 
+ReadingWatch::ReadingWatch() {
+    marks_.fill(StabilityMark(window));
+    drifts_.fill(Drift(window));
+}
+
 void ReadingWatch::Begin(const MeasuringCycle::Source& source) {
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         selected_[i] = source.selected[i] != 0;

@@ -4,6 +4,7 @@
 #include "chem/MeasuringCycle.h"
 #include "chem/StabilityMark.h"
 #include "chem/StandardsRange.h"
+#include "link/ReadingSeries.h"
 
 #include <array>
 #include <optional>
@@ -23,6 +24,8 @@ public:
         std::optional<Quantity> alarm; ///< not yet acknowledged
         std::string limitsText;
     };
+
+    ReadingWatch();
 
     /// A measurement of these channels begins.
     void Begin(const MeasuringCycle::Source& source);
@@ -44,6 +47,12 @@ public:
     void Acknowledge(std::size_t channel);
 
 private:
+    /// As many readings as span the time of a calibration's ten: this page reads more often.
+    static constexpr std::size_t window =
+        (Drift::usualWindow - 1) *
+            (ReadingSeries::calibrationPace.connected / ReadingSeries::measuringPace.connected) +
+        1;
+
     void ShowMark(std::size_t channel, const ChannelDisplay::Values& values);
     void ShowStandards(std::size_t channel, const ChannelDisplay::Values& values);
     void ShowLimits(std::size_t channel);

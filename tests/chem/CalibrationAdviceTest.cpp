@@ -38,6 +38,15 @@ TEST(StabilityMark, Nine_readings_are_never_steady) {
     EXPECT_EQ(mark.Text(), "steady");
 }
 
+TEST(StabilityMark, A_wider_window_wants_as_many_readings) {
+    StabilityMark mark(28);
+    for (int i = 0; i < 27; ++i)
+        mark.Add(1, instant);
+    EXPECT_FALSE(mark.IsSteady());
+    mark.Add(1, instant);
+    EXPECT_TRUE(mark.IsSteady());
+}
+
 TEST(StabilityMark, A_spread_of_exactly_two_tenths_is_steady_and_three_are_not) {
     StabilityMark mark;
     Add(mark, {100.1F, 100.2F, 100.3F, 100.1F, 100.2F, 100.3F, 100.1F, 100.2F, 100.3F, 100.1F});

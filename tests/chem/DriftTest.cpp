@@ -58,6 +58,13 @@ TEST(Drift, Only_the_last_ten_readings_count) {
     EXPECT_FLOAT_EQ(*drift.PerMinute(), 0);
 }
 
+TEST(Drift, A_wider_window_looks_at_as_many_readings) {
+    Drift drift(28);
+    for (int i = 0; i < 28; ++i) // steep, then level: the last ten alone would tell nothing of it
+        drift.Add(i < 18 ? static_cast<float>(i) : 18, i * 500ms);
+    EXPECT_GT(*drift.PerMinute(), 50);
+}
+
 TEST(Drift, A_new_start_forgets_all_readings) {
     Drift drift = Line(10, 1500ms, 0, 1);
     drift.Start();

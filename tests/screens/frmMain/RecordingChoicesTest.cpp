@@ -34,7 +34,7 @@ protected:
 
     void ReadSteadily(int count) {
         for (int i = 0; i < count; ++i) {
-            platform.clock.monotonic += 1s;
+            platform.clock.monotonic += 500ms; // the pace of the page
             ReadFrame(frame);
         }
     }
@@ -126,7 +126,7 @@ TEST_F(RecordingChoices, A_record_waits_until_all_channels_are_steady) {
     Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(Counter(), "0");
     EXPECT_TRUE(Line().startsWith("Waiting until all channels are steady")) << Line().toStdString();
-    ReadSteadily(8);
+    ReadSteadily(26);
     EXPECT_EQ(Counter(), "0");
     AnswerSaveDialog("run.4ch");
     ReadSteadily(1);
