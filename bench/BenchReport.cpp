@@ -14,9 +14,9 @@ namespace {
 
 class NoGraph : public SilentGraph {
 public:
-    std::int16_t NumSets() const override { return 4; }
-    std::int16_t NumPoints() const override { return 50; }
-    void SetData(std::int16_t, double value) override { benchmark::DoNotOptimize(value); }
+    int NumSets() const override { return 4; }
+    int NumPoints() const override { return 50; }
+    void SetData(int, double value) override { benchmark::DoNotOptimize(value); }
 };
 
 /// A file of the given number of records on the disk, and a viewer for it. The clock jumps, so that

@@ -19,25 +19,25 @@ namespace {
 /// Remembers counts alone, and traps what no caller may ask for.
 class CountingGraph : public SilentGraph {
 public:
-    std::int16_t NumSets() const override { return sets_; }
-    void SetNumSets(std::int16_t sets) override {
+    int NumSets() const override { return sets_; }
+    void SetNumSets(int sets) override {
         fuzz::Require(sets >= 0 && sets <= maxChannels);
         sets_ = sets;
     }
-    std::int16_t NumPoints() const override { return points_; }
-    void SetNumPoints(std::int16_t points) override { points_ = points; }
-    void SetThisSet(std::int16_t set) override { fuzz::Require(set >= 1 && set <= maxChannels); }
-    void SetData(std::int16_t point, double) override { CheckPoint(point); }
-    void SetExtra(std::int16_t point, std::int16_t) override { CheckPoint(point); }
-    void SetLabel(std::int16_t point, const std::string&) override { CheckPoint(point); }
-    void SetTickEvery(std::int16_t points) override { fuzz::Require(points >= 1); }
+    int NumPoints() const override { return points_; }
+    void SetNumPoints(int points) override { points_ = points; }
+    void SetThisSet(int set) override { fuzz::Require(set >= 1 && set <= maxChannels); }
+    void SetData(int point, double) override { CheckPoint(point); }
+    void SetExtra(int point, int) override { CheckPoint(point); }
+    void SetLabel(int point, const std::string&) override { CheckPoint(point); }
+    void SetTickEvery(int points) override { fuzz::Require(points >= 1); }
 
 private:
-    static void CheckPoint(std::int16_t point) {
+    static void CheckPoint(int point) {
         fuzz::Require(point >= 1 && point <= Mreport::maxGraphPoints);
     }
-    std::int16_t sets_ = 0;
-    std::int16_t points_ = 0;
+    int sets_ = 0;
+    int points_ = 0;
 };
 
 using NoView = SilentView<CountingGraph>;

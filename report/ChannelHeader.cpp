@@ -62,18 +62,18 @@ void ChannelHeader::TakeCell(std::size_t channel, const std::string& cell) {
         file_.channelKind[channel] = Electrode::Kind::redox;
     } else if (cell == Electrode::pHName) {
         file_.channelKind[channel] = Electrode::Kind::pH;
-    } else if (const std::int16_t number = NumberText::LeadingInteger(cell); number != 0) {
+    } else if (const int number = NumberText::LeadingInteger(cell); number != 0) {
         file_.channelNumber[channel] = number;
     } else {
         file_.channelKind[channel] = Electrode::Kind::ion;
     }
 }
 
-std::int16_t ChannelHeader::Finish() {
+int ChannelHeader::Finish() {
     FileOpr::MeasurementHeader& header = file_.header;
     header.projectName = Mcommon::TrimControl(header.projectName);
     if (header.hasElectrodes)
-        file_.channelCount = static_cast<std::int16_t>(header.channelCount);
+        file_.channelCount = header.channelCount;
     for (std::size_t i = 0; i < static_cast<std::size_t>(file_.channelCount); ++i)
         TakeCell(i, header.channels[i].electrode);
     for (std::size_t i = 0; i < header.channels.size(); ++i)
@@ -84,7 +84,7 @@ std::int16_t ChannelHeader::Finish() {
     shown_.channelWanted = shown_.channelInUse;
     if (file_.channelCount == 0)
         file_.channelCount = mWinInit::HardwareSettings.ChannelCount;
-    return static_cast<std::int16_t>(maxChannels - unusedChannels_);
+    return static_cast<int>(maxChannels - unusedChannels_);
 }
 
 /// Reads on behind the comment line with which the first record begins.
@@ -105,15 +105,14 @@ void ChannelHeader::TakeInferredRow(std::string_view line) {
     if (!quantity)
         return;
     const auto cells = MeasurementLines::SplitCells(line);
-    file_.channelCount = std::max(file_.channelCount, static_cast<std::int16_t>(cells.count));
+    file_.channelCount = std::max(file_.channelCount, static_cast<int>(cells.count));
     for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
         if (MeasurementLines::IsMissing(Mcommon::TrimControl(cells.cell[i])))
             continue;
         if (*quantity != Quantity::celsius)
             file_.channelKind[i] = KindTold(*quantity);
-        else if (i <
-                 tempSensorCount) // which sensor it was is not told; the own one is a fair guess
-            file_.channelNumber[i] = static_cast<std::int16_t>(i + 1);
+        else if (i < tempSensorCount) // which one it was is not told; its own is a fair guess
+            file_.channelNumber[i] = static_cast<int>(i + 1);
     }
 }
 

@@ -22,7 +22,7 @@ public:
     /// Ends the header. A file without channel rows takes its channels from its first record, as
     /// far as the values tell. Returns the number of graph series: 8 less the channels that read
     /// "None", whatever the channel count.
-    std::int16_t Finish();
+    int Finish();
 
     /// The lines for the header box, without separators; bounded.
     const std::string& Head() const { return head_; }
@@ -36,7 +36,7 @@ private:
     ShownGraph& shown_;
     std::string head_;
     int headLines_ = 0;
-    std::int16_t unusedChannels_ = 0;
+    int unusedChannels_ = 0;
 };
 
 } // namespace Mreport

@@ -164,7 +164,7 @@ private:
 
     /// An idle channel's sensor may have been read through another channel.
     std::string OfSharedSensor(const MeasurementLines::Cells& cells, std::size_t channel) const {
-        const std::int16_t sensor = file_.channelNumber[channel];
+        const int sensor = file_.channelNumber[channel];
         if (sensor < 1 || file_.channelKind[channel] == Electrode::Kind::none)
             return {};
         return file_.SensorCell(cells, sensor).value_or("");

@@ -14,11 +14,6 @@ namespace {
 constexpr std::int32_t pointsPerTick = 55;
 constexpr std::int32_t tickStep = 5;
 
-std::int16_t Short(std::int32_t number) {
-    return static_cast<std::int16_t>(
-        std::min<std::int32_t>(number, std::numeric_limits<std::int16_t>::max()));
-}
-
 /// The value of a series in a row of its unit.
 std::optional<double> ValueOf(const ViewedFile& file, Quantity unit,
                               const MeasurementLines::Cells& cells, int number) {
@@ -36,7 +31,7 @@ public:
     struct Limits {
         std::int32_t leading = 0; ///< points of the live block that lie before the page
         std::int32_t capacity = 0;
-        std::int16_t tickEvery = 1;
+        int tickEvery = 1;
     };
 
     SpanWalk(ReportGraph& graph, const ViewedFile& file, const ShownGraph& shown,
@@ -66,7 +61,7 @@ public:
     /// Writes the record at hand.
     void CloseRecord() {
         if (inRecord_) // a record without a line of this unit has a point, but no value
-            PlotPoint(graph_, Short(point_), values_);
+            PlotPoint(graph_, point_, values_);
         inRecord_ = false;
     }
 
@@ -84,7 +79,7 @@ private:
         if (first)
             WriteLegends(graph_, unit_, series_);
         const std::int32_t record = walk_.Number();
-        LabelPoint(graph_, Short(point_), record, first || record % limits_.tickEvery == 0);
+        LabelPoint(graph_, point_, record, first || record % limits_.tickEvery == 0);
         return true;
     }
 
@@ -159,11 +154,11 @@ std::int32_t WalkSpan(SpanWalk& walk, const ReportPages& pages, const Span& span
 
 } // namespace
 
-std::int16_t TickEvery(std::int32_t numPoints) {
+int TickEvery(std::int32_t numPoints) {
     std::int32_t spacing = numPoints / pointsPerTick + 1;
     if (spacing != 1) // a multiple of 5 is raised by a full step, too
         spacing += tickStep - spacing % tickStep;
-    return Short(spacing);
+    return spacing;
 }
 
 std::optional<double> CellValue(std::string_view cell) {
@@ -185,33 +180,33 @@ SeriesValues ValuesOf(const ViewedFile& file, Quantity unit, std::string_view va
 void WriteLegends(ReportGraph& graph, Quantity unit, const std::vector<int>& series) {
     const bool sensors = unit == Quantity::celsius;
     for (std::size_t i = 0; i < series.size(); ++i) {
-        const auto set = static_cast<std::int16_t>(i + 1);
+        const auto set = static_cast<int>(i + 1);
         graph.SetThisSet(set);
-        graph.SetStyle(set, static_cast<std::int16_t>(series[i] - 1));
+        graph.SetStyle(set, series[i] - 1);
         graph.SetLegend(set, (sensors ? "Temp. " : "Ch. ") + std::to_string(series[i]));
     }
 }
 
-void PlotPoint(ReportGraph& graph, std::int16_t point, const SeriesValues& values) {
+void PlotPoint(ReportGraph& graph, int point, const SeriesValues& values) {
     for (std::size_t i = 0; i < values.size(); ++i) {
-        graph.SetThisSet(static_cast<std::int16_t>(i + 1));
+        graph.SetThisSet(static_cast<int>(i + 1));
         graph.SetData(point, values[i].value_or(0));
         graph.SetExtra(point, values[i] ? graph::valuePoint : graph::fillerPoint);
     }
 }
 
-void LabelPoint(ReportGraph& graph, std::int16_t point, std::int64_t record, bool labelled) {
+void LabelPoint(ReportGraph& graph, int point, std::int64_t record, bool labelled) {
     graph.SetXAxisMinorTicks(labelled ? 0 : 1);
     graph.SetLabel(point, labelled ? std::to_string(record) : std::string());
 }
 
 void FillUp(ReportGraph& graph, const Fillers& fillers) {
     for (std::int32_t point = fillers.from; point <= fillers.to; ++point) {
-        LabelPoint(graph, Short(point), std::int64_t{fillers.firstRecord.number} + point - 1,
+        LabelPoint(graph, point, std::int64_t{fillers.firstRecord.number} + point - 1,
                    point % fillers.tickEvery == 0);
         for (std::int32_t set = 1; set <= graph.NumSets(); ++set) {
-            graph.SetThisSet(Short(set));
-            graph.SetExtra(Short(point), graph::fillerPoint);
+            graph.SetThisSet(set);
+            graph.SetExtra(point, graph::fillerPoint);
         }
     }
 }
@@ -249,7 +244,7 @@ DrawnSpan DrawSpan(ReportGraph& graph, const ReportGraph& formGraph, const Viewe
     const std::int32_t asked = std::clamp(span.numPoints, 0, maxGraphPoints);
     const Span bounded{span.page, span.endRecord, asked, span.fromLive};
     graph.SetNumSets(formGraph.NumSets());
-    graph.SetNumPoints(Short(asked));
+    graph.SetNumPoints(asked);
     graph.SetLeftTitle(UnitText(shown.unitCode));
     graph.SetDataReset(graph::resetAllData);
     graph.SetTickEvery(TickEvery(asked));
@@ -260,13 +255,11 @@ DrawnSpan DrawSpan(ReportGraph& graph, const ReportGraph& formGraph, const Viewe
     SpanWalk walk(graph, file, shown, {place.leading, capacity, TickEvery(asked)});
     const std::int32_t filled = WalkSpan(walk, file.pages, bounded, place);
     if (NeedsFillers(bounded, filled, shown.autoUpdate)) {
-        const std::int16_t points =
-            std::max({graph::smallestPointCount, Short(asked), Short(filled)});
+        const int points = std::max({graph::smallestPointCount, asked, filled});
         graph.SetNumPoints(points);
-        const std::int16_t spacing = TickEvery(asked);
-        FillUp(graph,
-               {1, filled == 0 ? std::int16_t{0} : Short(place.leading), {place.first}, spacing});
-        FillUp(graph, {Short(filled + 1), points, {place.first}, spacing});
+        const int spacing = TickEvery(asked);
+        FillUp(graph, {1, filled == 0 ? 0 : place.leading, {place.first}, spacing});
+        FillUp(graph, {filled + 1, points, {place.first}, spacing});
     }
     graph.SetDrawMode(graph::draw);
     return {{place.first}, filled};

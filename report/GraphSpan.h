@@ -12,7 +12,7 @@
 namespace Mreport {
 
 /// Spacing of the labelled points of a span: every point up to 54 points, then multiples of 5.
-std::int16_t TickEvery(std::int32_t numPoints);
+int TickEvery(std::int32_t numPoints);
 
 /// What a drawing shows.
 struct DrawnSpan {
@@ -53,18 +53,18 @@ SeriesValues ValuesOf(const ViewedFile& file, Quantity unit, std::string_view va
 void WriteLegends(ReportGraph& graph, Quantity unit, const std::vector<int>& series);
 
 /// Writes one point of every series; a missing value becomes a filler point.
-void PlotPoint(ReportGraph& graph, std::int16_t point, const SeriesValues& values);
+void PlotPoint(ReportGraph& graph, int point, const SeriesValues& values);
 
 /// Writes a point's label: the record number, or an empty one.
-void LabelPoint(ReportGraph& graph, std::int16_t point, std::int64_t record, bool labelled);
+void LabelPoint(ReportGraph& graph, int point, std::int64_t record, bool labelled);
 
 /// Completes the points from `from` to `to`: labels by the point number, and a mark in every set
 /// that tells that they carry no value.
 struct Fillers {
-    std::int16_t from = 1;
-    std::int16_t to = 0;
+    int from = 1;
+    int to = 0;
     FileRecord firstRecord{1}; ///< that point 1 stands for
-    std::int16_t tickEvery = 1;
+    int tickEvery = 1;
 };
 void FillUp(ReportGraph& graph, const Fillers& fillers);
 

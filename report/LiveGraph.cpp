@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::size_t liveMargin = 9;
 
-std::int16_t PointInBlock(std::int32_t record) {
-    return static_cast<std::int16_t>((record - 1) % spanLength + 1);
+int PointInBlock(std::int32_t record) {
+    return (record - 1) % spanLength + 1;
 }
 
 /// The values of the graph's newest record, as the list has them.
@@ -38,20 +38,20 @@ SeriesValues NewestValues(const ViewedFile& file, const ShownGraph& shown,
 void DynResetGraph(ReportGraph& graph, FileRecord record) {
     Mcommon::errorLocation = "DynResetGraph";
     graph.SetDataReset(graph::resetAllData);
-    graph.SetNumPoints(static_cast<std::int16_t>(spanLength));
+    graph.SetNumPoints(spanLength);
     graph.SetTickEvery(TickEvery(spanLength));
-    FillUp(graph, {1, static_cast<std::int16_t>(spanLength), record, TickEvery(spanLength)});
+    FillUp(graph, {1, spanLength, record, TickEvery(spanLength)});
 }
 
 DrawnSpan DynUpdate(ReportGraph& graph, const ViewedFile& file, const ShownGraph& shown,
                     FileRecord record) {
     Mcommon::errorLocation = "DynUpdate";
     const std::int32_t number = std::max(record.number, 1);
-    const std::int16_t point = PointInBlock(number);
+    const int point = PointInBlock(number);
     if (number <= spanLength) {
         if (number == 1)
             graph.SetDataReset(graph::resetAllData);
-        graph.SetNumPoints(static_cast<std::int16_t>(number));
+        graph.SetNumPoints(number);
     } else if (point == 1) {
         DynResetGraph(graph, {number});
     }

@@ -31,7 +31,7 @@ std::vector<RecordSearch::Entry> RecordSearch::Entries() const {
         if (file_.channelKind[static_cast<std::size_t>(channel)] != Electrode::Kind::none)
             entries.push_back({channel, "Chan. " + std::to_string(channel + 1)});
     for (int sensor = 1; sensor <= tempSensorCount; ++sensor) {
-        const auto has = [sensor](std::int16_t number) { return number == sensor; };
+        const auto has = [sensor](int number) { return number == sensor; };
         if (std::any_of(file_.channelNumber.begin(), file_.channelNumber.end(), has))
             entries.push_back({maxChannels + sensor - 1, "Temp. " + std::to_string(sensor)});
     }
@@ -109,7 +109,7 @@ void RecordSearch::KeepRow(Quantity unit, std::string_view valueLine) {
 
 void RecordSearch::KeepTemperatures(const MeasurementLines::Cells& cells) {
     for (std::size_t channel = 0; channel < static_cast<std::size_t>(cells.count); ++channel) {
-        const std::int16_t sensor = file_.channelNumber[channel];
+        const int sensor = file_.channelNumber[channel];
         if (sensor < 1 || sensor > tempSensorCount)
             continue;
         std::string& kept = temperatures_[static_cast<std::size_t>(sensor - 1)];

@@ -125,7 +125,7 @@ RecordWalk::Step ReportLoader::AddLine(const ScannedLine& line) {
     return added.step;
 }
 
-std::int16_t ReportLoader::GetChanInfo() {
+int ReportLoader::GetChanInfo() {
     Mcommon::errorLocation = "GetChanInfo";
     LineScanner scanner = MakeScanner();
     ChannelHeader header(file_, shown_);
@@ -137,7 +137,7 @@ std::int16_t ReportLoader::GetChanInfo() {
         if (!MeasurementLines::IsRecordStart(line.text))
             header.TakeLine(file_.pages.Decoded(line.text));
     }
-    const std::int16_t sets = header.Finish();
+    const int sets = header.Finish();
     view_.ShowHead(header.Head());
     return sets;
 }

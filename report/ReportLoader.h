@@ -67,7 +67,7 @@ private:
     };
 
     /// Reads the header up to the first record; the number of graph series.
-    std::int16_t GetChanInfo();
+    int GetChanInfo();
     void FillList(bool firstLoad);
     void ReadRecords(bool firstLoad);
     void TakeLine(const ScannedLine& line, bool firstLoad);

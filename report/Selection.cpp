@@ -54,8 +54,8 @@ std::string Selection::Caption(int index) const {
     return (unit_ == Quantity::celsius ? "Temp. " : "Ch. ") + std::to_string(index + 1);
 }
 
-std::int16_t Selection::CheckedCount() const {
-    return static_cast<std::int16_t>(
+int Selection::CheckedCount() const {
+    return static_cast<int>(
         std::count_if(boxes_.begin(), boxes_.end(), [](const Box& box) { return box.checked; }));
 }
 

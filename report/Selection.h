@@ -31,7 +31,7 @@ public:
     std::string Heading() const; ///< "Channels" or "Temp. Sensors"
     std::string Caption(int index) const;
     const Box& BoxAt(int index) const { return boxes_.at(static_cast<std::size_t>(index)); }
-    std::int16_t CheckedCount() const;
+    int CheckedCount() const;
 
     /// True when so many points of every checked box stay below the graph's limit.
     bool Fits(std::int32_t points) const;

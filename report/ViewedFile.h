@@ -31,9 +31,9 @@ struct ViewedFile {
 
     FileOpr::MeasurementHeader header; ///< empty where the file has none
 
-    std::int16_t channelCount = 0; ///< channel columns of the file
+    int channelCount = 0; ///< channel columns of the file
     std::array<Electrode::Kind, maxChannels> channelKind{};
-    std::array<std::int16_t, maxChannels> channelNumber{}; ///< temperature sensor, 0 for none
+    std::array<int, maxChannels> channelNumber{}; ///< temperature sensor, 0 for none
 
     /// Of the newest list page.
     int LastPageIndex() const { return pages.Last(); }

@@ -126,28 +126,28 @@ void GraphControl::MakeLegend() {
     plot_->legend->setVisible(true);
 }
 
-void GraphControl::SetNumSets(std::int16_t sets) {
-    numSets_ = std::clamp<std::int16_t>(sets, 0, SeriesStyle::count);
+void GraphControl::SetNumSets(int sets) {
+    numSets_ = std::clamp(sets, 0, SeriesStyle::count);
     if (sets_.size() < static_cast<std::size_t>(numSets_))
         sets_.resize(static_cast<std::size_t>(numSets_));
 }
 
-void GraphControl::SetNumPoints(std::int16_t points) {
-    numPoints_ = std::max<std::int16_t>(points, 0);
+void GraphControl::SetNumPoints(int points) {
+    numPoints_ = std::max(points, 0);
 }
 
-void GraphControl::SetThisSet(std::int16_t set) {
-    thisSet_ = std::clamp<std::int16_t>(set, 1, SeriesStyle::count);
+void GraphControl::SetThisSet(int set) {
+    thisSet_ = std::clamp(set, 1, SeriesStyle::count);
     if (sets_.size() < static_cast<std::size_t>(thisSet_))
         sets_.resize(static_cast<std::size_t>(thisSet_));
 }
 
-void GraphControl::SetLegend(std::int16_t set, const std::string& text) {
+void GraphControl::SetLegend(int set, const std::string& text) {
     SetThisSet(set);
     sets_[static_cast<std::size_t>(thisSet_ - 1)].legend = Text::ToQt(text);
 }
 
-void GraphControl::SetStyle(std::int16_t set, std::int16_t style) {
+void GraphControl::SetStyle(int set, int style) {
     SetThisSet(set);
     sets_[static_cast<std::size_t>(thisSet_ - 1)].style = std::max<int>(style, 0);
 }
@@ -157,7 +157,7 @@ void GraphControl::SetEmptyText(const QString& text) {
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-void GraphControl::SetData(std::int16_t point, double value) {
+void GraphControl::SetData(int point, double value) {
     if (point < 1)
         return;
     SetThisSet(thisSet_);
@@ -167,12 +167,12 @@ void GraphControl::SetData(std::int16_t point, double value) {
     values[static_cast<std::size_t>(point - 1)] = value;
 }
 
-void GraphControl::SetExtra(std::int16_t point, std::int16_t mark) {
+void GraphControl::SetExtra(int point, int mark) {
     if (mark == Mreport::graph::fillerPoint)
         SetData(point, noValue);
 }
 
-void GraphControl::SetLabel(std::int16_t point, const std::string& text) {
+void GraphControl::SetLabel(int point, const std::string& text) {
     if (point < 1)
         return;
     auto& labels = ticker_->labels;
@@ -194,7 +194,7 @@ void GraphControl::SetGraphTitle(const std::string& text) {
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-void GraphControl::SetDataReset(std::int16_t what) {
+void GraphControl::SetDataReset(int what) {
     if (what != Mreport::graph::resetAllData)
         return;
     for (Set& set : sets_)
@@ -204,7 +204,7 @@ void GraphControl::SetDataReset(std::int16_t what) {
     MarkPoint({});
 }
 
-void GraphControl::SetDrawMode(std::int16_t mode) {
+void GraphControl::SetDrawMode(int mode) {
     if (mode != Mreport::graph::draw)
         return;
     ShowSets();
@@ -222,7 +222,7 @@ double GraphControl::ValueAt(int set, int point) const {
     return values[static_cast<std::size_t>(point - 1)];
 }
 
-double GraphControl::DataGetAmp(std::int16_t set, std::int16_t point) const {
+double GraphControl::DataGetAmp(int set, int point) const {
     const double value = ValueAt(set, point);
     return std::isnan(value) ? 0 : value;
 }

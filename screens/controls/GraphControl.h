@@ -27,24 +27,24 @@ public:
     explicit GraphControl(QWidget* parent = nullptr);
     ~GraphControl() override;
 
-    std::int16_t NumSets() const override { return numSets_; }
-    void SetNumSets(std::int16_t sets) override;
-    std::int16_t NumPoints() const override { return numPoints_; }
-    void SetNumPoints(std::int16_t points) override;
-    void SetThisSet(std::int16_t set) override;
-    void SetLegend(std::int16_t set, const std::string& text) override;
-    void SetStyle(std::int16_t set, std::int16_t style) override;
-    void SetData(std::int16_t point, double value) override;
-    void SetExtra(std::int16_t point, std::int16_t mark) override;
-    void SetLabel(std::int16_t point, const std::string& text) override;
-    void SetXAxisMinorTicks(std::int16_t minor) override { minorTicks_ = minor; }
-    void SetTickEvery(std::int16_t /*points*/) override {} // the labels themselves say it
+    int NumSets() const override { return numSets_; }
+    void SetNumSets(int sets) override;
+    int NumPoints() const override { return numPoints_; }
+    void SetNumPoints(int points) override;
+    void SetThisSet(int set) override;
+    void SetLegend(int set, const std::string& text) override;
+    void SetStyle(int set, int style) override;
+    void SetData(int point, double value) override;
+    void SetExtra(int point, int mark) override;
+    void SetLabel(int point, const std::string& text) override;
+    void SetXAxisMinorTicks(int minor) override { minorTicks_ = minor; }
+    void SetTickEvery(int /*points*/) override {} // the labels themselves say it
     std::string LeftTitle() const override;
     void SetLeftTitle(const std::string& text) override;
     void SetGraphTitle(const std::string& text) override;
-    void SetDataReset(std::int16_t what) override;
-    void SetDrawMode(std::int16_t mode) override;
-    double DataGetAmp(std::int16_t set, std::int16_t point) const override;
+    void SetDataReset(int what) override;
+    void SetDrawMode(int mode) override;
+    double DataGetAmp(int set, int point) const override;
 
     /// Draws the graph as on white paper, whatever the screen's palette.
     void PaintOnPaper(QPainter& painter, const QRectF& place);
@@ -104,10 +104,10 @@ private:
     std::vector<QCPGraph*> graphs_;
     std::vector<Set> sets_;
     int sheetWidth_ = 0; ///< 0 while the graph is drawn on the screen
-    std::int16_t numSets_ = 0;
-    std::int16_t numPoints_ = 0;
-    std::int16_t thisSet_ = 1;
-    std::int16_t minorTicks_ = 0;
+    int numSets_ = 0;
+    int numPoints_ = 0;
+    int thisSet_ = 1;
+    int minorTicks_ = 0;
     bool fitting_ = false; ///< the axes are being set to the whole span
     bool zoomed_ = false;  ///< the user has chosen what part of the span is seen
     Hit marked_;

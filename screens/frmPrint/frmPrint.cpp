@@ -113,7 +113,7 @@ platform::PrintOutcome frmPrint::PrintTable(Mreport::RecordRange range) {
 
 platform::PrintOutcome frmPrint::PrintGraph(Mreport::RecordRange range) {
     GraphControl& graph = *ui_->graReport;
-    graph.SetNumSets(static_cast<std::int16_t>(Mreport::Series(file_, shown_).size()));
+    graph.SetNumSets(static_cast<int>(Mreport::Series(file_, shown_).size()));
     graph.SetLeftTitle(Mreport::UnitText(shown_.unitCode));
     graph.SetGraphTitle(Mreport::ReportTitle(file_, Mreport::PrintKind::graph));
     Mreport::Span span;

@@ -70,7 +70,7 @@ TEST_F(ReportLoader, The_channel_header_gives_kinds_sensors_and_the_number_of_se
     View(MeasurementText().File(1));
     EXPECT_EQ(viewed.channelCount, 4);
     EXPECT_EQ(viewed.channelKind, (Kinds{Kind::ion, Kind::pH, Kind::redox}));
-    EXPECT_EQ(viewed.channelNumber, (std::array<std::int16_t, 8>{1, 2, 0, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(viewed.channelNumber, (std::array<int, 8>{1, 2, 0, 0, 0, 0, 0, 0}));
     EXPECT_EQ(shown.channelInUse,
               (std::array<bool, 8>{true, true, true, false, true, true, true, true}));
     EXPECT_EQ(view.graph.NumSets(), 7) << "8 less one None, in a file of four channels, too";

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-void RecordingGraph::SetDataReset(std::int16_t what) {
+void RecordingGraph::SetDataReset(int what) {
     EXPECT_EQ(what, 9);
     ++resets;
     for (auto& [number, set] : sets) {
@@ -15,7 +15,7 @@ void RecordingGraph::SetDataReset(std::int16_t what) {
     minorTicks.clear();
 }
 
-void RecordingGraph::SetDrawMode(std::int16_t mode) {
+void RecordingGraph::SetDrawMode(int mode) {
     EXPECT_EQ(mode, 3);
     ++draws;
 }

@@ -18,45 +18,41 @@ public:
     std::map<int, Set> sets;
     std::map<int, std::string> labels;
     std::map<int, int> minorTicks; ///< in force when the point's label was written
-    std::int16_t tickEvery = 0;
+    int tickEvery = 0;
     std::string title;
     int draws = 0;
     int resets = 0;
 
-    std::int16_t NumSets() const override { return numSets_; }
-    void SetNumSets(std::int16_t count) override { numSets_ = count; }
-    std::int16_t NumPoints() const override { return numPoints_; }
-    void SetNumPoints(std::int16_t points) override { numPoints_ = points; }
-    void SetThisSet(std::int16_t set) override { thisSet_ = set; }
-    void SetLegend(std::int16_t set, const std::string& text) override { sets[set].legend = text; }
-    void SetStyle(std::int16_t set, std::int16_t style) override { sets[set].style = style; }
-    void SetData(std::int16_t point, double value) override { sets[thisSet_].data[point] = value; }
-    void SetExtra(std::int16_t point, std::int16_t mark) override {
-        sets[thisSet_].extra[point] = mark;
-    }
-    void SetLabel(std::int16_t point, const std::string& text) override {
+    int NumSets() const override { return numSets_; }
+    void SetNumSets(int count) override { numSets_ = count; }
+    int NumPoints() const override { return numPoints_; }
+    void SetNumPoints(int points) override { numPoints_ = points; }
+    void SetThisSet(int set) override { thisSet_ = set; }
+    void SetLegend(int set, const std::string& text) override { sets[set].legend = text; }
+    void SetStyle(int set, int style) override { sets[set].style = style; }
+    void SetData(int point, double value) override { sets[thisSet_].data[point] = value; }
+    void SetExtra(int point, int mark) override { sets[thisSet_].extra[point] = mark; }
+    void SetLabel(int point, const std::string& text) override {
         labels[point] = text;
         minorTicks[point] = minor_;
     }
-    void SetXAxisMinorTicks(std::int16_t minor) override { minor_ = minor; }
-    void SetTickEvery(std::int16_t points) override { tickEvery = points; }
+    void SetXAxisMinorTicks(int minor) override { minor_ = minor; }
+    void SetTickEvery(int points) override { tickEvery = points; }
     std::string LeftTitle() const override { return leftTitle_; }
     void SetLeftTitle(const std::string& text) override { leftTitle_ = text; }
     void SetGraphTitle(const std::string& text) override { title = text; }
-    void SetDataReset(std::int16_t what) override;
-    void SetDrawMode(std::int16_t mode) override;
-    double DataGetAmp(std::int16_t set, std::int16_t point) const override {
-        return sets.at(set).data.at(point);
-    }
+    void SetDataReset(int what) override;
+    void SetDrawMode(int mode) override;
+    double DataGetAmp(int set, int point) const override { return sets.at(set).data.at(point); }
 
     /// Points of a set that carry a value.
     int Values(int set) const;
 
 private:
-    std::int16_t numSets_ = 0;
-    std::int16_t numPoints_ = 0;
-    std::int16_t thisSet_ = 1;
-    std::int16_t minor_ = 0;
+    int numSets_ = 0;
+    int numPoints_ = 0;
+    int thisSet_ = 1;
+    int minor_ = 0;
     std::string leftTitle_;
 };
 

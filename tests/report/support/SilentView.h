@@ -8,24 +8,24 @@
 /// A graph that draws nothing and keeps nothing.
 class SilentGraph : public Mreport::ReportGraph {
 public:
-    std::int16_t NumSets() const override { return 0; }
-    void SetNumSets(std::int16_t) override {}
-    std::int16_t NumPoints() const override { return 0; }
-    void SetNumPoints(std::int16_t) override {}
-    void SetThisSet(std::int16_t) override {}
-    void SetLegend(std::int16_t, const std::string&) override {}
-    void SetStyle(std::int16_t, std::int16_t) override {}
-    void SetData(std::int16_t, double) override {}
-    void SetExtra(std::int16_t, std::int16_t) override {}
-    void SetLabel(std::int16_t, const std::string&) override {}
-    void SetXAxisMinorTicks(std::int16_t) override {}
-    void SetTickEvery(std::int16_t) override {}
+    int NumSets() const override { return 0; }
+    void SetNumSets(int) override {}
+    int NumPoints() const override { return 0; }
+    void SetNumPoints(int) override {}
+    void SetThisSet(int) override {}
+    void SetLegend(int, const std::string&) override {}
+    void SetStyle(int, int) override {}
+    void SetData(int, double) override {}
+    void SetExtra(int, int) override {}
+    void SetLabel(int, const std::string&) override {}
+    void SetXAxisMinorTicks(int) override {}
+    void SetTickEvery(int) override {}
     std::string LeftTitle() const override { return {}; }
     void SetLeftTitle(const std::string&) override {}
     void SetGraphTitle(const std::string&) override {}
-    void SetDataReset(std::int16_t) override {}
-    void SetDrawMode(std::int16_t) override {}
-    double DataGetAmp(std::int16_t, std::int16_t) const override { return 0; }
+    void SetDataReset(int) override {}
+    void SetDrawMode(int) override {}
+    double DataGetAmp(int, int) const override { return 0; }
 };
 
 /// A viewer that shows nothing, around a graph of the given kind; its scroll bar stands still.

@@ -23,10 +23,10 @@ protected:
     void DrawTwoSets() {
         graph.SetNumSets(2);
         graph.SetNumPoints(10);
-        for (std::int16_t set = 1; set <= 2; ++set) {
+        for (int set = 1; set <= 2; ++set) {
             graph.SetThisSet(set);
             graph.SetLegend(set, "Ch. " + std::to_string(set));
-            for (std::int16_t point = 1; point <= 10; ++point) {
+            for (int point = 1; point <= 10; ++point) {
                 graph.SetData(point, point + set);
                 graph.SetLabel(point, std::to_string(point));
             }
@@ -142,11 +142,11 @@ TEST_F(GraphTest, Filler_points_are_no_values) {
     graph.SetNumPoints(10);
     graph.SetThisSet(1);
     graph.SetLegend(1, "Ch. 1");
-    for (std::int16_t point = 1; point <= 7; ++point) {
+    for (int point = 1; point <= 7; ++point) {
         graph.SetData(point, 5);
         graph.SetExtra(point, 0);
     }
-    for (std::int16_t point = 8; point <= 10; ++point)
+    for (int point = 8; point <= 10; ++point)
         graph.SetExtra(point, 1);
     graph.SetDrawMode(3);
     Show(graph);
@@ -251,7 +251,7 @@ TEST_F(GraphTest, A_point_that_is_added_leaves_the_user_s_zoom_and_a_new_span_en
 
 TEST_F(GraphTest, The_keyboard_begins_with_the_first_set_that_has_values) {
     DrawTwoSets();
-    for (std::int16_t point = 1; point <= 10; ++point) {
+    for (int point = 1; point <= 10; ++point) {
         graph.SetThisSet(1);
         graph.SetExtra(point, 1);
     }
