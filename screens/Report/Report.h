@@ -1,14 +1,16 @@
 #pragma once
 
-#include "files/LiveReport.h"
 #include "files/MeasuringRun.h"
 #include "report/ReportLoader.h"
-#include "report/ReportView.h"
+#include "screens/Report/LoadView.h"
 #include "screens/Report/ReportExport.h"
+#include "screens/Report/ReportLists.h"
+#include "screens/Report/ReportMenus.h"
+#include "screens/Report/ReportSearch.h"
+#include "screens/Report/RunFollower.h"
 #include "screens/controls/EventGuard.h"
 
 #include <QMainWindow>
-#include <QPointer>
 
 #include <filesystem>
 #include <memory>
@@ -16,21 +18,14 @@
 namespace Ui {
 class Report;
 }
-class QAction;
-class ReportLists;
-class frmSrch;
 
 /// The viewer of one measurement file: its lines as list pages and its values as a graph. Loading
 /// runs inside ViewFile while events go on; the form must not be deleted before it has returned,
 /// and it refuses to close until then.
-class Report : public QMainWindow, private Mreport::ReportView {
+class Report : public QMainWindow {
     Q_OBJECT
 
 public:
-    enum FileItem { openFile, printReport, exportRecords, exportGraph, closeReport };
-    enum ViewItem { selectChannels, graphView, tableView, zoomIn, zoomOut, wholeSpan };
-    enum ToolItem { calculator, notepad, findRecord, copyLines, selectAllLines };
-    enum UpdateItem { updateList, automaticUpdate };
     enum View { graphTab, tableTab }; ///< of TabStrip
 
     /// The run is what may be recorded meanwhile; it must outlive the viewer.
@@ -63,14 +58,12 @@ protected:
 
 private:
     void Form_Load();
-    void FitHead();
     void WireControls();
+    void WireParts();
     void WireMenus();
     void Form_KeyDown(int keyCode);
     bool Form_QueryUnload();
     void Form_Unload();
-    void Form_Activate();
-    void RestorePlace();
 
     void mnuFileItem_Click(int Index);
     void mnuRecent_Click(QAction* item);
@@ -82,61 +75,39 @@ private:
     void mnuBack_Click();
     void TabStrip_Click(int tab);
     void Pages_Click(int page);
-    void HScroll_Change(int value);
-    void HScroll_Scroll(int value);
+    void graReport_Click(const std::string& text);
+    void GraphSpanWanted(Mreport::PageRecord end);
+    void GraphPageWanted(int page);
+    void RecordWanted(std::int64_t place, std::uint64_t offset);
+    void HScroll_Scroll(Mreport::FileRecord end);
     void HScroll_Release();
-    void graReport_Click(int set, int point);
-    void graReport_MouseMove(int set, int point);
-    void picWholeRun_QuantityChosen(Quantity quantity);
-    void picWholeRun_PageSpanWanted(int page, Mreport::PageRecord end);
-    void picWholeRun_RecordWanted(std::int64_t place, std::uint64_t offset);
-    void picWholeRun_DrawsSpanChanged();
+    void TakeFile(const std::filesystem::path& fileName);
+    void ForgetFile();
+    void FileGrown();
+    void FileBegunAnew();
+    void FindNext();
 
     void OpenFile(const std::filesystem::path& fileName);
     void OpenThroughDialog();
-    void Print();
-    void ExportRecords();
-    void ExportGraphPicture();
     void SelectChannels();
-    void Zoom(double factor);
-    void FindRecord();
-    void FindNext();
     void GoTo(int page, int line);
-    void ShowInGraph(Mreport::FileRecord record);
-    void ShowView(bool table);
+    void ShowView(View view);
     void AllowMenus();
-    void FileGrown();
-    void TakeWhatIsNew();
-    void NoticeLive();
     void NoticeDamage();
     /// False, and it is said, while a load or an export runs.
     bool Refuse(std::string_view message);
-    /// The channel or sensor of a set; 0 where there is none.
-    int SeriesNumber(int set) const;
-    QString Caption() const;
-
-    void ShowCaption(const std::filesystem::path& file) override;
-    void ResetPages() override;
-    void ShowHead(const std::string& headerLines) override;
-    void ShowStatus(const std::string& text) override;
-    void PageAdded(int page, bool selectNew) override;
-    void LinesAdded() override;
-    void SelectShownPage() override;
-    void SetScroll(const Mreport::ScrollLimits& limits) override;
-    Mreport::PageRecord ScrollValue() const override;
-    Mreport::ReportGraph& Graph() override;
-    void GraphDrawn(Mreport::FileRecord firstRecord) override;
 
     FileOpr::MeasuringRun& run_;
     EventGuard guard_{"Unexpected error - "};
-    std::unique_ptr<Ui::Report> ui_;
     Mreport::ViewedFile file_;
     Mreport::ShownGraph shown_;
-    Mreport::ReportLoader loader_{run_, file_, shown_, *this};
-    ReportExport export_{file_};
-    std::unique_ptr<ReportLists> lists_;
-    QPointer<frmSrch> search_;
-    Mreport::FileRecord firstRecord_{1}; ///< that point 1 of the graph stands for
+    std::unique_ptr<Ui::Report> ui_;
+    ReportMenus menus_;
+    ReportLists lists_;
+    ReportExport export_;
+    ReportSearch search_;
+    LoadView view_;
+    Mreport::ReportLoader loader_;
+    RunFollower follower_;
     bool updateEnabled_ = true;
-    FileOpr::LiveReport live_;
 };

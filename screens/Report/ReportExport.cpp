@@ -3,10 +3,10 @@
 #include "base/CodePage.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
-#include "report/CsvExport.h"
 #include "report/ViewedFile.h"
 #include "screens/controls/GraphExport.h"
 
+#include <QLabel>
 #include <QScopeGuard>
 
 namespace {
@@ -40,30 +40,38 @@ std::optional<std::filesystem::path> Ask(const platform::FileDialogRequest& requ
 
 } // namespace
 
-std::optional<QString> ReportExport::WriteRecords(const std::function<void()>& begun) {
+void ReportExport::WriteRecords() {
     std::size_t filter = 0;
     auto request = Request(file_.path, "Export Records", "csv", csvFilters);
     request.chosenFilter = &filter;
-    const auto target = Ask(request);
-    if (!target)
-        return std::nullopt;
-    state_ = State::running;
-    const auto done = qScopeGuard([this] { state_ = State::idle; });
-    begun();
-    const auto reader =
-        filter == spreadsheetFilter ? Mreport::CsvReader::spreadsheet : Mreport::CsvReader::any;
-    const auto records =
-        Mreport::ExportCsv(file_, *target, reader, [this] { return state_ == State::stopping; });
-    return state_ == State::stopping ? QString("Ready")
-                                     : QString("Ready: %1 records exported").arg(records);
+    if (const auto target = Ask(request))
+        WriteRecords(*target, filter == spreadsheetFilter ? Mreport::CsvReader::spreadsheet
+                                                          : Mreport::CsvReader::any);
 }
 
-std::optional<QString> ReportExport::WriteGraph(GraphControl& graph) {
+void ReportExport::WriteRecords(const std::filesystem::path& target, Mreport::CsvReader reader) {
+    QString outcome = "Ready"; // also where it fails
+    const auto done = qScopeGuard([this, &outcome] {
+        state_ = State::idle;
+        status_.setText(outcome);
+    });
+    state_ = State::running;
+    status_.setText("Exporting records... [Press ESC to stop exporting]");
+    status_.repaint();
+    const auto records =
+        Mreport::ExportCsv(file_, target, reader, [this] { return state_ == State::stopping; });
+    if (state_ != State::stopping)
+        outcome = QString("Ready: %1 records exported").arg(records);
+}
+
+void ReportExport::WriteGraph(GraphControl& graph) {
     const auto target = Ask(Request(file_.path, "Export Graph", "png", pictureFilters));
     if (!target)
-        return std::nullopt;
+        return;
+    QString outcome = "Ready"; // also where it fails
+    const auto done = qScopeGuard([this, &outcome] { status_.setText(outcome); });
     ExportGraph(graph, Text::FromPath(*target));
-    return "Ready: graph exported";
+    outcome = "Ready: graph exported";
 }
 
 void ReportExport::RequestStop() {

@@ -1,28 +1,24 @@
 #pragma once
 
-#include <QString>
+#include "report/CsvExport.h"
 
-#include <functional>
-#include <optional>
+#include <filesystem>
 
 class GraphControl;
+class QLabel;
 
-namespace Mreport {
-struct ViewedFile;
-}
-
-/// What the viewer writes into files of the user's choice: its records, its graph.
+/// What the viewer writes into files of the user's choice: its records, its graph. The status line
+/// tells how it went.
 class ReportExport {
 public:
-    /// The file must outlive the object.
-    explicit ReportExport(const Mreport::ViewedFile& file) : file_(file) {}
+    /// Both must outlive the object.
+    ReportExport(const Mreport::ViewedFile& file, QLabel& status) : file_(file), status_(status) {}
 
-    /// Asks for a file and writes all records into it, letting events run; `begun` is called when
-    /// the file has been chosen. What there is to say then; nothing when the user has cancelled.
-    std::optional<QString> WriteRecords(const std::function<void()>& begun);
+    /// Asks for a file and writes all records into it, letting events run.
+    void WriteRecords();
 
-    /// Asks for a file and writes the graph as a picture; the same result.
-    std::optional<QString> WriteGraph(GraphControl& graph);
+    /// Asks for a file and writes the graph as a picture.
+    void WriteGraph(GraphControl& graph);
 
     bool Running() const { return state_ != State::idle; }
 
@@ -32,6 +28,9 @@ public:
 private:
     enum class State { idle, running, stopping };
 
+    void WriteRecords(const std::filesystem::path& target, Mreport::CsvReader reader);
+
     const Mreport::ViewedFile& file_;
+    QLabel& status_;
     State state_ = State::idle;
 };

@@ -1,0 +1,65 @@
+#include "screens/Report/LoadView.h"
+
+#include "platform/qt/Text.h"
+#include "report/PrintJob.h"
+#include "screens/Report/GraphPage.h"
+#include "screens/Report/ReportLists.h"
+#include "screens/controls/GraphControl.h"
+#include "screens/controls/LineListView.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+
+QString LoadView::Caption() const {
+    return "Report - " + Text::FromPath(file_.path);
+}
+
+void LoadView::ShowCaption(const std::filesystem::path& file) {
+    controls_.form.setWindowTitle(Caption());
+    Q_EMIT FileShown(file);
+}
+
+void LoadView::ResetPages() {
+    Q_EMIT FileGone();
+    controls_.lists.Reset();
+    controls_.graph.Reset();
+}
+
+void LoadView::ShowHead(const std::string& headerLines) {
+    controls_.head.setPlainText(Text::ToQt(headerLines));
+    controls_.graph.Graph().SetGraphTitle(Mreport::ReportTitle(file_, Mreport::PrintKind::graph));
+}
+
+void LoadView::ShowStatus(const std::string& text) {
+    controls_.status.setText(Text::ToQt(text));
+}
+
+void LoadView::PageAdded(int /*page*/, bool selectNew) {
+    controls_.lists.Add(selectNew);
+}
+
+void LoadView::LinesAdded() {
+    controls_.lists.Newest().LinesChanged();
+    if (controls_.lists.Has(shown_.shownPageIndex))
+        controls_.lists.At(shown_.shownPageIndex).LinesChanged();
+}
+
+void LoadView::SelectShownPage() {
+    controls_.lists.Show(shown_.shownPageIndex);
+}
+
+void LoadView::SetScroll(const Mreport::ScrollLimits& limits) {
+    controls_.graph.SetScroll(limits);
+}
+
+Mreport::PageRecord LoadView::ScrollValue() const {
+    return controls_.graph.ScrollValue();
+}
+
+Mreport::ReportGraph& LoadView::Graph() {
+    return controls_.graph.Graph();
+}
+
+void LoadView::GraphDrawn(Mreport::FileRecord firstRecord) {
+    controls_.graph.GraphDrawn(firstRecord);
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "report/ReportView.h"
+
+#include <QObject>
+
+class GraphPage;
+class QLabel;
+class QPlainTextEdit;
+class ReportLists;
+
+/// What the loader shows in the viewer.
+class LoadView : public QObject, public Mreport::ReportView {
+    Q_OBJECT
+
+public:
+    struct Controls {
+        QWidget& form;
+        QPlainTextEdit& head;
+        QLabel& status;
+        GraphPage& graph;
+        ReportLists& lists;
+    };
+
+    /// The file and what its graph shows must outlive the object, and so must the controls.
+    LoadView(const Mreport::ViewedFile& file, const Mreport::ShownGraph& shown,
+             const Controls& controls)
+        : file_(file), shown_(shown), controls_(controls) {}
+
+    /// "Report - " and the file's name, as the caption has it.
+    QString Caption() const;
+
+    void ShowCaption(const std::filesystem::path& file) override;
+    void ResetPages() override;
+    void ShowHead(const std::string& headerLines) override;
+    void ShowStatus(const std::string& text) override;
+    void PageAdded(int page, bool selectNew) override;
+    void LinesAdded() override;
+    void SelectShownPage() override;
+    void SetScroll(const Mreport::ScrollLimits& limits) override;
+    Mreport::PageRecord ScrollValue() const override;
+    Mreport::ReportGraph& Graph() override;
+    void GraphDrawn(Mreport::FileRecord firstRecord) override;
+
+Q_SIGNALS:
+    /// The caption tells of this file from now on.
+    void FileShown(const std::filesystem::path& fileName);
+
+    /// The file shown before is gone, and what is to come is not there yet.
+    void FileGone();
+
+private:
+    const Mreport::ViewedFile& file_;
+    const Mreport::ShownGraph& shown_;
+    Controls controls_;
+};

@@ -1,0 +1,21 @@
+#include "screens/Report/RecentMenu.h"
+
+#include "platform/qt/Text.h"
+#include "report/RecentFiles.h"
+
+#include <QMenu>
+
+void RecentMenu::Fill(QMenu& menu) {
+    menu.clear();
+    for (const auto& file : RecentFiles::List()) {
+        const QString name = Text::FromPath(file);
+        // An ampersand of the name is no mnemonic.
+        menu.addAction(QString(name).replace("&", "&&"))->setData(name);
+    }
+    if (menu.isEmpty())
+        menu.addAction("No file yet")->setEnabled(false);
+}
+
+std::filesystem::path RecentMenu::FileOf(const QAction& entry) {
+    return Text::ToPath(entry.data().toString());
+}

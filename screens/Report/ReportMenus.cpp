@@ -1,0 +1,29 @@
+#include "screens/Report/ReportMenus.h"
+
+ReportMenus::ReportMenus(const QWidget& form)
+    : mnuFileItem(form, "mnuFileItem"), mnuViewItem(form, "mnuViewItem"),
+      mnuToolItem(form, "mnuToolItem"), mnuUpdateItem(form, "mnuUpdateItem") {}
+
+void ReportMenus::Allow(const Mreport::ViewedFile& file, const Mreport::ShownGraph& shown,
+                        bool recording) {
+    const bool open = !file.path.empty();
+    for (const FileItem item : {printReport, exportRecords, exportGraph})
+        mnuFileItem(item).setEnabled(open);
+    mnuToolItem(findRecord).setEnabled(open);
+    mnuViewItem(selectChannels).setEnabled(open && !recording);
+    mnuViewItem(selectChannels)
+        .setToolTip(recording ? "Not while records are written into this file"
+                              : "What the graph shows");
+    for (const auto& [index, item] : mnuUpdateItem)
+        item->setEnabled(recording);
+    mnuUpdateItem(automaticUpdate).setChecked(shown.autoUpdate);
+}
+
+void ReportMenus::ShowView(ViewItem view) {
+    mnuViewItem(graphView).setChecked(view == graphView);
+    mnuViewItem(tableView).setChecked(view == tableView);
+    for (const ViewItem item : {zoomIn, zoomOut, wholeSpan})
+        mnuViewItem(item).setEnabled(view == graphView);
+    for (const ToolItem item : {copyLines, selectAllLines})
+        mnuToolItem(item).setEnabled(view == tableView);
+}
