@@ -39,9 +39,11 @@ bool IsSameFile(const fs::path& one, const fs::path& other) {
     return WithoutLinks(one) == WithoutLinks(other) || fs::equivalent(one, other, missing);
 }
 
-/// A target that cannot be written is found out before anything is recorded for it.
-void TryWriting(const fs::path& target) {
-    platform::Current().files.OpenForAppend(target);
+/// A target that cannot be written is found out before anything is recorded for it. An older file
+/// of its name goes as the last step: a folder that lets it go lets the new one come.
+void MakeRoomFor(const fs::path& target) {
+    if (!fs::exists(target))
+        platform::Current().files.OpenForAppend(target);
     fs::remove(target);
 }
 
@@ -139,8 +141,7 @@ void MeasuringRun::RefuseTarget(const fs::path& target) const {
 /// it, the old measurement stays.
 void MeasuringRun::ReplaceTarget(const fs::path& target) {
     CreateHeadLines(currentMeasurementPath);
-    fs::remove(target);
-    TryWriting(target);
+    MakeRoomFor(target);
 }
 
 void MeasuringRun::EmptyTempFile() {

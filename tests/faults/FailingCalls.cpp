@@ -1,0 +1,189 @@
+#include "faults/FailingCalls.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+#include <stdexcept>
+
+namespace FailingCalls {
+
+namespace {
+
+/// Lies in memory that parent and child share.
+Outcome* outcome = nullptr;
+bool counting = false; ///< in the child, while it works
+int failingCall = 0;
+Fault faultToMeet = Fault::end;
+
+enum class Verdict { succeeds, fails, half };
+
+int ErrorOf(Fault fault) {
+    switch (fault) {
+    case Fault::noSpace:
+        return ENOSPC;
+    case Fault::permission:
+        return EACCES;
+    case Fault::interrupted:
+        return EINTR;
+    default:
+        return EIO;
+    }
+}
+
+/// Counts a call, and sets errno where it fails.
+Verdict Judge() {
+    if (!counting)
+        return Verdict::succeeds;
+    const int call = ++outcome->calls;
+    const bool meets = failingCall != 0 &&
+                       (call == failingCall || (faultToMeet == Fault::gone && call > failingCall));
+    if (!meets)
+        return Verdict::succeeds;
+    if (faultToMeet == Fault::end)
+        ::_exit(0);
+    if (faultToMeet == Fault::partly)
+        return Verdict::half;
+    errno = ErrorOf(faultToMeet);
+    return Verdict::fails;
+}
+
+bool Fails() {
+    return Judge() == Verdict::fails;
+}
+
+/// The system's own function of this name.
+template <class Function>
+Function* Real(const char* name) {
+    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
+
+Outcome* SharedOutcome() {
+    void* memory =
+        ::mmap(nullptr, sizeof(Outcome), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED)
+        throw std::runtime_error("no shared memory");
+    return new (memory) Outcome;
+}
+
+} // namespace
+
+std::string NameOf(Fault fault) {
+    constexpr std::array names{"noSpace", "inputOutput", "permission", "interrupted",
+                               "partly",  "gone",        "end"};
+    return names.at(static_cast<std::size_t>(fault));
+}
+
+Outcome InChild(const std::function<void()>& work, int failing, Fault fault) {
+    outcome = SharedOutcome();
+    std::fflush(nullptr);
+    const pid_t child = ::fork();
+    if (child < 0)
+        throw std::runtime_error("no child process");
+    if (child == 0) {
+        failingCall = failing;
+        faultToMeet = fault;
+        counting = true;
+        work();
+        counting = false;
+        outcome->finished = true;
+        ::_exit(0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    const Outcome result = *outcome;
+    ::munmap(outcome, sizeof(Outcome));
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        throw std::runtime_error("the child process crashed at call " + std::to_string(failing) +
+                                 " meeting " + NameOf(fault));
+    return result;
+}
+
+} // namespace FailingCalls
+
+using FailingCalls::Fails;
+using FailingCalls::Judge;
+using FailingCalls::Real;
+using FailingCalls::Verdict;
+
+// ---- The calls, in place of the system's -------------------------------------------------------
+
+extern "C" {
+
+int open(const char* path, int flags, ...) {
+    mode_t mode = 0;
+    if ((flags & O_CREAT) != 0) {
+        va_list rest;
+        va_start(rest, flags);
+        mode = va_arg(rest, mode_t);
+        va_end(rest);
+    }
+    return Fails() ? -1 : Real<int(const char*, int, ...)>("open")(path, flags, mode);
+}
+
+FILE* fopen(const char* path, const char* mode) {
+    return Fails() ? nullptr : Real<FILE*(const char*, const char*)>("fopen")(path, mode);
+}
+
+FILE* fopen64(const char* path, const char* mode) {
+    return Fails() ? nullptr : Real<FILE*(const char*, const char*)>("fopen64")(path, mode);
+}
+
+ssize_t read(int file, void* bytes, size_t count) {
+    return Fails() ? -1 : Real<ssize_t(int, void*, size_t)>("read")(file, bytes, count);
+}
+
+ssize_t write(int file, const void* bytes, size_t count) {
+    const Verdict verdict = Judge();
+    if (verdict == Verdict::fails)
+        return -1;
+    const size_t taken = verdict == Verdict::half && count > 1 ? count / 2 : count;
+    return Real<ssize_t(int, const void*, size_t)>("write")(file, bytes, taken);
+}
+
+int fsync(int file) {
+    return Fails() ? -1 : Real<int(int)>("fsync")(file);
+}
+
+int fdatasync(int file) {
+    return Fails() ? -1 : Real<int(int)>("fdatasync")(file);
+}
+
+int ftruncate(int file, off_t length) noexcept {
+    return Fails() ? -1 : Real<int(int, off_t)>("ftruncate")(file, length);
+}
+
+int fchmod(int file, mode_t mode) noexcept {
+    return Fails() ? -1 : Real<int(int, mode_t)>("fchmod")(file, mode);
+}
+
+int rename(const char* from, const char* to) noexcept {
+    return Fails() ? -1 : Real<int(const char*, const char*)>("rename")(from, to);
+}
+
+int unlink(const char* path) noexcept {
+    return Fails() ? -1 : Real<int(const char*)>("unlink")(path);
+}
+
+int remove(const char* path) noexcept {
+    return Fails() ? -1 : Real<int(const char*)>("remove")(path);
+}
+
+int mkstemp(char* name) {
+    return Fails() ? -1 : Real<int(char*)>("mkstemp")(name);
+}
+
+int flock(int file, int operation) noexcept {
+    return Fails() ? -1 : Real<int(int, int)>("flock")(file, operation);
+}
+
+} // extern "C"
