@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace Mreport {
 
@@ -31,14 +32,6 @@ Groups GroupsIn(const RunOverview& run, const RecordSpan& shown) {
     const std::int64_t end =
         std::clamp((shown.end - start + size - 1) / size, std::int64_t{0}, count);
     return {static_cast<std::size_t>(first), static_cast<std::size_t>(std::max(first, end))};
-}
-
-std::optional<double> PlaceOnAxis(const Group& group, RunAxis axis) {
-    if (group.records == 0)
-        return std::nullopt;
-    if (axis == RunAxis::record)
-        return group.number;
-    return group.begin ? std::optional(Seconds(*group.begin)) : std::nullopt;
 }
 
 /// The time from one group to the next that half of the groups keep.
@@ -88,6 +81,27 @@ private:
 };
 
 } // namespace
+
+std::optional<double> PlaceOnAxis(const Group& group, RunAxis axis) {
+    if (group.records == 0)
+        return std::nullopt;
+    if (axis == RunAxis::record)
+        return group.number;
+    return group.begin ? std::optional(Seconds(*group.begin)) : std::nullopt;
+}
+
+std::optional<std::size_t> NearestGroup(const RunOverview& run, RunAxis axis, double x) {
+    std::optional<std::size_t> nearest;
+    double least = std::numeric_limits<double>::max();
+    for (std::size_t i = 0; i < run.GroupCount(); ++i) {
+        const auto place = PlaceOnAxis(run.At(i), axis);
+        if (!place || std::abs(*place - x) >= least)
+            continue;
+        least = std::abs(*place - x);
+        nearest = i;
+    }
+    return nearest;
+}
 
 CurveExtent ExtentOf(const RunOverview& run, const RecordSpan& shown, RunAxis axis) {
     const Groups groups = GroupsIn(run, shown);

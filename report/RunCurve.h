@@ -11,6 +11,13 @@ namespace Mreport {
 /// What a run is drawn along.
 enum class RunAxis { record, time };
 
+/// Where a group of records lies along the axis: its first record's number, or its first time in
+/// seconds since 1970 on the wall clock. Nothing where it has none.
+std::optional<double> PlaceOnAxis(const RunOverview::Group& group, RunAxis axis);
+
+/// The group of a run that lies nearest to a place of the axis.
+std::optional<std::size_t> NearestGroup(const RunOverview& run, RunAxis axis, double x);
+
 /// A point of a curve: everything between low and high lies at this x.
 struct CurvePoint {
     double x = 0;             ///< record number, or seconds since 1970 on the wall clock
