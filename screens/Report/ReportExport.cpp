@@ -64,7 +64,7 @@ void ReportExport::WriteRecords(const std::filesystem::path& target, Mreport::Cs
         outcome = QString("Ready: %1 records exported").arg(records);
 }
 
-void ReportExport::WriteGraph(GraphControl& graph) {
+void ReportExport::WriteGraph(PaperGraph& graph) {
     const auto target = Ask(Request(file_.path, "Export Graph", "png", pictureFilters));
     if (!target)
         return;

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-class GraphControl;
+class PaperGraph;
 class QLabel;
 
 /// What the viewer writes into files of the user's choice: its records, its graph. The status line
@@ -18,7 +18,7 @@ public:
     void WriteRecords();
 
     /// Asks for a file and writes the graph as a picture.
-    void WriteGraph(GraphControl& graph);
+    void WriteGraph(PaperGraph& graph);
 
     bool Running() const { return state_ != State::idle; }
 

@@ -2,6 +2,7 @@
 
 #include "report/RunOverview.h"
 #include "report/ShownGraph.h"
+#include "report/SpanInForce.h"
 #include "report/SpanStatistics.h"
 #include "screens/controls/EventGuard.h"
 
@@ -10,7 +11,6 @@
 #include <QWidget>
 
 #include <memory>
-#include <string>
 #include <vector>
 
 namespace Ui {
@@ -57,7 +57,7 @@ public:
     bool Complete() const;
 
     const Mreport::RunOverview& Overview() const { return overview_; }
-    const Mreport::RecordSpan& Span() const { return span_; }
+    const Mreport::RecordSpan& Span() const { return span_.Span(); }
 
 Q_SIGNALS:
     void QuantityChosen(Quantity quantity);
@@ -70,28 +70,16 @@ Q_SIGNALS:
 
 private:
     void ConnectControls();
-    void RememberChoices();
-    void RecallChoices();
-
-    void cboQuantity_Click(int Index);
-    void cboAxis_Click(int Index);
-    void chkLog_Click(bool checked);
-    void chkOwnScales_Click(bool checked);
-    void chkStatistics_Click(bool checked);
-    void graOverview_SpanChosen(const Mreport::RecordSpan& span);
+    void ChoicesChanged();
     void MoveSpan(double lengths);
     void TellCursors();
     void tmrSlice_Timer();
 
-    void ShowQuantities();
     void ChooseSpan(const Mreport::RecordSpan& span);
     void ShowSpan();
     void StartSpan();
+    void SpanRead();
     void DrawSpan(const Mreport::RunOverview& run);
-    void ShowStatistics();
-    void CopyStatistics();
-    bool IsPageSpan() const;
-    bool WantsOtherDrawing() const;
     bool SpanIsRead() const;
     QString CommentOf(std::uint64_t offset) const;
 
@@ -108,10 +96,8 @@ private:
     Mreport::RunOverview spanRun_;  ///< of the span
     Mreport::SpanStatistics statistics_;
     std::vector<Mreport::SeriesColumns> columns_;
-    Mreport::RecordSpan pageSpan_; ///< of the viewer's own graph
-    Mreport::RecordSpan span_;     ///< in force
+    Mreport::SpanInForce span_;
     bool open_ = false;
-    bool chosen_ = false; ///< the span in force is the user's, not that of the viewer's own graph
     bool drawsSpan_ = false;
     bool spanStarted_ = false;
 };

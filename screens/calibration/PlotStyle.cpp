@@ -1,5 +1,7 @@
 #include "screens/calibration/PlotStyle.h"
 
+#include "screens/controls/PlotLook.h"
+
 #include <qcustomplot.h>
 
 PlotStyle PlotStyle::For(const QPalette& palette) {
@@ -15,13 +17,7 @@ void PlotStyle::Dress(QCustomPlot& plot) const {
     plot.setBackground(plot.palette().color(QPalette::Window));
     plot.axisRect()->setBackground(area);
     for (QCPAxis* axis : {plot.xAxis, plot.yAxis, plot.xAxis2, plot.yAxis2}) {
-        axis->setBasePen(QPen(text));
-        axis->setTickPen(QPen(text));
-        axis->setSubTickPen(QPen(text));
-        axis->setLabelColor(text);
-        axis->setTickLabelColor(text);
-        axis->setLabelFont(plot.font());
-        axis->setTickLabelFont(plot.font());
+        PlotLook::DressAxis(*axis, text, plot.font());
         axis->grid()->setPen(QPen(grid, 1));
         axis->grid()->setSubGridPen(QPen(subGrid, 1, Qt::DotLine));
         axis->grid()->setZeroLinePen(QPen(grid, 2));

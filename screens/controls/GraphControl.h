@@ -1,40 +1,41 @@
 #pragma once
 
 #include "report/ReportGraph.h"
+#include "screens/controls/GraphPoints.h"
+#include "screens/controls/PaperGraph.h"
 
+#include <QPointF>
 #include <QWidget>
 
 #include <memory>
 #include <vector>
 
-class QCPAxis;
+class PointMarker;
 class QCPGraph;
 class QCPItemText;
-class QCPItemTracer;
 class QCPTextElement;
 class QCustomPlot;
-class QPainter;
 class RecordTicker;
 
 /// The graph of a report: series of points above record numbers. Points that carry no value leave
 /// a gap. The mouse zooms (wheel) and pans (drag), a double click returns to the whole span; from
 /// the keyboard + and - zoom, the arrow keys walk along the points, Enter tells about the point,
 /// Escape is left to the form.
-class GraphControl : public QWidget, public Mreport::ReportGraph {
+class GraphControl : public QWidget, public Mreport::ReportGraph, public PaperGraph {
     Q_OBJECT
 
 public:
     explicit GraphControl(QWidget* parent = nullptr);
     ~GraphControl() override;
 
-    int NumSets() const override { return numSets_; }
-    void SetNumSets(int sets) override;
-    int NumPoints() const override { return numPoints_; }
-    void SetNumPoints(int points) override;
-    void SetThisSet(int set) override;
+    int NumSets() const override { return points_.Sets(); }
+    void SetNumSets(int sets) override { points_.SetSets(sets); }
+    int NumPoints() const override { return points_.Points(); }
+    void SetNumPoints(int points) override { points_.SetPoints(points); }
+    void SetThisSet(int set) override { points_.Select(set); }
     void SetLegend(int set, const std::string& text) override;
     void SetStyle(int set, int style) override;
-    void SetData(int point, double value) override;
+    void SetData(int point, double value) override { points_.SetValue(point, value); }
     void SetExtra(int point, int mark) override;
     void SetLabel(int point, const std::string& text) override;
     void SetXAxisMinorTicks(int minor) override { minorTicks_ = minor; }
@@ -46,8 +47,7 @@ public:
     void SetDrawMode(int mode) override;
     double DataGetAmp(int set, int point) const override;
 
-    /// Draws the graph as on white paper, whatever the screen's palette.
-    void PaintOnPaper(QPainter& painter, const QRectF& place);
+    void PaintOnPaper(QPainter& painter, const QRectF& place) override;
 
     /// Shows the whole span again.
     void ResetZoom();
@@ -68,48 +68,29 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Set {
-        QString legend;
-        int style = -1;           ///< -1: by the number of the set
-        std::vector<double> data; ///< not-a-number where a point carries no value
-    };
-    struct Hit {
-        int set = 0;
-        int point = 0;
-    };
-
     void MakePlot();
-    void MakeLegend();
+    void MakeItems();
     int AxisWidth() const; ///< on the screen, or on the sheet while it is painted
     void FitLabels();
     void ApplyLook(const QPalette& palette, const QFont& font);
     void ApplyPens(const QPalette& palette);
     void ShowSets();
+    void ShowSet(int set);
     void FitAxes();
     void NoteZoom();
     void ZoomAxesAt(const QPointF& position);
-    int FirstSetWithValues() const;
-    Hit HitAt(const QPointF& position) const;
-    double ValueAt(int set, int point) const;
-    void MarkPoint(const Hit& hit);
-    void StepPoint(int points);
-    void StepSet(int sets);
     void Clicked(const QPointF& position);
 
     QCustomPlot* plot_ = nullptr;
     QCPTextElement* title_ = nullptr;
-    QCPItemTracer* tracer_ = nullptr;
     QCPItemText* emptyText_ = nullptr;
     std::shared_ptr<RecordTicker> ticker_;
-    std::vector<QCPGraph*> graphs_;
-    std::vector<Set> sets_;
+    std::vector<QCPGraph*> graphs_; ///< one for each set
+    GraphPoints points_;
+    std::unique_ptr<PointMarker> marker_;
     int sheetWidth_ = 0; ///< 0 while the graph is drawn on the screen
-    int numSets_ = 0;
-    int numPoints_ = 0;
-    int thisSet_ = 1;
     int minorTicks_ = 0;
     bool fitting_ = false; ///< the axes are being set to the whole span
     bool zoomed_ = false;  ///< the user has chosen what part of the span is seen
-    Hit marked_;
     QPointF pressed_;
 };

@@ -3,7 +3,7 @@
 #include "base/RunTimeError.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
-#include "screens/controls/GraphControl.h"
+#include "screens/controls/PaperGraph.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -19,7 +19,7 @@ constexpr QSize picture_px(1600, 1120);
 constexpr int pdfResolution_dpi = 300;
 constexpr double pdfMargin_mm = 15;
 
-void DrawPng(GraphControl& graph, QIODevice& file) {
+void DrawPng(PaperGraph& graph, QIODevice& file) {
     QImage image(picture_px, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
     QPainter painter(&image);
@@ -28,7 +28,7 @@ void DrawPng(GraphControl& graph, QIODevice& file) {
     image.save(&file, "PNG");
 }
 
-void DrawSvg(GraphControl& graph, QIODevice& file) {
+void DrawSvg(PaperGraph& graph, QIODevice& file) {
     QSvgGenerator generator;
     generator.setOutputDevice(&file);
     generator.setSize(picture_px);
@@ -37,7 +37,7 @@ void DrawSvg(GraphControl& graph, QIODevice& file) {
     graph.PaintOnPaper(painter, QRectF(QPointF(), picture_px));
 }
 
-void DrawPdf(GraphControl& graph, QIODevice& file) {
+void DrawPdf(PaperGraph& graph, QIODevice& file) {
     QPdfWriter writer(&file);
     writer.setResolution(pdfResolution_dpi);
     writer.setPageSize(QPageSize(QPageSize::A4));
@@ -50,7 +50,7 @@ void DrawPdf(GraphControl& graph, QIODevice& file) {
 
 } // namespace
 
-void ExportGraph(GraphControl& graph, const QString& fileName) {
+void ExportGraph(PaperGraph& graph, const QString& fileName) {
     const QFileInfo info(fileName);
     const QString kind = info.suffix().toLower();
     if (kind != "png" && kind != "svg" && kind != "pdf")

@@ -2,9 +2,9 @@
 
 #include <QString>
 
-class GraphControl;
+class PaperGraph;
 
 /// Writes a graph into a picture file, on white whatever the screen's palette. The name's ending
 /// tells the kind: ".png", ".svg" or ".pdf". Throws RunTimeError for another ending and when the
 /// file cannot be written.
-void ExportGraph(GraphControl& graph, const QString& fileName);
+void ExportGraph(PaperGraph& graph, const QString& fileName);

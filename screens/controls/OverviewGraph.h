@@ -1,6 +1,6 @@
 #pragma once
 
-#include "report/RunOverview.h"
+#include "screens/controls/RunStrip.h"
 
 #include <QPixmap>
 #include <QWidget>
@@ -27,8 +27,8 @@ public:
     /// The run has changed.
     void RunChanged();
 
-    /// Each series over the whole height, or all on one scale.
-    void SetOwnScales(bool own);
+    /// Each series over the whole height, or all on one scale; that linear or logarithmic.
+    void SetScales(bool own, bool log);
 
     const Mreport::RecordSpan& Span() const { return span_; }
     void SetSpan(const Mreport::RecordSpan& span); ///< emits nothing
@@ -60,25 +60,15 @@ protected:
 private:
     enum class Grip { none, frame, begin, end };
 
-    bool HasRun() const { return run_ != nullptr && run_->Span().Count() > 0; }
-    double XOf(std::int64_t place) const;
-    std::int64_t PlaceAt(double x) const;
     QRectF Frame() const;
     Grip GripAt(const QPointF& position) const;
-    const Mreport::RunOverview::Group* FlagAt(const QPointF& position) const;
     void ShowPointer(const QPointF& position);
     void Drag(const QPointF& position);
-    void Choose(Mreport::RecordSpan span);
+    void Choose(const Mreport::RecordSpan& span);
     void Zoom(double factor, double x);
-    void DrawSeries(QPainter& painter) const;
-    void DrawOne(QPainter& painter, std::size_t series,
-                 const Mreport::RunOverview::Range& scale) const;
-    void DrawFlags(QPainter& painter) const;
     void DrawFrame(QPainter& painter) const;
 
-    const Mreport::RunOverview* run_ = nullptr;
-    std::vector<int> styles_;
-    bool ownScales_ = false;
+    RunStrip strip_;
     Mreport::RecordSpan span_;
     QPixmap picture_; ///< everything but the frame; null when it has to be drawn anew
     Grip grip_ = Grip::none;

@@ -8,7 +8,9 @@
 /// the others.
 class RecordTicker : public QCPAxisTicker {
 public:
-    std::vector<QString> labels; ///< of point 1, 2 ...; empty for a point without label
+    /// Of point 1, 2 ...; empty for a point without label.
+    void SetLabel(int point, const QString& text);
+    void Clear() { labels_.clear(); }
 
     /// How many labels fit side by side on the axis.
     void SetRoom(int labelCount) { room_ = labelCount; }
@@ -21,5 +23,6 @@ protected:
 private:
     std::vector<int> LabelledPoints(const QCPRange& range) const;
 
+    std::vector<QString> labels_;
     int room_ = 10;
 };

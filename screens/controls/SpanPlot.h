@@ -1,21 +1,24 @@
 #pragma once
 
 #include "report/RunCurve.h"
+#include "report/RunScale.h"
+#include "screens/controls/PaperGraph.h"
 
+#include <QPalette>
 #include <QWidget>
 
-#include <array>
+#include <memory>
 #include <optional>
 #include <vector>
 
-class QCPItemLine;
 class QCPTextElement;
 class QCustomPlot;
+class SpanCursors;
 
 /// The graph of a span of any length: each series between its smallest and its largest value in
 /// every column of pixels, along the record numbers or along the time. A click sets the first
 /// cursor, with Shift the second; the keys 1 and 2 take a cursor up, the arrow keys move it.
-class SpanPlot : public QWidget {
+class SpanPlot : public QWidget, public PaperGraph {
     Q_OBJECT
 
 public:
@@ -36,15 +39,15 @@ public:
     };
 
     explicit SpanPlot(QWidget* parent = nullptr);
+    ~SpanPlot() override;
 
     void Show(Picture picture);
     const Picture& Shown() const { return picture_; }
 
-    /// The run that is shown has got more values.
-    void Refresh();
+    void PaintOnPaper(QPainter& painter, const QRectF& place) override;
 
     /// The group of the run that a cursor (0, 1) stands at.
-    std::optional<std::size_t> Cursor(int cursor) const;
+    std::optional<std::size_t> Cursor(std::size_t cursor) const;
 
     QCustomPlot& Plot() { return *plot_; }
 
@@ -62,26 +65,21 @@ protected:
 
 private:
     void MakePlot();
-    void ApplyLook();
-    void DrawCurves();
-    void FitAxes(const Mreport::RunOverview::Range& scale);
-    void DrawCursors();
-    void DrawCurve(const Series& series, const Mreport::RunOverview::Range& scale);
+    void Refresh();
+    void ApplyLook(const QPalette& palette, const QFont& font);
+    void DrawCurves(int width_px);
+    void DrawCurve(const Series& series, const Mreport::RunScale& scale, int width_px);
     void FitRecordsOrTime();
-    void SetCursor(int cursor, std::size_t group);
+    void FitValues(const Mreport::RunScale& scale);
     void MoveCursor(int groups);
-    std::optional<std::size_t> GroupAt(double x) const;
-    std::int64_t PlaceOf(std::size_t group) const;
-    double XOf(std::size_t group) const;
-    Mreport::RunOverview::Range ScaleOf(std::size_t series) const;
+    void TellCursors();
     bool Clicked(const QPointF& position, bool second);
     void Turned(const QWheelEvent& wheel);
 
     QCustomPlot* plot_ = nullptr;
     QCPTextElement* title_ = nullptr;
-    std::array<QCPItemLine*, 2> lines_{};
-    std::array<std::optional<std::int64_t>, 2> cursors_{}; ///< places in the run
-    int heldCursor_ = 0;
+    std::unique_ptr<SpanCursors> cursors_;
+    QPalette look_; ///< of the screen, or of the paper while it is painted
     Picture picture_;
     QPointF pressed_;
 };

@@ -1,6 +1,7 @@
 #include "screens/controls/TrendGraph.h"
 
 #include "platform/qt/Text.h"
+#include "screens/controls/PlotLook.h"
 #include "screens/controls/SeriesStyle.h"
 
 #include <algorithm>
@@ -9,6 +10,8 @@
 namespace {
 
 constexpr int heightHint_px = 170;
+constexpr double lineWidth_px = 1.5;
+constexpr double markSize_px = 6;
 constexpr double spaceAboveValues = 0.08; ///< of the range of the values, on either side
 
 /// The least that the axis shows: the noise of a steady reading must not fill the graph.
@@ -96,6 +99,7 @@ void TrendGraph::ShowLine(std::size_t channel, const TrendHistory& history, cons
             {end + Seconds(point.time - view.monotonic), static_cast<double>(point.value)});
     QCPGraph& graph = *lines_.at(channel);
     graph.data()->set(points, true);
+    graph.setScatterSkip(std::max(static_cast<int>(points.size()) - 2, 0)); // a mark at either end
     if (line.empty())
         graph.removeFromLegend();
     else
@@ -129,28 +133,12 @@ void TrendGraph::FitLabels() {
 }
 
 void TrendGraph::TakeColours() {
-    const QColor text = palette().color(QPalette::Text);
-    QColor grid = text;
-    grid.setAlpha(50);
-    setBackground(palette().color(QPalette::Base));
-    for (QCPAxis* axis : {xAxis, yAxis}) {
-        axis->setBasePen(text);
-        axis->setTickPen(text);
-        axis->setSubTickPen(text);
-        axis->setLabelColor(text);
-        axis->setTickLabelColor(text);
-        axis->setLabelFont(font());
-        axis->setTickLabelFont(font());
-        axis->grid()->setPen(QPen(grid, 0, Qt::DotLine));
-        axis->grid()->setZeroLinePen(QPen(grid, 0, Qt::SolidLine));
+    PlotLook::Dress(*this, palette(), font());
+    for (int channel = 0; QCPGraph * line : lines_) {
+        line->setPen(QPen(SeriesStyle::Colour(channel, palette()), lineWidth_px));
+        line->setScatterStyle(SeriesStyle::Mark(channel, palette(), markSize_px));
+        ++channel;
     }
-    legend->setBrush(Qt::NoBrush);
-    legend->setBorderPen(Qt::NoPen);
-    legend->setTextColor(text);
-    legend->setFont(font());
-    for (std::size_t channel = 0; channel < lines_.size(); ++channel)
-        lines_[channel]->setPen(
-            QPen(SeriesStyle::Colour(static_cast<int>(channel), palette()), 1.5));
 }
 
 void TrendGraph::changeEvent(QEvent* event) {

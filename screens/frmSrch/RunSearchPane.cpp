@@ -122,7 +122,7 @@ std::optional<Mreport::RunSearchWish> RunSearchPane::Wish() {
         const auto time =
             Mreport::RecordTimeReader().Read(Text::FromQt(ui_->txtTime->text().trimmed()));
         if (!time) {
-            Q_EMIT Refused(tr("Enter the time as 14:05:33 07.Mar.2003"));
+            Q_EMIT Refused("Enter the time as 14:05:33 07.Mar.2003");
             return std::nullopt;
         }
         wish.what = Mreport::TimeWish{*time};
@@ -137,7 +137,7 @@ std::optional<Mreport::RunSearchWish> RunSearchPane::Wish() {
 std::optional<Mreport::RunSearchWish> RunSearchPane::ValueWish() {
     const auto limit = NumberText::StrictSingle(Text::FromQt(ui_->txtLimit->text()));
     if (!limit || ui_->cboQuantity->currentIndex() < 0) {
-        Q_EMIT Refused(tr("Enter the limit as a number"));
+        Q_EMIT Refused("Enter the limit as a number");
         return std::nullopt;
     }
     const auto quantity = static_cast<Quantity>(ui_->cboQuantity->currentData().toInt());

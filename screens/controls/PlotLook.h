@@ -1,0 +1,31 @@
+#pragma once
+
+class QColor;
+class QCPAxis;
+class QCPRange;
+class QCPTextElement;
+class QCustomPlot;
+class QFont;
+class QPalette;
+
+/// What all plots of the program share in their look.
+namespace PlotLook {
+
+/// Line, ticks, title and numbers of an axis in one colour and one font.
+void DressAxis(QCPAxis& axis, const QColor& text, const QFont& font);
+
+/// Background, axes over a dotted grid, and a legend without a frame, in the palette's colours.
+void Dress(QCustomPlot& plot, const QPalette& palette, const QFont& font);
+void DressTitle(QCPTextElement& title, const QPalette& palette, const QFont& font);
+
+/// A title above the axes, and between both the legend in a row of its own, where it never covers
+/// a point. The plot owns the title.
+QCPTextElement* AddHead(QCustomPlot& plot);
+
+/// Values with this share of them free above and below; an axis also where they are all alike.
+QCPRange WithSpace(double low, double high, double share);
+
+/// The colours of white paper, whatever the screen's.
+QPalette Paper();
+
+} // namespace PlotLook
