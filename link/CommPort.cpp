@@ -78,6 +78,14 @@ void TestPort(std::int32_t bitRate, std::int16_t portNumber) {
     TheLink().Test({bitRate, portNumber});
 }
 
+bool UseSimulated(std::int16_t portNumber) {
+    return TheLink().UseSimulated(portNumber);
+}
+
+void SimulatedEnded() {
+    TheLink().SimulatedEnded();
+}
+
 void FindInstrument() {
     TheLink().FindInstrument();
 }

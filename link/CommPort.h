@@ -43,12 +43,14 @@ const std::string& PortProblem(std::int16_t number);
 void fncInitializeComPort();
 void fncCheckForValidPort();
 void TestPort(std::int32_t bitRate, std::int16_t portNumber);
+bool UseSimulated(std::int16_t portNumber);
+void SimulatedEnded();
 void FindInstrument();
 void StopSearch();
 void SetBitRateComboBox();
 void SetPortComboBox();
 
-/// Makes txtStatus tell the present instead of what an earlier test met.
+/// Makes txtStatus and LinkText tell the present instead of what an earlier test or reading met.
 void ShowPresentStatus();
 
 /// Saves the settings and closes the port, on program exit.

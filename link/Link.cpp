@@ -12,20 +12,6 @@ namespace {
 
 constexpr std::chrono::milliseconds initialInterval{1000};
 
-/// The eight values in the order of the frame: potentials in mV, sensors in their own units.
-std::string AnswerText(const Probe::Answer& answer) {
-    if (!answer)
-        return "No answer in 3 s: check cable, power and bit rate.";
-    std::string text = "The instrument answered:";
-    for (std::size_t slot = 0; slot < answer->size(); ++slot) {
-        const bool electrode = slot % 2 == 0;
-        text += slot == 0 ? " " : ", ";
-        text += (electrode ? "E" : "T") + std::to_string(slot / 2 + 1) + " ";
-        text += Mcommon::FormatReading((*answer)[slot]) + (electrode ? " mV" : "");
-    }
-    return text;
-}
-
 } // namespace
 
 void Link::Attach(CommPort::Controls newControls) {
@@ -77,6 +63,7 @@ void Link::Initialize() {
         timer->SetInterval(initialInterval);
     }
     choice = LoadPortChoice();
+    keptChoice_.reset();
     if (!TryOpen())
         transfer.Fail(openProblem_);
     SelectBitRate();
@@ -139,16 +126,23 @@ void Link::CheckForValidPort() {
 }
 
 void Link::Test(const PortChoice& portChoice) {
+    if (!Try(portChoice))
+        return;
+    keptChoice_.reset();
+    status.Set("The test on Comm" + std::to_string(choice.PortNumber) + " is successful.");
+    Keep(choice);
+    AskInstrument();
+}
+
+/// Takes a choice into use; where that fails, the former one and its port stay and the status says
+/// why.
+bool Link::Try(const PortChoice& portChoice) {
     const bool wasOpen = port.IsOpen();
     const auto former = std::exchange(choice, portChoice);
     status.Set("");
     CheckForValidPort();
-    if (port.PortOK) {
-        status.Set("The test on Comm" + std::to_string(choice.PortNumber) + " is successful.");
-        Keep(choice);
-        AskInstrument();
-        return;
-    }
+    if (port.PortOK)
+        return true;
     choice = former;
     if (wasOpen && !port.IsOpen()) {
         // What the test was about; opening the port writes another text.
@@ -158,6 +152,30 @@ void Link::Test(const PortChoice& portChoice) {
         status.Set(result);
     }
     port.PortOK = port.IsOpen();
+    return false;
+}
+
+bool Link::UseSimulated(std::int16_t number) {
+    const auto former = choice;
+    Scan();
+    if (!Try({choice.BitRate, number}))
+        return false;
+    if (!keptChoice_)
+        keptChoice_ = former;
+    SelectPort();
+    status.Set("The simulated instrument is " + PortName::Of(number) + " until this program ends.");
+    AskInstrument();
+    return true;
+}
+
+/// A screen that reads keeps its port, so that it never goes on with another instrument's values.
+void Link::SimulatedEnded() {
+    if (!keptChoice_ || transfer.IsReading() || transfer.IsLost())
+        return;
+    choice = *std::exchange(keptChoice_, std::nullopt);
+    Reopen();
+    SelectBitRate();
+    SelectPort();
 }
 
 void Link::AskInstrument() {
@@ -165,7 +183,7 @@ void Link::AskInstrument() {
         return;
     ShowAnswer("The instrument is asked...");
     probe.Start(CommPort::transferTimeout,
-                [this](const Probe::Answer& answer) { ShowAnswer(AnswerText(answer)); });
+                [this](const Probe::Answer& answer) { ShowAnswer(TextOf(answer)); });
 }
 
 void Link::FindInstrument() {
@@ -198,12 +216,13 @@ void Link::SearchEnded(const std::optional<InstrumentSearch::Found>& found) {
         return;
     }
     choice = found->choice;
+    keptChoice_.reset();
     transfer.PortOpened();
     SelectBitRate();
     SelectPort();
     status.Set("The instrument was found on " + PortName::Of(choice.PortNumber) + " at " +
                NumberText::Plain(choice.BitRate) + " bit/s.");
-    ShowAnswer(AnswerText(found->values));
+    ShowAnswer(TextOf(found->values));
     Keep(choice);
 }
 
@@ -249,6 +268,7 @@ void Link::Keep(const PortChoice& portChoice) const {
 
 void Link::ShowPresent() {
     ShowAnswer({});
+    transfer.ForgetOutcome();
     if (!transfer.IsReading())
         status.Set(port.IsOpen() ? std::string() : openProblem_);
 }
@@ -269,17 +289,19 @@ void Link::SelectPort() const {
         controls.SelectPort(static_cast<int>(entry - list.begin()));
 }
 
+/// That the instrument answers is said only while it is asked.
 std::string Link::Text() const {
-    const auto text =
-        PortName::Of(choice.PortNumber) + ", " + NumberText::Plain(choice.BitRate) + " bit/s: ";
+    const auto text = PortName::Of(choice.PortNumber) + (keptChoice_ ? " (simulated), " : ", ") +
+                      NumberText::Plain(choice.BitRate) + " bit/s: ";
     const auto outcome = transfer.Outcome();
-    if (!port.PortOK || (!port.IsOpen() && outcome != CommPort::LinkState::failed))
-        return text + "not open";
-    if (outcome == CommPort::LinkState::failed)
+    if (port.PortOK && outcome == CommPort::LinkState::failed)
         return text + "no connection";
-    if (outcome == CommPort::LinkState::answered)
-        return text + "the instrument answers";
-    return text + (transfer.IsReading() ? "waiting for the instrument" : "open");
+    if (!port.PortOK || !port.IsOpen())
+        return text + "not open";
+    if (!transfer.IsReading())
+        return text + "open";
+    const bool answered = outcome == CommPort::LinkState::answered;
+    return text + (answered ? "the instrument answers" : "waiting for the instrument");
 }
 
 void Link::Close() {
@@ -288,5 +310,5 @@ void Link::Close() {
     transfer.Cancel();
     port.Close();
     status.TellObservers();
-    Keep(choice);
+    Keep(keptChoice_.value_or(choice));
 }

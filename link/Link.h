@@ -8,6 +8,7 @@
 #include "link/Transfer.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 /// The program's link to the instrument: which port, its opening and test, and the transfer over
@@ -50,6 +51,14 @@ public:
     /// instrument is asked then, and its answer told below the status.
     void Test(const PortChoice& portChoice);
 
+    /// Scans, takes the port of the simulated instrument into use for this session alone, says so
+    /// in the status and asks it; the store keeps the former choice. False, with the reason in the
+    /// status, where the port cannot be opened.
+    bool UseSimulated(std::int16_t number);
+
+    /// The simulated instrument has gone: the former choice is in use again, unless a screen reads.
+    void SimulatedEnded();
+
     /// Tries every port that can be opened at every bit rate; the first instrument that answers is
     /// the choice from then on. Nothing while a screen reads.
     void FindInstrument();
@@ -62,8 +71,8 @@ public:
     void BeginReading();
     void TransferOnce();
 
-    /// Makes the status tell the present instead of what an earlier test or reading met: why the
-    /// port is not open, or nothing.
+    /// Makes status and text tell the present instead of what an earlier test or reading met: why
+    /// the port is not open, or nothing.
     void ShowPresent();
 
     /// Select the values in force in the two lists; a value without entry leaves the selection.
@@ -77,6 +86,7 @@ public:
     void Close();
 
 private:
+    bool Try(const PortChoice& portChoice);
     bool TryOpen();
     void Reopen();
     void ConnectSearch();
@@ -87,6 +97,7 @@ private:
     void EndProbing();
     void Keep(const PortChoice& portChoice) const;
 
+    std::optional<PortChoice> keptChoice_; ///< of the store, while the simulated one is in use
     bool wasOpenBeforeSearch_ = false;
     std::string openProblem_; ///< why the last opening failed; empty where it succeeded
 };

@@ -1,5 +1,6 @@
 #include "link/Probe.h"
 
+#include "app/Mcommon.h"
 #include "base/RunTimeError.h"
 #include "link/Commands.h"
 
@@ -59,4 +60,17 @@ void Probe::End(const Answer& answer) {
     const auto tell = std::exchange(tell_, nullptr);
     Stop();
     tell(answer);
+}
+
+std::string TextOf(const Probe::Answer& answer) {
+    if (!answer)
+        return "No answer in 3 s: check cable, power and bit rate.";
+    std::string text = "The instrument answered:";
+    for (std::size_t slot = 0; slot < answer->size(); ++slot) {
+        const bool electrode = slot % 2 == 0;
+        text += slot == 0 ? " " : ", ";
+        text += (electrode ? "E" : "T") + std::to_string(slot / 2 + 1) + " ";
+        text += Mcommon::FormatReading((*answer)[slot]) + (electrode ? " mV" : "");
+    }
+    return text;
 }

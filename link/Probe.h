@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <string>
 
 /// Asks the open port once whether an instrument is there, outside any reading: no box, no status.
 /// Arrivals and its timer's tick carry it on.
@@ -43,3 +44,7 @@ private:
     FrameStream stream_;
     std::function<void(const Answer&)> tell_; ///< empty while nothing is asked
 };
+
+/// For the analyst: the eight values in the order of the frame, potentials in mV, sensors in their
+/// own units; without an answer what to look at.
+std::string TextOf(const Probe::Answer& answer);

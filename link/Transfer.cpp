@@ -158,6 +158,10 @@ void Transfer::Cancel() {
 
 void Transfer::PortOpened() {
     SetTimers();
+    ForgetOutcome();
+}
+
+void Transfer::ForgetOutcome() {
     if (state_ == State::idle)
         outcome_ = LinkState::waiting;
     status_.TellObservers();

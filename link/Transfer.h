@@ -99,6 +99,9 @@ public:
     /// does, what an earlier one met is past.
     void PortOpened();
 
+    /// Where nothing is under way, what an earlier transfer met is past.
+    void ForgetOutcome();
+
     /// The link has failed, with this reason.
     void Fail(const std::string& reason);
 

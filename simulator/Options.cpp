@@ -92,6 +92,8 @@ bool TakePlaceOption(Options& options, std::string_view option, Arguments& argum
         options.control = arguments.TakeValue(option);
     } else if (option == "--no-control") {
         options.withControl = false;
+    } else if (option == "--attached") {
+        options.attached = true;
     } else {
         return false;
     }
@@ -166,6 +168,8 @@ Place:
   --control PATH          take commands at this socket (beside the link, with
                           ".control" behind its name)
   --no-control            take commands from standard input only
+  --attached              end when standard input ends, as a child of the program
+                          that started it does
   --send COMMAND          send a command to the instrument that runs at this
                           place, show its answer, and end
 

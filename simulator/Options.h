@@ -21,6 +21,7 @@ struct Options {
     std::optional<std::string> device;
     std::optional<std::filesystem::path> control;
     bool withControl = true;
+    bool attached = false; ///< it ends with its standard input
     std::optional<std::uint32_t> bitRate;
     bool fast = false;
     bool ideal = false;

@@ -177,7 +177,7 @@ void Program::ServeInput() {
         if (!answer.text.empty())
             Say(answer.ok ? answer.text : "Error: " + answer.text);
     }
-    if (input_.EndedByUser())
+    if (input_.EndedByUser() || (options_.attached && input_.Ended()))
         Quit();
 }
 

@@ -25,6 +25,9 @@ public:
     /// without a terminal is ended by a command or a signal.
     bool EndedByUser() const { return endedByUser_; }
 
+    /// The end has come, whatever it was that ended.
+    bool Ended() const { return !open_; }
+
 private:
     int descriptor_;
     bool open_ = true;

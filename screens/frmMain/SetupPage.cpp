@@ -266,6 +266,7 @@ void SetupPage::CalibrationStored(int channel) {
 void SetupPage::CalibrationClosed() {
     rows_.txtEntry(averagingForCalibration)
         .setText(QString::number(mWinInit::HardwareSettings.AveragingForCalibration));
+    CommPort::ShowPresentStatus();
 }
 
 void SetupPage::cmdCalib_Click(int Index) {

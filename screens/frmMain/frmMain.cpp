@@ -190,6 +190,7 @@ void frmMain::EnterMeasuringPage() {
 
 void frmMain::LeaveMeasuringPage() {
     ui_->pgeMeasure->Leave();
+    CommPort::ShowPresentStatus();
     ShowPage(Page::setup);
     cmdPage(switchPage).setFocus(Qt::OtherFocusReason);
 }

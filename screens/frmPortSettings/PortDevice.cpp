@@ -1,7 +1,9 @@
 #include "screens/frmPortSettings/PortDevice.h"
 
+#include "base/PortName.h"
 #include "platform/Platform.h"
 #include "platform/System.h"
+#include "platform/qt/Text.h"
 
 #include <QFileInfo>
 #include <QSerialPortInfo>
@@ -29,6 +31,21 @@ QString DescriptionOf(int port) {
         return text;
     }
     return device;
+}
+
+std::filesystem::path LinkOf(int port) {
+    return platform::Current().places.ConfigurationFolder() / "ports" /
+           ("com" + std::to_string(port));
+}
+
+std::optional<int> FreeNumber() {
+    for (int port = 1; port <= PortName::last; ++port) {
+        // A link counts even where it leads nowhere: it is the user's.
+        const bool linked = QFileInfo(Text::FromPath(LinkOf(port))).isSymLink();
+        if (!linked && !QFileInfo::exists(NameOf(port)))
+            return port;
+    }
+    return std::nullopt;
 }
 
 } // namespace PortDevice

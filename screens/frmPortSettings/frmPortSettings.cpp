@@ -1,11 +1,13 @@
 #include "screens/frmPortSettings/frmPortSettings.h"
 
+#include "app/Mcommon.h"
 #include "base/PortName.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/Wiring.h"
 #include "screens/frmPortSettings/PortDevice.h"
+#include "screens/frmSimulated/frmSimulated.h"
 #include "ui_frmPortSettings.h"
 
 #include <QFileInfo>
@@ -82,6 +84,12 @@ void frmPortSettings::ConnectSignals() {
     wire(ui_->cmdOK, &QPushButton::clicked, "cmdOK", &frmPortSettings::cmdOK_Click);
     wire(ui_->cmdScan, &QPushButton::clicked, "cmdScan", &frmPortSettings::cmdScan_Click);
     wire(ui_->cmdFind, &QPushButton::clicked, "cmdFind", &frmPortSettings::cmdFind_Click);
+    wire(ui_->cmdSimulated, &QPushButton::clicked, "cmdSimulated",
+         &frmPortSettings::cmdSimulated_Click);
+    wire(&simulated_, &platform::SimulatedInstrument::Ready, "simulated",
+         &frmPortSettings::simulated_Ready);
+    wire(&simulated_, &platform::SimulatedInstrument::Ended, "simulated",
+         &frmPortSettings::simulated_Ended);
     connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     // The device's line follows the selection, whoever made it.
     wire(ui_->cboPort, &QComboBox::currentIndexChanged, "cboPort", &frmPortSettings::cboPort_Click);
@@ -118,6 +126,8 @@ void frmPortSettings::hideEvent(QHideEvent* event) {
 }
 
 void frmPortSettings::Form_Activate() {
+    if (!simulated_.IsRunning())
+        CommPort::SimulatedEnded(); // a screen has read to the end of it
     CommPort::ScanPorts();
     CommPort::ShowPresentStatus();
     CommPort::SetBitRateComboBox();
@@ -153,14 +163,71 @@ void frmPortSettings::cmdFind_Click() {
 void frmPortSettings::ShowSearching(bool searching) {
     searching_ = searching;
     ui_->cmdFind->setText(searching ? "Stop Searc&hing" : "&Find Instrument");
-    for (QWidget* widget :
-         std::initializer_list<QWidget*>{ui_->fraPort, ui_->fraBitRate, ui_->cmdOK})
+    for (QWidget* widget : std::initializer_list<QWidget*>{ui_->fraPort, ui_->fraBitRate,
+                                                           ui_->cmdOK, ui_->cmdSimulated})
         widget->setEnabled(!searching);
+}
+
+void frmPortSettings::cmdSimulated_Click() {
+    if (!simulated_.IsRunning())
+        StartSimulated();
+    else if (simulatedWindow_) {
+        simulatedWindow_->show();
+        simulatedWindow_->activateWindow();
+    }
+}
+
+void frmPortSettings::StartSimulated() {
+    const auto port = PortDevice::FreeNumber();
+    if (!port) {
+        Mcommon::Warn("No port number is left for the simulated instrument: behind each of COM1 "
+                      "to COM16 stands a device or a link.");
+        return;
+    }
+    if (platform::SimulatedInstrument::ProgramFile().isEmpty()) {
+        Mcommon::Warn("The program vantrel-instrument was not found, neither beside this program "
+                      "nor in the search path. On Linux it is installed with this program.");
+        return;
+    }
+    simulatedPort_ = *port;
+    simulatedWindow_ = std::make_unique<frmSimulated>(simulated_, *port, this);
+    simulated_.Start(PortDevice::LinkOf(*port), simulatedWindow_->CommandsAtStart());
+    ShowSimulated();
+    SetStatusText("The simulated instrument is starting...");
+}
+
+void frmPortSettings::simulated_Ready() {
+    ShowSimulated();
+    CommPort::UseSimulated(static_cast<std::int16_t>(simulatedPort_));
+    ShowProblems();
+    cboPort_Click();
+}
+
+void frmPortSettings::simulated_Ended(const QString& reason) {
+    if (simulatedWindow_) // it may be at work: it asks for the end itself
+        simulatedWindow_.release()->deleteLater();
+    ShowSimulated();
+    CommPort::SimulatedEnded();
+    CommPort::ScanPorts();
+    CommPort::SetPortComboBox();
+    cboPort_Click();
+    SetStatusText("The simulated instrument has ended.");
+    if (!reason.isEmpty())
+        Mcommon::Warn("The simulated instrument has ended: " + Text::ForMessage(reason));
+}
+
+/// One button starts it and opens its window then.
+void frmPortSettings::ShowSimulated() {
+    ui_->cmdSimulated->setText(simulated_.IsReady() ? "Sim&ulated Instrument..."
+                                                    : "&Use the Simulated Instrument");
+    ui_->cmdSimulated->setEnabled(!searching_ && (simulated_.IsReady() || !simulated_.IsRunning()));
 }
 
 void frmPortSettings::cboPort_Click() {
     const auto port = ChosenPort(*ui_->cboPort);
-    const auto device = PortDevice::DescriptionOf(port);
+    auto device = PortDevice::DescriptionOf(port);
+    if (simulated_.IsReady() && port == simulatedPort_)
+        device += " - simulated instrument";
     ui_->lblDevice->setText(device.isEmpty() ? QString()
                                              : Text::ToQt(PortName::Of(port)) + ": " + device);
 }

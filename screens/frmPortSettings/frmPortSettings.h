@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/qt/QtSerialControl.h"
+#include "platform/qt/SimulatedInstrument.h"
 #include "screens/controls/EventGuard.h"
 #include "screens/controls/FormTimer.h"
 
@@ -14,9 +15,11 @@
 namespace Ui {
 class frmPortSettings;
 }
+class frmSimulated;
 
 /// The port screen: choice and test of the port. It owns the serial control and the timers that
-/// the link runs on, so it lives, mostly hidden, as long as the program.
+/// the link runs on, and the simulated instrument where one is used, so it lives, mostly hidden, as
+/// long as the program.
 class frmPortSettings : public QDialog {
     Q_OBJECT
 
@@ -41,6 +44,11 @@ private:
     void cmdScan_Click();
     void cboPort_Click();
     void cmdFind_Click();
+    void cmdSimulated_Click();
+    void StartSimulated();
+    void simulated_Ready();
+    void simulated_Ended(const QString& reason);
+    void ShowSimulated();
     void IntervalChanged();
     void tmrTransferInterval_Timer();
     void ShowSearching(bool searching);
@@ -57,6 +65,9 @@ private:
     FormTimer timeout_{tmrTimeout};
     FormTimer transferInterval_{tmrTransferInterval};
     FormTimer probe_{tmrProbe};
+    platform::SimulatedInstrument simulated_;
+    std::unique_ptr<frmSimulated> simulatedWindow_; ///< while the simulated instrument runs
+    int simulatedPort_ = 0;
     bool searching_ = false; ///< the link tries the ports for an instrument
     EventGuard guard_{"Unexpected Error - "};
 };

@@ -22,7 +22,7 @@ struct Floor {
 };
 
 /// From the ground up. A floor includes itself and those before it.
-constexpr std::array<Floor, 24> house = {{
+constexpr std::array<Floor, 25> house = {{
     {"base"},
     {"platform"},
     {"platform/posix"},
@@ -37,6 +37,7 @@ constexpr std::array<Floor, 24> house = {{
     {"screens/controls", true},
     {"screens/calibration", true},
     {"screens/frmSplash", true},
+    {"screens/frmSimulated", true},
     {"screens/frmPortSettings", true},
     {"screens/frmCommon", true},
     {"screens/frmSrch", true},

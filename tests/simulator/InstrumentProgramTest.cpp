@@ -110,6 +110,17 @@ TEST_F(InstrumentProgram, Goes_on_when_its_standard_input_ends) {
     EXPECT_EQ(TestPort(instrument.Link()).Request().size(), frameLength);
 }
 
+TEST_F(InstrumentProgram, Attached_to_its_parent_it_ends_with_its_input_and_its_link_is_gone) {
+    InstrumentProcess instrument(configHome, {"--attached"});
+    ASSERT_TRUE(fs::is_symlink(instrument.Link()));
+
+    instrument.CloseInput();
+
+    EXPECT_EQ(instrument.WaitForEnd(), 0);
+    EXPECT_FALSE(fs::is_symlink(instrument.Link()));
+    EXPECT_FALSE(fs::exists(instrument.Link().string() + ".control"));
+}
+
 TEST_F(InstrumentProgram, A_line_without_end_at_the_socket_or_the_input_does_no_harm) {
     InstrumentProcess instrument(configHome, {"--fast"});
     EXPECT_THROW(instrument.Command(std::string(100000, 'x')), std::runtime_error);

@@ -30,6 +30,11 @@ TEST(ParseOptions, Without_any_it_is_COM1_at_the_programs_speed) {
     EXPECT_FALSE(options.bitRate.has_value());
     EXPECT_FALSE(options.fast);
     EXPECT_TRUE(options.withControl);
+    EXPECT_FALSE(options.attached);
+}
+
+TEST(ParseOptions, Attached_it_ends_with_its_input) {
+    EXPECT_TRUE(Parse({"--attached"}).attached);
 }
 
 TEST(ParseOptions, Commands_of_the_start_take_their_words_in_one_or_many_arguments) {

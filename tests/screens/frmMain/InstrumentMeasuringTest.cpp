@@ -66,3 +66,38 @@ TEST_F(InstrumentMeasuring, An_instrument_that_falls_silent_is_read_again_after_
     EXPECT_EQ(RunButton(), "&Record");
     EXPECT_TRUE(WaitForValues());
 }
+
+TEST_F(InstrumentMeasuring, The_status_line_tells_the_present_after_failures_and_after_Back) {
+    const auto linkText = [this] { return Find<QLabel>(*form, "lblLink").text(); };
+    const std::string connectionMessage = "There are some problem on connection.\n"
+                                          "Click on button Start to start reading again.";
+    const auto waitForFailure = [this] {
+        return QTest::qWaitFor([this] { return RunButton() == "&Start"; }, 10000);
+    };
+    instrument->Command("unplug");
+    platform.dialogs.ExpectMessage(connectionMessage, exclamation);
+    OpenMeasuring();
+    ASSERT_TRUE(waitForFailure());
+    EXPECT_EQ(linkText(), "COM1, 9600 bit/s: not open");
+
+    instrument->Command("replug");
+    Click(*form, "cmdPage", frmMain::run);
+    EXPECT_EQ(linkText(), "COM1, 9600 bit/s: waiting for the instrument");
+    ASSERT_TRUE(WaitForValues());
+    EXPECT_EQ(linkText(), "COM1, 9600 bit/s: the instrument answers");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    EXPECT_EQ(linkText(), "COM1, 9600 bit/s: open") << "nobody asks it any more";
+
+    platform.dialogs.ExpectMessage(connectionMessage, exclamation);
+    instrument->Command("fault silence");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    ASSERT_TRUE(waitForFailure());
+    EXPECT_EQ(linkText(), "COM1, 9600 bit/s: no connection");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    EXPECT_EQ(linkText(), "COM1, 9600 bit/s: not open") << "a failed start gives the port back";
+
+    instrument->Command("fault none");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    ASSERT_TRUE(WaitForValues());
+    EXPECT_EQ(linkText(), "COM1, 9600 bit/s: the instrument answers");
+}
