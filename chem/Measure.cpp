@@ -133,14 +133,23 @@ std::size_t SegmentCount(const CalibrationRecord& record) {
 
 float InterpolateReading(int points, std::span<const float> input, std::span<const float> output,
                          float reading) {
+    return InterpolateReading(IsPHMode, points, input, output, reading);
+}
+
+float InterpolateReading(bool isPH, int points, std::span<const float> input,
+                         std::span<const float> output, float reading) {
     const int row = FindRow(points, input, reading);
     if ((row < points || row == 0) && reading == At(input, row))
         return At(output, row);
     if (row == points && reading == At(input, points - 1))
         return At(output, points - 1);
     const int k = SegmentEnd(row, points);
-    return IsPHMode ? InterpolateLinear(k, input, output, reading)
-                    : InterpolateLogarithmic(k, input, output, reading);
+    return isPH ? InterpolateLinear(k, input, output, reading)
+                : InterpolateLogarithmic(k, input, output, reading);
+}
+
+int SegmentOf(int points, std::span<const float> input, float reading) {
+    return SegmentEnd(FindRow(points, input, reading), points);
 }
 
 ConversionFailures ConvertReadings(const InputTables& tables,

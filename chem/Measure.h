@@ -54,6 +54,13 @@ SelectPositions(const InputTables& tables,
 float InterpolateReading(int points, std::span<const float> input, std::span<const float> output,
                          float reading);
 
+/// The same on the scale that is named, whatever IsPHMode is.
+float InterpolateReading(bool isPH, int points, std::span<const float> input,
+                         std::span<const float> output, float reading);
+
+/// The row that ends the segment along which a reading is converted, 1 to points - 1.
+int SegmentOf(int points, std::span<const float> input, float reading);
+
 /// Slope of each segment as displayed; 0 where the points allow none. Used for a stored record.
 void RestoreSlopes(CalibrationRecord& record, bool isPH);
 

@@ -1,0 +1,98 @@
+#include "base/NumberInterval.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <system_error>
+
+namespace NumberText {
+
+namespace {
+
+constexpr double halfOfSeventhDigit = 5e-7; ///< relative, of the smallest seven-digit mantissa
+constexpr int mostDigits = 18;              ///< a 64-bit integer holds them
+constexpr int largestExponent = 99;
+
+bool IsDigit(char letter) {
+    return letter >= '0' && letter <= '9';
+}
+
+/// The digits of a number without its exponent: digits * 10^place.
+struct Mantissa {
+    bool negative = false;
+    std::int64_t digits = 0;
+    int place = 0; ///< of the last digit; 10^place is its worth
+};
+
+/// Takes the mantissa off the text; nothing where no digit or too many come.
+std::optional<Mantissa> TakeMantissa(std::string_view& text) {
+    Mantissa mantissa;
+    if (text.starts_with('-')) {
+        mantissa.negative = true;
+        text.remove_prefix(1);
+    }
+    bool behindPoint = false;
+    int count = 0;
+    for (; !text.empty(); text.remove_prefix(1)) {
+        const char letter = text.front();
+        if (letter == '.' && !behindPoint && count > 0) {
+            behindPoint = true;
+            continue;
+        }
+        if (!IsDigit(letter))
+            break;
+        mantissa.digits = mantissa.digits * 10 + (letter - '0');
+        mantissa.place -= behindPoint ? 1 : 0;
+        if (++count > mostDigits)
+            return std::nullopt;
+    }
+    return count == 0 ? std::nullopt : std::optional(mantissa);
+}
+
+/// What is left of the text as an exponent, "E-03"; 0 for an empty rest, nothing for any other.
+std::optional<int> ReadExponent(std::string_view text) {
+    if (text.empty())
+        return 0;
+    if (text.front() != 'E')
+        return std::nullopt;
+    text.remove_prefix(1);
+    if (text.starts_with('+') && text.size() > 1 && IsDigit(text[1]))
+        text.remove_prefix(1);
+    int exponent = 0;
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, exponent);
+    if (result.ec != std::errc() || result.ptr != end || std::abs(exponent) > largestExponent)
+        return std::nullopt;
+    return exponent;
+}
+
+double PowerOfTen(int exponent) {
+    constexpr double tenth = 0.1; // one decimal is what most texts have
+    if (exponent == 0)
+        return 1;
+    return exponent == -1 ? tenth : std::pow(10.0, exponent);
+}
+
+} // namespace
+
+std::optional<NumberInterval> MeantBy(std::string_view text) {
+    const auto mantissa = TakeMantissa(text);
+    if (!mantissa)
+        return std::nullopt;
+    const auto exponent = ReadExponent(text);
+    if (!exponent)
+        return std::nullopt;
+    const double unit = PowerOfTen(mantissa->place + *exponent);
+    const double magnitude = static_cast<double>(mantissa->digits) * unit;
+    const double value = mantissa->negative ? -magnitude : magnitude;
+    const double half = unit / 2 + magnitude * halfOfSeventhDigit;
+    return NumberInterval{value - half, value + half};
+}
+
+NumberInterval AroundPlain(double value) {
+    const double half = std::abs(value) * halfOfSeventhDigit;
+    return {value - half, value + half};
+}
+
+} // namespace NumberText
