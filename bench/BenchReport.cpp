@@ -4,15 +4,15 @@
 #include "report/GraphSpan.h"
 #include "report/RecordSearch.h"
 #include "report/ReportLoader.h"
+#include "report/SilentView.h"
 #include "report/support/MeasurementText.h"
-#include "report/support/SilentView.h"
 #include "support/FakePlatform.h"
 
 #include <benchmark/benchmark.h>
 
 namespace {
 
-class NoGraph : public SilentGraph {
+class NoGraph : public Mreport::SilentGraph {
 public:
     int NumSets() const override { return 4; }
     int NumPoints() const override { return 50; }
@@ -29,7 +29,7 @@ struct Viewer {
     fake::Platform platform;
     FileOpr::MeasuringRun run;
     std::filesystem::path file = platform.folder.Path() / "run.4ch";
-    SilentView<NoGraph> view{50};
+    Mreport::SilentView<NoGraph> view{50};
     Mreport::ViewedFile viewed;
     Mreport::ShownGraph shown;
     Mreport::ReportLoader loader{run, viewed, shown, view};

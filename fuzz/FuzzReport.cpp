@@ -7,7 +7,7 @@
 #include "report/RecordSearch.h"
 #include "report/ReportLoader.h"
 #include "report/Selection.h"
-#include "tests/report/support/SilentView.h"
+#include "report/SilentView.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -17,7 +17,7 @@
 namespace {
 
 /// Remembers counts alone, and traps what no caller may ask for.
-class CountingGraph : public SilentGraph {
+class CountingGraph : public Mreport::SilentGraph {
 public:
     int NumSets() const override { return sets_; }
     void SetNumSets(int sets) override {
@@ -40,7 +40,7 @@ private:
     int points_ = 0;
 };
 
-using NoView = SilentView<CountingGraph>;
+using NoView = Mreport::SilentView<CountingGraph>;
 
 /// `any` chooses the spans, so that the inputs together try them all.
 void DrawSpans(NoView& view, const Mreport::ViewedFile& file, Mreport::ShownGraph& shown,

@@ -53,6 +53,11 @@ say "Starting the simulated instrument"
 vantrel-instrument --help >"$unpacked/help" && sed -n 1,3p "$unpacked/help"
 vantrel-instrument --version
 
+say "Starting the program for measurement files"
+vantrel-file --version
+[ -s /usr/share/bash-completion/completions/vantrel-file ] || die "Its completion is missing"
+[ -s /usr/share/man/man1/vantrel-file.1.gz ] || die "Its manual page is missing"
+
 say "Starting the program as a new user"
 home=$unpacked/home
 mkdir -p "$home"

@@ -32,7 +32,7 @@ bool FitsPattern(std::string_view text) {
 /// Gathers the lines that are written: each is small, and there are many.
 class BufferedLines {
 public:
-    explicit BufferedLines(platform::Replacement& file) : file_(file) {}
+    explicit BufferedLines(const CsvSink& sink) : sink_(sink) {}
 
     void Add(std::string_view line) {
         pending_ += line;
@@ -41,14 +41,14 @@ public:
             Flush();
     }
     void Flush() {
-        file_.Write(pending_);
+        sink_(pending_);
         pending_.clear();
     }
 
 private:
     static constexpr std::size_t blockSize = std::size_t{64} * 1024;
 
-    platform::Replacement& file_;
+    const CsvSink& sink_;
     std::string pending_;
 };
 
@@ -82,8 +82,8 @@ bool ForEachLineOfFile(const ReportPages& pages, Visit visit, const std::functio
 
 class Exporter {
 public:
-    Exporter(const ViewedFile& file, platform::Replacement& out, const std::function<bool()>& stop)
-        : file_(file), lines_(out), stop_(stop) {}
+    Exporter(const ViewedFile& file, const CsvSink& sink, const std::function<bool()>& stop)
+        : file_(file), lines_(sink), stop_(stop) {}
 
     /// False when it was stopped.
     bool Run() {
@@ -223,17 +223,26 @@ std::string CsvField(std::string_view utf8) {
     return quoted + "\"";
 }
 
+std::optional<std::int32_t> WriteCsv(const ViewedFile& viewed, CsvReader reader,
+                                     const CsvSink& sink, const std::function<bool()>& stop) {
+    if (reader == CsvReader::spreadsheet)
+        sink(Utf8::byteOrderMark);
+    Exporter exporter(viewed, sink, stop);
+    if (!exporter.Run())
+        return std::nullopt;
+    return exporter.Records();
+}
+
 std::int32_t ExportCsv(const ViewedFile& viewed, const std::filesystem::path& file,
                        CsvReader reader, const std::function<bool()>& stop) {
     const auto replacement =
         platform::Current().files.BeginReplacement(file, platform::Readers::asUsual);
-    if (reader == CsvReader::spreadsheet)
-        replacement->Write(Utf8::byteOrderMark);
-    Exporter exporter(viewed, *replacement, stop);
-    if (!exporter.Run())
+    const auto records = WriteCsv(
+        viewed, reader, [&](std::string_view text) { replacement->Write(text); }, stop);
+    if (!records)
         return 0;
     replacement->Commit();
-    return exporter.Records();
+    return *records;
 }
 
 } // namespace Mreport

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,11 +16,18 @@ enum class CsvReader {
     spreadsheet, ///< knows UTF-8 by the byte order mark alone
 };
 
-/// Writes every record of the list pages into a CSV file: UTF-8, comma-separated, CR LF, a heading
-/// with electrodes and units, one row a record, the time as ISO 8601, an empty cell for a missing
-/// value. Lets events run; `stop` is asked after them. Returns the number of records; a stopped
-/// export leaves no file. Throws RunTimeError when the file cannot be written; an older file of
-/// that name then stays.
+/// Takes the text of a CSV file, block by block.
+using CsvSink = std::function<void(std::string_view)>;
+
+/// Writes every record of the list pages as CSV: UTF-8, comma-separated, CR LF, a heading with
+/// electrodes and units, one row a record, the time as ISO 8601, an empty cell for a missing value.
+/// Lets events run; `stop` is asked after them. Returns the number of records, nothing where it was
+/// stopped.
+std::optional<std::int32_t> WriteCsv(const ViewedFile& viewed, CsvReader reader,
+                                     const CsvSink& sink, const std::function<bool()>& stop);
+
+/// The same into a file. A stopped export leaves no file and returns 0. Throws RunTimeError when
+/// the file cannot be written; an older file of that name then stays.
 std::int32_t ExportCsv(const ViewedFile& viewed, const std::filesystem::path& file,
                        CsvReader reader, const std::function<bool()>& stop);
 

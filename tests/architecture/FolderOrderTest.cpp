@@ -31,6 +31,7 @@ protected:
                                  "screens/controls",
                                  "screens/calibration",
                                  "screens/frmSplash",
+                                 "screens/frmSimulated",
                                  "screens/frmPortSettings",
                                  "screens/frmCommon",
                                  "screens/frmSrch",
@@ -41,7 +42,8 @@ protected:
                                  "screens/SimultCalib",
                                  "screens/frmMain",
                                  "program",
-                                 "simulator"})
+                                 "simulator",
+                                 "tools"})
             std::filesystem::create_directories(folder.Path() / name);
     }
     void Plant(const std::string& file, const std::string& bytes) {
@@ -97,6 +99,19 @@ TEST_F(PlantedFiles, The_simulated_instrument_shares_the_ground_alone) {
     EXPECT_EQ(Found(),
               (Lines{"link/b.cpp:1: includes simulator, which is no part of its building",
                      "simulator/a.cpp:2: includes link, which is no part of its building"}));
+}
+
+TEST_F(PlantedFiles, The_program_for_measurement_files_knows_the_core_and_no_screen) {
+    Plant("tools/a.cpp", "#include \"report/Verify.h\"\n#include \"files/FileOpr.h\"\n"
+                         "#include \"tools/a.h\"\n");
+    Plant("tools/b.cpp", "#include \"platform/qt/Text.h\"\n#include <QString>\n"
+                         "#include \"simulator/Faults.h\"\n");
+    Plant("report/c.cpp", "#include \"tools/a.h\"\n");
+    EXPECT_EQ(Found(),
+              (Lines{"report/c.cpp:1: includes tools, which is no part of its building",
+                     "tools/b.cpp:1: includes platform/qt, which is no part of its building",
+                     "tools/b.cpp:2: includes Qt",
+                     "tools/b.cpp:3: includes simulator, which is no part of its building"}));
 }
 
 TEST_F(PlantedFiles, What_is_allowed_is_not_reported) {

@@ -5,8 +5,10 @@
 #include <filesystem>
 #include <string>
 
+namespace Mreport {
+
 /// A graph that draws nothing and keeps nothing.
-class SilentGraph : public Mreport::ReportGraph {
+class SilentGraph : public ReportGraph {
 public:
     int NumSets() const override { return 0; }
     void SetNumSets(int) override {}
@@ -30,7 +32,7 @@ public:
 
 /// A viewer that shows nothing, around a graph of the given kind; its scroll bar stands still.
 template <class GraphKind>
-class SilentView : public Mreport::ReportView {
+class SilentView : public ReportView {
 public:
     explicit SilentView(std::int32_t scrollValue) : scrollValue_(scrollValue) {}
 
@@ -41,13 +43,15 @@ public:
     void PageAdded(int, bool) override {}
     void LinesAdded() override {}
     void SelectShownPage() override {}
-    void SetScroll(const Mreport::ScrollLimits&) override {}
-    Mreport::PageRecord ScrollValue() const override { return {scrollValue_}; }
-    Mreport::ReportGraph& Graph() override { return graph; }
-    void GraphDrawn(Mreport::FileRecord) override {}
+    void SetScroll(const ScrollLimits&) override {}
+    PageRecord ScrollValue() const override { return {scrollValue_}; }
+    ReportGraph& Graph() override { return graph; }
+    void GraphDrawn(FileRecord) override {}
 
     GraphKind graph;
 
 private:
     std::int32_t scrollValue_;
 };
+
+} // namespace Mreport
