@@ -288,7 +288,13 @@ void Report::FindNext() {
 void Report::mnuFileItem_Click(int Index) {
     switch (Index) {
     case ReportMenus::openFile:
-        return OpenThroughDialog();
+        if (const auto file = AskForFile())
+            OpenFile(*file);
+        return;
+    case ReportMenus::openInNewWindow:
+        if (const auto file = AskForFile())
+            Q_EMIT NewWindowWanted(*file);
+        return;
     case ReportMenus::printReport:
         if (!Refuse(Mreport::loadingText))
             frmPrint(file_, shown_, this).exec();
@@ -306,12 +312,11 @@ void Report::mnuFileItem_Click(int Index) {
     }
 }
 
-void Report::OpenThroughDialog() {
-    if (Refuse(Mreport::busyText))
-        return;
+std::optional<std::filesystem::path> Report::AskForFile() {
     std::filesystem::path file;
-    if (run_.dialog.ShowFileDialog(file, FileOpr::DialogMode::open))
-        OpenFile(file);
+    if (Refuse(Mreport::busyText) || !run_.dialog.ShowFileDialog(file, FileOpr::DialogMode::open))
+        return std::nullopt;
+    return file;
 }
 
 void Report::mnuRecent_Show() {

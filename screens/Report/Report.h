@@ -48,6 +48,9 @@ Q_SIGNALS:
     /// The viewer shows this file from now on.
     void FileShown(const std::filesystem::path& fileName);
 
+    /// A viewer of its own is wanted for this file.
+    void NewWindowWanted(const std::filesystem::path& fileName);
+
     /// The viewer has been closed.
     void Closed();
 
@@ -88,7 +91,7 @@ private:
     void FindNext();
 
     void OpenFile(const std::filesystem::path& fileName);
-    void OpenThroughDialog();
+    std::optional<std::filesystem::path> AskForFile();
     void SelectChannels();
     void GoTo(int page, int line);
     void ShowView(View view);

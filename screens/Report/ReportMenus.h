@@ -8,7 +8,14 @@
 /// The viewer's menus: which entries there are and what they offer of the shown file.
 class ReportMenus {
 public:
-    enum FileItem { openFile, printReport, exportRecords, exportGraph, closeReport };
+    enum FileItem {
+        openFile,
+        printReport,
+        exportRecords,
+        exportGraph,
+        closeReport,
+        openInNewWindow
+    };
     enum ViewItem { selectChannels, graphView, tableView, zoomIn, zoomOut, wholeSpan };
     enum ToolItem { calculator, notepad, findRecord, copyLines, selectAllLines };
     enum UpdateItem { updateList, automaticUpdate };

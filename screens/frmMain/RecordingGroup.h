@@ -3,7 +3,7 @@
 #include "files/ReadingGaps.h"
 #include "files/Recording.h"
 #include "screens/controls/EventGuard.h"
-#include "screens/frmMain/LiveReport.h"
+#include "screens/frmMain/ReportWindows.h"
 #include "settings/MeasuringChoices.h"
 
 #include <QGroupBox>
@@ -19,7 +19,7 @@ class RecordingGroup;
 }
 
 /// The measuring page's recording: mode, period and comment, the counter, the line that tells how
-/// it stands, and the live report.
+/// it stands, and the report's windows.
 class RecordingGroup : public QGroupBox {
     Q_OBJECT
 
@@ -101,7 +101,7 @@ private:
     EventGuard guard_{"Unexpected Error - "};
     std::optional<FileOpr::Recording> recording_; ///< from Load on
     FileOpr::ReadingGaps gaps_;
-    std::optional<LiveReport> report_; ///< from Load on
+    std::optional<ReportWindows> report_; ///< from Load on
     mWinInit::MeasuringChoices choices_;
     QStringListModel comments_; ///< offered while a comment is typed
     bool awaitsSteady_ = false; ///< a press waits for steady readings
