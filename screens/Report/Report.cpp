@@ -14,6 +14,7 @@
 #include "screens/controls/Wiring.h"
 #include "screens/frmCommon/frmCommon.h"
 #include "screens/frmPrint/frmPrint.h"
+#include "screens/frmVerify/frmVerify.h"
 #include "ui_Report.h"
 
 #include <QCloseEvent>
@@ -118,6 +119,8 @@ void Report::OpenFile(const std::filesystem::path& fileName) {
     WholeRunPanel& run = ui_->picGraph->Run();
     run.Clear();
     search_.Stop();
+    if (verify_)
+        verify_->Stop();
     // Where the new file cannot be opened, the old one stays.
     const auto ready = qScopeGuard([&run] { run.FileReady(); });
     loader_.ViewFile(fileName);
@@ -133,6 +136,7 @@ void Report::TakeFile(const std::filesystem::path& fileName) {
 /// The file shown before has gone, and with it what was found in it.
 void Report::ForgetFile() {
     search_.Forget();
+    delete verify_;
     ShowView(graphTab);
     AllowMenus();
 }
@@ -198,6 +202,7 @@ bool Report::Form_QueryUnload() {
 /// The next showing starts empty, and the file is free for others.
 void Report::Form_Unload() {
     search_.Close();
+    delete verify_;
     ui_->picGraph->Run().Clear();
     ReportPlace::Remember(*this);
     file_ = {};
@@ -366,11 +371,23 @@ void Report::mnuToolItem_Click(int Index) {
         return platform::Current().desktop.ShowNotepad();
     case ReportMenus::findRecord:
         return search_.Show();
+    case ReportMenus::verifyFile:
+        return VerifyFile();
     case ReportMenus::copyLines:
         return lists_.InFront().CopySelection();
     default:
         lists_.InFront().SelectAll();
     }
+}
+
+void Report::VerifyFile() {
+    if (Refuse(Mreport::loadingText))
+        return;
+    delete verify_;
+    verify_ = new frmVerify(file_, this);
+    const Wiring wire(*this, guard_, "Report");
+    wire(verify_.data(), &frmVerify::RecordWanted, "frmVerify", &Report::RecordWanted);
+    verify_->show();
 }
 
 void Report::mnuUpdateItem_Click(int Index) {

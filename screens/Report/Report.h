@@ -11,6 +11,7 @@
 #include "screens/controls/EventGuard.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <filesystem>
 #include <memory>
@@ -18,6 +19,7 @@
 namespace Ui {
 class Report;
 }
+class frmVerify;
 
 /// The viewer of one measurement file: its lines as list pages and its values as a graph. Loading
 /// runs inside ViewFile while events go on; the form must not be deleted before it has returned,
@@ -93,6 +95,7 @@ private:
     void OpenFile(const std::filesystem::path& fileName);
     std::optional<std::filesystem::path> AskForFile();
     void SelectChannels();
+    void VerifyFile();
     void GoTo(int page, int line);
     void ShowView(View view);
     void AllowMenus();
@@ -109,6 +112,7 @@ private:
     ReportLists lists_;
     ReportExport export_;
     ReportSearch search_;
+    QPointer<frmVerify> verify_; ///< of the file that is shown
     LoadView view_;
     Mreport::ReportLoader loader_;
     RunFollower follower_;

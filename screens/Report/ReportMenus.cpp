@@ -9,7 +9,8 @@ void ReportMenus::Allow(const Mreport::ViewedFile& file, const Mreport::ShownGra
     const bool open = !file.path.empty();
     for (const FileItem item : {printReport, exportRecords, exportGraph})
         mnuFileItem(item).setEnabled(open);
-    mnuToolItem(findRecord).setEnabled(open);
+    for (const ToolItem item : {findRecord, verifyFile})
+        mnuToolItem(item).setEnabled(open);
     mnuViewItem(selectChannels).setEnabled(open && !recording);
     mnuViewItem(selectChannels)
         .setToolTip(recording ? "Not while records are written into this file"

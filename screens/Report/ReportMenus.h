@@ -17,7 +17,7 @@ public:
         openInNewWindow
     };
     enum ViewItem { selectChannels, graphView, tableView, zoomIn, zoomOut, wholeSpan };
-    enum ToolItem { calculator, notepad, findRecord, copyLines, selectAllLines };
+    enum ToolItem { calculator, notepad, findRecord, copyLines, selectAllLines, verifyFile };
     enum UpdateItem { updateList, automaticUpdate };
 
     /// Gathers the menus of the form.

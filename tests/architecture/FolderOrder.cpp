@@ -22,7 +22,7 @@ struct Floor {
 };
 
 /// From the ground up. A floor includes itself and those before it.
-constexpr std::array<Floor, 25> house = {{
+constexpr std::array<Floor, 26> house = {{
     {"base"},
     {"platform"},
     {"platform/posix"},
@@ -43,6 +43,7 @@ constexpr std::array<Floor, 25> house = {{
     {"screens/frmSrch", true},
     {"screens/frmPrint", true},
     {"screens/frmLimits", true},
+    {"screens/frmVerify", true},
     {"screens/Report", true},
     {"screens/frmCalib", true},
     {"screens/SimultCalib", true},

@@ -37,6 +37,7 @@ protected:
                                  "screens/frmSrch",
                                  "screens/frmPrint",
                                  "screens/frmLimits",
+                                 "screens/frmVerify",
                                  "screens/Report",
                                  "screens/frmCalib",
                                  "screens/SimultCalib",
