@@ -7,7 +7,6 @@
 #include <string>
 
 inline constexpr int maxCalibrationPoints = 6;
-inline constexpr int maxTempSensorRows = 16;
 
 /// The last calibration of one electrode channel. Points stand in the order of their recording.
 struct CalibrationRecord {
@@ -20,13 +19,4 @@ struct CalibrationRecord {
     std::array<float, maxCalibrationPoints - 1> Slope{};
 
     bool operator==(const CalibrationRecord&) const = default;
-};
-
-/// The table of one temperature sensor, ascending by reading.
-struct TempSensorCalibration {
-    std::int16_t PointCount = 0;
-    std::array<float, maxTempSensorRows> Temperature{}; ///< °C
-    std::array<float, maxTempSensorRows> Reading{};     ///< the instrument's units
-
-    bool operator==(const TempSensorCalibration&) const = default;
 };

@@ -12,7 +12,6 @@
 namespace Measure {
 
 bool IsPHMode = false;
-std::int16_t ChannelToCalibrate = 0;
 
 namespace {
 
@@ -218,7 +217,6 @@ float ToPpm(float mol_per_litre, float molarMass_g_per_mol) {
 
 void Reset() {
     IsPHMode = false;
-    ChannelToCalibrate = 0;
 }
 
 } // namespace Measure

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chem/CalibrationRecord.h"
+#include "chem/TempSensorCalibration.h"
 
 #include <array>
 #include <cstdint>
@@ -15,9 +16,6 @@ namespace Measure {
 /// Linear (pH) instead of logarithmic interpolation. Global on purpose: temperature positions are
 /// interpolated on the scale that the last converted electrode, or a calibration screen, left.
 extern bool IsPHMode;
-
-/// The channel being calibrated, 0 to 7.
-extern std::int16_t ChannelToCalibrate;
 
 /// What a cycle is converted with.
 struct InputTables {

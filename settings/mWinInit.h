@@ -2,6 +2,7 @@
 
 #include "chem/CalibrationRecord.h"
 #include "chem/Measure.h"
+#include "chem/TempSensorCalibration.h"
 
 #include <array>
 #include <cstdint>

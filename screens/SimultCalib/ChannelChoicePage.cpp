@@ -10,11 +10,17 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
+#include <algorithm>
+
 namespace {
 
 bool CanBeCalibrated(const std::string& electrode) {
     return Electrode::KindOf(electrode) != Electrode::Kind::none &&
            electrode.find("mV") == std::string::npos;
+}
+
+const std::string& ElectrodeOf(int channel) {
+    return mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel)).Electrode;
 }
 
 } // namespace
@@ -39,8 +45,7 @@ void ChannelChoicePage::ShowInstructions() {
 
 void ChannelChoicePage::ShowChannels() {
     for (const auto& [channel, box] : chkSimult) {
-        const std::string& electrode =
-            mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel)).Electrode;
+        const std::string& electrode = ElectrodeOf(channel);
         box->setText(Text::ToQt("Channel " + std::to_string(channel + 1) + ": " + electrode));
         box->setVisible(channel < mWinInit::HardwareSettings.ChannelCount);
         box->setEnabled(CanBeCalibrated(electrode));
@@ -54,6 +59,12 @@ std::vector<int> ChannelChoicePage::Ticked() const {
             box->isChecked())
             ticked.push_back(channel);
     return ticked;
+}
+
+bool ChannelChoicePage::DiffersFromOthers(int channel) const {
+    const std::string& electrode = ElectrodeOf(channel);
+    return std::ranges::any_of(Ticked(),
+                               [&](int other) { return ElectrodeOf(other) != electrode; });
 }
 
 void ChannelChoicePage::Untick(int channel) {

@@ -28,6 +28,9 @@ public:
 
     bool IsTicked(int channel) const { return chkSimult(channel).isChecked(); }
 
+    /// Another ticked channel has an electrode of another type.
+    bool DiffersFromOthers(int channel) const;
+
     /// Takes a tick back without telling the handler.
     void Untick(int channel);
 

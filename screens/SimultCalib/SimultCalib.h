@@ -1,6 +1,8 @@
 #pragma once
 
 #include "chem/CalibrationSession.h"
+#include "screens/SimultCalib/StepButtons.h"
+#include "screens/calibration/PointEntry.h"
 #include "screens/calibration/PointReading.h"
 #include "screens/controls/ControlArray.h"
 #include "screens/controls/EventGuard.h"
@@ -24,16 +26,7 @@ class SimultCalib : public QDialog {
     Q_OBJECT
 
 public:
-    /// Indices of cmdSys.
-    enum SysButton {
-        nextButton, ///< "< &Back" or "&Next >"
-        mainButton,
-        stopButton,
-        averagingButton,
-        helpButton,
-        finishButton,
-        closeButton
-    };
+    using enum StepButtons::Index; ///< of cmdSys
 
     explicit SimultCalib(QWidget* parent = nullptr);
     ~SimultCalib() override;
@@ -49,18 +42,14 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    enum class Step { channels, points, summary };
+    using Step = StepButtons::Step;
 
     void WireControls();
     void Form_Load();
     void chkSimult_Click(int Index);
-    void cboCalibPtrs_Click();
     void cboUnits_Click();
     void tabChannel_Click();
     void cmdSys_Click(int Index);
-    void txtDat_GotFocus(int Index);
-    void txtDat_Change(int Index);
-    void tmrRead_Timer();
     void tmrElapsed_Timer();
 
     /// Asks where something would be lost and stores what is finished; false keeps the form open.
@@ -70,22 +59,16 @@ private:
     void ChooseChannels();
     void StartSession(const std::string& electrode, int firstChannel);
     void MainButton();
-    void ReadPoint();
     void RecordPoint();
     void StopButton();
     void AskAveraging();
     void ShowSummary();
     void FinishWhenAllShown();
     void GoBackToChannels();
-    void PrintSummary();
-    void Refuse(int point);
 
     void ShowStep(Step step);
     void ShowTitles();
     void ShowState();
-    void ShowButtons();
-    void WidenForChannels();
-    SysButton NextStepsButton() const;
     StandardFields& Standards() const;
 
     std::unique_ptr<Ui::SimultCalib> ui_;
@@ -94,6 +77,8 @@ private:
 
     CalibrationSession session_;
     PointReading reading_{session_, *this};
+    std::unique_ptr<PointEntry> entry_;
+    std::unique_ptr<StepButtons> buttons_;
     Step step_ = Step::channels;
     std::string electrode_; ///< of the session, empty before the channels are chosen
     std::optional<StandardUnit> unitBefore_; ///< chosen before the channels

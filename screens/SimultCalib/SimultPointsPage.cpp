@@ -8,6 +8,8 @@
 #include "screens/controls/ValueLabel.h"
 #include "ui_SimultPointsPage.h"
 
+#include <QScreen>
+
 #include <algorithm>
 
 namespace {
@@ -174,7 +176,10 @@ void SimultPointsPage::ShowElapsed(const PointReading& reading) {
     ui_->lblElapsed->setText(Text::ToQt(reading.ElapsedText()));
 }
 
-int SimultPointsPage::MissingWidth_px() const {
-    const int missing = ui_->fraPointsContents->minimumSizeHint().width() - viewport()->width();
-    return std::max(missing, 0);
+void SimultPointsPage::WidenWindow() {
+    const int missing_px = ui_->fraPointsContents->minimumSizeHint().width() - viewport()->width();
+    QWidget& form = *window();
+    if (missing_px > 0)
+        form.resize(std::min(form.width() + missing_px, screen()->availableGeometry().width()),
+                    form.height());
 }

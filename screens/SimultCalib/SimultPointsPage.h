@@ -34,8 +34,8 @@ public:
     /// Shows the time since "&Read".
     void ShowElapsed(const PointReading& reading);
 
-    /// How much wider the page must be to show all its columns; 0 where it shows them.
-    int MissingWidth_px() const;
+    /// Eight channels need more room than two; the screen's width is the limit.
+    void WidenWindow();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

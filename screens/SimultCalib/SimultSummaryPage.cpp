@@ -1,5 +1,6 @@
 #include "screens/SimultCalib/SimultSummaryPage.h"
 
+#include "report/PrintCalibSummary.h"
 #include "ui_SimultSummaryPage.h"
 
 #include <QSignalBlocker>
@@ -18,6 +19,7 @@ SimultSummaryPage::~SimultSummaryPage() = default;
 void SimultSummaryPage::ShowOutcomes(const std::string& electrode, const std::vector<int>& channels,
                                      std::vector<CalibrationSession::Outcome> outcomes) {
     electrode_ = electrode;
+    channels_ = channels;
     outcomes_ = std::move(outcomes);
     shown_.assign(outcomes_.size(), false);
     QTabBar& tabs = *ui_->tabChannel;
@@ -29,6 +31,16 @@ void SimultSummaryPage::ShowOutcomes(const std::string& electrode, const std::ve
     tabs.setCurrentIndex(0);
     tabs.updateGeometry(); // filled while hidden, it has claimed no room yet
     ShowChosenChannel();
+}
+
+void SimultSummaryPage::Print(const std::string& date) const {
+    std::vector<CalibrationSummary::Summary> summaries;
+    for (std::size_t i = 0; i < outcomes_.size(); ++i) {
+        CalibrationRecord record = outcomes_[i].record;
+        record.CalibrationDate = date;
+        summaries.push_back(CalibrationSummary::Compose(electrode_, channels_[i], record));
+    }
+    Measure::PrintCalibSummaries(summaries);
 }
 
 bool SimultSummaryPage::IsUsable() const {

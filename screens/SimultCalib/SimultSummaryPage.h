@@ -27,6 +27,9 @@ public:
     /// In the order of the channels.
     const std::vector<CalibrationSession::Outcome>& Outcomes() const { return outcomes_; }
 
+    /// Prints the summaries of all channels under this date.
+    void Print(const std::string& date) const;
+
     /// Every channel's slopes could be computed.
     bool IsUsable() const;
 
@@ -46,6 +49,7 @@ Q_SIGNALS:
 private:
     std::unique_ptr<Ui::SimultSummaryPage> ui_;
     std::string electrode_;
+    std::vector<int> channels_;
     std::vector<CalibrationSession::Outcome> outcomes_;
     std::vector<bool> shown_; ///< which of them
 };

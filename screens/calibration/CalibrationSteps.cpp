@@ -1,11 +1,19 @@
 #include "screens/calibration/CalibrationSteps.h"
 
 #include "app/Mcommon.h"
+#include "base/NumberText.h"
 #include "platform/Platform.h"
 #include "screens/calibration/CalibrationTexts.h"
+#include "settings/SetupChecks.h"
 #include "settings/mWinInit.h"
 
 #include <QPushButton>
+
+namespace {
+
+constexpr auto averagingPrompt = "Input new averaging number for the calibration.";
+
+} // namespace
 
 void ShowCalibrationHelp() {
     const platform::Services& services = platform::Current();
@@ -15,6 +23,21 @@ void ShowCalibrationHelp() {
 void OfferFinish(bool finish, QPushButton& finishButton, QPushButton& closeButton) {
     (finish ? closeButton : finishButton).hide();
     (finish ? finishButton : closeButton).show();
+}
+
+bool AskAveragingForCalibration() {
+    std::int16_t& averaging = mWinInit::HardwareSettings.AveragingForCalibration;
+    const std::string answer = platform::Current().dialogs.AskText(
+        averagingPrompt, std::string(Mcommon::applicationTitle), NumberText::Plain(averaging));
+    if (Mcommon::TrimControl(answer).empty())
+        return false;
+    const auto number = SetupChecks::Averaging(answer);
+    if (!number) {
+        Mcommon::Warn(SetupChecks::averagingRange);
+        return false;
+    }
+    averaging = *number;
+    return true;
 }
 
 void StoreCalibration(int channel, CalibrationRecord record, const std::string& date) {

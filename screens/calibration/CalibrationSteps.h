@@ -13,6 +13,9 @@ void ShowCalibrationHelp();
 /// wider than a small screen.
 void OfferFinish(bool finish, QPushButton& finishButton, QPushButton& closeButton);
 
+/// Asks for a new averaging number of the calibration; true where one was given.
+bool AskAveragingForCalibration();
+
 /// Stores a finished calibration of a channel (0-based) in the working records and the settings
 /// file; says what will not come back from there.
 void StoreCalibration(int channel, CalibrationRecord record, const std::string& date);

@@ -32,33 +32,29 @@ std::string Now() {
 
 } // namespace
 
-frmCalib::frmCalib(QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmCalib>()), channel_(Measure::ChannelToCalibrate),
+frmCalib::frmCalib(int channel, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmCalib>()), ChannelToCalibrate(channel),
       before_(Record()) {
     ui_->setupUi(this);
     lblInfo = ControlArray<QLabel>(*this, "lblInfo");
     cmdSys = ControlArray<QPushButton>(*this, "cmdSys");
     Mcommon::FitOntoScreen(*this);
+    entry_ = std::make_unique<PointEntry>(
+        session_, reading_,
+        PointEntry::Screen{"frmCalib", "txtEntry", Standards(), ui_->fraEntry->Choices(),
+                           notANumber, true, [this] { ShowState(); }, [this] { reject(); }});
     guard_("frmCalib - Form_Load", [this] { Form_Load(); });
     WireControls(); // comes last, so that loading calls no handler
 }
 
-frmCalib::~frmCalib() {
-    // A field still loses the cursor while the window goes, behind the members of this class.
-    Standards().disconnect(this);
-}
+frmCalib::~frmCalib() = default;
 
 void frmCalib::WireControls() {
     const Wiring wire(*this, guard_, "frmCalib");
     wire(cmdSys, &QPushButton::clicked, "cmdSys_Click", &frmCalib::cmdSys_Click);
-    CalibrationChoices* choices = &ui_->fraEntry->Choices();
-    wire(choices, &CalibrationChoices::PointCountChosen, "cboCalibPtrs_Click",
-         &frmCalib::cboCalibPtrs_Click);
-    wire(choices, &CalibrationChoices::UnitChosen, "cboUnits_Click", &frmCalib::cboUnits_Click);
-    wire(&Standards(), &StandardFields::Entered, "txtEntry_GotFocus", &frmCalib::txtEntry_GotFocus);
-    wire(&Standards(), &StandardFields::Left, "txtEntry_LostFocus", &frmCalib::txtEntry_LostFocus);
-    wire(&Standards(), &StandardFields::Changed, "txtEntry_Change", &frmCalib::txtEntry_Change);
-    wire(&reading_.tmrRead, &QTimer::timeout, "tmrRead_Timer", &frmCalib::tmrRead_Timer);
+    wire(&ui_->fraEntry->Choices(), &CalibrationChoices::UnitChosen, "cboUnits_Click",
+         &frmCalib::cboUnits_Click);
+    entry_->Wire(guard_);
     wire(&reading_.tmrElapsed, &QTimer::timeout, "tmrElapsed_Timer", &frmCalib::tmrElapsed_Timer);
 }
 
@@ -67,21 +63,21 @@ StandardFields& frmCalib::Standards() const {
 }
 
 CalibrationRecord& frmCalib::Record() const {
-    return mWinInit::Calibration.at(static_cast<std::size_t>(channel_));
+    return mWinInit::Calibration.at(static_cast<std::size_t>(ChannelToCalibrate));
 }
 
 std::string frmCalib::ElectrodeName() const {
-    return mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel_)).Electrode;
+    return mWinInit::ChannelSetup.at(static_cast<std::size_t>(ChannelToCalibrate)).Electrode;
 }
 
 void frmCalib::Form_Load() {
     const bool isPH = Electrode::KindOf(ElectrodeName()) == Electrode::Kind::pH;
     Measure::IsPHMode = isPH;
     session_.Start(isPH, UnitOf(Record().StdUnit));
-    session_.SetChannels({channel_});
-    session_.Load(channel_, Record());
+    session_.SetChannels({ChannelToCalibrate});
+    session_.Load(ChannelToCalibrate, Record());
 
-    lblInfo(channelInfo).setText(QString("Channel %1").arg(channel_ + 1));
+    lblInfo(channelInfo).setText(QString("Channel %1").arg(ChannelToCalibrate + 1));
     ShowValue(lblInfo(electrodeInfo), Text::ToQt(ElectrodeName()));
     ShowValue(lblInfo(dateInfo),
               Measure::IsUsable(Record()) ? Text::ToQt(Record().CalibrationDate) : QString("None"));
@@ -118,42 +114,13 @@ void frmCalib::ShowButtons() {
 
 // ---- Handlers --------------------------------------------------------------------------------
 
-void frmCalib::txtEntry_GotFocus(int Index) {
-    session_.SetCurrentPoint(Index);
-    ShowState();
-}
-
-void frmCalib::txtEntry_LostFocus() {
-    Standards().ShowPrompts(session_);
-}
-
-void frmCalib::txtEntry_Change(int Index) {
-    session_.Touch();
-    session_.SetCurrentPoint(Index); // a tool sets a text without bringing the cursor there
-    if (!Standards()(Index).hasFocus())
-        Standards().ShowPrompts(session_);
-    ShowState();
-}
-
-void frmCalib::cboCalibPtrs_Click() {
-    if (!session_.IsReading())
-        session_.SetPointCount(ui_->fraEntry->Choices().PointCount());
-    ShowState(); // also puts back what a tool has changed meanwhile
-}
-
 void frmCalib::cboUnits_Click() {
-    const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel_));
+    const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(ChannelToCalibrate));
     Standards().ChangeUnit(session_, ui_->fraEntry->Choices(), setup.Electrode, setup.MolarMass);
     if (!session_.IsPH())
         Record().StdUnit = static_cast<float>(session_.Unit());
     Standards().ShowPrompts(session_);
     ShowState();
-}
-
-void frmCalib::tmrRead_Timer() {
-    reading_.OnTimer([this] { ShowState(); });
-    if (reading_.CloseWaits())
-        reject();
 }
 
 void frmCalib::tmrElapsed_Timer() {
@@ -181,17 +148,7 @@ void frmCalib::MainButton() {
         PrintSummary();
         return;
     }
-    switch (session_.MainAction()) {
-    case CalibrationSession::Action::read:
-        ReadPoint();
-        break;
-    case CalibrationSession::Action::record:
-        RecordPoint();
-        break;
-    case CalibrationSession::Action::showSummary:
-        ShowSummary();
-        break;
-    }
+    entry_->Act([this] { RecordPoint(); }, [this] { ShowSummary(); });
 }
 
 void frmCalib::SecondButton() {
@@ -201,33 +158,8 @@ void frmCalib::SecondButton() {
         ClearPoint();
 }
 
-void frmCalib::ReadPoint() {
-    const int point = session_.CurrentPoint();
-    if (!Standards().Take(session_, point)) {
-        Refuse(point);
-        return;
-    }
-    reading_.Begin();
-    ShowState();
-}
-
-/// Says that the standard of a point is no number.
-void frmCalib::Refuse(int point) {
-    const auto held = reading_.HoldForBox();
-    Mcommon::Warn(notANumber);
-    Standards().Focus(point);
-}
-
 void frmCalib::RecordPoint() {
-    const auto recorded = session_.Record();
-    if (recorded == CalibrationSession::Recorded::nothing)
-        return;
-    reading_.Stop();
-    ShowState();
-    if (recorded == CalibrationSession::Recorded::allPoints)
-        cmdSys(mainButton).setFocus();
-    else
-        Standards().Focus(session_.CurrentPoint());
+    entry_->Record([this] { cmdSys(mainButton).setFocus(); });
 }
 
 void frmCalib::ClearPoint() {
@@ -238,11 +170,9 @@ void frmCalib::ClearPoint() {
 }
 
 void frmCalib::ShowSummary() {
-    if (const auto refused = Standards().TakeAll(session_)) {
-        Refuse(*refused);
+    if (!entry_->TakeAll())
         return;
-    }
-    outcome_ = session_.OutcomeOf(channel_, Record());
+    outcome_ = session_.OutcomeOf(ChannelToCalibrate, Record());
     Record().Slope = outcome_.record.Slope;
     if (outcome_.usable)
         session_.SetFinished();
@@ -270,7 +200,8 @@ void frmCalib::ShowEntryPage() {
 void frmCalib::PrintSummary() {
     CalibrationRecord record = outcome_.record;
     record.CalibrationDate = Now();
-    Measure::PrintCalibSummary(ElectrodeName(), static_cast<std::int16_t>(channel_), record);
+    Measure::PrintCalibSummary(ElectrodeName(), static_cast<std::int16_t>(ChannelToCalibrate),
+                               record);
 }
 
 // ---- Closing ---------------------------------------------------------------------------------
@@ -287,8 +218,8 @@ void frmCalib::reject() {
 bool frmCalib::Form_QueryUnload() {
     if (session_.IsFinished()) {
         reading_.Stop();
-        StoreCalibration(channel_, outcome_.record, Now());
-        Q_EMIT CalibrationStored(channel_);
+        StoreCalibration(ChannelToCalibrate, outcome_.record, Now());
+        Q_EMIT CalibrationStored(ChannelToCalibrate);
         return true;
     }
     const auto held = reading_.HoldForBox();

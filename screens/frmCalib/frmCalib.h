@@ -2,6 +2,7 @@
 
 #include "chem/CalibrationRecord.h"
 #include "chem/CalibrationSession.h"
+#include "screens/calibration/PointEntry.h"
 #include "screens/calibration/PointReading.h"
 #include "screens/controls/ControlArray.h"
 #include "screens/controls/EventGuard.h"
@@ -19,9 +20,8 @@ namespace Ui {
 class frmCalib;
 }
 
-/// Calibration of the electrode of one channel, Measure::ChannelToCalibrate. While the form is
-/// open the channel's record may hold its unit and slopes already; a calibration that is given up
-/// puts the record back as it was.
+/// Calibration of the electrode of one channel. While the form is open the channel's record may
+/// hold its unit and slopes already; a calibration that is given up puts the record back as it was.
 class frmCalib : public QDialog {
     Q_OBJECT
 
@@ -29,7 +29,8 @@ public:
     /// Indices of cmdSys.
     enum SysButton { mainButton, secondButton, helpButton, finishButton, closeButton };
 
-    explicit frmCalib(QWidget* parent = nullptr);
+    /// Calibrates this channel (0-based).
+    explicit frmCalib(int channel, QWidget* parent = nullptr);
     ~frmCalib() override;
 
     /// Escape and the window's close button ask as the close buttons do.
@@ -45,27 +46,20 @@ protected:
 private:
     void WireControls();
     void Form_Load();
-    void cboCalibPtrs_Click();
     void cboUnits_Click();
     void cmdSys_Click(int Index);
-    void txtEntry_GotFocus(int Index);
-    void txtEntry_LostFocus();
-    void txtEntry_Change(int Index);
-    void tmrRead_Timer();
     void tmrElapsed_Timer();
 
     /// Asks where something would be lost and stores what is finished; false keeps the form open.
     bool Form_QueryUnload();
 
     void MainButton();
-    void ReadPoint();
     void RecordPoint();
     void ShowSummary();
     void PrintSummary();
     void SecondButton();
     void ClearPoint();
     void ShowEntryPage();
-    void Refuse(int point);
 
     void ShowState();
     void ShowButtons();
@@ -82,7 +76,8 @@ private:
 
     CalibrationSession session_;
     PointReading reading_{session_, *this};
-    int channel_;
+    const int ChannelToCalibrate;
     CalibrationRecord before_; ///< the channel's record when the form was opened
     CalibrationSession::Outcome outcome_;
+    std::unique_ptr<PointEntry> entry_;
 };

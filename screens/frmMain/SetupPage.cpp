@@ -246,8 +246,7 @@ void SetupPage::cboEntry_Click(int Index) {
 }
 
 template <class Screen>
-void SetupPage::ShowCalibration() {
-    auto* screen = new Screen(this);
+void SetupPage::ShowCalibration(Screen* screen) {
     calibration_ = screen;
     screen->setAttribute(Qt::WA_DeleteOnClose);
     screen->setWindowModality(Qt::WindowModal);
@@ -272,15 +271,14 @@ void SetupPage::CalibrationClosed() {
 void SetupPage::cmdCalib_Click(int Index) {
     const BusyPointer busy;
     StoreEntries();
-    Measure::ChannelToCalibrate = static_cast<std::int16_t>(Index);
-    ShowCalibration<frmCalib>();
+    ShowCalibration(new frmCalib(Index, this));
 }
 
 void SetupPage::cmdSimult_Click() {
     BusyPointer busy;
     StoreEntries();
     if (SetupChecks::HasSimultaneousPair()) {
-        ShowCalibration<SimultCalib>();
+        ShowCalibration(new SimultCalib(this));
         return;
     }
     busy.End();

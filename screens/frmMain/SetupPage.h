@@ -77,7 +77,7 @@ private:
     void CalibrationStored(int channel);
     void CalibrationClosed();
     template <class Screen>
-    void ShowCalibration();
+    void ShowCalibration(Screen* screen);
 
     std::unique_ptr<Ui::SetupPage> ui_;
     FileOpr::MeasurementDialog* dialog_ = nullptr; ///< from Load on

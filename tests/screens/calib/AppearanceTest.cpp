@@ -79,8 +79,7 @@ protected:
     }
 
     std::unique_ptr<frmCalib> OpenSingle(int channel) {
-        Measure::ChannelToCalibrate = static_cast<std::int16_t>(channel);
-        auto form = std::make_unique<frmCalib>();
+        auto form = std::make_unique<frmCalib>(channel);
         Show(*form);
         return form;
     }

@@ -24,8 +24,7 @@ protected:
     }
 
     void OpenSingle(int channel) {
-        Measure::ChannelToCalibrate = static_cast<std::int16_t>(channel);
-        form = std::make_unique<frmCalib>();
+        form = std::make_unique<frmCalib>(channel);
         Show(*form);
     }
 

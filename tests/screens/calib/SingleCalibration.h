@@ -10,8 +10,7 @@
 class SingleCalibration : public CalibTest {
 protected:
     void Open(int channel) {
-        Measure::ChannelToCalibrate = static_cast<std::int16_t>(channel);
-        form = std::make_unique<frmCalib>();
+        form = std::make_unique<frmCalib>(channel);
         Show(*form);
     }
 

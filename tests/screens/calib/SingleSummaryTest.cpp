@@ -19,8 +19,7 @@ constexpr char separator = '\x0F';
 class SingleSummary : public CalibTest {
 protected:
     void Open(int channel) {
-        Measure::ChannelToCalibrate = static_cast<std::int16_t>(channel);
-        form = std::make_unique<frmCalib>();
+        form = std::make_unique<frmCalib>(channel);
         Show(*form);
     }
 

@@ -217,7 +217,7 @@ TEST_F(SetupPageTest, Calibrating_takes_the_entries_and_opens_the_screen_over_th
     Click(*form, "cmdCalib", 2);
     const auto& screen = Find<frmCalib>(*form, "frmCalib");
     EXPECT_TRUE(screen.isVisible());
-    EXPECT_EQ(Measure::ChannelToCalibrate, 2);
+    EXPECT_EQ(Find<QLabel>(screen, "lblInfo_0").text(), "Channel 3");
     EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 5);
     EXPECT_EQ(mWinInit::ChannelSetup[2].SerialNo, "RX-99");
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
