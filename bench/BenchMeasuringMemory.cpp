@@ -47,7 +47,7 @@ public:
         PrepareProject();
         form_ = std::make_unique<frmMain>(run_);
         form_->show();
-        form_->findChild<QPushButton*>("cmdPage_0")->click();
+        Press(frmMain::switchPage);
         ReadFrame(0);
         StartAutomatic();
     }
@@ -60,6 +60,10 @@ public:
     }
 
 private:
+    void Press(frmMain::PageButton button) {
+        form_->findChild<QPushButton*>(QString("cmdPage_%1").arg(button))->click();
+    }
+
     void ReadFrame(int number) {
         const int mV_tenths = number % 2000;
         link_.serial.Arrive(
@@ -74,7 +78,7 @@ private:
         platform_.dialogs.ExpectFileDialog([this](const platform::FileDialogRequest&) {
             return platform_.folder.Path() / "memory.4ch";
         });
-        form_->findChild<QPushButton*>("cmdPage_1")->click();
+        Press(frmMain::run);
     }
 
     void Fire(const char* timer) {

@@ -6,6 +6,8 @@
 #include "bench/ResidentMemory.h"
 #include "program/SystemServices.h"
 #include "program/theMain.h"
+#include "screens/Report/ReportMenus.h"
+#include "screens/frmMain/frmMain.h"
 #include "support/InstrumentProcess.h"
 #include "tour/DialogAnswers.h"
 #include "tour/Stage.h"
@@ -56,8 +58,12 @@ Figures Observe(const char* what, std::chrono::seconds time) {
     return figures;
 }
 
+void Press(QWidget& main, frmMain::PageButton button) {
+    stage::Click(main, QString("cmdPage_%1").arg(button));
+}
+
 void BeginMeasuring(QWidget& main) {
-    stage::Click(main, "cmdPage_0");
+    Press(main, frmMain::switchPage);
     stage::WaitFor("readings", [&] {
         bool isNumber = false;
         stage::TextOf(main, "lblEntry_32").toDouble(&isNumber);
@@ -70,12 +76,12 @@ void BeginRecording(QWidget& main, const QTemporaryDir& home) {
     answers.File("Save File As", home.filePath("measurement.4ch"));
     stage::Pick(main, "cboAcqr", "Automatic");
     stage::Type(main, "txtTimer", "1");
-    stage::Click(main, "cmdPage_1");
+    Press(main, frmMain::run);
     stage::WaitFor("the first record", [&] { return stage::TextOf(main, "lblRec") == "1"; });
-    stage::Click(main, "cmdPage_2");
+    Press(main, frmMain::report);
     QWidget& report = stage::Window("Report");
     stage::WaitFor("the report", [&] { return stage::TextOf(report, "lblStatus") == "Ready"; });
-    stage::Choose(report, "mnuUpdateItem_1");
+    stage::Choose(report, QString("mnuUpdateItem_%1").arg(ReportMenus::automaticUpdate));
 }
 
 /// Desktop folders of its own with the demonstration's project, which is calibrated.

@@ -82,8 +82,9 @@ bool ForEachLineOfFile(const ReportPages& pages, Visit visit, const std::functio
 
 class Exporter {
 public:
-    Exporter(const ViewedFile& file, const CsvSink& sink, const std::function<bool()>& stop)
-        : file_(file), lines_(sink), stop_(stop) {}
+    Exporter(const ViewedFile& file, const CsvWish& wish, const CsvSink& sink,
+             const std::function<bool()>& stop)
+        : file_(file), wish_(wish), lines_(sink), stop_(stop) {}
 
     /// False when it was stopped.
     bool Run() {
@@ -175,9 +176,20 @@ private:
         row += CsvField(CodePage::ToUtf8(text));
     }
 
+    bool IsWanted(std::int64_t place) const {
+        return !wish_.span || (place >= wish_.span->first && place < wish_.span->end);
+    }
+
     void WriteRecord() {
         if (recordLine_.empty())
             return;
+        if (IsWanted(place_++))
+            AddRecord();
+        recordLine_.clear();
+        cells_ = {};
+    }
+
+    void AddRecord() {
         std::string row = std::to_string(MeasurementLines::RecordNumber(recordLine_));
         AddField(row, IsoTime(Mcommon::TrimControl(MeasurementLines::TimeStamp(recordLine_))));
         AddField(row, comment_);
@@ -186,11 +198,10 @@ private:
                 AddField(row, cells_[each.quantity][i]);
         lines_.Add(row);
         ++records_;
-        recordLine_.clear();
-        cells_ = {};
     }
 
     const ViewedFile& file_;
+    const CsvWish& wish_;
     BufferedLines lines_;
     const std::function<bool()>& stop_;
     Shape shape_;
@@ -198,6 +209,7 @@ private:
     std::string recordLine_;
     std::string comment_;
     Cells cells_;
+    std::int64_t place_ = 0; ///< of the next record in the run
     std::int32_t records_ = 0;
 };
 
@@ -223,22 +235,22 @@ std::string CsvField(std::string_view utf8) {
     return quoted + "\"";
 }
 
-std::optional<std::int32_t> WriteCsv(const ViewedFile& viewed, CsvReader reader,
+std::optional<std::int32_t> WriteCsv(const ViewedFile& viewed, const CsvWish& wish,
                                      const CsvSink& sink, const std::function<bool()>& stop) {
-    if (reader == CsvReader::spreadsheet)
+    if (wish.reader == CsvReader::spreadsheet)
         sink(Utf8::byteOrderMark);
-    Exporter exporter(viewed, sink, stop);
+    Exporter exporter(viewed, wish, sink, stop);
     if (!exporter.Run())
         return std::nullopt;
     return exporter.Records();
 }
 
 std::int32_t ExportCsv(const ViewedFile& viewed, const std::filesystem::path& file,
-                       CsvReader reader, const std::function<bool()>& stop) {
+                       const CsvWish& wish, const std::function<bool()>& stop) {
     const auto replacement =
         platform::Current().files.BeginReplacement(file, platform::Readers::asUsual);
     const auto records = WriteCsv(
-        viewed, reader, [&](std::string_view text) { replacement->Write(text); }, stop);
+        viewed, wish, [&](std::string_view text) { replacement->Write(text); }, stop);
     if (!records)
         return 0;
     replacement->Commit();

@@ -23,6 +23,7 @@ void GraphPage::ConnectControls() {
     wire(ui_->graReport, &GraphControl::PointClicked, "graReport", &GraphPage::graReport_Click);
     wire(ui_->graReport, &GraphControl::PointHovered, "graReport", &GraphPage::graReport_MouseMove);
     WholeRunPanel* run = ui_->picWholeRun;
+    connect(ui_->graReport, &GraphControl::SpanZoomWanted, run, &WholeRunPanel::ZoomSpan);
     wire(run, &WholeRunPanel::QuantityChosen, "cboQuantity",
          &GraphPage::picWholeRun_QuantityChosen);
     wire(run, &WholeRunPanel::PageSpanWanted, "graOverview",
@@ -45,6 +46,12 @@ GraphControl& GraphPage::Graph() const {
 
 WholeRunPanel& GraphPage::Run() const {
     return *ui_->picWholeRun;
+}
+
+PaperGraph& GraphPage::ShownGraph() const {
+    if (ui_->picWholeRun->DrawsSpan())
+        return *ui_->graSpan;
+    return *ui_->graReport;
 }
 
 void GraphPage::Reset() {

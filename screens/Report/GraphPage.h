@@ -13,6 +13,7 @@ namespace Ui {
 class GraphPage;
 }
 class GraphControl;
+class PaperGraph;
 class WholeRunPanel;
 
 /// The viewer's graph view: the graph of up to 50 records of a page with its scroll bar, in its
@@ -30,6 +31,9 @@ public:
 
     GraphControl& Graph() const;
     WholeRunPanel& Run() const;
+
+    /// The one of both graphs that is shown.
+    PaperGraph& ShownGraph() const;
 
     /// An empty graph with the left title "mV".
     void Reset();

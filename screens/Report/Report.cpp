@@ -2,18 +2,17 @@
 
 #include "app/Mcommon.h"
 #include "files/MeasurementLines.h"
-#include "platform/Platform.h"
 #include "report/RecentFiles.h"
 #include "report/WholeRun.h"
 #include "screens/Report/RecentMenu.h"
 #include "screens/Report/ReportPlace.h"
+#include "screens/Report/ReportTools.h"
 #include "screens/Report/WholeRunPanel.h"
 #include "screens/controls/GraphControl.h"
 #include "screens/controls/LineListView.h"
 #include "screens/controls/Placement.h"
 #include "screens/controls/Wiring.h"
 #include "screens/frmCommon/frmCommon.h"
-#include "screens/frmPrint/frmPrint.h"
 #include "screens/frmVerify/frmVerify.h"
 #include "ui_Report.h"
 
@@ -24,7 +23,6 @@
 
 namespace {
 
-constexpr auto helpFile = "ViewHlp.txt";
 constexpr double zoomStep = 1.25;
 
 std::unique_ptr<Ui::Report> SetUp(QMainWindow& form) {
@@ -37,8 +35,8 @@ std::unique_ptr<Ui::Report> SetUp(QMainWindow& form) {
 
 Report::Report(FileOpr::MeasuringRun& run, QWidget* parent)
     : QMainWindow(parent), run_(run), ui_(SetUp(*this)), menus_(*this),
-      lists_(*ui_->Pages, *ui_->stkLists, file_.pages), export_(file_, *ui_->lblStatus),
-      search_(file_, *this),
+      lists_(*ui_->Pages, *ui_->stkLists, file_.pages),
+      output_({*this, file_, shown_, *ui_->picGraph, *ui_->lblStatus}), search_(file_, *this),
       view_(file_, shown_, {*this, *ui_->txtHead, *ui_->lblStatus, *ui_->picGraph, lists_}),
       loader_(run_, file_, shown_, view_), follower_(run_, file_, loader_) {
     guard_("Report - Form_Load", [this] { Form_Load(); });
@@ -99,7 +97,7 @@ void Report::WireMenus() {
 }
 
 bool Report::IsIdle() const {
-    return loader_.Idle() && !export_.Running();
+    return loader_.Idle() && !output_.Running();
 }
 
 bool Report::Refuse(std::string_view message) {
@@ -182,7 +180,7 @@ void Report::Form_KeyDown(int keyCode) {
     if (keyCode != Qt::Key_Escape)
         return;
     loader_.RequestStop();
-    export_.RequestStop();
+    output_.RequestStop();
 }
 
 void Report::closeEvent(QCloseEvent* event) {
@@ -300,20 +298,25 @@ void Report::mnuFileItem_Click(int Index) {
         if (const auto file = AskForFile())
             Q_EMIT NewWindowWanted(*file);
         return;
-    case ReportMenus::printReport:
-        if (!Refuse(Mreport::loadingText))
-            frmPrint(file_, shown_, this).exec();
-        return;
-    case ReportMenus::exportRecords:
-        if (!Refuse(Mreport::loadingText))
-            export_.WriteRecords();
-        return;
-    case ReportMenus::exportGraph:
-        if (!Refuse(Mreport::loadingText))
-            export_.WriteGraph(ui_->picGraph->Graph());
+    case ReportMenus::closeReport:
+        close();
         return;
     default:
-        close();
+        if (!Refuse(Mreport::loadingText))
+            PutOut(Index);
+    }
+}
+
+void Report::PutOut(int fileItem) {
+    switch (fileItem) {
+    case ReportMenus::printReport:
+        return output_.Print();
+    case ReportMenus::printShownGraph:
+        return output_.PrintShownGraph();
+    case ReportMenus::exportRecords:
+        return output_.ExportRecords();
+    default:
+        output_.ExportShownGraph();
     }
 }
 
@@ -364,20 +367,12 @@ void Report::SelectChannels() {
 }
 
 void Report::mnuToolItem_Click(int Index) {
-    switch (Index) {
-    case ReportMenus::calculator:
-        return platform::Current().desktop.ShowCalculator();
-    case ReportMenus::notepad:
-        return platform::Current().desktop.ShowNotepad();
-    case ReportMenus::findRecord:
-        return search_.Show();
-    case ReportMenus::verifyFile:
-        return VerifyFile();
-    case ReportMenus::copyLines:
-        return lists_.InFront().CopySelection();
-    default:
-        lists_.InFront().SelectAll();
-    }
+    if (Index == ReportMenus::findRecord)
+        search_.Show();
+    else if (Index == ReportMenus::verifyFile)
+        VerifyFile();
+    else
+        ReportTools::Run(Index, lists_);
 }
 
 void Report::VerifyFile() {
@@ -400,7 +395,7 @@ void Report::mnuUpdateItem_Click(int Index) {
 }
 
 void Report::mnuHelp_Click() {
-    platform::Current().desktop.ShowHelpText(platform::Current().places.ProgramFolder() / helpFile);
+    ReportTools::ShowHelp();
 }
 
 void Report::mnuBack_Click() {

@@ -3,9 +3,9 @@
 #include "files/MeasuringRun.h"
 #include "report/ReportLoader.h"
 #include "screens/Report/LoadView.h"
-#include "screens/Report/ReportExport.h"
 #include "screens/Report/ReportLists.h"
 #include "screens/Report/ReportMenus.h"
+#include "screens/Report/ReportOutput.h"
 #include "screens/Report/ReportSearch.h"
 #include "screens/Report/RunFollower.h"
 #include "screens/controls/EventGuard.h"
@@ -100,6 +100,8 @@ private:
     void ShowView(View view);
     void AllowMenus();
     void NoticeDamage();
+    /// Prints or exports what the entry of the file menu says.
+    void PutOut(int fileItem);
     /// False, and it is said, while a load or an export runs.
     bool Refuse(std::string_view message);
 
@@ -110,7 +112,7 @@ private:
     std::unique_ptr<Ui::Report> ui_;
     ReportMenus menus_;
     ReportLists lists_;
-    ReportExport export_;
+    ReportOutput output_;
     ReportSearch search_;
     QPointer<frmVerify> verify_; ///< of the file that is shown
     LoadView view_;

@@ -12,8 +12,10 @@
 namespace {
 
 constexpr auto csvFilters = "Comma-separated values (*.csv)|*.csv|"
-                            "Comma-separated values for spreadsheets (*.csv)|*.csv";
-constexpr std::size_t spreadsheetFilter = 1;
+                            "Comma-separated values for spreadsheets (*.csv)|*.csv|"
+                            "Comma-separated values, records shown (*.csv)|*.csv|"
+                            "Comma-separated values for spreadsheets, records shown (*.csv)|*.csv";
+enum CsvFilter { anyReader, spreadsheet, shownAnyReader, shownSpreadsheet }; // in their order
 constexpr auto pictureFilters =
     "Picture (*.png)|*.png|Vector graphic (*.svg)|*.svg|PDF document (*.pdf)|*.pdf";
 
@@ -40,16 +42,22 @@ std::optional<std::filesystem::path> Ask(const platform::FileDialogRequest& requ
 
 } // namespace
 
-void ReportExport::WriteRecords() {
-    std::size_t filter = 0;
+void ReportExport::WriteRecords(const Mreport::RecordSpan& shown) {
+    std::size_t filter = anyReader;
     auto request = Request(file_.path, "Export Records", "csv", csvFilters);
     request.chosenFilter = &filter;
-    if (const auto target = Ask(request))
-        WriteRecords(*target, filter == spreadsheetFilter ? Mreport::CsvReader::spreadsheet
-                                                          : Mreport::CsvReader::any);
+    const auto target = Ask(request);
+    if (!target)
+        return;
+    Mreport::CsvWish wish;
+    if (filter == spreadsheet || filter == shownSpreadsheet)
+        wish.reader = Mreport::CsvReader::spreadsheet;
+    if (filter == shownAnyReader || filter == shownSpreadsheet)
+        wish.span = shown;
+    WriteRecords(*target, wish);
 }
 
-void ReportExport::WriteRecords(const std::filesystem::path& target, Mreport::CsvReader reader) {
+void ReportExport::WriteRecords(const std::filesystem::path& target, const Mreport::CsvWish& wish) {
     QString outcome = "Ready"; // also where it fails
     const auto done = qScopeGuard([this, &outcome] {
         state_ = State::idle;
@@ -59,7 +67,7 @@ void ReportExport::WriteRecords(const std::filesystem::path& target, Mreport::Cs
     status_.setText("Exporting records... [Press ESC to stop exporting]");
     status_.repaint();
     const auto records =
-        Mreport::ExportCsv(file_, target, reader, [this] { return state_ == State::stopping; });
+        Mreport::ExportCsv(file_, target, wish, [this] { return state_ == State::stopping; });
     if (state_ != State::stopping)
         outcome = QString("Ready: %1 records exported").arg(records);
 }

@@ -14,8 +14,8 @@ public:
     /// Both must outlive the object.
     ReportExport(const Mreport::ViewedFile& file, QLabel& status) : file_(file), status_(status) {}
 
-    /// Asks for a file and writes all records into it, letting events run.
-    void WriteRecords();
+    /// Asks for a file and writes all records into it, or those that are shown, letting events run.
+    void WriteRecords(const Mreport::RecordSpan& shown);
 
     /// Asks for a file and writes the graph as a picture.
     void WriteGraph(PaperGraph& graph);
@@ -28,7 +28,7 @@ public:
 private:
     enum class State { idle, running, stopping };
 
-    void WriteRecords(const std::filesystem::path& target, Mreport::CsvReader reader);
+    void WriteRecords(const std::filesystem::path& target, const Mreport::CsvWish& wish);
 
     const Mreport::ViewedFile& file_;
     QLabel& status_;

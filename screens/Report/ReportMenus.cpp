@@ -7,7 +7,7 @@ ReportMenus::ReportMenus(const QWidget& form)
 void ReportMenus::Allow(const Mreport::ViewedFile& file, const Mreport::ShownGraph& shown,
                         bool recording) {
     const bool open = !file.path.empty();
-    for (const FileItem item : {printReport, exportRecords, exportGraph})
+    for (const FileItem item : {printReport, exportRecords, exportGraph, printShownGraph})
         mnuFileItem(item).setEnabled(open);
     for (const ToolItem item : {findRecord, verifyFile})
         mnuToolItem(item).setEnabled(open);

@@ -14,7 +14,8 @@ public:
         exportRecords,
         exportGraph,
         closeReport,
-        openInNewWindow
+        openInNewWindow,
+        printShownGraph
     };
     enum ViewItem { selectChannels, graphView, tableView, zoomIn, zoomOut, wholeSpan };
     enum ToolItem { calculator, notepad, findRecord, copyLines, selectAllLines, verifyFile };

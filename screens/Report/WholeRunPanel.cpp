@@ -108,8 +108,14 @@ void WholeRunPanel::FileReady() {
 void WholeRunPanel::FileGrown() {
     if (!open_)
         return;
+    const bool whole = span_.Chosen() && Span() == overview_.Span();
     if (!overview_.Grow(WholeRun::Pieces(file_->pages)))
         return FileReady();
+    if (whole) { // it stays the whole one
+        span_.Choose(overview_.Span());
+        spanRun_.Grow(WholeRun::Pieces(file_->pages));
+        ui_->graOverview->SetSpan(Span());
+    }
     ui_->graOverview->RunChanged();
     tmrSlice_.start();
 }
@@ -181,13 +187,16 @@ void WholeRunPanel::ShowSpan() {
 void WholeRunPanel::StartSpan() {
     spanStarted_ = true;
     statistics_ = Mreport::SpanStatistics(columns_.size());
-    spanRun_.Observe([this](std::int64_t, const Mreport::FoundRecord& record) {
+    spanRun_.Observe([this, open = std::int64_t{-1}](std::int64_t place,
+                                                     const Mreport::FoundRecord& record) mutable {
+        if (std::exchange(open, record.ended ? -1 : place) == place)
+            return; // told again, now that it has ended
         for (std::size_t s = 0; s < columns_.size(); ++s)
             statistics_.Take(s, Mreport::ValueIn(record.values, columns_[s]), record.time);
     });
-    spanRun_.Start(
-        file_->pages.Source(), WholeRun::Pieces(file_->pages),
-        {WholeRun::Wish(*file_, shown_->unitCode), columns_, Span(), false, Span().first});
+    spanRun_.Start(file_->pages.Source(), WholeRun::Pieces(file_->pages),
+                   {WholeRun::Wish(*file_, shown_->unitCode), columns_, Span(),
+                    Span() == overview_.Span(), Span().first});
     if (Span().Count() <= atOnce)
         while (spanRun_.Step(sliceBytes)) {
         }

@@ -6,6 +6,7 @@
 #include "screens/controls/PointMarker.h"
 #include "screens/controls/RecordTicker.h"
 #include "screens/controls/SeriesStyle.h"
+#include "screens/controls/WheelZoom.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -255,6 +256,18 @@ void GraphControl::ZoomAxesAt(const QPointF& position) {
     plot_->axisRect()->setRangeZoom(axes);
 }
 
+/// True where the plot itself has nothing to do.
+bool GraphControl::Turned(const QWheelEvent& wheel) {
+    if (!wheel.modifiers().testFlag(Qt::ShiftModifier)) {
+        ZoomAxesAt(wheel.position());
+        return false;
+    }
+    const auto [factor, share] = ZoomOf(wheel, plot_->axisRect()->rect());
+    if (factor != 1)
+        Q_EMIT SpanZoomWanted(factor, share);
+    return true;
+}
+
 void GraphControl::Clicked(const QPointF& position) {
     const PointMarker::Point hit = marker_->At(position);
     if (hit.set != 0)
@@ -312,7 +325,8 @@ bool GraphControl::eventFilter(QObject* watched, QEvent* event) {
         ResetZoom();
         break;
     case QEvent::Wheel:
-        ZoomAxesAt(static_cast<QWheelEvent*>(event)->position());
+        if (Turned(*static_cast<QWheelEvent*>(event)))
+            return true;
         break;
     case QEvent::MouseMove:
         if (mouse->buttons() == Qt::NoButton)

@@ -18,9 +18,9 @@ class QCustomPlot;
 class RecordTicker;
 
 /// The graph of a report: series of points above record numbers. Points that carry no value leave
-/// a gap. The mouse zooms (wheel) and pans (drag), a double click returns to the whole span; from
-/// the keyboard + and - zoom, the arrow keys walk along the points, Enter tells about the point,
-/// Escape is left to the form.
+/// a gap. The mouse zooms (wheel) and pans (drag), Shift and the wheel ask for another span, a
+/// double click returns to the whole span; from the keyboard + and - zoom, the arrow keys walk
+/// along the points, Enter tells about the point, Escape is left to the form.
 class GraphControl : public QWidget, public Mreport::ReportGraph, public PaperGraph {
     Q_OBJECT
 
@@ -60,6 +60,9 @@ Q_SIGNALS:
     void PointClicked(int set, int point);
     /// The point under the mouse or the keyboard's mark; set 0 where there is none.
     void PointHovered(int set, int point);
+    /// The wheel with Shift: the user wants a span so many times as long; the record at this share
+    /// of it stays in place.
+    void SpanZoomWanted(double factor, double share);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -79,6 +82,7 @@ private:
     void FitAxes();
     void NoteZoom();
     void ZoomAxesAt(const QPointF& position);
+    bool Turned(const QWheelEvent& wheel);
     void Clicked(const QPointF& position);
 
     QCustomPlot* plot_ = nullptr;

@@ -1,6 +1,7 @@
 #include "screens/controls/OverviewGraph.h"
 
 #include "report/SpanMoves.h"
+#include "screens/controls/WheelZoom.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -46,6 +47,7 @@ void OverviewGraph::SetRun(const Mreport::RunOverview* run, std::vector<int> sty
 
 void OverviewGraph::RunChanged() {
     picture_ = {};
+    TellSpan();
     update();
 }
 
@@ -59,13 +61,17 @@ void OverviewGraph::SetSpan(const RecordSpan& span) {
     if (span == span_)
         return;
     span_ = span;
-    const QString text = strip_.HasRun() ? QString("Records %1 to %2 of %3")
-                                               .arg(span.first + 1)
-                                               .arg(span.end)
-                                               .arg(strip_.Records())
-                                         : QString();
-    setAccessibleDescription(text);
+    TellSpan();
     update();
+}
+
+/// To who cannot see the frame.
+void OverviewGraph::TellSpan() {
+    setAccessibleDescription(strip_.HasRun() ? QString("Records %1 to %2 of %3")
+                                                   .arg(span_.first + 1)
+                                                   .arg(span_.end)
+                                                   .arg(strip_.Records())
+                                             : QString());
 }
 
 QRectF OverviewGraph::Frame() const {
@@ -208,11 +214,10 @@ void OverviewGraph::Zoom(double factor, double x) {
 }
 
 void OverviewGraph::wheelEvent(QWheelEvent* event) {
-    const QPoint angle = event->angleDelta();
-    const int turned = angle.y() != 0 ? angle.y() : angle.x(); // Shift or Alt turns it aside
-    if (!strip_.HasRun() || turned == 0)
+    const double factor = ZoomOf(*event, rect()).factor;
+    if (!strip_.HasRun() || factor == 1)
         return event->ignore();
-    Zoom(turned > 0 ? 1 / zoomStep : zoomStep, event->position().x());
+    Zoom(factor, event->position().x());
     event->accept();
 }
 

@@ -60,6 +60,7 @@ protected:
 private:
     enum class Grip { none, frame, begin, end };
 
+    void TellSpan();
     QRectF Frame() const;
     Grip GripAt(const QPointF& position) const;
     void ShowPointer(const QPointF& position);

@@ -4,6 +4,7 @@
 #include "screens/controls/PlotLook.h"
 #include "screens/controls/SeriesStyle.h"
 #include "screens/controls/SpanCursors.h"
+#include "screens/controls/WheelZoom.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -245,10 +246,7 @@ bool SpanPlot::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void SpanPlot::Turned(const QWheelEvent& wheel) {
-    const QPoint angle = wheel.angleDelta();
-    const int turned = angle.y() != 0 ? angle.y() : angle.x(); // Shift turns it aside
-    const QRect axes = plot_->axisRect()->rect();
-    const double share = (wheel.position().x() - axes.left()) / std::max(axes.width(), 1);
-    if (turned != 0)
-        Q_EMIT ZoomWanted(turned > 0 ? 1 / zoomStep : zoomStep, std::clamp(share, 0.0, 1.0));
+    const auto [factor, share] = ZoomOf(wheel, plot_->axisRect()->rect());
+    if (factor != 1)
+        Q_EMIT ZoomWanted(factor, share);
 }

@@ -13,10 +13,6 @@
 
 namespace {
 
-constexpr int byNumber = 0; // of optSearch; the pages of stkWish follow
-constexpr int byComment = 1;
-constexpr int byTime = 2;
-constexpr int byValue = 3;
 constexpr int below = 1; // entry of cboAbove
 constexpr std::uint64_t sliceBytes = std::uint64_t{256} * 1024;
 constexpr qint64 sliceTime_ms = 8;

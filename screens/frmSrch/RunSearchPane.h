@@ -23,6 +23,9 @@ class RunSearchPane : public QWidget {
     Q_OBJECT
 
 public:
+    enum SearchBy { byNumber, byComment, byTime, byValue }; ///< of optSearch; the pages of
+    ///< stkWish follow behind the number
+
     /// The file must outlive the pane.
     explicit RunSearchPane(const Mreport::ViewedFile& file, QWidget* parent = nullptr);
     ~RunSearchPane() override;

@@ -50,6 +50,17 @@ TEST_F(Csv, All_pages_are_exported) {
     EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 4201);
 }
 
+TEST_F(Csv, The_records_of_a_span_are_exported_alone) {
+    View(MeasurementText().File(4200));
+    Mreport::CsvWish wish;
+    wish.span = Mreport::RecordSpan{4080, 4090}; // over the end of the first page
+    EXPECT_EQ(Mreport::ExportCsv(viewed, Target(), wish, [] { return false; }), 10);
+    const std::string csv = ReadBytes(Target());
+    EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 11);
+    EXPECT_NE(csv.find("\r\n4081,"), std::string::npos);
+    EXPECT_NE(csv.find("\r\n4090,"), std::string::npos);
+}
+
 TEST_F(Csv, A_stopped_export_leaves_no_file) {
     View(MeasurementText().File(4200));
     int asked = 0;

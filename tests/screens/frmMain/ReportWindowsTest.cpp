@@ -3,6 +3,7 @@
 #include "files/MeasurementReader.h"
 #include "report/support/MeasurementText.h"
 #include "screens/Report/Report.h"
+#include "screens/Report/WholeRunPanel.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -127,6 +128,24 @@ TEST_F(ReportWindowsTest, Records_go_to_the_target_until_the_last_window_on_it_i
     const auto file = FileOpr::ReadMeasurementFile(target);
     ASSERT_EQ(file.records.size(), 4U);
     EXPECT_EQ(file.records[3].number, 4) << "in the order of recording";
+}
+
+TEST_F(ReportWindowsTest, The_overview_of_each_window_grows_with_the_run) {
+    const auto first = OpenFirst();
+    WriteBytes(File("old.4ch"), MeasurementText().File(20));
+    const auto second = OpenBeside(*first, "old.4ch");
+    second->ViewFile(File("run.4ch"));
+    StartAutomatic();
+    for (int second_s = 0; second_s < 5; ++second_s)
+        TimePasses(1s);
+    for (const auto& window : {first, second}) {
+        const auto& panel = Find<WholeRunPanel>(*window, "picWholeRun");
+        while (!panel.Complete())
+            QApplication::processEvents();
+        EXPECT_EQ(panel.Overview().Span().Count(), 7);
+        EXPECT_EQ(panel.Overview().Share(), 1);
+        EXPECT_TRUE(panel.Overview().RangeOf(0, panel.Overview().Span()).Any());
+    }
 }
 
 TEST_F(ReportWindowsTest, The_update_of_each_window_ends_with_the_run) {

@@ -47,6 +47,17 @@ protected:
         };
     }
 
+    /// An entry of the viewer's menus, and the user's choice of it.
+    QAction& Item(ReportMenus::FileItem item) const { return MenuItem("mnuFileItem", item); }
+    QAction& Item(ReportMenus::ViewItem item) const { return MenuItem("mnuViewItem", item); }
+    QAction& Item(ReportMenus::ToolItem item) const { return MenuItem("mnuToolItem", item); }
+    QAction& Item(ReportMenus::UpdateItem item) const { return MenuItem("mnuUpdateItem", item); }
+    using ScreenTest::Choose;
+    template <class Entry>
+    void Choose(Entry item) const {
+        Choose(*form, Item(item).objectName());
+    }
+
     const Mreport::ViewedFile& Viewed() const { return form->File(); }
     const Mreport::ShownGraph& Shown() const { return form->Shown(); }
     Mreport::PageRange Range() const { return Mreport::GraphRange(Viewed(), Shown()); }
@@ -55,4 +66,9 @@ protected:
     GraphControl& Graph() const { return Find<GraphControl>(*form, "graReport"); }
     QScrollBar& Scroll() const { return Find<QScrollBar>(*form, "HScroll"); }
     LineListView& List(int page) const { return Element<LineListView>(*form, "lstData", page); }
+
+private:
+    QAction& MenuItem(const char* name, int index) const {
+        return Element<QAction>(*form, name, index);
+    }
 };

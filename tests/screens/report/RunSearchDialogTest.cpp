@@ -35,7 +35,7 @@ protected:
     }
     frmSrch& OpenFromViewer() {
         dialog.reset();
-        Find<QAction>(*form, "mnuToolItem_2").trigger();
+        Item(ReportMenus::findRecord).trigger();
         auto& search = Find<frmSrch>(*form, "frmSrch");
         search.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&search));
@@ -51,7 +51,7 @@ protected:
 
 TEST_F(RunSearchDialog, The_search_by_number_stands_first_as_it_was) {
     Open();
-    EXPECT_TRUE(Element<QRadioButton>(*dialog, "optSearch", 0).isChecked());
+    EXPECT_TRUE(Element<QRadioButton>(*dialog, "optSearch", RunSearchPane::byNumber).isChecked());
     EXPECT_TRUE(Find<QLineEdit>(*dialog, "txtEntry").isVisible());
     EXPECT_FALSE(Find<QLineEdit>(*dialog, "txtText").isVisible());
 }
@@ -67,7 +67,7 @@ TEST_F(RunSearchDialog, The_ways_of_searching_are_named) {
 
 TEST_F(RunSearchDialog, A_comment_is_found_by_a_text_in_it_and_then_the_next_one) {
     Open();
-    By(1);
+    By(RunSearchPane::byComment);
     EXPECT_FALSE(Find<QLineEdit>(*dialog, "txtEntry").isVisible());
     Enter("txtText", "stirrer");
     FindNext();
@@ -80,7 +80,7 @@ TEST_F(RunSearchDialog, A_comment_is_found_by_a_text_in_it_and_then_the_next_one
 
 TEST_F(RunSearchDialog, From_the_end_the_last_comment_comes_first) {
     Open();
-    By(1);
+    By(RunSearchPane::byComment);
     Enter("txtText", "stirrer");
     Find<QCheckBox>(*dialog, "chkFromEnd").setChecked(true);
     FindNext();
@@ -91,7 +91,7 @@ TEST_F(RunSearchDialog, From_the_end_the_last_comment_comes_first) {
 
 TEST_F(RunSearchDialog, A_text_that_no_comment_holds_is_not_found) {
     Open();
-    By(1);
+    By(RunSearchPane::byComment);
     Enter("txtText", "nowhere");
     FindNext();
     EXPECT_EQ(Label("lblStatus"), "Not Found");
@@ -100,7 +100,7 @@ TEST_F(RunSearchDialog, A_text_that_no_comment_holds_is_not_found) {
 
 TEST_F(RunSearchDialog, The_nearest_time_is_found_and_what_is_no_time_is_refused) {
     Open();
-    By(2);
+    By(RunSearchPane::byTime);
     Enter("txtTime", "yesterday");
     FindNext();
     EXPECT_EQ(Label("lblStatus"), "Enter the time as 14:05:33 07.Mar.2003");
@@ -111,7 +111,7 @@ TEST_F(RunSearchDialog, The_nearest_time_is_found_and_what_is_no_time_is_refused
 
 TEST_F(RunSearchDialog, A_value_above_or_below_a_limit_is_found_in_the_chosen_channel) {
     Open();
-    By(3);
+    By(RunSearchPane::byValue);
     Enter("txtLimit", "41.5");
     FindNext();
     EXPECT_EQ(Label("lblRtn"), "14:05:33 07.Mar.2003    42.0 mV");
@@ -125,7 +125,7 @@ TEST_F(RunSearchDialog, A_value_above_or_below_a_limit_is_found_in_the_chosen_ch
 
 TEST_F(RunSearchDialog, A_search_can_be_stopped) {
     Open(4000);
-    By(1);
+    By(RunSearchPane::byComment);
     Enter("txtText", "nowhere");
     dialog->FindNext();
     EXPECT_EQ(Label("lblStatus"), "Searching the record...");
@@ -138,7 +138,7 @@ TEST_F(RunSearchDialog, A_search_can_be_stopped) {
 TEST_F(RunSearchDialog, What_was_found_is_brought_into_list_and_graph) {
     Open();
     frmSrch& search = OpenFromViewer();
-    Element<QRadioButton>(search, "optSearch", 1).click();
+    Element<QRadioButton>(search, "optSearch", RunSearchPane::byComment).click();
     Find<QLineEdit>(search, "txtText").setText("on 170");
     QTest::keyClick(&search, Qt::Key_F3);
     while (Find<RunSearchPane>(search, "RunSearchPane").IsSearching())
@@ -149,7 +149,7 @@ TEST_F(RunSearchDialog, What_was_found_is_brought_into_list_and_graph) {
 TEST_F(RunSearchDialog, A_search_ends_before_another_file_is_opened) {
     Open(4000);
     frmSrch& search = OpenFromViewer();
-    Element<QRadioButton>(search, "optSearch", 1).click();
+    Element<QRadioButton>(search, "optSearch", RunSearchPane::byComment).click();
     Find<QLineEdit>(search, "txtText").setText("nowhere");
     search.FindNext();
     View(MeasurementText().File(5), "other.4ch");

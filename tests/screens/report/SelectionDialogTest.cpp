@@ -33,7 +33,8 @@ TEST_F(SelectionDialog, It_shows_the_current_selection) {
     EXPECT_EQ(IndicesOf(*dialog, "optData"), (std::vector<int>{0, 1, 2, 3, 4}));
     EXPECT_EQ(IndicesOf(*dialog, "chkChan"), (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7}));
     EXPECT_EQ(IndicesOf(*dialog, "cmdBtn"), (std::vector<int>{0, 1}));
-    EXPECT_TRUE(Element<QRadioButton>(*dialog, "optData", 0).isChecked());
+    EXPECT_TRUE(
+        Element<QRadioButton>(*dialog, "optData", static_cast<int>(Quantity::mV)).isChecked());
     EXPECT_EQ(Heading(), "Channels");
     EXPECT_TRUE(Box(0).isChecked());
     EXPECT_TRUE(Box(3).isVisible());
@@ -44,13 +45,13 @@ TEST_F(SelectionDialog, It_shows_the_current_selection) {
 TEST_F(SelectionDialog, Degrees_turn_the_boxes_into_sensors) {
     View(MeasurementText().File(3));
     Open();
-    Click(*dialog, "optData_4");
+    Click(*dialog, "optData", static_cast<int>(Quantity::celsius));
     EXPECT_EQ(Heading(), "Temp. Sensors");
     EXPECT_TRUE(Box(0).isEnabled() && Box(0).isChecked());
     EXPECT_TRUE(Box(1).isEnabled());
     EXPECT_FALSE(Box(2).isEnabled());
     Click(*dialog, "chkChan_1");
-    Click(*dialog, "cmdBtn_0");
+    Click(*dialog, "cmdBtn", frmCommon::acceptButton);
     EXPECT_EQ(redraws, 1);
     EXPECT_EQ(Graph().NumSets(), 1);
     EXPECT_EQ(Graph().LeftTitle(), "\xB0"
@@ -63,7 +64,7 @@ TEST_F(SelectionDialog, A_click_on_the_chosen_unit_keeps_the_check_marks) {
     View(MeasurementText().File(3));
     Open();
     Click(*dialog, "chkChan_0");
-    Click(*dialog, "optData_0");
+    Click(*dialog, "optData", static_cast<int>(Quantity::mV));
     EXPECT_FALSE(Box(0).isChecked());
 }
 
@@ -71,8 +72,8 @@ TEST_F(SelectionDialog, Cancel_changes_nothing) {
     View(MeasurementText().File(3));
     const auto sets = Graph().NumSets();
     Open();
-    Click(*dialog, "optData_1");
-    Click(*dialog, "cmdBtn_1");
+    Click(*dialog, "optData", static_cast<int>(Quantity::pH));
+    Click(*dialog, "cmdBtn", frmCommon::cancelButton);
     EXPECT_EQ(shown.unitCode, Quantity::mV);
     EXPECT_EQ(Graph().NumSets(), sets);
     EXPECT_EQ(redraws, 0);
@@ -84,11 +85,11 @@ TEST_F(SelectionDialog, Too_many_points_are_refused_and_the_dialog_stays) {
     Graph().SetNumPoints(500); // three boxes are checked
     platform.dialogs.ExpectMessage(
         "Too many points to draw them in this version software (Max 1500 points)", exclamation);
-    Click(*dialog, "cmdBtn_0");
+    Click(*dialog, "cmdBtn", frmCommon::acceptButton);
     EXPECT_TRUE(dialog->isVisible());
     EXPECT_EQ(redraws, 0);
     Graph().SetNumPoints(499);
-    Click(*dialog, "cmdBtn_0");
+    Click(*dialog, "cmdBtn", frmCommon::acceptButton);
     EXPECT_EQ(redraws, 1);
 }
 
@@ -106,10 +107,10 @@ TEST_F(SelectionDialog, The_busy_sign_turns_through_its_cycle_and_leaves_other_t
         sign.setText("busy");
         Tick(*dialog, "Timer1");
         EXPECT_EQ(sign.text(), "busy");
-        EXPECT_FALSE(Element<QPushButton>(*dialog, "cmdBtn", 0).isEnabled());
+        EXPECT_FALSE(Element<QPushButton>(*dialog, "cmdBtn", frmCommon::acceptButton).isEnabled());
         ++redraws;
     };
-    Click(*dialog, "cmdBtn_0");
+    Click(*dialog, "cmdBtn", frmCommon::acceptButton);
     EXPECT_EQ(redraws, 1);
 }
 

@@ -1,0 +1,12 @@
+#pragma once
+
+class ReportLists;
+
+/// What the viewer has beside its file: the desktop's programs, the help, the clipboard.
+namespace ReportTools {
+
+/// The entries of the tools menu but for the search.
+void Run(int toolItem, const ReportLists& lists);
+void ShowHelp();
+
+} // namespace ReportTools

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QRect>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+/// What a turn of the wheel over a graph wants of its span.
+struct WheelZoom {
+    double factor = 1; ///< of the span's length; 1: nothing
+    double share = 0;  ///< of the span at which the mouse is, 0 to 1; it stays in its place
+};
+
+/// Away from the user the span becomes shorter, towards him longer.
+inline WheelZoom ZoomOf(const QWheelEvent& wheel, const QRect& axes) {
+    constexpr double step = 1.25;
+    const QPoint angle = wheel.angleDelta();
+    const int turned = angle.y() != 0 ? angle.y() : angle.x(); // Shift or Alt turns it aside
+    if (turned == 0)
+        return {};
+    const double share = (wheel.position().x() - axes.left()) / std::max(axes.width(), 1);
+    return {turned > 0 ? 1 / step : step, std::clamp(share, 0.0, 1.0)};
+}
