@@ -138,7 +138,7 @@ void frmSimulated::cmdBtn_Click(int Index) {
         return Send("unplug");
     case Button::putCableBack:
         return Send("replug");
-    case Button::end:
+    case Button::endInstrument:
         return instrument_.Stop();
     default:
         return reject();

@@ -23,7 +23,7 @@ class frmSimulated : public QDialog {
     Q_OBJECT
 
 public:
-    enum Button { apply, setFault, pullCable, putCableBack, end, close_ };
+    enum Button { apply, setFault, pullCable, putCableBack, endInstrument, closeWindow };
 
     /// For the instrument on port `port`, which must outlive the window. Begins with the electrodes
     /// of the setup page.

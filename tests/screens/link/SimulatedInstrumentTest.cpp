@@ -237,7 +237,7 @@ TEST_F(SimulatedSession, Every_fault_of_the_simulator_is_offered_and_every_one_o
 TEST_F(SimulatedSession, Ended_by_its_window_it_gives_the_former_port_back) {
     UseSimulated();
 
-    Press(Window(), frmSimulated::end);
+    Press(Window(), frmSimulated::endInstrument);
 
     EXPECT_TRUE(WaitFor([] { return CommPort::PortNumber() == 1; }));
     EXPECT_EQ(Status(), "The simulated instrument has ended.");
@@ -253,7 +253,7 @@ TEST_F(SimulatedSession, A_screen_that_reads_does_not_go_on_with_another_instrum
     CommPort::BeginReading();
     ASSERT_TRUE(WaitFor([] { return CommPort::State() == LinkState::answered; }));
 
-    Press(window, frmSimulated::end);
+    Press(window, frmSimulated::endInstrument);
 
     EXPECT_TRUE(WaitFor([] { return CommPort::HasFailed(); }));
     EXPECT_EQ(CommPort::PortNumber(), freePort);
@@ -265,7 +265,7 @@ TEST_F(SimulatedSession, A_screen_that_reads_does_not_go_on_with_another_instrum
 
 TEST_F(SimulatedSession, Can_be_used_again_after_its_end) {
     UseSimulated();
-    Press(Window(), frmSimulated::end);
+    Press(Window(), frmSimulated::endInstrument);
     ASSERT_TRUE(WaitFor([] { return CommPort::PortNumber() == 1; }));
 
     Click("cmdSimulated");
