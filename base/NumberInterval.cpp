@@ -1,6 +1,6 @@
 #include "base/NumberInterval.h"
 
-#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -68,10 +68,15 @@ std::optional<int> ReadExponent(std::string_view text) {
 }
 
 double PowerOfTen(int exponent) {
-    constexpr double tenth = 0.1; // one decimal is what most texts have
-    if (exponent == 0)
-        return 1;
-    return exponent == -1 ? tenth : std::pow(10.0, exponent);
+    // What displays give; a week's file has millions of them.
+    constexpr int lowest = -12;
+    constexpr std::array<double, 17> powers = {1e-12, 1e-11, 1e-10, 1e-9, 1e-8, 1e-7,
+                                               1e-6,  1e-5,  1e-4,  1e-3, 1e-2, 1e-1,
+                                               1e0,   1e1,   1e2,   1e3,  1e4};
+    const int place = exponent - lowest;
+    if (place >= 0 && place < static_cast<int>(powers.size()))
+        return powers[static_cast<std::size_t>(place)];
+    return std::pow(10.0, exponent);
 }
 
 } // namespace

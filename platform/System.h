@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/Digest.h"
 #include "platform/FileStore.h"
 #include "platform/ProfileFile.h"
 #include "platform/UserStore.h"
@@ -16,6 +17,7 @@ namespace platform {
 std::unique_ptr<ProfileFile> MakeProfileFile(std::filesystem::path file);
 std::unique_ptr<FileStore> MakeFileStore();
 std::unique_ptr<Clock> MakeClock();
+std::unique_ptr<Digest> MakeSha256();
 
 /// The user's part of the registry. Windows only: elsewhere the store is a file that Qt keeps.
 std::unique_ptr<UserStore> MakeUserStore();

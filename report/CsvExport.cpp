@@ -29,6 +29,11 @@ bool FitsPattern(std::string_view text) {
            std::equal(text.begin(), text.end(), timePattern.begin(), fits);
 }
 
+/// The same in UTF-8, and never quoted.
+bool IsPlain(char letter) {
+    return letter >= ' ' && letter <= '~' && letter != ',' && letter != '"';
+}
+
 /// Gathers the lines that are written: each is small, and there are many.
 class BufferedLines {
 public:
@@ -171,9 +176,12 @@ private:
         return file_.SensorCell(cells, sensor).value_or("");
     }
 
-    static void AddField(std::string& row, const std::string& text) {
+    static void AddField(std::string& row, std::string_view text) {
         row += ',';
-        row += CsvField(CodePage::ToUtf8(text));
+        if (std::ranges::all_of(text, IsPlain)) // nearly every field; a week has millions
+            row += text;
+        else
+            row += CsvField(CodePage::ToUtf8(text));
     }
 
     bool IsWanted(std::int64_t place) const {

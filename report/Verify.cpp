@@ -66,6 +66,7 @@ Verification::Verification(TextSource& source, std::uint64_t end,
       due_(RowsDue(header)) {
     for (std::size_t i = 0; i < channelCount_; ++i) {
         channels_[i].rules = ChannelOf(header, i);
+        channels_[i].otherUnit = channels_[i].rules.OtherUnit();
         if (!hasHeader_)
             channels_[i].rules.whyNot = noHeader;
     }
@@ -136,13 +137,13 @@ void Verification::EndRecord(bool whole) {
 
 Verification::Cells Verification::CellsOf(std::size_t channel) const {
     Cells cells;
-    for (const auto& row : Quantities::table) {
-        const auto& found = rows_[row.quantity];
-        if (!taken_[row.quantity] || channel >= static_cast<std::size_t>(found.count))
+    for (const Quantity quantity : {Quantity::mV, Quantity::pH, Quantity::ppm, Quantity::mol_l}) {
+        const auto& found = rows_[quantity];
+        if (!taken_[quantity] || channel >= static_cast<std::size_t>(found.count))
             continue;
         const auto cell = Trimmed(found.cell[channel]);
         if (!MeasurementLines::IsMissing(cell))
-            cells[row.quantity] = cell;
+            cells[quantity] = cell;
     }
     return cells;
 }
@@ -180,9 +181,8 @@ void Verification::Judge(const RecordedCell& cell, const PerQuantity<ExpectedCel
     const ExpectedCell& expected = all[cell.quantity];
     if (cell.text.empty() && expected.blank)
         return;
-    const auto other = of.rules.OtherUnit();
-    if (other == cell.quantity) {
-        const Quantity own = other == Quantity::ppm ? Quantity::mol_l : Quantity::ppm;
+    if (of.otherUnit == cell.quantity) {
+        const Quantity own = of.otherUnit == Quantity::ppm ? Quantity::mol_l : Quantity::ppm;
         of.other.Take(cell, of.rules, {expected, all[own]});
     } else if (IsReproduced(cell.text, expected)) {
         ++result_.reproduced;
@@ -210,7 +210,7 @@ const PerQuantity<ExpectedCell>* Verification::ExpectationsOf(Channel& channel,
 VerifyResult Verification::Result() const {
     VerifyResult result = result_;
     for (std::size_t i = 0; i < channelCount_; ++i)
-        if (channels_[i].rules.OtherUnit())
+        if (channels_[i].otherUnit)
             channels_[i].other.Finish(i, channels_[i].rules, result);
     const auto place = [](const Divergence& found) {
         return std::tuple(found.offset, found.channel, found.quantity);

@@ -60,6 +60,7 @@ private:
 
     struct Channel {
         HeaderChannel rules;
+        std::optional<Quantity> otherUnit;
         Expectations expectations; ///< by the text of the potential
         OtherUnit other;
     };

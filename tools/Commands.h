@@ -17,6 +17,7 @@ inline constexpr int wrongUse = 2;
 int Info(const Options& options, const std::filesystem::path& file, JsonArray& answers);
 int Csv(const Options& options, const std::filesystem::path& file, JsonArray& answers);
 int Verify(const Options& options, const std::filesystem::path& file, JsonArray& answers);
+int MakeSeal(const Options& options, const std::filesystem::path& file, JsonArray& answers);
 int Recover(const Options& options, const std::filesystem::path& file, JsonArray& answers);
 
 } // namespace tools

@@ -14,10 +14,11 @@ struct TaskName {
     Options::Task task;
 };
 
-constexpr std::array<TaskName, 4> taskNames = {{
+constexpr std::array<TaskName, 5> taskNames = {{
     {"info", Options::Task::info},
     {"csv", Options::Task::csv},
     {"verify", Options::Task::verify},
+    {"seal", Options::Task::seal},
     {"recover", Options::Task::recover},
 }};
 
@@ -57,14 +58,16 @@ void TakeOption(Options& options, std::string_view option,
 void CheckTogether(const Options& options) {
     if (options.files.empty())
         throw RunTimeError("a measurement file is wanted; see --help");
-    const bool ofCsv = options.output || options.spreadsheet || options.force;
-    if (ofCsv && options.task != Options::Task::csv)
-        throw RunTimeError("--output, --spreadsheet and --force belong to csv");
+    const bool csv = options.task == Options::Task::csv;
+    if ((options.output || options.spreadsheet) && !csv)
+        throw RunTimeError("--output and --spreadsheet belong to csv");
+    if (options.force && !csv && options.task != Options::Task::seal)
+        throw RunTimeError("--force belongs to csv and seal");
     if (options.recordings && options.task != Options::Task::recover)
         throw RunTimeError("--from belongs to recover");
     if (options.output && options.files.size() > 1)
         throw RunTimeError("--output takes one measurement file");
-    if (options.json && options.task == Options::Task::csv)
+    if (options.json && csv)
         throw RunTimeError("csv has no --json");
 }
 
@@ -73,7 +76,7 @@ void CheckTogether(const Options& options) {
 Options ParseOptions(std::span<const std::string_view> arguments) {
     Options options;
     if (arguments.empty())
-        throw RunTimeError("a command is wanted: info, csv, verify or recover; see --help");
+        throw RunTimeError("a command is wanted: info, csv, verify, seal or recover; see --help");
     const std::string_view command = arguments.front();
     if (command == "--help" || command == "-h")
         return options;
@@ -103,12 +106,14 @@ Measurement files without a display.
 info      tell project, channels, calibrations, records and times
 csv       write the records as comma-separated values, into FILE with the ending .csv
 verify    compute each pH, ppm and mol/l anew and name the values that diverge
+          and, where FILE.seal is there, whether the file is what was sealed
+seal      write FILE.seal, by which verify knows the file again
 recover   bring records into FILE that were left behind when a recording was cut off
 
 --json             answer for a machine: an array with an object for each FILE
 -o, --output FILE  csv: write here; - is standard output
 --spreadsheet      csv: begin with a byte order mark
--f, --force        csv: replace a file that is there
+-f, --force        csv, seal: replace a file that is there
 --from FOLDER      recover: where the records were left behind, if not in /var/tmp
 --help, --version
 

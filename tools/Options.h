@@ -11,7 +11,7 @@ namespace tools {
 
 /// What the program was started with.
 struct Options {
-    enum class Task { info, csv, verify, recover, showHelp, showVersion };
+    enum class Task { info, csv, verify, seal, recover, showHelp, showVersion };
 
     Task task = Task::showHelp;
     std::vector<std::filesystem::path> files;
@@ -19,7 +19,7 @@ struct Options {
     std::optional<std::string> output;               ///< of csv; "-" is standard output
     bool spreadsheet = false;                        ///< csv begins with a byte order mark
     std::optional<std::filesystem::path> recordings; ///< where recover looks for them
-    bool force = false;                              ///< csv may replace a file
+    bool force = false;                              ///< csv and seal may replace a file
 };
 
 /// Reads the arguments behind the program's name. Throws RunTimeError with a message for people.

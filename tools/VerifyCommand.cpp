@@ -2,6 +2,7 @@
 #include "report/ViewedFile.h"
 #include "tools/Commands.h"
 #include "tools/OpenedFile.h"
+#include "tools/SealFile.h"
 
 #include <iostream>
 
@@ -42,22 +43,25 @@ std::string JsonOf(const Mreport::NotComputed& reason) {
         .Object();
 }
 
-std::string JsonOf(const std::filesystem::path& file, const Mreport::VerifyResult& result) {
+std::string JsonOf(const std::filesystem::path& file, const Mreport::VerifyResult& result,
+                   const std::optional<SealFound>& seal) {
     JsonArray divergences;
     for (const auto& found : result.divergences)
         divergences.Add(JsonOf(found));
     JsonArray reasons;
     for (const auto& reason : result.reasons)
         reasons.Add(JsonOf(reason));
-    return Json()
-        .Text("file", NameOf(file))
+    Json json;
+    json.Text("file", NameOf(file))
         .Number("records", result.records)
         .Number("reproduced", result.reproduced)
         .Number("diverged", result.diverged)
         .Number("notComputed", result.notComputed)
         .Raw("divergences", divergences.Text())
-        .Raw("reasons", reasons.Text())
-        .Object();
+        .Raw("reasons", reasons.Text());
+    if (seal)
+        json.Text("seal", Utf8(seal->text));
+    return json.Object();
 }
 
 void Print(const std::filesystem::path& file, const Mreport::VerifyResult& result) {
@@ -79,11 +83,14 @@ int Verify(const Options& options, const std::filesystem::path& file, JsonArray&
     Mreport::Verification verification(viewed);
     verification.Step(wholeFile);
     const auto result = verification.Result();
+    const auto seal = CheckSeal(file, viewed);
     if (options.json)
-        answers.Add(JsonOf(file, result));
+        answers.Add(JsonOf(file, result, seal));
     else
         Print(file, result);
-    return result.diverged > 0 ? notFine : fine;
+    if (seal && !options.json)
+        std::cout << "  Seal: " << Utf8(seal->text) << '\n';
+    return result.diverged > 0 || (seal && seal->changed) ? notFine : fine;
 }
 
 } // namespace tools

@@ -28,6 +28,8 @@ Command CommandOf(Options::Task task) {
         return tools::Csv;
     case Options::Task::verify:
         return tools::Verify;
+    case Options::Task::seal:
+        return tools::MakeSeal;
     case Options::Task::recover:
         return tools::Recover;
     case Options::Task::showHelp:

@@ -56,7 +56,8 @@ bool Holds(const std::string& text, const std::string& part) {
 TEST_F(FileProgram, Wrong_use_is_told_and_gives_2) {
     for (const char* arguments :
          {"", "mend run.4ch", "info", "info --loud run.4ch", "csv --json run.4ch",
-          "verify --force run.4ch", "csv -o", "csv -o - a.4ch b.4ch", "info --from . run.4ch"}) {
+          "verify --force run.4ch", "seal -o - run.4ch", "csv -o", "csv -o - a.4ch b.4ch",
+          "info --from . run.4ch"}) {
         const Ran ran = Run(arguments);
         EXPECT_EQ(ran.code, 2) << arguments;
         EXPECT_EQ(ran.output, "") << arguments;
@@ -73,7 +74,7 @@ TEST_F(FileProgram, Help_and_version_are_told) {
 
 TEST_F(FileProgram, The_completion_offers_every_command_and_option_of_the_help) {
     const std::string completion = ReadBytes(VANTREL_FILE_COMPLETION);
-    for (const char* word : {"info", "csv", "verify", "recover", "--json", "--output",
+    for (const char* word : {"info", "csv", "verify", "seal", "recover", "--json", "--output",
                              "--spreadsheet", "--force", "--from", "--help", "--version"}) {
         EXPECT_TRUE(Holds(Run("--help").output, word)) << word;
         EXPECT_TRUE(Holds(completion, word)) << word;
@@ -191,6 +192,39 @@ TEST_F(FileProgram, A_full_standard_output_is_an_error) {
                                 "' csv -o - run.4ch >/dev/full 2>errors";
     EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
     EXPECT_TRUE(Holds(ReadBytes(Folder() / "errors"), "standard output"));
+}
+
+TEST_F(FileProgram, A_seal_tells_verify_whether_the_file_is_what_was_sealed) {
+    const std::string text = MeasuredRun(3, 20).Text();
+    WriteBytes(File(), text);
+    EXPECT_FALSE(Holds(Run("verify run.4ch").output, "Seal: "));
+    const Ran sealed = Run("seal run.4ch");
+    EXPECT_EQ(sealed.code, 0) << sealed.errors;
+    EXPECT_EQ(sealed.output, "run.4ch.seal: 20 records sealed\n");
+    const Ran same = Run("verify run.4ch");
+    EXPECT_EQ(same.code, 0);
+    EXPECT_TRUE(Holds(same.output, "  Seal: unchanged since ")) << same.output;
+
+    std::string changed = text;
+    changed[changed.find("14:05:33", changed.find("Record 9\t"))] = '2'; // no value diverges
+    WriteBytes(File(), changed);
+    const Ran other = Run("verify run.4ch");
+    EXPECT_EQ(other.code, 1);
+    EXPECT_TRUE(Holds(other.output, " none diverged, ")) << other.output;
+    EXPECT_TRUE(Holds(other.output, ", behind record 8, or later\n")) << other.output;
+    EXPECT_TRUE(Holds(Run("verify --json run.4ch").output, "\"seal\":\"changed since "));
+}
+
+TEST_F(FileProgram, A_seal_is_replaced_only_when_it_is_wanted_and_a_broken_one_is_told) {
+    WriteBytes(File(), MeasuredRun(3, 2).Text());
+    WriteBytes(File("run.4ch.seal"), "wax");
+    const Ran broken = Run("verify run.4ch");
+    EXPECT_EQ(broken.code, 1);
+    EXPECT_TRUE(Holds(broken.errors, "Reading run.4ch.seal: This is no seal")) << broken.errors;
+    EXPECT_EQ(Run("seal run.4ch").code, 1);
+    EXPECT_EQ(ReadBytes(File("run.4ch.seal")), "wax");
+    EXPECT_EQ(Run("seal --force run.4ch").code, 0);
+    EXPECT_EQ(Run("verify run.4ch").code, 0);
 }
 
 TEST_F(FileProgram, Recover_brings_in_what_a_recording_left_behind) {
