@@ -97,6 +97,11 @@ TEST_F(InstrumentMeasuring, The_status_line_tells_the_present_after_failures_and
     EXPECT_EQ(linkText(), "COM1, 9600 bit/s: not open") << "a failed start gives the port back";
 
     instrument->Command("fault none");
+    port->show();
+    Click(*port, "cmdOK");
+    EXPECT_EQ(linkText(), "COM1, 9600 bit/s: open") << "after a successful test";
+    Click(*port, "cmdCancel");
+
     Click(*form, "cmdPage", frmMain::switchPage);
     ASSERT_TRUE(WaitForValues());
     EXPECT_EQ(linkText(), "COM1, 9600 bit/s: the instrument answers");

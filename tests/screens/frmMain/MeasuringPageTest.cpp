@@ -124,6 +124,21 @@ TEST_F(MeasuringPageTest, Shows_the_moving_average) {
     EXPECT_EQ(CellText(18), "200.0");
 }
 
+TEST_F(MeasuringPageTest, A_reading_of_0_mV_is_shown_as_0_whatever_came_before) {
+    for (const std::int16_t averaging : std::initializer_list<std::int16_t>{1, 2}) {
+        mWinInit::HardwareSettings.AveragingForMeasurement = averaging;
+        OpenMeasuring();
+        for (const int tenths : {9999, -4567, 123, 1, 7458})
+            ReadFrame({tenths, 7458, tenths, 7996, tenths, 0, 0, 0});
+        for (int i = 0; i < averaging; ++i)
+            ReadFrame({0, 7458, 0, 7996, 0, 0, 0, 0});
+        ExpectCells(1, {"0.0", "7.00", "", "", "20.0"}); // the point of pH 7 is hit exactly
+        EXPECT_EQ(CellText(16), "0.0");
+        EXPECT_EQ(CellText(18), "0.0");
+        form.reset();
+    }
+}
+
 TEST_F(MeasuringPageTest,
        A_negative_result_is_an_error_told_by_text_and_weight_not_by_colour_alone) {
     OpenReading();

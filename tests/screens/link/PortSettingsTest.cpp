@@ -109,6 +109,21 @@ TEST_F(PortScreen, A_successful_test_says_so_and_takes_the_choice_into_use) {
     EXPECT_EQ(platform.userStore.values["CommPort/Startup/PortNumber"], "7");
 }
 
+TEST_F(PortScreen, A_choice_that_cannot_be_kept_is_in_use_and_a_box_says_why) {
+    Show();
+    Choose("cboPort", "COM7");
+    platform.userStore.writeError = "Saving PortNumber: no permission";
+    platform.dialogs.ExpectMessage(
+        "The port settings hold for now, but could not be kept: Saving PortNumber: no permission",
+        boxStyle);
+
+    Click("cmdOK");
+
+    EXPECT_EQ(Status(), "The test on Comm7 is successful.");
+    EXPECT_EQ(CommPort::PortNumber(), 7);
+    EXPECT_EQ(platform.userStore.values["CommPort/Startup/PortNumber"], "5");
+}
+
 TEST_F(PortScreen, Opened_again_it_does_not_show_the_result_of_an_earlier_test) {
     Show();
     Click("cmdOK");
