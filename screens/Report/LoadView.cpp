@@ -6,6 +6,7 @@
 #include "screens/Report/ReportLists.h"
 #include "screens/controls/GraphControl.h"
 #include "screens/controls/LineListView.h"
+#include "screens/controls/ValueLabel.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -31,7 +32,7 @@ void LoadView::ShowHead(const std::string& headerLines) {
 }
 
 void LoadView::ShowStatus(const std::string& text) {
-    controls_.status.setText(Text::ToQt(text));
+    ShowValue(controls_.status, Text::ToQt(text));
 }
 
 void LoadView::PageAdded(int /*page*/, bool selectNew) {

@@ -11,6 +11,7 @@
 #include "screens/controls/GraphControl.h"
 #include "screens/controls/LineListView.h"
 #include "screens/controls/Placement.h"
+#include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
 #include "screens/frmCommon/frmCommon.h"
 #include "screens/frmVerify/frmVerify.h"
@@ -149,8 +150,8 @@ void Report::FileBegunAnew() {
 
 void Report::NoticeDamage() {
     if (file_.pages.Damaged())
-        ui_->lblStatus->setText(
-            "The file has become shorter since it was loaded; what is gone is shown blank.");
+        ShowValue(*ui_->lblStatus,
+                  "The file has become shorter since it was loaded; what is gone is shown blank.");
 }
 
 void Report::AllowMenus() {

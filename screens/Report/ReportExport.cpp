@@ -5,6 +5,7 @@
 #include "platform/qt/Text.h"
 #include "report/ViewedFile.h"
 #include "screens/controls/GraphExport.h"
+#include "screens/controls/ValueLabel.h"
 
 #include <QLabel>
 #include <QScopeGuard>
@@ -61,10 +62,10 @@ void ReportExport::WriteRecords(const std::filesystem::path& target, const Mrepo
     QString outcome = "Ready"; // also where it fails
     const auto done = qScopeGuard([this, &outcome] {
         state_ = State::idle;
-        status_.setText(outcome);
+        ShowValue(status_, outcome);
     });
     state_ = State::running;
-    status_.setText("Exporting records... [Press ESC to stop exporting]");
+    ShowValue(status_, "Exporting records... [Press ESC to stop exporting]");
     status_.repaint();
     const auto records =
         Mreport::ExportCsv(file_, target, wish, [this] { return state_ == State::stopping; });
@@ -77,7 +78,7 @@ void ReportExport::WriteGraph(PaperGraph& graph) {
     if (!target)
         return;
     QString outcome = "Ready"; // also where it fails
-    const auto done = qScopeGuard([this, &outcome] { status_.setText(outcome); });
+    const auto done = qScopeGuard([this, &outcome] { ShowValue(status_, outcome); });
     ExportGraph(graph, Text::FromPath(*target));
     outcome = "Ready: graph exported";
 }

@@ -5,6 +5,8 @@
 #include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
+#include "screens/controls/ListLabels.h"
+#include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
 #include "screens/frmPortSettings/PortDevice.h"
 #include "screens/frmSimulated/frmSimulated.h"
@@ -30,6 +32,7 @@ int NumberOfPort(const QString& name) {
 frmPortSettings::frmPortSettings(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmPortSettings>()) {
     ui_->setupUi(this);
+    LabelLists(*this);
     MSComm1.setObjectName("MSComm1");
     tmrTimeout.setObjectName("tmrTimeout");
     tmrTransferInterval.setObjectName("tmrTransferInterval");
@@ -62,8 +65,7 @@ void frmPortSettings::AttachControls() {
     controls.SetStatusText = [this](const std::string& text) { SetStatusText(text); };
     controls.tmrProbe = &probe_;
     controls.SetAnswerText = [this](const std::string& text) {
-        ui_->lblAnswer->setText(Text::ToQt(text));
-        ui_->lblAnswer->setAccessibleDescription(ui_->lblAnswer->text());
+        ShowValue(*ui_->lblAnswer, Text::ToQt(text));
     };
     controls.SetSearching = [this](bool searching) { ShowSearching(searching); };
     controls.SetPortList = [this](const auto& ports) { SetPortList(ports); };
@@ -228,8 +230,8 @@ void frmPortSettings::cboPort_Click() {
     auto device = PortDevice::DescriptionOf(port);
     if (simulated_.IsReady() && port == simulatedPort_)
         device += " - simulated instrument";
-    ui_->lblDevice->setText(device.isEmpty() ? QString()
-                                             : Text::ToQt(PortName::Of(port)) + ": " + device);
+    ShowValue(*ui_->lblDevice,
+              device.isEmpty() ? QString() : Text::ToQt(PortName::Of(port)) + ": " + device);
 }
 
 void frmPortSettings::IntervalChanged() {
@@ -262,6 +264,6 @@ void frmPortSettings::ShowProblems() {
         if (!problem.empty() && QFileInfo::exists(PortDevice::NameOf(port)))
             problems << Text::ToQt(problem);
     }
-    ui_->lblProblems->setText(problems.join('\n'));
+    ShowValue(*ui_->lblProblems, problems.join('\n'));
     ui_->lblProblems->setVisible(!problems.isEmpty());
 }

@@ -6,6 +6,7 @@
 #include "platform/qt/Text.h"
 #include "report/GraphSpan.h"
 #include "report/PrintJob.h"
+#include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
 #include "ui_frmPrint.h"
 
@@ -129,7 +130,7 @@ platform::PrintOutcome frmPrint::PrintGraph(Mreport::RecordRange range) {
 
 void frmPrint::ShowBusy(const QString& busy, const QString& status) {
     ui_->lblBusy->setText(busy);
-    ui_->lblStatus->setText(status);
+    ShowValue(*ui_->lblStatus, status);
 }
 
 void frmPrint::ShowProgress(const Mreport::TableProgress& progress) {
@@ -137,7 +138,7 @@ void frmPrint::ShowProgress(const Mreport::TableProgress& progress) {
     if (percent == shownPercent_)
         return;
     shownPercent_ = percent;
-    ui_->lblStatus->setText(QString("Page %1, %2% complete. [Press ESC to stop printing]")
-                                .arg(progress.page)
-                                .arg(percent));
+    ShowValue(*ui_->lblStatus, QString("Page %1, %2% complete. [Press ESC to stop printing]")
+                                   .arg(progress.page)
+                                   .arg(percent));
 }

@@ -2,6 +2,7 @@
 
 #include "platform/qt/Text.h"
 #include "report/ShownGraph.h"
+#include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
 #include "screens/frmSrch/RunSearchPane.h"
 #include "ui_frmSrch.h"
@@ -18,6 +19,7 @@ frmSrch::frmSrch(const Mreport::ViewedFile& file, QWidget* parent)
     ui_->txtEntry->setValidator(
         new QRegularExpressionValidator(QRegularExpression("[0-9]*"), ui_->txtEntry));
     AllowChoice(false);
+    ShowStatus("Ready");
     MakeSearchPane(file);
     const Wiring wire(*this, guard_, "frmSrch");
     wire(ui_->txtEntry, &QLineEdit::textEdited, "txtEntry", &frmSrch::txtEntry_Change);
@@ -40,9 +42,9 @@ void frmSrch::MakeSearchPane(const Mreport::ViewedFile& file) {
     auto* next = new QShortcut(QKeySequence::FindNext, this);
     wire(next, &QShortcut::activated, "optSearch", &frmSrch::FindNext);
     connect(pane_, &RunSearchPane::Searching, this,
-            [this] { ui_->lblStatus->setText("Searching the record..."); });
-    connect(pane_, &RunSearchPane::Stopped, this, [this] { ui_->lblStatus->setText("Ready"); });
-    connect(pane_, &RunSearchPane::Refused, ui_->lblStatus, &QLabel::setText);
+            [this] { ShowStatus("Searching the record..."); });
+    connect(pane_, &RunSearchPane::Stopped, this, [this] { ShowStatus("Ready"); });
+    connect(pane_, &RunSearchPane::Refused, this, &frmSrch::ShowStatus);
 }
 
 void frmSrch::ShowEntry(bool byNumber) {
@@ -93,7 +95,7 @@ void frmSrch::txtEntry_KeyPress() {
 }
 
 void frmSrch::SearchRecord() {
-    ui_->lblStatus->setText("Searching the record...");
+    ShowStatus("Searching the record...");
     ui_->lblStatus->repaint();
     bool found = false;
     try {
@@ -111,24 +113,24 @@ void frmSrch::ShowFound() {
     FillChannels(); // another file may have been opened since
     ui_->txtComment->setText(Text::ToQt(search_.Comment()));
     FillUnits();
-    ShowValue();
-    ui_->lblStatus->setText("Ready");
+    ShowFoundValue();
+    ShowStatus("Ready");
     AllowChoice(true);
     Q_EMIT RecordFound(search_.Page(), static_cast<int>(search_.Line()));
 }
 
 void frmSrch::ShowNotFound() {
     ui_->cboUnit->clear();
-    ui_->lblStatus->setText("Not Found");
+    ShowStatus("Not Found");
     ui_->txtComment->clear();
-    ui_->lblRtn->clear();
+    ShowValue(*ui_->lblRtn, {});
     AllowChoice(false);
 }
 
 void frmSrch::Forget() {
     pane_->Forget();
     ShowNotFound();
-    ui_->lblStatus->clear();
+    ShowStatus({});
 }
 
 void frmSrch::FillChannels() {
@@ -148,22 +150,26 @@ void frmSrch::FillUnits() {
     ui_->cboUnit->setCurrentIndex(0);
 }
 
-void frmSrch::ShowValue() {
+void frmSrch::ShowStatus(const QString& text) {
+    ShowValue(*ui_->lblStatus, text);
+}
+
+void frmSrch::ShowFoundValue() {
     QString text = Text::ToQt(search_.TimeStamp());
     if (ui_->cboChan->currentIndex() >= 0 && ui_->cboUnit->currentIndex() >= 0)
         text += "    " + Text::ToQt(search_.ValueText(
                              ui_->cboChan->currentData().toInt(),
                              static_cast<Quantity>(ui_->cboUnit->currentData().toInt())));
-    ui_->lblRtn->setText(text);
+    ShowValue(*ui_->lblRtn, text);
 }
 
 void frmSrch::cboChan_Click() {
     FillUnits();
-    ShowValue();
+    ShowFoundValue();
 }
 
 void frmSrch::cboUnit_Click() {
-    ShowValue();
+    ShowFoundValue();
 }
 
 void frmSrch::cmdClose_Click() {

@@ -48,7 +48,8 @@ private:
     void ShowNotFound();
     void FillChannels();
     void FillUnits();
-    void ShowValue();
+    void ShowFoundValue();
+    void ShowStatus(const QString& text);
     void AllowChoice(bool allowed);
     void MakeSearchPane(const Mreport::ViewedFile& file);
     void ShowEntry(bool byNumber);
