@@ -2,10 +2,12 @@
 
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
+#include "screens/controls/ListLabels.h"
 #include "screens/controls/Wiring.h"
 #include "ui_TrendPanel.h"
 
 #include <QEvent>
+#include <QLayout>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -19,6 +21,9 @@ constexpr int leastGraphHeight_px = 80; ///< lower, the lines tell nothing
 
 TrendPanel::TrendPanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::TrendPanel>()) {
     ui_->setupUi(this);
+    LabelLists(*this);
+    if (parent != nullptr)
+        parent->installEventFilter(this);
     FillLists();
     SetChoice({});
     ConnectEvents();
@@ -122,10 +127,27 @@ QSize TrendPanel::minimumSizeHint() const {
     return {QWidget::minimumSizeHint().width(), FoldedHeight()};
 }
 
-/// The layout may give the panel more than its choices need; how much decides what is shown.
+/// Whether the page has room for the graph when everything else in it is as low as it may be. One
+/// that is not shown has not yet its size.
+bool TrendPanel::HasRoom() const {
+    const QWidget* page = parentWidget();
+    if (page == nullptr || !page->isVisible() || page->layout() == nullptr)
+        return true;
+    const int room = page->height() - page->layout()->minimumSize().height() + FoldedHeight();
+    return room >= FoldedHeight() + leastGraphHeight_px;
+}
+
 void TrendPanel::Unfold() {
+    if (!HasRoom())
+        return Fold();
     setMaximumHeight(QWIDGETSIZE_MAX);
-    ui_->graTrend->setVisible(height() >= FoldedHeight() + leastGraphHeight_px);
+    ShowGraph();
+}
+
+/// The layout may give the panel more than its choices need; how much decides what is shown.
+void TrendPanel::ShowGraph() {
+    const bool fits = height() >= FoldedHeight() + leastGraphHeight_px;
+    ui_->graTrend->setVisible(ui_->chkTrend->isChecked() && fits);
     Draw();
 }
 
@@ -137,24 +159,19 @@ void TrendPanel::Fold() {
 
 void TrendPanel::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    if (!ui_->chkTrend->isChecked() || maximumHeight() != QWIDGETSIZE_MAX)
-        return;
-    const bool fits = height() >= FoldedHeight() + leastGraphHeight_px;
-    ui_->graTrend->setVisible(fits);
-    if (!fits)
-        setMaximumHeight(FoldedHeight());
-    Draw();
+    ShowGraph();
 }
 
 bool TrendPanel::event(QEvent* event) {
-    if (event->type() == QEvent::Show)
-        window()->installEventFilter(this);
+    if (event->type() == QEvent::ParentChange && parentWidget() != nullptr)
+        parentWidget()->installEventFilter(this);
     return QWidget::event(event);
 }
 
-/// A window of another size may have room again.
+/// A page of another size, or with something more or less in it, may have room again.
 bool TrendPanel::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize && watched == window() && ui_->chkTrend->isChecked())
-        setMaximumHeight(QWIDGETSIZE_MAX);
+    const bool changed = event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest;
+    if (changed && watched == parentWidget() && ui_->chkTrend->isChecked())
+        Unfold();
     return QWidget::eventFilter(watched, event);
 }

@@ -61,7 +61,9 @@ private:
     void cboTrend_Click(int index);
     void Choose();
     int FoldedHeight() const;
+    bool HasRoom() const;
     void Unfold();
+    void ShowGraph();
     void Fold();
     std::chrono::milliseconds DrawInterval() const;
     void Draw();

@@ -129,6 +129,22 @@ SetupChecks::ChannelEntry ChannelRows::EntryOf(int channel) const {
     return entry;
 }
 
+QWidget& ChannelRows::ControlOf(const SetupChecks::Finding& finding) const {
+    using SetupChecks::Box;
+    switch (finding.box) {
+    case Box::electrode:
+        return cboEntry(electrode + finding.channel);
+    case Box::serialNo:
+        return txtEntry(serialNo + finding.channel);
+    case Box::molarMass:
+        return txtMolarMass(finding.channel);
+    case Box::calibrate:
+        return cmdCalib(finding.channel);
+    default:
+        return chkSelect(finding.channel);
+    }
+}
+
 void ChannelRows::ElectrodeChosen(int channel) {
     const int chosen = cboEntry(electrode + channel).currentIndex();
     if (chosen < 0)

@@ -28,6 +28,9 @@ public:
     /// The row as it stands, for the checks.
     SetupChecks::ChannelEntry EntryOf(int channel) const;
 
+    /// The control that a finding about a channel points at.
+    QWidget& ControlOf(const SetupChecks::Finding& finding) const;
+
     /// An electrode was chosen, the same again or another, by hand or by an assistive tool: what
     /// the library holds for it comes into the row.
     void ElectrodeChosen(int channel);

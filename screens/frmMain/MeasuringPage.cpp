@@ -11,11 +11,8 @@
 #include "screens/controls/Colours.h"
 #include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
-#include "screens/frmLimits/frmLimits.h"
 #include "screens/frmMain/ReadingsTable.h"
 #include "settings/MeasuringChoices.h"
-#include "settings/SetupChecks.h"
-#include "settings/StoredLimits.h"
 #include "settings/mWinInit.h"
 #include "ui_MeasuringPage.h"
 
@@ -26,16 +23,13 @@ namespace {
 
 constexpr int timeInterval_ms = 250;
 
-int ChannelCount() {
-    return mWinInit::HardwareSettings.ChannelCount;
-}
-
 } // namespace
 
 MeasuringPage::MeasuringPage(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::MeasuringPage>()), tmrRead(this), tmrTime(this) {
     ui_->setupUi(this);
     table_ = new ReadingsTable(*this);
+    readings_.emplace(*table_);
     ConnectEvents();
 }
 
@@ -50,7 +44,9 @@ void MeasuringPage::ConnectEvents() {
     wire(ui_->fraRecording, &RecordingGroup::ResumeChosen, "chkResume",
          &MeasuringPage::chkResume_Click);
     wire(ui_->cmdLimits, &QPushButton::clicked, "cmdLimits", &MeasuringPage::cmdLimits_Click);
-    wire(ui_->cmdNewFile, &QPushButton::clicked, "cmdNewFile", &MeasuringPage::NewFile);
+    wire(ui_->cmdAcknowledge, &QPushButton::clicked, "cmdAcknowledge",
+         &MeasuringPage::cmdAcknowledge_Click);
+    wire(ui_->cmdNewFile, &QPushButton::clicked, "cmdNewFile", &MeasuringPage::cmdNewFile_Click);
     wire(ui_->fraRecording, &RecordingGroup::RunChanged, "RunChanged", &MeasuringPage::ShowRun);
 }
 
@@ -62,8 +58,9 @@ void MeasuringPage::Load(FileOpr::MeasuringRun& run) {
     const auto choices = mWinInit::LoadMeasuringChoices();
     ui_->fraRecording->Load(run, choices);
     ui_->panTrend->SetChoice({choices.trendShown, choices.trendMinutes, choices.trendQuantity});
-    watch_.WatchLimits(mWinInit::LoadLimits());
+    readings_->LoadLimits();
     table_->Prepare();
+    ui_->cmdAcknowledge->hide();
     ShowColours();
 }
 
@@ -106,18 +103,7 @@ bool MeasuringPage::IsBusy() const {
 }
 
 void MeasuringPage::Enter(const Selection& selected) {
-    MeasuringCycle::Source cycle{mWinInit::ConversionTables(), {}, {}, {}};
-    for (int i = 0; i < ChannelCount(); ++i) {
-        const auto position = static_cast<std::size_t>(i);
-        cycle.selected[position] = selected[position] ? -1 : 0;
-        cycle.tempSensor[position] = mWinInit::ChannelSetup[position].TempSensor;
-        cycle.molarMass_g_per_mol[position] = mWinInit::ChannelSetup[position].MolarMass;
-        table_->ShowSetup(i, selected[position]);
-    }
-    cycle_ = cycle;
-    watch_.Begin(cycle);
-    for (int i = 0; i < ChannelCount(); ++i)
-        ShowRow(i, {});
+    cycle_ = readings_->Begin(selected);
     table_->ShowStale(false);
     remark_.clear();
     ui_->panTrend->Clear();
@@ -145,7 +131,7 @@ void MeasuringPage::StartReading() {
     lessMotion_ = platform::Current().desktop.WantsLessMotion();
     CommPort::GoOnAfterFailure(ui_->fraRecording->IsToResume());
     supply_ = Supply::current;
-    watch_.BeginSeries();
+    readings_->BeginSeries();
     series_.Start(mWinInit::HardwareSettings.AveragingForMeasurement);
     ShowRun();
 }
@@ -189,7 +175,7 @@ void MeasuringPage::NoticeLink() {
         ShowStatus();
     } else if (!CommPort::IsLost() && supply_ == Supply::lost) {
         supply_ = Supply::returned;
-        watch_.BeginSeries(); // nothing from before the gap goes into what comes after it
+        readings_->BeginSeries(); // nothing from before the gap goes into what comes after it
         series_.RestartAveraging(mWinInit::HardwareSettings.AveragingForMeasurement);
     }
 }
@@ -204,21 +190,13 @@ void MeasuringPage::ReadingsReturned() {
 void MeasuringPage::ShowAverages(std::span<const float, cyclePositions> averages) {
     const MeasuringCycle::Outcome outcome = MeasuringCycle::Run(*cycle_, averages);
     ReadingsReturned();
-    if (watch_.Add(outcome))
+    if (readings_->Show(outcome))
         platform::Current().dialogs.Beep();
-    for (int i = 0; i < ChannelCount(); ++i)
-        ShowRow(i, outcome);
     ui_->panTrend->AddReading(outcome.values);
     problem_ = Text::ToQt(outcome.problem);
     ShowStatus();
-    if (watch_.AllSteady())
+    if (readings_->AllSteady())
         ui_->fraRecording->ReadingsAreSteady([this] { return DisplayedNow(); });
-}
-
-void MeasuringPage::ShowRow(int channel, const MeasuringCycle::Outcome& outcome) {
-    const auto row = static_cast<std::size_t>(channel);
-    table_->Show(channel, outcome.cells[row]);
-    table_->ShowWatch(channel, watch_.RowOf(row));
 }
 
 QStringList MeasuringPage::StatusParts() const {
@@ -226,21 +204,17 @@ QStringList MeasuringPage::StatusParts() const {
     const auto last = CommPort::LastReading();
     if ((supply_ == Supply::lost || supply_ == Supply::ended) && last)
         parts << "last reading " + Text::ToQt(DateText::TimeOfDay(*last));
-    parts << Text::ToQt(ui_->fraRecording->GapText()) << remark_;
+    parts << Text::ToQt(ui_->fraRecording->GapText()) << readings_->Remarks();
     if (supply_ == Supply::current)
         parts << problem_;
-    for (int i = 0; i < ChannelCount(); ++i) {
-        const ReadingWatch::Row& row = watch_.RowOf(static_cast<std::size_t>(i));
-        for (const std::string& text : {row.limitsText, row.standardsText})
-            if (!text.empty())
-                parts << QString("Channel %1: ").arg(i + 1) + Text::ToQt(text);
-    }
+    parts << remark_; // last, since the line may be too short for all
     parts.removeAll(QString());
     return parts;
 }
 
 /// What is told of values is told while they are read, or when reading has ended at a failure.
 void MeasuringPage::ShowStatus() {
+    ui_->cmdAcknowledge->setVisible(readings_->HasAlarm());
     const bool told = series_.IsRunning() || supply_ == Supply::ended;
     const QString status = told ? StatusParts().join("; ") : QString();
     if (std::exchange(statusShown_, status) != status)
@@ -257,8 +231,12 @@ void MeasuringPage::ReadingFailed() {
 }
 
 void MeasuringPage::AlarmClicked(int channel) {
-    watch_.Acknowledge(static_cast<std::size_t>(channel));
-    table_->ShowWatch(channel, watch_.RowOf(static_cast<std::size_t>(channel)));
+    readings_->Acknowledge(channel);
+    ShowStatus();
+}
+
+void MeasuringPage::cmdAcknowledge_Click() {
+    readings_->AcknowledgeAll();
     ShowStatus();
 }
 
@@ -273,13 +251,12 @@ void MeasuringPage::chkResume_Click(bool checked) {
 }
 
 void MeasuringPage::cmdLimits_Click() {
-    frmLimits limits(this);
-    if (limits.exec() != QDialog::Accepted)
-        return;
-    watch_.WatchLimits(limits.Accepted());
-    for (int i = 0; i < ChannelCount(); ++i)
-        table_->ShowWatch(i, watch_.RowOf(static_cast<std::size_t>(i)));
-    ShowStatus();
+    if (readings_->ChooseLimits(*this))
+        ShowStatus();
+}
+
+void MeasuringPage::cmdNewFile_Click() {
+    ui_->fraRecording->NewFile();
 }
 
 /// Says where setup or calibration are no longer what the target's header tells.
@@ -311,7 +288,7 @@ void MeasuringPage::RunPressed() {
         StartReading();
         break;
     case RunState::record:
-        ui_->fraRecording->Press([this] { return DisplayedNow(); }, watch_.AllSteady());
+        ui_->fraRecording->Press([this] { return DisplayedNow(); }, readings_->AllSteady());
         break;
     case RunState::stop:
         ui_->fraRecording->Stop();
@@ -319,37 +296,16 @@ void MeasuringPage::RunPressed() {
     }
 }
 
-void MeasuringPage::ReportPressed() {
-    ui_->fraRecording->ShowReport();
-}
-
 void MeasuringPage::AveragingPressed() {
-    const std::string answer = Mcommon::TrimControl(platform::Current().dialogs.AskText(
-        "Input new averaging number for the measuring.", std::string(Mcommon::applicationTitle),
-        Text::FromQt(ui_->fraRecording->AveragingText())));
-    if (answer.empty())
+    const QString answer = ui_->fraRecording->AskAveraging();
+    if (answer.isEmpty())
         return;
-    const auto averaging = SetupChecks::Averaging(answer);
-    if (!averaging) {
-        Mcommon::Inform(SetupChecks::averagingRange);
-        return;
-    }
-    mWinInit::HardwareSettings.AveragingForMeasurement = *averaging;
-    series_.RestartAveraging(*averaging);
-    ui_->fraRecording->ShowAveraging(Text::ToQt(answer));
-    Q_EMIT AveragingChanged(Text::ToQt(answer));
+    series_.RestartAveraging(mWinInit::HardwareSettings.AveragingForMeasurement);
+    Q_EMIT AveragingChanged(answer);
 }
 
-void MeasuringPage::OpenReport(const std::filesystem::path& file) {
-    ui_->fraRecording->OpenReport(file);
-}
-
-void MeasuringPage::NewFile() {
-    ui_->fraRecording->NewFile();
-}
-
-bool MeasuringPage::CloseReport() {
-    return ui_->fraRecording->CloseReport();
+RecordingGroup& MeasuringPage::Recording() const {
+    return *ui_->fraRecording;
 }
 
 bool MeasuringPage::EndWork() {
@@ -357,8 +313,4 @@ bool MeasuringPage::EndWork() {
     StopReading();
     ui_->fraRecording->Stop();
     return wasReading;
-}
-
-void MeasuringPage::ResumeReading() {
-    StartReading();
 }

@@ -6,19 +6,19 @@
 #include "link/ReadingSeries.h"
 #include "screens/controls/EventGuard.h"
 #include "screens/controls/FormTimer.h"
-#include "screens/frmMain/ReadingWatch.h"
+#include "screens/frmMain/WatchedReadings.h"
 
 #include <QTimer>
 #include <QWidget>
 
 #include <array>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 class ReadingsTable;
+class RecordingGroup;
 
 namespace FileOpr {
 class MeasuringRun;
@@ -39,7 +39,7 @@ public:
         stop,   ///< an automatic run goes on: "&Stop"
     };
 
-    using Selection = std::array<bool, maxChannels>;
+    using Selection = WatchedReadings::Selection;
 
     explicit MeasuringPage(QWidget* parent = nullptr);
     ~MeasuringPage() override;
@@ -53,6 +53,9 @@ public:
     /// Begins to read and show the selected channels.
     void Enter(const Selection& selected);
 
+    /// Reading begins, anew or after an exit that was declined.
+    void StartReading();
+
     /// Ends reading and moves the records into their file; a failure is said, and they wait.
     void Leave();
 
@@ -62,26 +65,17 @@ public:
     bool IsBusy() const;
 
     void RunPressed();
-    void ReportPressed();
-    void OpenReport(const std::filesystem::path& file);
 
-    /// What waits goes into its file, and the next record asks for another; not during an automatic
-    /// run.
-    void NewFile();
+    /// Its recording, with the live report.
+    RecordingGroup& Recording() const;
 
     /// Keeps what the analyst has chosen here. Returns messages as SaveSettings does.
     std::vector<std::string> SaveChoices() const;
 
     void AveragingPressed();
 
-    /// False while the report loads, which it says itself.
-    bool CloseReport();
-
     /// Ends reading and recording, on exit; true when it was reading.
     bool EndWork();
-
-    /// Reading goes on after an exit that was declined.
-    void ResumeReading();
 
 Q_SIGNALS:
     /// The run button's state or the target may have changed.
@@ -106,22 +100,22 @@ private:
     };
 
     void ConnectEvents();
-    void StartReading();
     void StopReading();
     void tmrRead_Timer();
     void tmrTime_Timer();
     void ShowAverages(std::span<const float, cyclePositions> averages);
     void NoticeLink();
     void ReadingsReturned();
-    void ShowRow(int channel, const MeasuringCycle::Outcome& outcome);
     QStringList StatusParts() const;
     void ShowStatus();
     void ShowRun();
     void ShowColours();
     void AlarmClicked(int channel);
+    void cmdAcknowledge_Click();
     void Remarked(const QString& text);
     void chkResume_Click(bool checked);
     void cmdLimits_Click();
+    void cmdNewFile_Click();
     void ReadingFailed();
     std::optional<FileOpr::DisplayedChannels> DisplayedNow() const;
 
@@ -129,6 +123,7 @@ private:
     FileOpr::MeasuringRun* run_ = nullptr; ///< from Load on
     EventGuard guard_{"Unexpected Error - "};
     ReadingsTable* table_;
+    std::optional<WatchedReadings> readings_; ///< of the table
     QTimer tmrRead;
     QTimer tmrTime;
     FormTimer readTimer_{tmrRead};
@@ -138,7 +133,6 @@ private:
     bool timeTickAtWork_ = false;
     bool lessMotion_ = false; ///< the title stands still while the instrument is read
     Supply supply_ = Supply::current;
-    ReadingWatch watch_;
     QString problem_; ///< why a position could not be converted
     QString remark_;  ///< what endangers the run
     QString statusShown_;

@@ -30,6 +30,12 @@ QString OrElse(const std::string& text, const char* fallback) {
     return text.empty() ? QString(fallback) : Text::ToQt(text);
 }
 
+/// A cell paints its figure as text on a base, a label beside it as text on the window.
+void SetTextColour(QPalette& palette, const QColor& colour) {
+    palette.setColor(QPalette::WindowText, colour);
+    palette.setColor(QPalette::Text, colour);
+}
+
 /// The room that a cell needs beside its figure.
 int FrameOf(const QLabel& cell) {
     return 2 * (cell.margin() + cell.frameWidth());
@@ -160,12 +166,12 @@ void ReadingsTable::ShowLook(QLabel& cell, Look look) {
     QPalette colours = cell.palette();
     colours.setColor(QPalette::Base, around.color(QPalette::Base));
     if (look == Look::outsideStandards)
-        colours.setColor(QPalette::WindowText, Colours::Caution(around));
+        SetTextColour(colours, Colours::Caution(around));
     if (look == Look::stale)
-        colours.setColor(QPalette::WindowText, Colours::Stale(around));
+        SetTextColour(colours, Colours::Stale(around));
     if (look == Look::alarm) {
         colours.setColor(QPalette::Base, Colours::Alarm());
-        colours.setColor(QPalette::WindowText, Qt::white);
+        SetTextColour(colours, Qt::white);
     }
     cell.setPalette(colours);
 }

@@ -7,6 +7,8 @@
 #include "platform/qt/Text.h"
 #include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
+#include "settings/SetupChecks.h"
+#include "settings/mWinInit.h"
 #include "ui_RecordingGroup.h"
 
 #include <QCompleter>
@@ -76,8 +78,20 @@ void RecordingGroup::ShowAveraging(const QString& text) {
     ShowValue(*ui_->lblAverage, text);
 }
 
-QString RecordingGroup::AveragingText() const {
-    return ui_->lblAverage->text();
+QString RecordingGroup::AskAveraging() {
+    const std::string answer = Mcommon::TrimControl(platform::Current().dialogs.AskText(
+        "Input new averaging number for the measuring.", std::string(Mcommon::applicationTitle),
+        Text::FromQt(ui_->lblAverage->text())));
+    if (answer.empty())
+        return {};
+    const auto averaging = SetupChecks::Averaging(answer);
+    if (!averaging) {
+        Mcommon::Inform(SetupChecks::averagingRange);
+        return {};
+    }
+    mWinInit::HardwareSettings.AveragingForMeasurement = *averaging;
+    ShowAveraging(Text::ToQt(answer));
+    return Text::ToQt(answer);
 }
 
 bool RecordingGroup::IsToResume() const {

@@ -70,7 +70,10 @@ public:
     void NewFile();
 
     void ShowAveraging(const QString& text);
-    QString AveragingText() const;
+
+    /// Asks for the averaging number of the measurement and stores and shows it. Empty where the
+    /// analyst gave none that can be used.
+    QString AskAveraging();
 
     void ShowReport() { report_->Show(); }
     void OpenReport(const std::filesystem::path& file) { report_->Open(file); }

@@ -13,6 +13,7 @@
 #include "platform/qt/Text.h"
 #include "screens/SimultCalib/SimultCalib.h"
 #include "screens/controls/BusyPointer.h"
+#include "screens/controls/ListLabels.h"
 #include "screens/controls/WheelFilter.h"
 #include "screens/controls/Wiring.h"
 #include "screens/frmCalib/frmCalib.h"
@@ -48,6 +49,7 @@ std::int16_t AveragingOr(std::int16_t inForce, const std::string& text) {
 std::unique_ptr<Ui::SetupPage> SetUp(SetupPage& page) {
     auto ui = std::make_unique<Ui::SetupPage>();
     ui->setupUi(&page);
+    LabelLists(page);
     return ui;
 }
 
@@ -210,18 +212,9 @@ QWidget& SetupPage::ControlOf(const SetupChecks::Finding& finding) {
         return rows_.txtEntry(project);
     case Box::analyst:
         return rows_.txtEntry(analyst);
-    case Box::electrode:
-        return rows_.cboEntry(ChannelRows::electrode + finding.channel);
-    case Box::serialNo:
-        return rows_.txtEntry(ChannelRows::serialNo + finding.channel);
-    case Box::molarMass:
-        return rows_.txtMolarMass(finding.channel);
-    case Box::calibrate:
-        return rows_.cmdCalib(finding.channel);
-    case Box::select:
-        break;
+    default:
+        return rows_.ControlOf(finding);
     }
-    return rows_.chkSelect(finding.channel);
 }
 
 bool SetupPage::FocusBoxOf(int key) {

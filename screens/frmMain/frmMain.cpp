@@ -1,19 +1,19 @@
 #include "screens/frmMain/frmMain.h"
 
 #include "app/Mcommon.h"
-#include "base/CodePage.h"
-#include "base/NumberText.h"
-#include "base/RunTimeError.h"
 #include "base/Version.h"
 #include "files/FileOpr.h"
 #include "files/MeasuringRun.h"
-#include "files/Recovery.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
+#include "report/RecentFiles.h"
+#include "screens/Report/RecentMenu.h"
 #include "screens/controls/BusyPointer.h"
 #include "screens/controls/Placement.h"
 #include "screens/controls/Wiring.h"
+#include "screens/frmMain/RecordSafety.h"
+#include "screens/frmMain/RecordingGroup.h"
 #include "screens/frmSplash/frmSplash.h"
 #include "settings/WindowSize.h"
 #include "settings/mWinInit.h"
@@ -75,6 +75,8 @@ void frmMain::ConnectEvents() {
     const Wiring wire(*this, guard_, "frmMain");
     wire(cmdPage, &QPushButton::clicked, "cmdPage", &frmMain::cmdPage_Click);
     wire(mnuFileItem, &QAction::triggered, "mnuFile", &frmMain::mnuFileItem_Click);
+    wire(ui_->mnuRecent, &QMenu::aboutToShow, "mnuRecent", &frmMain::mnuRecent_Show);
+    wire(ui_->mnuRecent, &QMenu::triggered, "mnuRecent", &frmMain::mnuRecent_Click);
     wire(mnuHelp, &QAction::triggered, "mnuHelp", &frmMain::mnuHelp_Click);
     wire(ui_->pgeMeasure, &MeasuringPage::RunChanged, "RunChanged", &frmMain::ShowRun);
     wire(ui_->pgeMeasure, &MeasuringPage::StatusChanged, "StatusChanged", &frmMain::ShowStatus);
@@ -118,6 +120,7 @@ void frmMain::ShowLink() {
 
 void frmMain::ShowStatus(const QString& text) {
     ui_->statusbar->showMessage(text);
+    ui_->statusbar->setToolTip(text); // where the line is too short for it
 }
 
 void frmMain::ShowPage(Page page) {
@@ -158,7 +161,7 @@ void frmMain::cmdPage_Click(int Index) {
         ui_->pgeMeasure->RunPressed();
         break;
     case report:
-        ui_->pgeMeasure->ReportPressed();
+        ui_->pgeMeasure->Recording().ShowReport();
         break;
     case leave:
         close();
@@ -197,7 +200,7 @@ void frmMain::LeaveMeasuringPage() {
 
 void frmMain::mnuFileItem_Click(int Index) {
     if (Index == newFile)
-        ui_->pgeMeasure->NewFile();
+        ui_->pgeMeasure->Recording().NewFile();
     else if (Index == exitProgram)
         close();
     else if (std::filesystem::path file;
@@ -205,8 +208,20 @@ void frmMain::mnuFileItem_Click(int Index) {
         OpenReport(file);
 }
 
+void frmMain::mnuRecent_Show() {
+    RecentMenu::Fill(*ui_->mnuRecent);
+}
+
+void frmMain::mnuRecent_Click(QAction* item) {
+    const std::filesystem::path file = RecentMenu::FileOf(*item);
+    if (!Mcommon::FileExists(file))
+        RecentFiles::Remove(file);
+    OpenReport(file);
+}
+
 void frmMain::OpenReport(const std::filesystem::path& file) {
-    guard_("frmMain - OpenReport", [this, &file] { ui_->pgeMeasure->OpenReport(file); });
+    guard_("frmMain - OpenReport",
+           [this, &file] { ui_->pgeMeasure->Recording().OpenReport(file); });
 }
 
 void frmMain::mnuHelp_Click(int Index) {
@@ -232,27 +247,9 @@ void frmMain::showEvent(QShowEvent* event) {
     // Once the desktop has drawn its frame around it.
     QTimer::singleShot(0, this, [this] { Mcommon::FitOntoScreen(*this); });
     // After the form has been painted, so that the question stands before its window.
-    QTimer::singleShot(0, this,
-                       [this] { guard_("frmMain - OfferRecovery", [this] { OfferRecovery(); }); });
-}
-
-void frmMain::OfferRecovery() {
-    for (FileOpr::UnfinishedRecording& recording : FileOpr::FindUnfinishedRecordings()) {
-        const std::string target =
-            recording.target.empty() ? "" : CodePage::NameOf(recording.target);
-        const std::string prompt =
-            "A recording was interrupted before its records reached their file.\n\nRecords: " +
-            NumberText::Plain(recording.records) + ", the last at " + recording.lastTimeStamp +
-            (target.empty() ? "" : "\nFile: " + target) +
-            "\n\nBring the records into the file now? Otherwise they are offered again at the "
-            "next start.";
-        if (!Mcommon::Ask(prompt, Mcommon::EnterMeans::yes))
-            continue;
-        if (recording.target.empty() &&
-            !run_.dialog.ShowFileDialog(recording.target, FileOpr::DialogMode::save))
-            continue;
-        guard_("frmMain - OfferRecovery", [&recording] { FileOpr::Recover(recording); });
-    }
+    QTimer::singleShot(0, this, [this] {
+        guard_("frmMain - OfferRecovery", [this] { OfferRecovery(run_.dialog, guard_); });
+    });
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
@@ -270,15 +267,15 @@ void frmMain::Form_QueryUnload(bool& cancel) {
     const auto done = qScopeGuard([this] { unloading_ = false; });
     if (!Mcommon::Ask("Are you sure you want to exit?", Mcommon::EnterMeans::no))
         return;
-    if (!ui_->pgeMeasure->CloseReport())
+    if (!ui_->pgeMeasure->Recording().CloseReport())
         return;
     BusyPointer busy;
     const bool wasReading = ui_->pgeMeasure->EndWork();
     SaveSettings();
-    if (!RecordsAreSafe()) {
+    if (!RecordsAreSafe(run_)) {
         busy.End();
         if (wasReading)
-            ui_->pgeMeasure->ResumeReading();
+            ui_->pgeMeasure->StartReading();
         return;
     }
     run_.ReleaseTempFile();
@@ -297,18 +294,4 @@ void frmMain::SaveSettings() {
         messages = ui_->pgeMeasure->SaveChoices();
     for (const std::string& message : messages)
         Mcommon::Warn(message);
-}
-
-/// Moves what the temporary file holds into the target. Where that fails, the analyst decides
-/// whether to leave all the same.
-bool frmMain::RecordsAreSafe() {
-    try {
-        run_.FlushTempFile();
-        return true;
-    } catch (const RunTimeError& error) {
-        return Mcommon::Ask(std::string(error.what()) +
-                                "\n\nAre you sure you want to exit? The records will be offered "
-                                "again at the next start.",
-                            Mcommon::EnterMeans::no, Mcommon::Tone::exclamation);
-    }
 }

@@ -60,9 +60,10 @@ private:
     void Form_Load();
     QSize FirstSize() const;
     void Form_QueryUnload(bool& cancel);
-    void OfferRecovery();
     void cmdPage_Click(int Index);
     void mnuFileItem_Click(int Index);
+    void mnuRecent_Show();
+    void mnuRecent_Click(QAction* item);
     void mnuHelp_Click(int Index);
     void SwitchPage();
     void EnterMeasuringPage();
@@ -73,7 +74,6 @@ private:
     void ShowLink();
     void ShowStatus(const QString& text);
     void SaveSettings();
-    bool RecordsAreSafe();
 
     FileOpr::MeasuringRun& run_;
     std::unique_ptr<Ui::frmMain> ui_;

@@ -35,20 +35,6 @@ protected:
 
     const QFont usualFont = QApplication::font();
 
-    /// Texts that are wider than their control.
-    static std::vector<std::string> CutTexts(const QWidget& form) {
-        std::vector<std::string> cut;
-        const auto look = [&cut](const QWidget& control, int needed_px) {
-            if (control.isVisible() && control.width() < needed_px)
-                cut.push_back(control.objectName().toStdString());
-        };
-        for (const QLabel* label : form.findChildren<QLabel*>())
-            look(*label, label->minimumSizeHint().width());
-        for (const QAbstractButton* button : form.findChildren<QAbstractButton*>())
-            look(*button, button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width());
-        return cut;
-    }
-
     /// Looks at the size, and keeps a picture for people in the folder that the environment names.
     void Picture(QWidget& form, const QString& name) const {
         Settle();

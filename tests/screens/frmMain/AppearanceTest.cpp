@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
@@ -93,12 +94,56 @@ TEST_F(Appearance, No_two_controls_of_a_page_share_a_mnemonic) {
     EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>());
 }
 
+TEST_F(Appearance,
+       The_trend_of_four_channels_is_seen_on_a_small_screen_however_the_page_is_reached) {
+    Open();
+    form->resize(1013, 690);
+    Settle();
+    Click(*form, "cmdPage", frmMain::switchPage);
+    ReadFrame(frame);
+    Settle();
+    const auto& trend = Find<QWidget>(*form, "graTrend");
+    EXPECT_TRUE(trend.isVisible());
+    EXPECT_GE(trend.height(), 80);
+    EXPECT_GE(Element<QLabel>(*form, "lblEntry", 16).height(), 32) << "the readings stay legible";
+    ExpectFits("scrMeasure");
+    EXPECT_TRUE(trend.isVisible());
+    form->resize(1013, 520);
+    Settle();
+    EXPECT_FALSE(trend.isVisible());
+    form->resize(1013, 690);
+    Settle();
+    EXPECT_TRUE(trend.isVisible());
+}
+
 TEST_F(Appearance, Both_pages_of_eight_channels_fit_a_small_screen) {
     mWinInit::HardwareSettings.ChannelCount = 8;
     Open();
     ExpectFits("scrSetup");
     Click(*form, "cmdPage", frmMain::switchPage);
     ExpectFits("scrMeasure");
+}
+
+TEST_F(Appearance, No_text_is_cut_on_either_page_whatever_the_font_and_the_windows_size) {
+    const QFont usual = QApplication::font();
+    const auto back = qScopeGuard([&usual] { QApplication::setFont(usual); });
+    for (const int points : {9, 11}) {
+        QApplication::setFont(QFont(usual.family(), points));
+        Open();
+        for (const QSize& size : {form->size(), smallScreen, smallScreen / 2}) {
+            form->resize(size);
+            Settle();
+            EXPECT_EQ(CutTexts(*form), std::vector<std::string>()) << points << " points";
+        }
+        Click(*form, "cmdPage", frmMain::switchPage);
+        ReadFrame({-9999, 7458, 5000, 7996, 2300, 9000, -123, 9000});
+        for (const QSize& size : {form->size(), smallScreen, smallScreen / 2}) {
+            form->resize(size);
+            Settle();
+            EXPECT_EQ(CutTexts(*form), std::vector<std::string>()) << points << " points";
+        }
+        form.reset();
+    }
 }
 
 TEST_F(Appearance, The_window_itself_fits_a_small_screen_at_double_scale) {

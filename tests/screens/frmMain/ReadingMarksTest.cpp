@@ -19,7 +19,7 @@ protected:
         return Element<QLabel>(*form, "lblMark", channel).text().simplified();
     }
     QString Status() { return form->statusBar()->currentMessage(); }
-    QColor ColourOf(const QLabel& cell) { return cell.palette().color(QPalette::WindowText); }
+    QColor ColourOf(const QLabel& cell) { return cell.palette().color(cell.foregroundRole()); }
 
     /// Readings at the pace of the page; the first electrode's rises by this each time.
     void ReadOften(int count, int rise_tenths) {
@@ -95,11 +95,37 @@ TEST_F(ReadingMarks, Three_readings_outside_the_limits_turn_the_cell_red_with_on
     ReadFrame(frame);
     EXPECT_EQ(platform.dialogs.beeps, before + 1);
     EXPECT_NE(Cell(18).palette().color(QPalette::Base), background);
+    EXPECT_EQ(ColourOf(Cell(18)), QColor(Qt::white));
     EXPECT_TRUE(Status().contains("Channel 3: outside its limits (100 to 200 mV) since 14:05:33"))
         << Status().toStdString();
     QTest::mouseClick(&Cell(18), Qt::LeftButton);
     EXPECT_EQ(Cell(18).palette().color(QPalette::Base), background);
     EXPECT_EQ(CellText(18), "230.0");
+}
+
+TEST_F(ReadingMarks,
+       Alarms_are_acknowledged_from_the_keyboard_by_a_button_that_is_there_with_them) {
+    ChannelLimits limits;
+    limits[0] = {0.0F, 1.0F, Quantity::mV};
+    limits[2] = {100.0F, 200.0F, Quantity::mV};
+    mWinInit::SaveLimits(limits);
+    OpenMeasuring();
+    auto& button = Find<QPushButton>(*form, "cmdAcknowledge");
+    ReadFrame(frame);
+    ReadFrame(frame);
+    const QColor background = Cell(16).palette().color(QPalette::Base);
+    EXPECT_FALSE(button.isVisible());
+    ReadFrame(frame);
+    ASSERT_TRUE(button.isVisible());
+    EXPECT_NE(Cell(16).palette().color(QPalette::Base), background);
+    EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>());
+    QTest::keyClick(form.get(), Qt::Key_K, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !button.isVisible(); })); // it is seen pressed first
+    EXPECT_EQ(Cell(16).palette().color(QPalette::Base), background);
+    EXPECT_EQ(Cell(18).palette().color(QPalette::Base), background);
+    EXPECT_FALSE(button.isVisible());
+    ReadFrame(frame);
+    EXPECT_FALSE(button.isVisible()) << "acknowledged until the values have come back";
 }
 
 TEST_F(ReadingMarks, After_a_failure_the_values_turn_grey_and_the_last_reading_is_named) {

@@ -2,12 +2,14 @@
 
 #include "files/MeasurementReader.h"
 #include "files/MeasuringRun.h"
+#include "report/RecentFiles.h"
 #include "settings/mWinInit.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
 #include <QLineEdit>
+#include <QMenu>
 
 namespace {
 
@@ -24,6 +26,13 @@ protected:
         const auto target = AnswerSaveDialog(name);
         Click(*form, "cmdPage", frmMain::run);
         return target;
+    }
+
+    static QWidget* ShownReport() {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->objectName() == "Report" && window->isVisible())
+                return window;
+        return nullptr;
     }
 
     std::filesystem::path StartAutomatic() {
@@ -175,6 +184,33 @@ TEST_F(RecordingChoices, Without_a_choice_everything_is_as_it_was_designed) {
     EXPECT_FALSE(Find<QCheckBox>(*form, "chkResume").isChecked());
 }
 
+TEST_F(RecordingChoices, A_file_that_was_viewed_last_is_opened_from_the_menu_once_more) {
+    OpenReading();
+    const auto target = RecordInto("run.4ch");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    auto& recent = Find<QMenu>(*form, "mnuRecent");
+    Q_EMIT recent.aboutToShow();
+    ASSERT_EQ(recent.actions().size(), 1);
+    EXPECT_FALSE(recent.actions()[0]->isEnabled()) << "none was viewed";
+    RecentFiles::Add(target);
+    Q_EMIT recent.aboutToShow();
+    ASSERT_EQ(recent.actions().size(), 1);
+    recent.actions()[0]->trigger();
+    QWidget* report = ShownReport();
+    ASSERT_NE(report, nullptr);
+    EXPECT_TRUE(report->windowTitle().contains("run.4ch"));
+}
+
+TEST_F(RecordingChoices, A_recent_file_that_is_gone_is_said_and_offered_no_more) {
+    Open();
+    RecentFiles::Add(platform.folder.Path() / "gone.4ch");
+    auto& recent = Find<QMenu>(*form, "mnuRecent");
+    Q_EMIT recent.aboutToShow();
+    platform.dialogs.ExpectAnyMessage(critical);
+    recent.actions()[0]->trigger();
+    EXPECT_EQ(RecentFiles::List(), std::vector<std::filesystem::path>());
+}
+
 TEST_F(RecordingChoices, A_report_can_be_opened_from_the_setup_page) {
     OpenReading();
     const auto target = RecordInto("run.4ch");
@@ -185,10 +221,7 @@ TEST_F(RecordingChoices, A_report_can_be_opened_from_the_setup_page) {
         return target;
     });
     Choose(*form, "mnuFileItem_1");
-    QWidget* report = nullptr;
-    for (QWidget* window : QApplication::topLevelWidgets())
-        if (window->objectName() == "Report" && window->isVisible())
-            report = window;
+    QWidget* report = ShownReport();
     ASSERT_NE(report, nullptr);
     EXPECT_TRUE(report->windowTitle().contains("run.4ch"));
 }

@@ -160,6 +160,23 @@ std::vector<std::string> SharedMnemonics(const QWidget& form) {
     return shared;
 }
 
+std::vector<std::string> CutTexts(const QWidget& form) {
+    std::vector<std::string> cut;
+    const auto look = [&cut](const QWidget& control, QSize needed) {
+        if (control.isVisible() &&
+            (control.width() < needed.width() || control.height() < needed.height()))
+            cut.push_back(control.objectName().toStdString());
+    };
+    for (const QLabel* label : form.findChildren<QLabel*>())
+        if (label->sizePolicy().horizontalPolicy() != QSizePolicy::Ignored)
+            look(*label, label->minimumSizeHint());
+    for (const QAbstractButton* button : form.findChildren<QAbstractButton*>())
+        look(*button, button->fontMetrics().size(Qt::TextShowMnemonic, button->text()));
+    for (const QComboBox* list : form.findChildren<QComboBox*>())
+        look(*list, list->minimumSizeHint());
+    return cut;
+}
+
 void ExpectFitsAtDoubleScale(const QWidget& form) {
     constexpr QSize screen(1024 / 2, 728 / 2); // less what a desktop's panel takes
     const QSize least = form.minimumSizeHint().expandedTo(form.minimumSize());

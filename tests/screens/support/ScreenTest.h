@@ -98,5 +98,9 @@ std::vector<std::string> ControlsWithoutName(const QWidget& form);
 /// Mnemonics ("Alt+X") that several visible controls, tabs and menus of the bar share.
 std::vector<std::string> SharedMnemonics(const QWidget& form);
 
+/// Controls that are seen and whose text is wider or higher than they are; a label whose text may
+/// be longer than its room (by its size policy) is left out.
+std::vector<std::string> CutTexts(const QWidget& form);
+
 /// Fails where the form cannot be made small enough for a screen of 1024x768 at a scale of 200 %.
 void ExpectFitsAtDoubleScale(const QWidget& form);

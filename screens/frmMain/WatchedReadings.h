@@ -1,0 +1,51 @@
+#pragma once
+
+#include "screens/frmMain/ReadingWatch.h"
+
+#include <QStringList>
+
+class QWidget;
+class ReadingsTable;
+
+/// The measuring page's readings as they are watched and shown: each row of the table with its
+/// values, its mark, and what there is to say of its standards and limits.
+class WatchedReadings {
+public:
+    /// The table must outlive it.
+    explicit WatchedReadings(ReadingsTable& table) : table_(table) {}
+
+    /// Takes up the limits of the settings file.
+    void LoadLimits();
+
+    /// Lets the analyst choose others; true when he has.
+    bool ChooseLimits(QWidget& page);
+
+    using Selection = std::array<bool, maxChannels>;
+
+    /// A measurement of these channels begins, with blank cells. Returns what its cycle goes by.
+    MeasuringCycle::Source Begin(const Selection& selected);
+
+    /// A series of readings begins: what was steady before it counts no more.
+    void BeginSeries() { watch_.BeginSeries(); }
+
+    /// Shows the next reading of all channels. True when an alarm begins with it.
+    bool Show(const MeasuringCycle::Outcome& outcome);
+
+    bool AllSteady() const { return watch_.AllSteady(); }
+
+    /// Some channel's limits have been passed, and nobody has taken note of it.
+    bool HasAlarm() const;
+
+    void Acknowledge(int channel);
+    void AcknowledgeAll();
+
+    /// For the status line: what lies outside standards or limits, and since when.
+    QStringList Remarks() const;
+
+private:
+    void ShowRow(int channel, const MeasuringCycle::Outcome& outcome);
+    void ShowWatch(int channel);
+
+    ReadingsTable& table_;
+    ReadingWatch watch_;
+};
