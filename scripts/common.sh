@@ -7,7 +7,8 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev qt6-svg-de
     libqcustomplot2.1-qt6 nettle-dev libgtest-dev libbenchmark-dev)
 # Qt's offscreen and X11 platforms need fonts; xvfb gives a display where there is none.
 run_packages=(xvfb xauth fonts-dejavu-core libqt6svg6)
-test_packages=(poppler-utils cups cups-client cups-filters ghostscript dbus-daemon shared-mime-info)
+test_packages=(poppler-utils cups cups-client cups-filters ghostscript dbus-daemon shared-mime-info
+    at-spi2-core openbox)
 clang_packages=(clang clang-tidy clang-format libclang-rt-14-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64)
 packaging_packages=(dpkg-dev fakeroot file lintian appstream desktop-file-utils shared-mime-info)

@@ -28,26 +28,6 @@ bool PowerService::Answer(const QStringList& arguments) {
     return manner_ == Manner::grants;
 }
 
-void PowerService::Offer(const QString& busAddress, const QString& name, const QString& path) {
-    connectionName_ = name + QString::number(reinterpret_cast<quintptr>(this));
-    thread_.start();
-    moveToThread(&thread_);
-    const auto serve = [&] {
-        auto bus = QDBusConnection::connectToBus(busAddress, connectionName_);
-        EXPECT_TRUE(bus.registerObject(path, this, QDBusConnection::ExportAllSlots));
-        EXPECT_TRUE(bus.registerService(name)) << bus.lastError().message().toStdString();
-    };
-    QMetaObject::invokeMethod(this, serve, Qt::BlockingQueuedConnection);
-}
-
-void PowerService::Withdraw() {
-    if (!thread_.isRunning())
-        return;
-    QDBusConnection::disconnectFromBus(connectionName_);
-    thread_.quit();
-    thread_.wait();
-}
-
 LoginManager::LoginManager(const QString& busAddress, Manner manner) : PowerService(manner) {
     Offer(busAddress, "org.freedesktop.login1", "/org/freedesktop/login1");
 }

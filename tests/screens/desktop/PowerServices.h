@@ -1,21 +1,18 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusContext>
+#include "screens/desktop/BusService.h"
+
 #include <QDBusUnixFileDescriptor>
-#include <QMutex>
-#include <QObject>
 #include <QStringList>
-#include <QThread>
 
 #include <set>
 
 /// How a service answers.
 enum class Manner { grants, refuses, hangs };
 
-/// A service on a bus, in a thread of its own as another program would be. It notes what it is
-/// asked for and how many locks it has given and not got back.
-class PowerService : public QObject, protected QDBusContext {
+/// A manager that can keep the computer awake. It notes what it is asked for and how many locks it
+/// has given and not got back.
+class PowerService : public BusService {
     Q_OBJECT
 
 public:
@@ -30,19 +27,9 @@ protected:
     /// Notes the call; false when no lock is given.
     bool Answer(const QStringList& arguments);
 
-    /// Begins to serve; the last step of each service's constructor.
-    void Offer(const QString& busAddress, const QString& name, const QString& path);
-
-    /// Ends serving; the first step of each service's destructor.
-    void Withdraw();
-
-    mutable QMutex mutex_;
-
 private:
     Manner manner_;
     QStringList asked_;
-    QString connectionName_;
-    QThread thread_;
 };
 
 /// A login manager gives open files.

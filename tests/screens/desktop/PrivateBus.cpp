@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-PrivateBus::PrivateBus() {
+PrivateBus::PrivateBus(const QProcessEnvironment& environment) {
+    daemon_.setProcessEnvironment(environment);
     daemon_.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
     EXPECT_TRUE(daemon_.waitForStarted()) << daemon_.errorString().toStdString();
     EXPECT_TRUE(daemon_.waitForReadyRead()) << "the bus names no address";

@@ -1,12 +1,10 @@
+#include "screens/program/XServer.h"
 #include "support/FakePlatform.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <QTest>
-#include <QtEndian>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -17,26 +15,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The picture of an X server that keeps its screen in a file (xwd format); null before there is
-/// one.
-QImage PictureOf(const QString& file) {
-    QFile screen(file);
-    if (!screen.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray bytes = screen.readAll();
-    const auto field = [&bytes](int index) {
-        return static_cast<int>(qFromBigEndian<quint32>(bytes.constData() + 4 * index));
-    };
-    constexpr int width = 4, height = 5, bytesPerLine = 12, colours = 19, headerFields = 25;
-    if (bytes.size() < 4 * headerFields)
-        return {};
-    constexpr int colourBytes = 12;
-    const int pixels = field(0) + colourBytes * field(colours);
-    return QImage(reinterpret_cast<const uchar*>(bytes.constData()) + pixels, field(width),
-                  field(height), field(bytesPerLine), QImage::Format_RGB32)
-        .copy();
-}
 
 /// How much of the picture has been painted; an X server begins with black.
 double PaintedShare(const QImage& picture) {
@@ -51,17 +29,9 @@ double PaintedShare(const QImage& picture) {
 /// The program as it has been built, on an X server of its own.
 class BuiltProgram : public testing::Test {
 protected:
-    BuiltProgram() {
-        server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "640x480x24", "-nolisten", "tcp",
-                              "-fbdir", Folder()});
-        if (server.waitForStarted() && server.waitForReadyRead())
-            display = ":" + server.readAllStandardOutput().trimmed();
-    }
     ~BuiltProgram() override {
-        for (QProcess* process : {&program, &server}) {
-            process->kill();
-            process->waitForFinished();
-        }
+        program.kill();
+        program.waitForFinished();
     }
 
     QString Folder() const { return QString::fromStdString(folder.Path().string()); }
@@ -72,7 +42,7 @@ protected:
         fs::create_directories(ports);
         fs::create_symlink(device, ports / "com1");
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("DISPLAY", display);
+        environment.insert("DISPLAY", server.Display());
         environment.insert("QT_QPA_PLATFORM", "xcb");
         environment.insert("XDG_CONFIG_HOME", Folder());
         environment.insert("XDG_DATA_HOME", Folder());
@@ -84,15 +54,13 @@ protected:
     }
 
     fake::TemporaryFolder folder;
-    QProcess server;
+    XServer server{Folder(), {640, 480}};
     QProcess program;
-    QString display;
 };
 
 } // namespace
 
 TEST_F(BuiltProgram, The_splash_is_seen_while_a_port_takes_four_seconds_to_open) {
-    ASSERT_NE(display, "");
     const int line = posix_openpt(O_RDWR | O_NOCTTY);
     ASSERT_EQ(grantpt(line) | unlockpt(line), 0);
     QElapsedTimer started;
@@ -103,7 +71,7 @@ TEST_F(BuiltProgram, The_splash_is_seen_while_a_port_takes_four_seconds_to_open)
     double painted = 0;
     while (painted < 0.3 && started.elapsed() < before_ms) { // 500x360 of 640x480 is 0.58
         QTest::qWait(50);
-        painted = PaintedShare(PictureOf(Folder() + "/Xvfb_screen0"));
+        painted = PaintedShare(server.Picture());
     }
     EXPECT_GE(painted, 0.3) << "black after " << started.elapsed() << " ms";
     EXPECT_EQ(program.state(), QProcess::Running);

@@ -1,0 +1,26 @@
+#include "screens/desktop/BusService.h"
+
+#include <gtest/gtest.h>
+
+#include <QDBusConnection>
+#include <QDBusError>
+
+void BusService::Offer(const QString& busAddress, const QString& name, const QString& path) {
+    connectionName_ = name + QString::number(reinterpret_cast<quintptr>(this));
+    thread_.start();
+    moveToThread(&thread_);
+    const auto serve = [&] {
+        auto bus = QDBusConnection::connectToBus(busAddress, connectionName_);
+        EXPECT_TRUE(bus.registerObject(path, this, QDBusConnection::ExportAllSlots));
+        EXPECT_TRUE(bus.registerService(name)) << bus.lastError().message().toStdString();
+    };
+    QMetaObject::invokeMethod(this, serve, Qt::BlockingQueuedConnection);
+}
+
+void BusService::Withdraw() {
+    if (!thread_.isRunning())
+        return;
+    QDBusConnection::disconnectFromBus(connectionName_);
+    thread_.quit();
+    thread_.wait();
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "screens/desktop/PrivateBus.h"
+#include "screens/program/ScreenReader.h"
+#include "screens/program/XServer.h"
+#include "support/FakePlatform.h"
+#include "support/InstrumentProcess.h"
+
+#include <QProcess>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+
+/// A bench with a simulated instrument and a desktop: an X server, a session bus and a screen
+/// reader of their own, on which the program runs as it has been built. Its settings hold a project
+/// that is ready to measure.
+class Bench : public testing::Test {
+protected:
+    explicit Bench(QSize screen = {1280, 1024});
+    ~Bench() override;
+
+    QString Folder() const { return QString::fromStdString(folder.Path().string()); }
+
+    /// Starts the program and leaves the splash.
+    void Start(const QStringList& arguments = {});
+
+    /// Lines for the end of the settings file; before the program starts.
+    void AddSettings(const QByteArray& lines) const;
+
+    /// From the setup page; returns when readings are shown.
+    void Measure() const;
+
+    /// Leaves the program, so that it takes its temporary file away; no dialog may be open.
+    void TearDown() override;
+
+    /// Answers the message box that asks this with "Yes".
+    void Confirm(const QString& question) const;
+
+    /// On the measuring page: presses "Record" and answers the file dialog.
+    void Record(const QString& file) const;
+
+    fake::TemporaryFolder folder;
+    XServer server;
+    QProcessEnvironment environment; ///< of the desktop, and of the program on it
+    PrivateBus bus;
+    ScreenReader reader;
+    InstrumentProcess instrument;
+    QProcess program;
+};

@@ -1,0 +1,58 @@
+// The program under a real window manager on the screen of a small laboratory computer: what stands
+// at the window's foot stays on the screen, whatever the desktop's font and scale.
+
+#include "screens/program/Bench.h"
+
+namespace {
+
+class SmallScreen : public Bench {
+protected:
+    SmallScreen() : Bench(screen) {
+        manager.setProcessEnvironment(environment);
+        manager.start("openbox", QStringList());
+        EXPECT_TRUE(manager.waitForStarted()) << manager.errorString().toStdString();
+    }
+    ~SmallScreen() override {
+        manager.kill();
+        manager.waitForFinished();
+    }
+
+    /// The status bar's text and the buttons above it.
+    void ExpectFootOnScreen() const {
+        const SpokenControl link = reader.AwaitName("label", "COM1, .*");
+        const SpokenControl leave = reader.AwaitName("push button", "Exit");
+        for (const SpokenControl& control : {link, leave}) {
+            const QRect place = reader.PlaceOf(control);
+            EXPECT_FALSE(place.isEmpty()) << control.name.toStdString();
+            EXPECT_TRUE(QRect({}, screen).contains(place))
+                << control.name.toStdString() << " at " << place.x() << "," << place.y() << " of "
+                << place.width() << "x" << place.height();
+        }
+    }
+
+    void ExpectBothPagesOnScreen() {
+        Start();
+        ExpectFootOnScreen();
+        Measure();
+        ExpectFootOnScreen();
+    }
+
+    static constexpr QSize screen{1024, 768};
+    QProcess manager;
+};
+
+} // namespace
+
+TEST_F(SmallScreen, The_foot_of_both_pages_is_seen) {
+    ExpectBothPagesOnScreen();
+}
+
+TEST_F(SmallScreen, The_foot_of_both_pages_is_seen_with_a_font_of_eleven_points) {
+    environment.insert("QT_FONT_DPI", "118"); // 9 points look as 11 do at 96 dots an inch
+    ExpectBothPagesOnScreen();
+}
+
+TEST_F(SmallScreen, The_foot_of_both_pages_is_seen_at_double_scale) {
+    environment.insert("QT_SCALE_FACTOR", "2");
+    ExpectBothPagesOnScreen();
+}
