@@ -1,5 +1,16 @@
 #include "tour/Analyst.h"
 
+#include "screens/Report/Report.h"
+#include "screens/Report/ReportMenus.h"
+#include "screens/SimultCalib/SimultCalib.h"
+#include "screens/frmCalib/frmCalib.h"
+#include "screens/frmCommon/frmCommon.h"
+#include "screens/frmLimits/frmLimits.h"
+#include "screens/frmMain/ChannelRows.h"
+#include "screens/frmMain/ReadingsTable.h"
+#include "screens/frmMain/SetupPage.h"
+#include "screens/frmMain/frmMain.h"
+#include "screens/frmPrint/frmPrint.h"
 #include "tour/Stage.h"
 
 #include <QAbstractButton>
@@ -52,16 +63,15 @@ std::filesystem::path Analyst::PrintedGraph() const {
 
 void Analyst::ChooseElectrode(int channel, const QString& electrode, const QString& serialNo,
                               int tempSensor) {
-    constexpr int serialNumbers = 4;
-    constexpr int tempSensors = 16;
-    Pick(Main(), Element("cboEntry", channel), electrode);
-    Type(Main(), Element("txtEntry", serialNumbers + channel), serialNo);
-    Pick(Main(), Element("cboEntry", tempSensors + channel), QString::number(tempSensor));
+    Pick(Main(), Element("cboEntry", ChannelRows::electrode + channel), electrode);
+    Type(Main(), Element("txtEntry", ChannelRows::serialNo + channel), serialNo);
+    Pick(Main(), Element("cboEntry", ChannelRows::tempSensor + channel),
+         QString::number(tempSensor));
 }
 
 void Analyst::SetUpProject() {
-    Type(Main(), "txtEntry_2", "Spring water survey");
-    Type(Main(), "txtEntry_3", "Analyst on duty");
+    Type(Main(), Element("txtEntry", SetupPage::project), "Spring water survey");
+    Type(Main(), Element("txtEntry", SetupPage::analyst), "Analyst on duty");
     ChooseElectrode(0, "H (pH)", "PH-1001", 1);
     ChooseElectrode(1, "Ca", "CA-1002", 2);
     ChooseElectrode(2, "Ca", "CA-1003", 3);
@@ -70,14 +80,14 @@ void Analyst::SetUpProject() {
     // An electrode that is not calibrated yet is refused.
     answers_.Message("The electrode in channel 1 has not been calibrated.", QMessageBox::Ok,
                      "not-calibrated");
-    Click(Main(), "cmdPage_0");
+    Click(Main(), Element("cmdPage", frmMain::switchPage));
     WaitFor("the refusal", [this] { return answers_.AllGiven(); });
 }
 
 void Analyst::CalibratePH() {
     constexpr double offset_mV = 4;
     constexpr double slope_mV_per_pH = 57.98; // 98 % of the ideal slope
-    Click(Main(), "cmdCalib_0");
+    Click(Main(), Element("cmdCalib", 0));
     QWidget& calibration = Window("frmCalib");
     Pick(calibration, "cboCalibPtrs", "3");
     const std::vector<std::string> buffers = {"4.01", "7.00", "10.01"};
@@ -86,21 +96,23 @@ void Analyst::CalibratePH() {
         instrument_.Command("solution 1 pH " + buffer);
         Type(calibration, Element("txtEntry", point), QString::fromStdString(buffer));
         PressEnter(calibration, Element("txtEntry", point));
-        const double expected = offset_mV + slope_mV_per_pH * (7 - std::stod(buffer));
+        const double expected =
+            offset_mV + slope_mV_per_pH * (7 - QString::fromStdString(buffer).toDouble());
         WaitFor("the reading in buffer " + buffer, [&] {
             return Shows(calibration, Element("lblReading", point), expected, reading_mV);
         });
         if (point == 1)
             Picture(calibration, "calibration-pH");
-        Click(calibration, "cmdSys_0"); // "&Record"
+        Click(calibration, Element("cmdSys", frmCalib::mainButton)); // "&Record"
     }
-    WaitFor("the offer of the summary",
-            [&] { return TextOf(calibration, "cmdSys_0") == "Continue"; });
-    Click(calibration, "cmdSys_0");
+    WaitFor("the offer of the summary", [&] {
+        return TextOf(calibration, Element("cmdSys", frmCalib::mainButton)) == "Continue";
+    });
+    Click(calibration, Element("cmdSys", frmCalib::mainButton));
     WaitFor("the summary",
             [&] { return TextOf(calibration, "lblTitle") == "Calibration Summary"; });
     Picture(calibration, "calibration-pH-summary");
-    Click(calibration, "cmdSys_3");
+    Click(calibration, Element("cmdSys", frmCalib::finishButton));
     WaitFor("the end of the calibration", [&] { return Main().isEnabled(); });
 }
 
@@ -111,7 +123,7 @@ void Analyst::CalibrateCalcium() {
     for (const char* channel : {"chkSimult_1", "chkSimult_2"})
         if (!Find<QAbstractButton>(calibration, channel).isChecked())
             Click(calibration, channel);
-    Click(calibration, "cmdSys_0"); // "&Next >"
+    Click(calibration, Element("cmdSys", SimultCalib::nextButton)); // "&Next >"
     Pick(calibration, "cboCalibPtrs", "3");
     const std::vector<std::string> standards = {"1", "10", "100"};
     for (int point = 0; point < 3; ++point) {
@@ -126,12 +138,13 @@ void Analyst::CalibrateCalcium() {
         Watch(std::chrono::milliseconds(4500));
         if (point == 1)
             Picture(calibration, "simultaneous-reading");
-        Click(calibration, "cmdSys_1"); // "&Record"
+        Click(calibration, Element("cmdSys", SimultCalib::mainButton)); // "&Record"
     }
     Watch(std::chrono::milliseconds(200));
     Picture(calibration, "simultaneous-summary");
-    Click(calibration, "cmdSys_0"); // "&Next >": the second channel's
-    Click(calibration, "cmdSys_5");
+    Click(calibration,
+          Element("cmdSys", SimultCalib::nextButton)); // "&Next >": the second channel's
+    Click(calibration, Element("cmdSys", SimultCalib::finishButton));
     WaitFor("the end of the calibration", [&] { return Main().isEnabled(); });
 }
 
@@ -139,12 +152,44 @@ void Analyst::BeginMeasuring() {
     instrument_.Command("solution 1 pH 6.8");
     instrument_.Command("solution 2 Ca 42 ppm");
     instrument_.Command("solution 3 Ca 17 ppm");
-    Click(Main(), "cmdPage_0");
+    Click(Main(), Element("cmdPage", frmMain::switchPage));
     WaitFor("the measuring page",
             [this] { return Main().windowTitle() == "4-Channel Vantrel : Data Acquisition"; });
-    WaitFor("pH 6.80", [this] { return Shows(Main(), "lblEntry_24", 6.8, 0.011); });
-    WaitFor("42 ppm", [this] { return Shows(Main(), "lblEntry_33", 42, 1.0); });
+    WaitFor("pH 6.80",
+            [this] { return Shows(Main(), Element("lblEntry", ReadingsTable::pH), 6.8, 0.011); });
+    WaitFor("42 ppm",
+            [this] { return Shows(Main(), Element("lblEntry", ReadingsTable::ppm + 1), 42, 1.0); });
     Picture(Main(), "measuring");
+}
+
+void Analyst::SetLimits() {
+    constexpr int calcium = 1;
+    answers_.Other("frmLimits", [](QWidget& dialog) {
+        Pick(dialog, Element("cboLimit", calcium), "ppm");
+        Type(dialog, Element("txtHigh", calcium), "40");
+        Picture(dialog, "limits");
+        Click(dialog, Element("cmdBtn", frmLimits::accept_));
+    });
+    Click(Main(), "cmdLimits");
+    const auto& acknowledge = Find<QWidget>(Main(), "cmdAcknowledge");
+    WaitFor("the alarm at 42 ppm", [&] { return acknowledge.isVisible(); });
+    Picture(Main(), "alarm");
+    Click(Main(), "cmdAcknowledge");
+    WaitFor("the end of the alarm", [&] { return !acknowledge.isVisible(); });
+}
+
+void Analyst::ReplaceElectrode() {
+    Type(Main(), Element("txtEntry", ChannelRows::serialNo + 2), "CA-1103");
+    Click(Main(), Element("cmdPage", frmMain::switchPage));
+    WaitFor("the notice", [this] { return Find<QWidget>(Main(), "lblNotice").isVisible(); });
+    WaitFor("readings",
+            [this] { return Shows(Main(), Element("lblEntry", ReadingsTable::pH), 6.8, 0.011); });
+    Watch(std::chrono::seconds(15)); // until the readings are steady
+    Picture(Main(), "notice");
+    Click(Main(), "cmdNewFile");
+    WaitFor("the end of the notice",
+            [this] { return !Find<QWidget>(Main(), "lblNotice").isVisible(); });
+    Click(Main(), Element("cmdPage", frmMain::switchPage));
 }
 
 void Analyst::WaitForRecords(int count, int period_s) {
@@ -159,7 +204,7 @@ void Analyst::RecordByHand(int records) {
     for (int record = 1; record <= records; ++record) {
         if (record == 3)
             Type(Main(), "txtComment", "stirrer on");
-        Click(Main(), "cmdPage_1"); // "&Record"
+        Click(Main(), Element("cmdPage", frmMain::run)); // "&Record"
         WaitForRecords(record, 1);
     }
     Picture(Main(), "recorded-by-hand");
@@ -167,18 +212,21 @@ void Analyst::RecordByHand(int records) {
 
 void Analyst::RecordByClock(int records, int period_s) {
     const int before = TextOf(Main(), "lblRec").toInt();
-    Click(Main(), "cmdPage_2");
+    Click(Main(), Element("cmdPage", frmMain::report));
     QWidget& report = Window("Report");
     WaitFor("the report", [&] { return TextOf(report, "lblStatus") == "Ready"; });
     Pick(Main(), "cboAcqr", "Automatic");
     Type(Main(), "txtTimer", QString::number(period_s));
-    Click(Main(), "cmdPage_1"); // "&Record"
-    Choose(report, "mnuUpdateItem_1");
+    Click(Main(), Element("cmdPage", frmMain::run)); // "&Record"
+    Choose(report, Element("mnuUpdateItem", ReportMenus::automaticUpdate));
     WaitForRecords(before + records, period_s);
+    WaitFor("the line of the recording", [this] {
+        return TextOf(Main(), "lblRecording").startsWith("Recording to tour.4ch every");
+    });
     Picture(Main(), "recording-by-clock");
     Picture(report, "report-live");
-    Click(Main(), "cmdPage_1"); // "&Stop"
-    Click(Main(), "cmdPage_0"); // "< &Back"
+    Click(Main(), Element("cmdPage", frmMain::run));        // "&Stop"
+    Click(Main(), Element("cmdPage", frmMain::switchPage)); // "< &Back"
     WaitFor("the setup page",
             [this] { return Main().windowTitle() == "4-Channel Vantrel: Setup"; });
 }
@@ -188,15 +236,15 @@ void Analyst::SelectQuantity(QWidget& report, int unit, const QString& pictureNa
         Click(dialog, Element("optData", unit));
         if (unit == 0)
             Picture(dialog, "select-channels");
-        Click(dialog, "cmdBtn_0");
+        Click(dialog, Element("cmdBtn", frmCommon::acceptButton));
     });
-    Choose(report, "mnuViewItem_0");
+    Choose(report, Element("mnuViewItem", ReportMenus::selectChannels));
     WaitFor("the selection", [this] { return answers_.AllGiven(); });
     Picture(report, pictureName);
 }
 
 void Analyst::FindRecord(QWidget& report, int record) {
-    Choose(report, "mnuToolItem_2");
+    Choose(report, Element("mnuToolItem", ReportMenus::findRecord));
     QWidget& search = Window("frmSrch");
     Type(search, "txtEntry", QString::number(record));
     PressEnter(search, "txtEntry");
@@ -224,26 +272,26 @@ void Analyst::Print(QWidget& report, int option, const std::filesystem::path& pd
         Find<QLineEdit>(dialog, "filename").setText(QString::fromStdString(pdf.string()));
         qobject_cast<QDialog*>(&dialog)->accept();
     });
-    Choose(report, "mnuFileItem_1");
+    Choose(report, Element("mnuFileItem", ReportMenus::printReport));
     WaitFor("the printed file", [&] { return answers_.AllGiven() && exists(pdf); });
 }
 
 void Analyst::ViewReport() {
     QWidget& report = Window("Report");
     answers_.File("Open File", QString::fromStdString(MeasurementFile().string()));
-    Choose(report, "mnuFileItem_0");
+    Choose(report, Element("mnuFileItem", ReportMenus::openFile));
     WaitFor("the loaded file", [&] { return TextOf(report, "lblStatus") == "Ready"; });
     const QStringList quantities = {"mV", "pH", "ppm", "mol-l", "celsius"};
     for (int unit = 0; unit < quantities.size(); ++unit)
         SelectQuantity(report, unit, "report-" + quantities[unit]);
     FindRecord(report, 3);
-    Choose(report, "mnuViewItem_2");
+    Choose(report, Element("mnuViewItem", ReportMenus::tableView));
     Picture(report, "report-table");
     answers_.File("Export Records", QString::fromStdString(ExportedFile().string()));
-    Choose(report, "mnuFileItem_2");
+    Choose(report, Element("mnuFileItem", ReportMenus::exportRecords));
     WaitFor("the export", [this] { return std::filesystem::exists(ExportedFile()); });
-    Print(report, 0, PrintedTable(), "print-table");
-    Print(report, 1, PrintedGraph(), "print-graph");
+    Print(report, frmPrint::asTable, PrintedTable(), "print-table");
+    Print(report, frmPrint::asGraph, PrintedGraph(), "print-graph");
     Choose(report, "mnuBack");
     WaitFor("the viewer to close", [&] { return !report.isVisible(); });
 }
@@ -251,6 +299,6 @@ void Analyst::ViewReport() {
 void Analyst::Exit() {
     answers_.Message("Are you sure you want to exit?", QMessageBox::Yes, "exit");
     QWidget& main = Main();
-    Click(main, "cmdPage_3");
+    Click(main, Element("cmdPage", frmMain::leave));
     WaitFor("the end", [&] { return !main.isVisible(); });
 }

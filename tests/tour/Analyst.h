@@ -24,10 +24,17 @@ public:
     void CalibrateCalcium();
 
     void BeginMeasuring();
+
+    /// Limits that a reading passes at once: the alarm comes and is acknowledged.
+    void SetLimits();
     void RecordByHand(int records);
 
     /// While the report follows the records as they arrive.
     void RecordByClock(int records, int period_s);
+
+    /// From the setup page: another electrode, so that the file's header is no longer true; the
+    /// notice says so and begins a new file.
+    void ReplaceElectrode();
 
     /// Through all quantities, to a record, into a CSV file and onto paper.
     void ViewReport();

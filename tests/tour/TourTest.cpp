@@ -92,10 +92,12 @@ TEST(Tour, An_analyst_sets_up_calibrates_measures_views_and_prints) {
     analyst.CalibrateCalcium();
     CheckSlopes();
     analyst.BeginMeasuring();
+    analyst.SetLimits();
     analyst.RecordByHand(recordsByHand);
     analyst.RecordByClock(RecordsByClock(), 1);
     const int records = recordsByHand + RecordsByClock();
     CheckMeasurementFile(analyst.MeasurementFile(), records);
+    analyst.ReplaceElectrode();
     analyst.ViewReport();
     CheckExport(analyst.ExportedFile(), records);
     CheckPrints(analyst, records);
