@@ -3,6 +3,8 @@
 #include <QFontDatabase>
 #include <QScrollBar>
 
+#include <cmath>
+
 namespace {
 constexpr auto widestColumn = "+1.33E+13";
 constexpr int lines = 4;
@@ -14,10 +16,17 @@ HeaderBox::HeaderBox(QWidget* parent) : QPlainTextEdit(parent) {
     setLineWrapMode(NoWrap);
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     setFont(fixed);
-    const QFontMetrics metrics(fixed);
+    setTabStopDistance(QFontMetrics(fixed).horizontalAdvance(widestColumn));
+    connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, &HeaderBox::FitLines);
+    FitLines();
+}
+
+/// Where the form is small, the bar lies over the last line.
+void HeaderBox::FitLines() {
     const double beside = 2 * (frameWidth() + document()->documentMargin());
-    const int lines_px = metrics.lineSpacing() * lines + static_cast<int>(beside);
-    setMinimumHeight(lines_px); // where the form is small, the bar lies over the last line
-    setMaximumHeight(lines_px + horizontalScrollBar()->sizeHint().height());
-    setTabStopDistance(metrics.horizontalAdvance(widestColumn));
+    const int lines_px =
+        QFontMetrics(font()).lineSpacing() * lines + static_cast<int>(std::ceil(beside));
+    const bool bar = horizontalScrollBar()->maximum() > 0;
+    setMinimumHeight(lines_px);
+    setMaximumHeight(lines_px + (bar ? horizontalScrollBar()->sizeHint().height() : 0));
 }

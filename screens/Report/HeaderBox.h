@@ -9,4 +9,7 @@ class HeaderBox : public QPlainTextEdit {
 
 public:
     explicit HeaderBox(QWidget* parent = nullptr);
+
+private:
+    void FitLines();
 };

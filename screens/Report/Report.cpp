@@ -70,7 +70,7 @@ void Report::WireControls() {
     wire(graph, &GraphPage::PointClicked, "graReport", &Report::graReport_Click);
     wire(graph, &GraphPage::PageWanted, "graOverview", &Report::GraphPageWanted);
     wire(graph, &GraphPage::RecordWanted, "graOverview", &Report::RecordWanted);
-    connect(graph, &GraphPage::Told, ui_->txtInfo, &QLineEdit::setText);
+    wire(graph, &GraphPage::Told, "graReport", &Report::TellInfo);
     auto* next = new QShortcut(QKeySequence::FindNext, this);
     wire(next, &QShortcut::activated, "mnuToolItem", &Report::FindNext);
 }
@@ -241,6 +241,13 @@ void Report::Pages_Click(int page) {
 
 void Report::graReport_Click(const std::string& text) {
     Mcommon::Inform(text);
+}
+
+/// From its beginning, where it is longer than its box.
+void Report::TellInfo(const QString& text) {
+    ui_->txtInfo->setText(text);
+    ui_->txtInfo->setCursorPosition(0);
+    ui_->txtInfo->setToolTip(text);
 }
 
 void Report::GraphSpanWanted(Mreport::PageRecord end) {

@@ -81,6 +81,7 @@ private:
     void TabStrip_Click(int tab);
     void Pages_Click(int page);
     void graReport_Click(const std::string& text);
+    void TellInfo(const QString& text);
     void GraphSpanWanted(Mreport::PageRecord end);
     void GraphPageWanted(int page);
     void RecordWanted(std::int64_t place, std::uint64_t offset);

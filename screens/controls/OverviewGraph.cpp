@@ -18,7 +18,8 @@ namespace SpanMoves = Mreport::SpanMoves;
 
 constexpr int height_px = 68;
 constexpr int lowest_px = 20;
-constexpr double reach_px = 5; // of a frame's edge for the mouse
+constexpr int shadeOpacity = 90; // beside the frame, where the curves are to be seen, too
+constexpr double reach_px = 5;   // of a frame's edge for the mouse
 constexpr double narrowestFrame_px = 6;
 constexpr double zoomStep = 1.25;
 constexpr double keyStep = 0.1; // of the span
@@ -108,7 +109,7 @@ void OverviewGraph::paintEvent(QPaintEvent*) {
 void OverviewGraph::DrawFrame(QPainter& painter) const {
     const QRectF frame = Frame();
     QColor shade = palette().color(QPalette::Window);
-    shade.setAlpha(150);
+    shade.setAlpha(shadeOpacity);
     painter.fillRect(QRectF(0, 0, frame.left(), height()), shade);
     painter.fillRect(QRectF(frame.right(), 0, width() - frame.right(), height()), shade);
     painter.setPen(QPen(palette().color(QPalette::Highlight), 2));

@@ -141,6 +141,18 @@ TEST_F(ReportScreen, The_header_box_shows_whole_lines_above_its_scroll_bar) {
     EXPECT_GE(head.viewport()->height() - margins, 4 * QFontMetrics(head.font()).lineSpacing());
 }
 
+TEST_F(ReportScreen, The_header_box_leaves_no_room_for_a_scroll_bar_that_is_not_there) {
+    form->resize(1200, 900);
+    MeasurementText text;
+    text.electrodes = {"Ca"};
+    text.sensors = {"1"};
+    View(text.File(3));
+    const auto& head = Find<QPlainTextEdit>(*form, "txtHead");
+    ASSERT_FALSE(head.horizontalScrollBar()->isVisible());
+    const double margins = 2 * head.document()->documentMargin();
+    EXPECT_LT(head.viewport()->height() - margins, 5 * QFontMetrics(head.font()).lineSpacing());
+}
+
 TEST_F(ReportScreen, An_empty_graph_says_why) {
     View(MeasurementText().Header());
     const auto* text = Graph().findChild<QCPItemText*>();

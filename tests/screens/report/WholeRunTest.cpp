@@ -193,6 +193,7 @@ TEST_F(WholeRunScreen, Two_cursors_tell_what_lies_between_them) {
                     .text()
                     .startsWith("Records 201 to 211, 0:00:00: Ch. 1 +10.0 mV"))
         << Find<QLineEdit>(*form, "txtInfo").text().toStdString();
+    EXPECT_EQ(Find<QLineEdit>(*form, "txtInfo").cursorPosition(), 0) << "its beginning is seen";
 }
 
 TEST_F(WholeRunScreen, A_flag_leads_to_the_record_with_the_comment) {
