@@ -47,10 +47,10 @@ void CalibrationSession::Load(int channel, const CalibrationRecord& record) {
     if (count < minPoints)
         return;
     SetPointCount(count);
-    for (int j = 0; j < count; ++j) {
-        const auto row = static_cast<std::size_t>(j);
-        At(j).standard = record.Standard[row];
-        At(j).potential_mV.at(static_cast<std::size_t>(channel)) = record.CaliData[row];
+    const auto column = static_cast<std::size_t>(channel);
+    for (std::size_t row = 0; row < static_cast<std::size_t>(count); ++row) {
+        points_[row].standard = record.Standard[row];
+        points_[row].potential_mV.at(column) = record.CaliData[row];
     }
 }
 

@@ -6,15 +6,13 @@
 
 namespace {
 
-constexpr std::int16_t fittedElectrodes = 4;
+constexpr std::size_t fittedElectrodes = 4;
+constexpr std::size_t firstTemperature = maxChannels;
 
-std::size_t SlotOf(std::int16_t channel) {
-    constexpr std::int16_t firstTemperature = maxChannels;
+std::size_t SlotOf(std::size_t channel) {
     if (channel >= firstTemperature)
-        return 2 * static_cast<std::size_t>(channel - firstTemperature) + 1;
-    if (channel > fittedElectrodes)
-        return static_cast<std::size_t>(channel + 4);
-    return static_cast<std::size_t>(2 * channel);
+        return 2 * (channel - firstTemperature) + 1;
+    return channel > fittedElectrodes ? channel + 4 : 2 * channel;
 }
 
 } // namespace
@@ -28,9 +26,10 @@ void ChannelReader::StartSeries(std::int16_t averageCount) {
 
 float ChannelReader::GetChannelValue(std::int16_t channel) {
     Mcommon::LetEventsRun();
-    const auto slot = SlotOf(channel);
+    const auto position = static_cast<std::size_t>(channel);
+    const auto slot = SlotOf(position);
     ConnectionState = 1;
-    if (channel >= fittedElectrodes && channel < maxChannels)
+    if (position >= fittedElectrodes && position < firstTemperature)
         return 0; // a 4-channel instrument has no such electrode
     return readings_.at(slot);
 }

@@ -3,6 +3,7 @@
 #include "base/Electrode.h"
 #include "platform/qt/Text.h"
 #include "screens/calibration/CalibrationTexts.h"
+#include "screens/calibration/ChannelRecords.h"
 #include "settings/mWinInit.h"
 #include "ui_ChannelChoicePage.h"
 
@@ -17,10 +18,6 @@ namespace {
 bool CanBeCalibrated(const std::string& electrode) {
     return Electrode::KindOf(electrode) != Electrode::Kind::none &&
            electrode.find("mV") == std::string::npos;
-}
-
-const std::string& ElectrodeOf(int channel) {
-    return mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel)).Electrode;
 }
 
 } // namespace
@@ -45,7 +42,7 @@ void ChannelChoicePage::ShowInstructions() {
 
 void ChannelChoicePage::ShowChannels() {
     for (const auto& [channel, box] : chkSimult) {
-        const std::string& electrode = ElectrodeOf(channel);
+        const std::string& electrode = SetupOf(channel).Electrode;
         box->setText(Text::ToQt("Channel " + std::to_string(channel + 1) + ": " + electrode));
         box->setVisible(channel < mWinInit::HardwareSettings.ChannelCount);
         box->setEnabled(CanBeCalibrated(electrode));
@@ -62,9 +59,9 @@ std::vector<int> ChannelChoicePage::Ticked() const {
 }
 
 bool ChannelChoicePage::DiffersFromOthers(int channel) const {
-    const std::string& electrode = ElectrodeOf(channel);
+    const std::string& electrode = SetupOf(channel).Electrode;
     return std::ranges::any_of(Ticked(),
-                               [&](int other) { return ElectrodeOf(other) != electrode; });
+                               [&](int other) { return SetupOf(other).Electrode != electrode; });
 }
 
 void ChannelChoicePage::Untick(int channel) {

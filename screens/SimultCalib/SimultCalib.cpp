@@ -9,6 +9,7 @@
 #include "screens/calibration/CalibrationChoices.h"
 #include "screens/calibration/CalibrationSteps.h"
 #include "screens/calibration/CalibrationTexts.h"
+#include "screens/calibration/ChannelRecords.h"
 #include "screens/calibration/StandardFields.h"
 #include "screens/controls/Placement.h"
 #include "screens/controls/Wiring.h"
@@ -25,14 +26,6 @@ constexpr std::string_view tooFewChannels =
 constexpr std::string_view noStandard = "Manual data entry required";
 constexpr std::string_view quitQuestion = "Calibration is not completed, quit anyway?";
 constexpr std::size_t fewestChannels = 2;
-
-const mWinInit::ChannelSetupRecord& SetupOf(int channel) {
-    return mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel));
-}
-
-const CalibrationRecord& StoredOf(int channel) {
-    return mWinInit::Calibration.at(static_cast<std::size_t>(channel));
-}
 
 std::string Now() {
     return DateText::Record(platform::Current().clock.Now());

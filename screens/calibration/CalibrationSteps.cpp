@@ -4,6 +4,7 @@
 #include "base/NumberText.h"
 #include "platform/Platform.h"
 #include "screens/calibration/CalibrationTexts.h"
+#include "screens/calibration/ChannelRecords.h"
 #include "settings/SetupChecks.h"
 #include "settings/mWinInit.h"
 
@@ -41,10 +42,9 @@ bool AskAveragingForCalibration() {
 }
 
 void StoreCalibration(int channel, CalibrationRecord record, const std::string& date) {
-    const auto position = static_cast<std::size_t>(channel);
     record.CalibrationDate = date;
-    mWinInit::Calibration.at(position) = record;
-    const auto losses = mWinInit::SaveCalibrationInfo(mWinInit::ChannelSetup.at(position).Electrode,
+    StoredOf(channel) = record;
+    const auto losses = mWinInit::SaveCalibrationInfo(SetupOf(channel).Electrode,
                                                       static_cast<std::int16_t>(channel));
     for (const std::string& loss : losses)
         Mcommon::Warn(loss);

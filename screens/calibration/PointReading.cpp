@@ -4,6 +4,7 @@
 #include "chem/Measure.h"
 #include "link/DataAcq.h"
 #include "platform/Platform.h"
+#include "screens/calibration/ChannelRecords.h"
 #include "settings/mWinInit.h"
 
 #include <algorithm>
@@ -17,7 +18,7 @@ constexpr auto noTemperature = "Error";
 
 /// The position of a channel's temperature sensor in a cycle; nothing where it has none.
 std::optional<std::size_t> SensorPosition(int channel) {
-    const int sensor = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel)).TempSensor;
+    const int sensor = SetupOf(channel).TempSensor;
     if (sensor < 1 || sensor > tempSensorCount)
         return std::nullopt;
     return static_cast<std::size_t>(maxChannels + sensor - 1);

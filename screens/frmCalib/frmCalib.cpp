@@ -10,6 +10,7 @@
 #include "screens/calibration/CalibrationChoices.h"
 #include "screens/calibration/CalibrationSteps.h"
 #include "screens/calibration/CalibrationTexts.h"
+#include "screens/calibration/ChannelRecords.h"
 #include "screens/calibration/StandardFields.h"
 #include "screens/controls/Placement.h"
 #include "screens/controls/ValueLabel.h"
@@ -63,11 +64,11 @@ StandardFields& frmCalib::Standards() const {
 }
 
 CalibrationRecord& frmCalib::Record() const {
-    return mWinInit::Calibration.at(static_cast<std::size_t>(ChannelToCalibrate));
+    return StoredOf(ChannelToCalibrate);
 }
 
 std::string frmCalib::ElectrodeName() const {
-    return mWinInit::ChannelSetup.at(static_cast<std::size_t>(ChannelToCalibrate)).Electrode;
+    return SetupOf(ChannelToCalibrate).Electrode;
 }
 
 void frmCalib::Form_Load() {
@@ -115,7 +116,7 @@ void frmCalib::ShowButtons() {
 // ---- Handlers --------------------------------------------------------------------------------
 
 void frmCalib::cboUnits_Click() {
-    const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(ChannelToCalibrate));
+    const auto& setup = SetupOf(ChannelToCalibrate);
     Standards().ChangeUnit(session_, ui_->fraEntry->Choices(), setup.Electrode, setup.MolarMass);
     if (!session_.IsPH())
         Record().StdUnit = static_cast<float>(session_.Unit());
