@@ -151,4 +151,22 @@ TEST_F(LineSpeed, A_bad_frame_is_told_once_though_the_next_poll_is_due_before_th
     EXPECT_TRUE(WaitFor([&] { return last == ReadingSeries::Tick::values; }));
 }
 
+TEST_F(LineSpeed, A_bad_frame_behind_good_ones_is_told_once_though_another_poll_is_due_first) {
+    StartInstrument();
+    QTimer tick;
+    FormTimer readTimer(tick);
+    ReadingSeries series(readTimer, {500ms, 2500ms}); // two polls between two ticks
+    std::array<float, cyclePositions> averages{};
+    auto last = ReadingSeries::Tick::nothing;
+    QObject::connect(&tick, &QTimer::timeout, &tick, [&] { last = series.OnTimer(averages); });
+    series.Start(1);
+    ASSERT_TRUE(WaitFor([&] { return last == ReadingSeries::Tick::values; }));
+
+    instrument->Command("fault badend");
+    ExpectBadFrameMessage();
+
+    EXPECT_TRUE(WaitFor([&] { return last == ReadingSeries::Tick::failed; }));
+    EXPECT_EQ(platform.dialogs.beeps, 1);
+}
+
 } // namespace
