@@ -1,11 +1,17 @@
 #include "report/Seal.h"
 
+#include "base/CodePage.h"
+#include "base/DateText.h"
+#include "base/RunTimeError.h"
 #include "files/MeasurementLines.h"
+#include "platform/Platform.h"
 #include "platform/System.h"
 #include "report/VerifyResult.h"
 
 #include <algorithm>
 #include <charconv>
+#include <fstream>
+#include <sstream>
 
 namespace Mreport {
 
@@ -67,6 +73,28 @@ std::optional<Seal> ReadSeal(std::string_view text) {
         seal.points.push_back(*point);
     }
     return seal.points.empty() ? std::nullopt : std::optional(seal);
+}
+
+std::optional<Seal> LoadSeal(const std::filesystem::path& sealFile) {
+    std::error_code missing;
+    if (!std::filesystem::exists(sealFile, missing))
+        return std::nullopt;
+    std::ifstream stream(sealFile, std::ios::binary);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    const auto seal = stream && text ? ReadSeal(text.str()) : std::nullopt;
+    if (!seal)
+        throw RunTimeError("Reading " + CodePage::NameOf(sealFile) + ": This is no seal");
+    return seal;
+}
+
+Seal SaveSeal(const std::filesystem::path& sealFile, const std::filesystem::path& sealed,
+              const std::vector<SealPoint>& points) {
+    const LocalTime now = platform::Current().clock.Now();
+    const Seal seal{DateText::Date(now) + " " + DateText::TimeOfDay(now), points};
+    platform::Current().files.Replace(sealFile, SealText(seal, CodePage::NameOf(sealed.filename())),
+                                      platform::Readers::asUsual);
+    return seal;
 }
 
 std::filesystem::path SealBeside(const std::filesystem::path& file) {

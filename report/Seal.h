@@ -34,6 +34,14 @@ struct Seal {
 std::string SealText(const Seal& seal, std::string_view fileName);
 std::optional<Seal> ReadSeal(std::string_view text);
 
+/// The seal in a file; nothing where there is none. Throws RunTimeError for what is no seal.
+std::optional<Seal> LoadSeal(const std::filesystem::path& sealFile);
+
+/// Puts the points into a seal of this moment, and that into a file. Throws RunTimeError; an older
+/// file then stays.
+Seal SaveSeal(const std::filesystem::path& sealFile, const std::filesystem::path& sealed,
+              const std::vector<SealPoint>& points);
+
 /// "run.4ch.seal" beside "run.4ch".
 std::filesystem::path SealBeside(const std::filesystem::path& file);
 

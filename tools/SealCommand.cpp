@@ -1,7 +1,5 @@
 #include "base/CodePage.h"
-#include "base/DateText.h"
 #include "base/RunTimeError.h"
-#include "platform/Platform.h"
 #include "report/Seal.h"
 #include "report/VerifyResult.h"
 #include "report/WholeRun.h"
@@ -23,12 +21,11 @@ void RefuseExisting(const Options& options, const std::filesystem::path& target)
                            ": The file is there already; --force replaces it");
 }
 
-Mreport::Seal SealOf(const Mreport::ViewedFile& viewed, std::int64_t records) {
+std::vector<Mreport::SealPoint> PointsOf(const Mreport::ViewedFile& viewed, std::int64_t records) {
     Mreport::TextSource& source = viewed.pages.Source();
     Mreport::Sealing sealing(source, source.Size(), records);
     sealing.Step(wholeFile);
-    const LocalTime now = platform::Current().clock.Now();
-    return {DateText::Date(now) + " " + DateText::TimeOfDay(now), sealing.Points()};
+    return sealing.Points();
 }
 
 } // namespace
@@ -39,9 +36,7 @@ int MakeSeal(const Options& options, const std::filesystem::path& file, JsonArra
     Mreport::ViewedFile viewed;
     Load(file, viewed);
     const std::int64_t records = Mreport::WholeRun::Records(viewed.pages);
-    const auto seal = SealOf(viewed, records);
-    platform::Current().files.Replace(target, SealText(seal, CodePage::NameOf(file.filename())),
-                                      platform::Readers::asUsual);
+    const auto seal = Mreport::SaveSeal(target, file, PointsOf(viewed, records));
     if (options.json)
         answers.Add(Json()
                         .Text("file", NameOf(file))

@@ -1,13 +1,18 @@
 #include "screens/frmVerify/frmVerify.h"
 
 #include "base/CodePage.h"
+#include "base/RunTimeError.h"
+#include "platform/Platform.h"
 #include "platform/qt/Text.h"
 #include "report/ViewedFile.h"
+#include "report/WholeRun.h"
 #include "screens/controls/Placement.h"
 #include "screens/controls/Wiring.h"
 #include "ui_frmVerify.h"
 
 #include <QElapsedTimer>
+
+#include <utility>
 
 namespace {
 
@@ -27,16 +32,19 @@ std::array<std::string, 6> CellsOf(const Mreport::Divergence& found) {
 } // namespace
 
 frmVerify::frmVerify(const Mreport::ViewedFile& file, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmVerify>()),
+    : QDialog(parent), ui_(std::make_unique<Ui::frmVerify>()), file_(file),
       verification_(std::make_unique<Mreport::Verification>(file)) {
     ui_->setupUi(this);
     setWindowTitle("Verify File - " + Text::ToQt(CodePage::NameOf(file.path.filename())));
     ui_->tblDiverged->hide();
     ui_->lblReasons->hide();
+    ui_->lblSeal->hide();
+    ui_->cmdSeal->setEnabled(false);
     tmrVerify_.setObjectName("tmrVerify");
     tmrVerify_.setInterval(0);
     const Wiring wire(*this, guard_, "frmVerify");
     wire(&tmrVerify_, &QTimer::timeout, "tmrVerify", &frmVerify::tmrVerify_Timer);
+    wire(ui_->cmdSeal, &QPushButton::clicked, "cmdSeal", &frmVerify::cmdSeal_Click);
     wire(ui_->cmdClose, &QPushButton::clicked, "cmdClose", &frmVerify::cmdClose_Click);
     // A click on the row that is chosen already changes no current cell.
     wire(ui_->tblDiverged, &QTableWidget::currentCellChanged, "tblDiverged",
@@ -53,29 +61,94 @@ frmVerify::~frmVerify() = default;
 void frmVerify::tmrVerify_Timer() {
     QElapsedTimer clock;
     clock.start();
-    while (verification_ && verification_->Step(sliceBytes))
+    while (Work())
         if (clock.elapsed() >= sliceTime_ms)
             return ShowProgress();
     tmrVerify_.stop();
-    if (!verification_)
-        return;
-    const auto result = verification_->Result();
-    verification_.reset();
+    ui_->cmdSeal->setEnabled(true);
+}
+
+/// Goes on with what is at work; false where nothing is.
+bool frmVerify::Work() {
+    if (verification_) {
+        if (!verification_->Step(sliceBytes))
+            FinishVerification();
+    } else if (check_) {
+        if (!check_->Step(sliceBytes))
+            ShowSeal(Text::ToQt(std::exchange(check_, nullptr)->Text()));
+    } else if (sealing_) {
+        if (!sealing_->Step(sliceBytes))
+            FinishSealing();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void frmVerify::FinishVerification() {
+    const auto result = std::exchange(verification_, nullptr)->Result();
     ShowVerdict(result, result.diverged == 0 ? QString() : QString("Values diverge: "));
+    LookForSeal();
+}
+
+void frmVerify::LookForSeal() {
+    try {
+        if (auto seal = Mreport::LoadSeal(Mreport::SealBeside(file_.path)))
+            check_ = std::make_unique<Mreport::SealCheck>(file_.pages.Source(), *seal);
+    } catch (const RunTimeError& error) {
+        ShowSeal(Text::ToQt(error.what()));
+    }
+}
+
+void frmVerify::FinishSealing() {
+    const auto sealing = std::exchange(sealing_, nullptr);
+    ShowSeal("not saved"); // where the next fails
+    const auto seal = Mreport::SaveSeal(sealFile_, file_.path, sealing->Points());
+    ShowSeal(
+        QString("saved as %1 at %2")
+            .arg(Text::ToQt(CodePage::NameOf(sealFile_.filename())), Text::ToQt(seal.sealedAt)));
+}
+
+void frmVerify::cmdSeal_Click() {
+    const auto beside = Mreport::SealBeside(file_.path);
+    platform::FileDialogRequest request;
+    request.kind = platform::FileDialogRequest::Kind::save;
+    request.title = "Save Seal";
+    request.fileName = CodePage::FromPath(beside.filename()).value_or("run.seal");
+    request.defaultExtension = "seal";
+    request.filter = "Seals (*.seal)|*.seal";
+    request.initialFolder = beside.parent_path();
+    const auto target = platform::Current().dialogs.ChooseFile(request);
+    if (!target)
+        return;
+    sealFile_ = *target;
+    Mreport::TextSource& source = file_.pages.Source();
+    sealing_ = std::make_unique<Mreport::Sealing>(source, source.Size(),
+                                                  Mreport::WholeRun::Records(file_.pages));
+    ui_->cmdSeal->setEnabled(false);
+    ShowSeal("being made. [Press ESC to stop]");
+    tmrVerify_.start();
+}
+
+void frmVerify::ShowSeal(const QString& text) {
+    ui_->lblSeal->setText("Seal: " + text);
+    ui_->lblSeal->show();
 }
 
 void frmVerify::Stop() {
     tmrVerify_.stop();
+    ui_->cmdSeal->setEnabled(true);
+    if (std::exchange(check_, nullptr) || std::exchange(sealing_, nullptr))
+        ShowSeal("stopped");
     if (!verification_)
         return;
-    const auto result = verification_->Result();
     const auto share = qRound(verification_->Share() * percent);
-    verification_.reset();
+    const auto result = std::exchange(verification_, nullptr)->Result();
     ShowVerdict(result, QString("Stopped at %1 %. So far: ").arg(share));
 }
 
 void frmVerify::reject() {
-    if (verification_)
+    if (Working())
         Stop();
     else
         QDialog::reject();
@@ -87,6 +160,8 @@ void frmVerify::cmdClose_Click() {
 }
 
 void frmVerify::ShowProgress() {
+    if (!verification_)
+        return;
     ui_->lblVerdict->setText(QString("Verifying, %1 % complete. [Press ESC to stop]")
                                  .arg(static_cast<int>(verification_->Share() * percent)));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "report/Seal.h"
 #include "report/Verify.h"
 #include "screens/controls/EventGuard.h"
 
@@ -12,7 +13,8 @@ namespace Ui {
 class frmVerify;
 }
 
-/// Verifies the viewed file while events go on, then tells the verdict and lists what diverged.
+/// Verifies the viewed file while events go on, then tells the verdict, lists what diverged, and
+/// holds the file against the seal beside it where there is one. Saves a seal.
 /// The file must stay the same while the form stands.
 class frmVerify : public QDialog {
     Q_OBJECT
@@ -34,6 +36,13 @@ Q_SIGNALS:
 
 private:
     void tmrVerify_Timer();
+    bool Work();
+    void FinishVerification();
+    void FinishSealing();
+    void LookForSeal();
+    void cmdSeal_Click();
+    void ShowSeal(const QString& text);
+    bool Working() const { return verification_ || check_ || sealing_; }
     void cmdClose_Click();
     void tblDiverged_Click(int row);
     void ShowProgress();
@@ -44,6 +53,11 @@ private:
     EventGuard guard_{"Unexpected Error - "};
     std::unique_ptr<Ui::frmVerify> ui_;
     QTimer tmrVerify_;
-    std::unique_ptr<Mreport::Verification> verification_; ///< while it runs
+    const Mreport::ViewedFile& file_;
+    // What is at work; one after the other.
+    std::unique_ptr<Mreport::Verification> verification_;
+    std::unique_ptr<Mreport::SealCheck> check_;
+    std::unique_ptr<Mreport::Sealing> sealing_;
+    std::filesystem::path sealFile_; ///< that is being made
     std::vector<Mreport::Divergence> listed_;
 };

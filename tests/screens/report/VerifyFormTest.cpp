@@ -92,6 +92,39 @@ TEST_F(VerifyForm, Escape_stops_a_verification_that_runs_and_then_closes) {
     EXPECT_FALSE(verify.isVisible());
 }
 
+TEST_F(VerifyForm, A_saved_seal_is_found_again_and_tells_a_change) {
+    const std::string text = MeasuredRun(1, 30).Text();
+    View(text);
+    frmVerify& verify = Verify();
+    const auto& seal = Find<QLabel>(verify, "lblSeal");
+    EXPECT_FALSE(seal.isVisible());
+    platform.dialogs.ExpectFileDialog([](const platform::FileDialogRequest& request) {
+        EXPECT_EQ(request.fileName, "run.4ch.seal");
+        return request.initialFolder / request.fileName;
+    });
+    Click(verify, "cmdSeal");
+    while (seal.text().contains("being made"))
+        QApplication::processEvents();
+    EXPECT_EQ(seal.text(), "Seal: saved as run.4ch.seal at 07.Mar.2003 14:05:33");
+
+    const auto sealText = [this](const std::string& bytes) {
+        View(bytes);
+        const frmVerify& again = Verify();
+        const auto& label = Find<QLabel>(again, "lblSeal");
+        while (label.text().isEmpty())
+            QApplication::processEvents();
+        return label.text();
+    };
+    EXPECT_EQ(sealText(text), "Seal: unchanged since 07.Mar.2003 14:05:33");
+    std::string changed = text;
+    changed[changed.find("Comment:", changed.find("Record 9\t"))] = 'c';
+    EXPECT_TRUE(sealText(changed).startsWith("Seal: changed since 07.Mar.2003 14:05:33: byte "));
+    WriteBytes(File("run.4ch.seal"), "wax");
+    const QString broken = sealText(text);
+    EXPECT_TRUE(broken.startsWith("Seal: Reading ")) << broken.toStdString();
+    EXPECT_TRUE(broken.endsWith("run.4ch.seal: This is no seal")) << broken.toStdString();
+}
+
 TEST_F(VerifyForm, Another_file_takes_the_verdict_away) {
     View(MeasuredRun(1, 5).Text());
     Verify();
