@@ -41,7 +41,7 @@ void ReportLists::Add(bool select) {
 void ReportLists::AddList() {
     const int page = static_cast<int>(lstData_.size());
     tabs_.addTab("List &" + QString::number(page + 1));
-    auto* list = new LineListView;
+    auto* list = new LineListView(&stack_);
     list->setObjectName("lstData_" + QString::number(page));
     list->setAccessibleName(QString("Lines of list %1").arg(page + 1));
     list->SetTabStops(widestFirstColumn, widestColumn);
