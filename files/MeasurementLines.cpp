@@ -1,6 +1,6 @@
 #include "files/MeasurementLines.h"
 
-#include <charconv>
+#include <limits>
 
 namespace MeasurementLines {
 
@@ -16,10 +16,15 @@ std::string_view WithoutTrailingBlanks(std::string_view text) {
 std::int32_t RecordNumber(std::string_view line) {
     if (!IsRecordStart(line))
         return 0;
-    std::int32_t number = 0;
-    const auto digits = line.substr(MeasurementTexts::record.size());
-    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    return result.ec == std::errc() ? number : 0;
+    std::int64_t number = 0;
+    for (const char letter : line.substr(MeasurementTexts::record.size())) {
+        if (letter < '0' || letter > '9')
+            break;
+        number = number * 10 + (letter - '0');
+        if (number > std::numeric_limits<std::int32_t>::max())
+            return 0;
+    }
+    return static_cast<std::int32_t>(number);
 }
 
 std::string_view TimeStamp(std::string_view line) {

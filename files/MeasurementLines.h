@@ -58,6 +58,15 @@ struct Cells {
 };
 Cells SplitCells(std::string_view line);
 
+/// A line as a file has it without its CR LF or LF.
+inline std::string_view WithoutLineEnd(std::string_view line) {
+    if (line.ends_with('\n'))
+        line.remove_suffix(1);
+    if (line.ends_with('\r'))
+        line.remove_suffix(1);
+    return line;
+}
+
 /// Takes the first line, without its CR LF or LF, off the text. False at the end.
 bool TakeLine(std::string_view& text, std::string_view& line);
 

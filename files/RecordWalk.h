@@ -44,6 +44,12 @@ public:
         return inRecord_ ? Step::row : Step::other;
     }
 
+    /// Takes all lines of a record at once, from this first line to its separator.
+    void TakeWhole(std::string_view firstLine) {
+        firstLine_ = firstLine;
+        firstLineTaken_ = inRecord_ = false;
+    }
+
     /// Whether a record has begun and not yet ended.
     bool InRecord() const { return inRecord_; }
 

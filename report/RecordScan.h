@@ -3,6 +3,7 @@
 #include "base/Quantity.h"
 #include "files/RecordWalk.h"
 #include "report/LineScanner.h"
+#include "report/RecordLayout.h"
 #include "report/RecordTime.h"
 #include "report/Stretch.h"
 #include "report/TextSource.h"
@@ -13,7 +14,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace Mreport {
 
@@ -64,25 +64,11 @@ private:
         std::uint64_t end_;
     };
 
-    /// A record's rows as the last walked record had them.
-    struct Row {
-        std::string label;      ///< with the tab behind it
-        std::size_t length = 0; ///< with the line end
-    };
-    struct Layout {
-        std::vector<Row> rows;
-        std::size_t separatorLength = 0; ///< with the line end
-        std::size_t length = 0;          ///< of all lines behind the comment line
-        std::optional<std::size_t> valueRow;
-        bool learned = false;
-    };
-
     bool NextByLayout(FoundRecord& record);
-    bool FitsLayout(std::string_view rows, FoundRecord& record) const;
+    std::string_view ValueRow(std::string_view rows) const;
     bool NextByWalk(FoundRecord& record);
     void BeginRecord(std::uint64_t offset, std::string_view commentLine);
     void TakeRow(const ScannedLine& line);
-    void Learn(const ScannedLine& separator);
     bool HoldsWish(std::string_view label) const;
     void Give(FoundRecord& record, bool ended, std::uint64_t end);
 
@@ -92,10 +78,10 @@ private:
     ScanWish wish_;
     RecordWalk walk_;
     RecordTimeReader times_;
-    Layout layout_;
+    RecordLayout layout_;
+    std::optional<std::size_t> valueRow_; ///< of the layout
+    std::size_t rows_ = 0;                ///< of the walked record so far
 
-    bool atRecordEnd_ = false; ///< the layout may be tried
-    Layout taken_;             ///< of the record that is being walked
     FoundRecord walked_;
     std::string comment_;        ///< of the walked record
     std::string givenComment_;   ///< of the record given last

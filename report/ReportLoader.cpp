@@ -9,6 +9,7 @@
 #include "report/LiveGraph.h"
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 
 namespace Mreport {
@@ -18,7 +19,7 @@ namespace {
 constexpr std::string_view readyText = "Ready";
 constexpr std::int32_t firstDrawingAt = 51; // records
 constexpr std::chrono::milliseconds lastProgressShown{100};
-constexpr unsigned linesPerClockRead = 16; // of a load; some microseconds
+constexpr unsigned linesPerClockRead = 64; // of a load; some microseconds
 constexpr std::uint64_t percent = 100;
 
 std::string ProgressText(std::uint64_t bytesRead, std::uint64_t fileLength) {
@@ -75,7 +76,7 @@ void ReportLoader::ViewSource(const std::filesystem::path& fileName,
     view_.ShowCaption(fileName);
     file_.viewingLiveFile = run_.IsLiveFile(fileName);
     shown_ = ShownGraph();
-    pageEnded_ = false;
+    filler_.Reset();
     file_.pages.Open(std::move(source));
     fileLength_ = file_.pages.Source().Size();
     view_.ResetPages();
@@ -111,15 +112,18 @@ LineScanner ReportLoader::MakeScanner() {
     return scanner;
 }
 
+/// The clock is read once for several lines, a matter of microseconds: read for each, it would take
+/// as long as the reading itself.
 void ReportLoader::LetEventsRun() {
-    // The clock is read once for several lines, a matter of microseconds: read for each, it would
-    // take as long as the reading itself.
-    if (lineTick_++ % linesPerClockRead == 0)
-        Mcommon::LetEventsRun();
+    if (linesToClockRead_ > 0)
+        return;
+    linesToClockRead_ = linesPerClockRead;
+    Mcommon::LetEventsRun();
 }
 
 RecordWalk::Step ReportLoader::AddLine(const ScannedLine& line) {
-    const ReportPages::Added added = file_.pages.AddLine(line);
+    linesToClockRead_ -= 1;
+    const ReportPages::Added added = filler_.TakeLine(line);
     if (added.newPage)
         view_.PageAdded(file_.LastPageIndex(), false);
     return added.step;
@@ -142,13 +146,9 @@ int ReportLoader::GetChanInfo() {
     return sets;
 }
 
-std::size_t ReportLoader::WorkingLines() const {
-    return std::max<std::size_t>(file_.pages.LineCount(file_.LastPageIndex()), 1) - 1;
-}
-
 void ReportLoader::FillList(bool firstLoad) {
     Mcommon::errorLocation = "FillList";
-    workingLines_ = WorkingLines();
+    filler_.Resume();
     if (firstLoad) {
         recordsRead_ = 0;
         bytesRead_ = nextProgress_ = 0;
@@ -170,6 +170,8 @@ void ReportLoader::ReadRecords(bool firstLoad) {
         LetEventsRun();
         if (firstLoad && state_ == State::stopping)
             return;
+        if (TakeRecord(scanner, firstLoad))
+            continue;
         if (!scanner.Next(line))
             return;
         if (firstLoad)
@@ -178,20 +180,28 @@ void ReportLoader::ReadRecords(bool firstLoad) {
     }
 }
 
-/// Adds a line. A separator near the limit ends its page, which is left when a line follows.
 void ReportLoader::TakeLine(const ScannedLine& line, bool firstLoad) {
-    if (pageEnded_) {
+    if (filler_.PageEnded()) {
         CreateNewPage(false);
-        workingLines_ = 0;
         recordsRead_ = 0;
     }
-    const RecordWalk::Step step = AddLine(line);
-    const bool ends = step == RecordWalk::Step::ends;
-    if (ends && firstLoad)
+    if (AddLine(line) == RecordWalk::Step::ends && firstLoad)
         CountRecord();
-    pageEnded_ =
-        (ends || step == RecordWalk::Step::separator) && workingLines_ + pageMargin > maxPageLines;
-    ++workingLines_;
+}
+
+/// A record at once, where it looks like those before and the progress that is shown does not
+/// change within it.
+bool ReportLoader::TakeRecord(LineScanner& scanner, bool firstLoad) {
+    const std::uint64_t limit =
+        firstLoad ? nextProgress_ - bytesRead_ : std::numeric_limits<std::uint64_t>::max();
+    const auto record = filler_.TakeRecord(scanner, limit);
+    if (!record)
+        return false;
+    linesToClockRead_ -= static_cast<int>(record->lines);
+    bytesRead_ += record->length;
+    if (firstLoad)
+        CountRecord();
+    return true;
 }
 
 void ReportLoader::CountRecord() {
@@ -239,8 +249,7 @@ void ReportLoader::FinishReload() {
 
 void ReportLoader::CreateNewPage(bool selectNew) {
     Mcommon::errorLocation = "CreateNewPage";
-    pageEnded_ = false;
-    file_.pages.NewPage();
+    filler_.NewPage();
     view_.PageAdded(file_.LastPageIndex(), selectNew);
     Mcommon::errorLocation = "FillList";
 }
@@ -313,7 +322,7 @@ void ReportLoader::ReadNew() {
         return;
     const Running running(*this);
     view_.ShowStatus("Loading...");
-    workingLines_ = WorkingLines();
+    filler_.Resume();
     ReadRecords(false);
     view_.LinesAdded();
     if (shown_.autoUpdate)
@@ -326,7 +335,7 @@ void ReportLoader::ReadNew() {
 
 /// Takes the few records that have been written to the file since it was read, in one go.
 void ReportLoader::CatchUp() {
-    workingLines_ = WorkingLines();
+    filler_.Resume();
     LineScanner scanner = MakeScanner();
     ScannedLine line;
     while (scanner.Next(line))

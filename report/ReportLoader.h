@@ -2,6 +2,7 @@
 
 #include "files/MeasuringRun.h"
 #include "report/LineScanner.h"
+#include "report/PageFiller.h"
 #include "report/ReportView.h"
 #include "report/ShownGraph.h"
 
@@ -20,7 +21,7 @@ public:
     /// `run` tells which file is being recorded.
     ReportLoader(const FileOpr::MeasuringRun& run, ViewedFile& file, ShownGraph& shown,
                  ReportView& view)
-        : run_(run), file_(file), shown_(shown), view_(view) {}
+        : run_(run), file_(file), shown_(shown), view_(view), filler_(file.pages) {}
 
     /// Opens the file in the viewer and returns when it is loaded or ESC has stopped it. Throws
     /// RunTimeError when it cannot be opened; the file shown before then stays. Refused with a
@@ -71,6 +72,7 @@ private:
     void FillList(bool firstLoad);
     void ReadRecords(bool firstLoad);
     void TakeLine(const ScannedLine& line, bool firstLoad);
+    bool TakeRecord(LineScanner& scanner, bool firstLoad);
     void CountRecord();
     void FinishFirstLoad();
     void FinishReload();
@@ -91,12 +93,12 @@ private:
     bool RefuseWhileLoading() const;
     bool StoppedShort() const;
     LineScanner MakeScanner();
-    std::size_t WorkingLines() const;
 
     const FileOpr::MeasuringRun& run_;
     ViewedFile& file_;
     ShownGraph& shown_;
     ReportView& view_;
+    PageFiller filler_;
     State state_ = State::idle;
     bool graphDrawn_ = false;
     bool restUnread_ = false; ///< ESC has ended the load; what is recorded since does not follow on
@@ -104,9 +106,7 @@ private:
     std::uint64_t bytesRead_ = 0;
     std::uint64_t fileLength_ = 0;
     std::uint64_t nextProgress_ = 0; ///< bytesRead at which the shown percentage changes
-    std::size_t workingLines_ = 0;
-    bool pageEnded_ = false; ///< a separator has ended the newest page; the next line opens one
-    unsigned lineTick_ = 0;
+    int linesToClockRead_ = 0;
 };
 
 } // namespace Mreport

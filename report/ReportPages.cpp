@@ -15,17 +15,11 @@ namespace Mreport {
 namespace {
 // A page is split at this many lines; reserving them at once keeps the index free of slack.
 constexpr std::size_t usualPageLines = 32'704;
+constexpr std::size_t slackLines = 256; // less than that is not worth moving an index
 constexpr std::size_t readBlock = std::size_t{256} * 1024;
 constexpr std::size_t encodingSample = std::size_t{64} * 1024;
 constexpr std::size_t longestLineEnd = 2;
 
-std::string_view WithoutLineEnd(std::string_view text) {
-    if (text.ends_with('\n'))
-        text.remove_suffix(1);
-    if (text.ends_with('\r'))
-        text.remove_suffix(1);
-    return text.substr(0, longestLineText);
-}
 } // namespace
 
 ReportPages::ReportPages() {
@@ -57,12 +51,20 @@ void ReportPages::DetectEncoding() {
 
 void ReportPages::NewPage() {
     if (!pages_.empty())
-        pages_.back().starts.shrink_to_fit();
+        Finish(pages_.back());
     PageIndex page;
     page.base = page.end = nextOffset_;
     if (!pages_.empty()) // the first page of a small file stays small
         page.starts.reserve(usualPageLines);
     pages_.push_back(std::move(page));
+}
+
+/// The page gets no more lines.
+void ReportPages::Finish(PageIndex& page) const {
+    if (page.records)
+        page.records->last = walk_.Number();
+    if (page.starts.capacity() - page.starts.size() > slackLines)
+        page.starts.shrink_to_fit();
 }
 
 ReportPages::Added ReportPages::AddLine(const ScannedLine& line) {
@@ -78,22 +80,41 @@ ReportPages::Added ReportPages::AddLine(const ScannedLine& line) {
     page.starts.push_back(static_cast<std::uint32_t>(line.offset - page.base));
     page.end = nextOffset_ = line.next;
     added.step = walk_.Take(line.text);
-    if (added.step == RecordWalk::Step::begins)
-        NoteRecord(page);
+    const bool begins = added.step == RecordWalk::Step::begins;
+    if (begins && page.starts.size() >= 2) // else its first line stands on the page before
+        NoteRecord(page, page.starts.size() - 2);
     return added;
 }
 
-/// The record that has just begun with the page's last two lines.
-void ReportPages::NoteRecord(PageIndex& page) const {
-    if (page.starts.size() < 2) // its first line stands on the page before
-        return;
-    const Line line = page.starts.size() - 2;
-    const std::int32_t number = walk_.Number();
+bool ReportPages::AddRecord(const RecordText& record, const RecordLayout& layout) {
+    PageIndex& page = pages_.back();
+    const std::uint64_t begin = nextOffset_ - page.base;
+    if (begin + record.length > std::numeric_limits<std::uint32_t>::max())
+        return false;
+    const Line first = page.starts.size();
+    auto start = static_cast<std::uint32_t>(begin);
+    const auto add = [&page, &start](std::size_t length) {
+        page.starts.push_back(start);
+        start += static_cast<std::uint32_t>(length);
+    };
+    add(record.firstLength);
+    add(record.commentLength);
+    for (const RecordLayout::Row& row : layout.Rows())
+        add(row.length);
+    add(layout.SeparatorLength());
+    page.end = nextOffset_ += record.length;
+    beforeOpenLine_.reset();
+    walk_.TakeWhole(record.first);
+    NoteRecord(page, first);
+    return true;
+}
+
+/// The record that has just been found, or has begun, at this line of the page.
+void ReportPages::NoteRecord(PageIndex& page, Line line) const {
     if (!page.records)
-        page.records = RecordRange{number, number, line, line, line, 0};
+        page.records = RecordRange{walk_.Number(), 0, line, line, line, 0};
     page.records->previousLine = page.records->lastLine;
     page.records->lastLine = line;
-    page.records->last = number;
     ++page.records->count;
 }
 
@@ -109,7 +130,10 @@ void ReportPages::ReopenLastLine() {
 }
 
 std::optional<ReportPages::RecordRange> ReportPages::Records(Page page) const {
-    return At(page).records;
+    auto records = At(page).records;
+    if (records && page == Last()) // reading each record's number as it comes would cost too much
+        records->last = walk_.Number();
+    return records;
 }
 
 std::int64_t ReportPages::RecordCount(Page page) const {
@@ -184,7 +208,9 @@ void ReportPages::ForEachLine(Page page, Line first, Line last, const Visitor& v
         }
         std::string_view text;
         if (extent.offset + extent.length <= bufferOffset + buffer.size())
-            text = WithoutLineEnd({buffer.data() + (extent.offset - bufferOffset), extent.length});
+            text = MeasurementLines::WithoutLineEnd(
+                       {buffer.data() + (extent.offset - bufferOffset), extent.length})
+                       .substr(0, longestLineText);
         else
             damaged_ = true;
         if (utf8_)

@@ -2,6 +2,7 @@
 
 #include "files/RecordWalk.h"
 #include "report/LineScanner.h"
+#include "report/RecordLayout.h"
 #include "report/Stretch.h"
 #include "report/TextSource.h"
 
@@ -60,6 +61,10 @@ public:
     /// a line beyond that opens a page.
     Added AddLine(const ScannedLine& line);
 
+    /// Adds all lines of a record that follows the last line and has this layout. False, and
+    /// nothing is added, where it would not fit into the newest page.
+    bool AddRecord(const RecordText& record, const RecordLayout& layout);
+
     /// Where the lines added so far leave the walk through the records.
     const RecordWalk& Walk() const { return walk_; }
 
@@ -113,9 +118,9 @@ public:
 private:
     struct PageIndex {
         std::uint64_t base = 0;
-        std::uint64_t end = 0;             ///< behind the last line
-        std::vector<std::uint32_t> starts; ///< relative to base
-        std::optional<RecordRange> records;
+        std::uint64_t end = 0;              ///< behind the last line
+        std::vector<std::uint32_t> starts;  ///< relative to base
+        std::optional<RecordRange> records; ///< its last number once the page is finished
     };
     /// What stood before a last line without line end, which the file may complete.
     struct BeforeOpenLine {
@@ -129,7 +134,8 @@ private:
 
     const PageIndex& At(Page page) const { return pages_[static_cast<std::size_t>(page)]; }
     Extent ExtentOf(const PageIndex& page, Line line) const;
-    void NoteRecord(PageIndex& page) const;
+    void Finish(PageIndex& page) const;
+    void NoteRecord(PageIndex& page, Line line) const;
     template <class Wanted>
     std::optional<Line> FindRecordIf(Page page, Line first, Line last, Wanted wanted) const;
     std::size_t LinesIn(Page page, Line last) const;
