@@ -261,6 +261,7 @@ std::int32_t ExportCsv(const ViewedFile& viewed, const std::filesystem::path& fi
         viewed, wish, [&](std::string_view text) { replacement->Write(text); }, stop);
     if (!records)
         return 0;
+    viewed.pages.RefuseDamaged();
     replacement->Commit();
     return *records;
 }

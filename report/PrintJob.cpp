@@ -50,9 +50,11 @@ platform::PrintOutcome PrintPageTable(const ViewedFile& file, int page, RecordRa
                              PrintedChannels(file),
                              file.header.projectName,
                              DateText::PrintedPage(platform::Current().clock.Now())};
-    return platform::Current().printing.Print(
-        ReportTitle(file, PrintKind::table),
-        [&](platform::Printer& printer) { PrintTable(printer, report, range, progress); });
+    return platform::Current().printing.Print(ReportTitle(file, PrintKind::table),
+                                              [&](platform::Printer& printer) {
+                                                  PrintTable(printer, report, range, progress);
+                                                  file.pages.RefuseDamaged();
+                                              });
 }
 
 platform::PrintOutcome PrintGraph(const ViewedFile& file, const platform::Picture& graph) {

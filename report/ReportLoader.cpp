@@ -2,6 +2,7 @@
 
 #include "app/Mcommon.h"
 #include "base/NumberText.h"
+#include "base/RunTimeError.h"
 #include "files/MeasurementLines.h"
 #include "platform/Platform.h"
 #include "report/ChannelHeader.h"
@@ -80,6 +81,7 @@ void ReportLoader::ViewSource(const std::filesystem::path& fileName,
     file_.pages.Open(std::move(source));
     fileLength_ = file_.pages.Source().Size();
     view_.ResetPages();
+    restUnread_ = true;
     view_.Graph().SetNumSets(GetChanInfo());
     FillList(true);
     if (!restUnread_)
@@ -163,7 +165,20 @@ void ReportLoader::FillList(bool firstLoad) {
         FinishReload();
 }
 
+/// Where the medium fails, what has been read stays, and the file is followed no more.
 void ReportLoader::ReadRecords(bool firstLoad) {
+    restUnread_ = true;
+    try {
+        ReadLines(firstLoad);
+    } catch (const RunTimeError&) {
+        view_.LinesAdded();
+        view_.ShowStatus(std::string(readyText));
+        throw;
+    }
+    restUnread_ = false;
+}
+
+void ReportLoader::ReadLines(bool firstLoad) {
     LineScanner scanner = MakeScanner();
     ScannedLine line;
     for (;;) {
@@ -336,10 +351,12 @@ void ReportLoader::ReadNew() {
 /// Takes the few records that have been written to the file since it was read, in one go.
 void ReportLoader::CatchUp() {
     filler_.Resume();
+    restUnread_ = true;
     LineScanner scanner = MakeScanner();
     ScannedLine line;
     while (scanner.Next(line))
         TakeLine(line, false);
+    restUnread_ = false;
     view_.LinesAdded();
 }
 

@@ -71,6 +71,7 @@ private:
     int GetChanInfo();
     void FillList(bool firstLoad);
     void ReadRecords(bool firstLoad);
+    void ReadLines(bool firstLoad);
     void TakeLine(const ScannedLine& line, bool firstLoad);
     bool TakeRecord(LineScanner& scanner, bool firstLoad);
     void CountRecord();
@@ -101,7 +102,8 @@ private:
     PageFiller filler_;
     State state_ = State::idle;
     bool graphDrawn_ = false;
-    bool restUnread_ = false; ///< ESC has ended the load; what is recorded since does not follow on
+    bool restUnread_ = false; ///< ESC or a failing medium has ended the load; what is recorded
+                              ///< since does not follow on
     std::int32_t recordsRead_ = 0;
     std::uint64_t bytesRead_ = 0;
     std::uint64_t fileLength_ = 0;

@@ -1,6 +1,7 @@
 #include "report/ReportPages.h"
 
 #include "base/CodePage.h"
+#include "base/RunTimeError.h"
 #include "base/Utf8.h"
 #include "files/MeasurementLines.h"
 #include "report/ForeignText.h"
@@ -186,6 +187,21 @@ std::string ReportPages::Shown(Page page, Line line) const {
     return text;
 }
 
+/// Lists are painted by this: it must not throw.
+std::size_t ReportPages::ReadBack(std::uint64_t offset, std::span<char> buffer) const {
+    try {
+        return source_->Read(offset, buffer);
+    } catch (const RunTimeError&) {
+        damaged_ = true;
+        return 0;
+    }
+}
+
+void ReportPages::RefuseDamaged() const {
+    if (damaged_)
+        throw RunTimeError("The file can no longer be read as it was loaded");
+}
+
 void ReportPages::ForEachLine(Page page, Line first, Line last, const Visitor& visit) const {
     const PageIndex& index = At(page);
     const std::size_t end = LinesIn(page, last);
@@ -203,7 +219,7 @@ void ReportPages::ForEachLine(Page page, Line first, Line last, const Visitor& v
             const std::uint64_t wanted =
                 std::min<std::uint64_t>(readBlock, endOffset - extent.offset);
             buffer.resize(std::max(static_cast<std::size_t>(wanted), extent.length));
-            buffer.resize(source_->Read(extent.offset, buffer));
+            buffer.resize(ReadBack(extent.offset, buffer));
             bufferOffset = extent.offset;
         }
         std::string_view text;

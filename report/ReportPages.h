@@ -109,8 +109,12 @@ public:
     using RecordVisitor = std::function<bool(RecordWalk::Step step, std::string_view text)>;
     void ForEachLineOfRecord(Page page, Line first, const RecordVisitor& visit) const;
 
-    /// True once a line could not be read back whole: the file has shrunk or gone.
+    /// True once a line could not be read back whole: the file has shrunk or gone, or its medium
+    /// fails. The line is blank then.
     bool Damaged() const { return damaged_; }
+
+    /// Throws RunTimeError when Damaged, for what must hold every record.
+    void RefuseDamaged() const;
 
     /// Bytes that the index takes.
     std::size_t IndexBytes() const;
@@ -139,6 +143,7 @@ private:
     template <class Wanted>
     std::optional<Line> FindRecordIf(Page page, Line first, Line last, Wanted wanted) const;
     std::size_t LinesIn(Page page, Line last) const;
+    std::size_t ReadBack(std::uint64_t offset, std::span<char> buffer) const;
     void DetectEncoding();
 
     std::unique_ptr<TextSource> source_;

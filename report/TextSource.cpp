@@ -15,6 +15,10 @@ std::string ShownName(const std::filesystem::path& file) {
     return CodePage::FromPath(file.filename()).value_or("the file");
 }
 
+std::string ReasonOf(int error, const char* otherwise) {
+    return error == 0 ? otherwise : std::error_code(error, std::generic_category()).message();
+}
+
 [[noreturn]] void Refuse(const std::filesystem::path& file, const std::string& reason) {
     throw RunTimeError("Opening " + ShownName(file) + ": " + reason);
 }
@@ -34,14 +38,13 @@ void CheckReadable(const std::filesystem::path& file) {
 
 } // namespace
 
-FileSource::FileSource(const std::filesystem::path& file) {
+FileSource::FileSource(const std::filesystem::path& file) : name_(ShownName(file)) {
     CheckReadable(file);
     stream_.rdbuf()->pubsetbuf(nullptr, 0); // blocks are read straight into the reader's buffer
     errno = 0;
     stream_.open(file, std::ios::binary);
     if (!stream_)
-        Refuse(file, errno == 0 ? std::string("Permission denied")
-                                : std::error_code(errno, std::generic_category()).message());
+        Refuse(file, ReasonOf(errno, "Permission denied"));
 }
 
 std::uint64_t FileSource::Size() {
@@ -53,10 +56,13 @@ std::uint64_t FileSource::Size() {
 
 std::size_t FileSource::Read(std::uint64_t offset, std::span<char> buffer) {
     stream_.clear();
+    errno = 0;
     stream_.seekg(static_cast<std::streamoff>(offset));
-    if (!stream_)
-        return 0;
-    stream_.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    if (stream_)
+        stream_.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    // The end of the file sets eof as well; a medium that fails is not the end of the file.
+    if (stream_.bad() || (stream_.fail() && !stream_.eof()))
+        throw RunTimeError("Reading " + name_ + ": " + ReasonOf(errno, "Device I/O error"));
     return static_cast<std::size_t>(stream_.gcount());
 }
 

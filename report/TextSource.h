@@ -19,7 +19,7 @@ public:
     virtual std::uint64_t Size() = 0;
 
     /// Fills `buffer` from `offset` and returns the bytes read: fewer than asked for only where the
-    /// source ends.
+    /// source ends. Throws RunTimeError where it cannot be read.
     virtual std::size_t Read(std::uint64_t offset, std::span<char> buffer) = 0;
 };
 
@@ -34,6 +34,7 @@ public:
     std::size_t Read(std::uint64_t offset, std::span<char> buffer) override;
 
 private:
+    std::string name_; ///< as messages tell it
     std::ifstream stream_;
 };
 

@@ -10,6 +10,8 @@
 #include "screens/controls/Wiring.h"
 #include "ui_WholeRunPanel.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <cmath>
 
@@ -227,12 +229,14 @@ void WholeRunPanel::tmrSlice_Timer() {
     QElapsedTimer clock;
     clock.start();
     const bool spanWasRead = SpanIsRead();
+    auto failed = qScopeGuard([this] { Clear(); }); // a medium that fails is told of once
     while (!Complete() && clock.elapsed() < sliceTime_ms) {
         if (!SpanIsRead())
             spanRun_.Step(sliceBytes);
         else
             overview_.Step(sliceBytes);
     }
+    failed.dismiss();
     if (!spanWasRead && SpanIsRead())
         SpanRead();
     const bool complete = Complete();

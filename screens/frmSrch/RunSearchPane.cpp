@@ -10,6 +10,7 @@
 #include "ui_RunSearchPane.h"
 
 #include <QElapsedTimer>
+#include <QScopeGuard>
 
 namespace {
 
@@ -165,9 +166,11 @@ void RunSearchPane::FindNext() {
 void RunSearchPane::tmrSearch_Timer() {
     QElapsedTimer clock;
     clock.start();
+    auto failed = qScopeGuard([this] { Stop(); }); // a medium that fails is told of once
     while (search_ && search_->Step(sliceBytes))
         if (clock.elapsed() >= sliceTime_ms)
-            return;
+            return failed.dismiss();
+    failed.dismiss();
     if (!search_)
         return;
     tmrSearch_.stop();
