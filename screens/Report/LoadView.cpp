@@ -43,6 +43,7 @@ void LoadView::LinesAdded() {
     controls_.lists.Newest().LinesChanged();
     if (controls_.lists.Has(shown_.shownPageIndex))
         controls_.lists.At(shown_.shownPageIndex).LinesChanged();
+    Q_EMIT LinesCame();
 }
 
 void LoadView::SelectShownPage() {

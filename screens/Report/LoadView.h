@@ -46,6 +46,9 @@ Q_SIGNALS:
     /// The caption tells of this file from now on.
     void FileShown(const std::filesystem::path& fileName);
 
+    /// The lists have got lines.
+    void LinesCame();
+
     /// The file shown before is gone, and what is to come is not there yet.
     void FileGone();
 

@@ -22,6 +22,8 @@
 #include <QScopeGuard>
 #include <QShortcut>
 
+#include <array>
+
 namespace {
 
 constexpr double zoomStep = 1.25;
@@ -51,8 +53,10 @@ Report::~Report() = default;
 void Report::Form_Load() {
     ui_->TabStrip->addTab("&Graph");
     ui_->TabStrip->addTab("&Table");
+    ui_->TabStrip->addTab("&Records");
     ui_->TabStrip->setExpanding(false);
     ui_->picGraph->Attach(file_, shown_);
+    ui_->tblRecords->Attach(file_);
     view_.ResetPages();
     ForgetFile();
     Mcommon::FitOntoScreen(*this);
@@ -79,6 +83,8 @@ void Report::WireParts() {
     const Wiring wire(*this, guard_, "Report");
     wire(&view_, &LoadView::FileShown, "ViewFile", &Report::TakeFile);
     wire(&view_, &LoadView::FileGone, "ViewFile", &Report::ForgetFile);
+    wire(&view_, &LoadView::LinesCame, "FillList", &Report::LinesCame);
+    wire(ui_->tblRecords, &RecordTableView::RecordChosen, "tblRecords", &Report::RecordChosen);
     wire(&search_, &ReportSearch::RecordFound, "frmSrch", &Report::GoTo);
     wire(&follower_, &RunFollower::Grown, "DynUpdate", &Report::FileGrown);
     wire(&follower_, &RunFollower::LiveChanged, "DynUpdate", &Report::AllowMenus);
@@ -136,12 +142,25 @@ void Report::TakeFile(const std::filesystem::path& fileName) {
 void Report::ForgetFile() {
     search_.Forget();
     delete verify_;
+    ui_->tblRecords->Forget();
     ShowView(graphTab);
     AllowMenus();
 }
 
 void Report::FileGrown() {
     ui_->picGraph->Run().FileGrown();
+    LinesCame();
+}
+
+void Report::LinesCame() {
+    if (ui_->tblRecords->isVisible())
+        ui_->tblRecords->FileGrown();
+}
+
+/// Shows a record of the compact table as the file has it.
+void Report::RecordChosen(int page, int line) {
+    GoTo(page, line);
+    ShowView(tableTab);
 }
 
 void Report::FileBegunAnew() {
@@ -216,9 +235,14 @@ void Report::Form_Unload() {
 void Report::ShowView(View view) {
     ui_->picMode->setVisible(view == tableTab);
     ui_->picGraph->setVisible(view == graphTab);
+    ui_->tblRecords->setVisible(view == recordsTab);
+    if (view == recordsTab)
+        ui_->tblRecords->ShowFile();
     const QSignalBlocker quiet(ui_->TabStrip);
     ui_->TabStrip->setCurrentIndex(view);
-    menus_.ShowView(view == tableTab ? ReportMenus::tableView : ReportMenus::graphView);
+    constexpr std::array items{ReportMenus::graphView, ReportMenus::tableView,
+                               ReportMenus::recordsView};
+    menus_.ShowView(items[view]);
 }
 
 void Report::TabStrip_Click(int tab) {
@@ -286,6 +310,7 @@ void Report::GoTo(int page, int line) {
     LineListView& list = lists_.At(page);
     list.LinesChanged();
     list.SetCurrentLine(line, Mreport::CountLinesPerRecord(file_.pages) - 1);
+    ui_->tblRecords->SelectRecord(page, line);
     const std::string text = file_.pages.Text(page, static_cast<std::size_t>(line));
     ui_->picGraph->BringIntoSpan({MeasurementLines::RecordNumber(text)});
 }
@@ -353,9 +378,11 @@ void Report::mnuViewItem_Click(int Index) {
     case ReportMenus::selectChannels:
         return SelectChannels();
     case ReportMenus::graphView:
+        return ChooseView(graphTab);
     case ReportMenus::tableView:
-        ui_->TabStrip->setCurrentIndex(Index == ReportMenus::tableView ? tableTab : graphTab);
-        return ShowView(static_cast<View>(ui_->TabStrip->currentIndex()));
+        return ChooseView(tableTab);
+    case ReportMenus::recordsView:
+        return ChooseView(recordsTab);
     case ReportMenus::zoomIn:
         return ui_->picGraph->Zoom(zoomStep);
     case ReportMenus::zoomOut:
@@ -363,6 +390,11 @@ void Report::mnuViewItem_Click(int Index) {
     default:
         ui_->picGraph->ShowWholeSpan();
     }
+}
+
+void Report::ChooseView(View view) {
+    ui_->TabStrip->setCurrentIndex(view);
+    ShowView(view); // the entry stays checked, chosen twice
 }
 
 void Report::SelectChannels() {
@@ -379,6 +411,10 @@ void Report::mnuToolItem_Click(int Index) {
         search_.Show();
     else if (Index == ReportMenus::verifyFile)
         VerifyFile();
+    else if (Index == ReportMenus::copyLines && ui_->tblRecords->isVisible())
+        ui_->tblRecords->CopySelection();
+    else if (Index == ReportMenus::selectAllLines && ui_->tblRecords->isVisible())
+        ui_->tblRecords->selectAll();
     else
         ReportTools::Run(Index, lists_);
 }

@@ -28,7 +28,7 @@ class Report : public QMainWindow {
     Q_OBJECT
 
 public:
-    enum View { graphTab, tableTab }; ///< of TabStrip
+    enum View { graphTab, tableTab, recordsTab }; ///< of TabStrip
 
     /// The run is what may be recorded meanwhile; it must outlive the viewer.
     explicit Report(FileOpr::MeasuringRun& run, QWidget* parent = nullptr);
@@ -90,11 +90,14 @@ private:
     void TakeFile(const std::filesystem::path& fileName);
     void ForgetFile();
     void FileGrown();
+    void LinesCame();
+    void RecordChosen(int page, int line);
     void FileBegunAnew();
     void FindNext();
 
     void OpenFile(const std::filesystem::path& fileName);
     std::optional<std::filesystem::path> AskForFile();
+    void ChooseView(View view);
     void SelectChannels();
     void VerifyFile();
     void GoTo(int page, int line);

@@ -21,10 +21,10 @@ void ReportMenus::Allow(const Mreport::ViewedFile& file, const Mreport::ShownGra
 }
 
 void ReportMenus::ShowView(ViewItem view) {
-    mnuViewItem(graphView).setChecked(view == graphView);
-    mnuViewItem(tableView).setChecked(view == tableView);
+    for (const ViewItem item : {graphView, tableView, recordsView})
+        mnuViewItem(item).setChecked(view == item);
     for (const ViewItem item : {zoomIn, zoomOut, wholeSpan})
         mnuViewItem(item).setEnabled(view == graphView);
     for (const ToolItem item : {copyLines, selectAllLines})
-        mnuToolItem(item).setEnabled(view == tableView);
+        mnuToolItem(item).setEnabled(view != graphView);
 }

@@ -17,7 +17,7 @@ public:
         openInNewWindow,
         printShownGraph
     };
-    enum ViewItem { selectChannels, graphView, tableView, zoomIn, zoomOut, wholeSpan };
+    enum ViewItem { selectChannels, graphView, tableView, zoomIn, zoomOut, wholeSpan, recordsView };
     enum ToolItem { calculator, notepad, findRecord, copyLines, selectAllLines, verifyFile };
     enum UpdateItem { updateList, automaticUpdate };
 

@@ -38,7 +38,7 @@ TEST_F(ReportScreen, A_file_shows_its_caption_header_lines_and_graph) {
 TEST_F(ReportScreen, The_table_view_shows_the_lines_in_lists_with_tabs) {
     View(MeasurementText().File(recordsOfFirstPage + 3));
     auto& views = Find<QTabBar>(*form, "TabStrip");
-    EXPECT_EQ(Texts(views), (std::vector<QString>{"&Graph", "&Table"}));
+    EXPECT_EQ(Texts(views), (std::vector<QString>{"&Graph", "&Table", "&Records"}));
     views.setCurrentIndex(Report::tableTab);
     EXPECT_TRUE(Find<QWidget>(*form, "picMode").isVisible());
     EXPECT_FALSE(Graph().isVisible());
