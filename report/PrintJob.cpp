@@ -1,8 +1,11 @@
 #include "report/PrintJob.h"
 
 #include "app/Mcommon.h"
+#include "base/CodePage.h"
 #include "base/DateText.h"
 #include "platform/Platform.h"
+#include "report/PrintCompact.h"
+#include "report/PrintFirstPage.h"
 #include "report/ViewedFile.h"
 
 #include <algorithm>
@@ -30,6 +33,34 @@ int PrintedChannels(const ViewedFile& file) {
     return file.channelCount > 4 ? 8 : 4;
 }
 
+std::string Today() {
+    return DateText::PrintedPage(platform::Current().clock.Now());
+}
+
+using Progress = std::function<void(const TableProgress&)>;
+
+void PrintLines(platform::Printer& printer, const ViewedFile& file, int page, RecordRange range,
+                bool wholeRecords, const Progress& progress) {
+    const ListPageText text(file.pages, page);
+    const TableReport report{text,
+                             RecordsOfPage(file, page).first,
+                             CountLinesPerRecord(file.pages),
+                             PrintedChannels(file),
+                             file.header.projectName,
+                             Today(),
+                             wholeRecords};
+    PrintTable(printer, report, range, progress);
+}
+
+void PrintCompact(platform::Printer& printer, const ViewedFile& file, int page, RecordRange range,
+                  const Progress& progress) {
+    RecordTable records(file);
+    records.Reset();
+    const auto [first, end] = records.RowsOf(page, range);
+    PrintCompactTable(printer, {records, first, end, ReportTitle(file, PrintKind::table), Today()},
+                      progress);
+}
+
 } // namespace
 
 RecordRange RecordsOfPage(const ViewedFile& file, int page) {
@@ -42,19 +73,22 @@ std::string ReportTitle(const ViewedFile& file, PrintKind kind) {
 }
 
 platform::PrintOutcome PrintPageTable(const ViewedFile& file, int page, RecordRange range,
+                                      TableChoices choices,
                                       const std::function<void(const TableProgress&)>& progress) {
-    const ListPageText text(file.pages, page);
-    const TableReport report{text,
-                             RecordsOfPage(file, page).first,
-                             CountLinesPerRecord(file.pages),
-                             PrintedChannels(file),
-                             file.header.projectName,
-                             DateText::PrintedPage(platform::Current().clock.Now())};
-    return platform::Current().printing.Print(ReportTitle(file, PrintKind::table),
-                                              [&](platform::Printer& printer) {
-                                                  PrintTable(printer, report, range, progress);
-                                                  file.pages.RefuseDamaged();
-                                              });
+    const std::string title = ReportTitle(file, PrintKind::table);
+    return platform::Current().printing.Print(title, [&](platform::Printer& printer) {
+        if (choices.firstPage) {
+            PrintFirstPage(printer, title,
+                           CodePage::FromPath(file.path.filename()).value_or(std::string()),
+                           file.header);
+            printer.NewPage();
+        }
+        if (choices.compact)
+            PrintCompact(printer, file, page, range, progress);
+        else
+            PrintLines(printer, file, page, range, choices.wholeRecords, progress);
+        file.pages.RefuseDamaged();
+    });
 }
 
 platform::PrintOutcome PrintGraph(const ViewedFile& file, const platform::Picture& graph) {

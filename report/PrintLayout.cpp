@@ -79,7 +79,29 @@ public:
             Cells(SplitAtTabs(line));
     }
 
+    /// Starts a page where so many lines do not fit this one but fit the next.
+    void KeepTogether(int lines) {
+        if (linesOnPage_ == 0 || Fits(linesOnPage_ + lines - 1) || !Fits(lines - 1))
+            return;
+        printer_.NewPage();
+        PrintHeader();
+    }
+
+    /// Lines of paper that a line of the list takes.
+    int LinesOf(std::string_view line) const {
+        if (!MeasurementLines::IsComment(line))
+            return 1;
+        const float room = ruleEnd_ - ColumnX(1);
+        const std::string text = Mcommon::TrimControl(MeasurementLines::CommentText(line));
+        return static_cast<int>(Wrap(text, CharactersIn(room)).size());
+    }
+
 private:
+    /// Whether a line belongs on the page behind so many.
+    bool Fits(int linesBefore) const {
+        return static_cast<float>(linesBefore + linesKept) * lineHeight_ < printer_.PageHeight();
+    }
+
     void PrintHeader() {
         printer_.SetFont({size_pt_, true});
         const std::string pageAndDate =
@@ -108,8 +130,7 @@ private:
 
     /// Makes room for a line: afterwards it belongs at the returned height.
     float StartLine() {
-        const float needed = static_cast<float>(linesOnPage_ + linesKept) * lineHeight_;
-        if (!(needed < printer_.PageHeight()) && linesOnPage_ > 0) {
+        if (!Fits(linesOnPage_) && linesOnPage_ > 0) {
             printer_.NewPage();
             PrintHeader();
         }
@@ -178,6 +199,25 @@ std::size_t FindRecordLine(const PageText& page, std::size_t start, Wanted wante
     return count;
 }
 
+/// Lines of paper that the record takes which begins at this line of the range; 0 where none does.
+int LinesOfRecord(const TablePrint& table, const PageText& page, LineRange range) {
+    if (range.first + 1 >= range.end || !MeasurementLines::IsRecordStart(page.Line(range.first)) ||
+        !MeasurementLines::IsComment(page.Line(range.first + 1)))
+        return 0;
+    int lines = 0;
+    RecordWalk walk;
+    for (std::size_t at = range.first; at < range.end; ++at) {
+        const std::string line = page.Line(at);
+        const RecordWalk::Step step = walk.Take(line);
+        if (step == RecordWalk::Step::begins && at != range.first + 1)
+            return lines - 1; // the first line of the next one was counted
+        lines += table.LinesOf(line);
+        if (step == RecordWalk::Step::ends)
+            break;
+    }
+    return lines;
+}
+
 } // namespace
 
 std::string PrintTitle(int channelCount, std::string_view name, PrintKind kind) {
@@ -218,6 +258,8 @@ void PrintTable(platform::Printer& printer, const TableReport& report, RecordRan
         Mcommon::LetEventsRun();
         if (printer.StopRequested())
             return;
+        if (report.wholeRecords)
+            table.KeepTogether(LinesOfRecord(table, report.page, {line, lines.end}));
         table.Line(report.page.Line(line));
         progress({line - lines.first + 1, lines.end - lines.first, printer.PageNumber()});
     }

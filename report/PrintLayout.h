@@ -27,6 +27,7 @@ struct TableReport {
     int channelCount = 4;            ///< 4 or 8
     std::string name;                ///< of the project
     std::string date;                ///< of printing, "dd-mmm-yyyy"
+    bool wholeRecords = false;       ///< a page ends before a record that fits the next one alone
 };
 
 struct TableProgress {

@@ -1,6 +1,7 @@
 #include "report/RecordTable.h"
 
 #include "base/Letters.h"
+#include "base/RunTimeError.h"
 #include "report/WholeRun.h"
 
 #include <algorithm>
@@ -173,6 +174,22 @@ std::string RecordTable::CellOf(const Column& column, const MeasurementLines::Ce
     const std::string text =
         Letters::TrimControl(cells.cell[static_cast<std::size_t>(column.series - 1)]);
     return MeasurementLines::IsMissing(text) ? std::string() : text;
+}
+
+RecordSpan RecordTable::RowsOf(int page, RecordRange range) {
+    const auto pageRow = firstRows_[static_cast<std::size_t>(page)];
+    const std::int64_t pageEnd = pageRow + file_.pages.RecordCount(page);
+    const auto number = [this](std::int64_t row) { return TypedRecordNumber(Text(row, 0)); };
+    RecordSpan rows{pageRow, pageRow};
+    while (rows.first < pageEnd &&
+           (number(rows.first) < range.first || number(rows.first) > range.last))
+        ++rows.first;
+    if (rows.first == pageEnd)
+        throw RunTimeError("The list holds no record from " + std::to_string(range.first) + " to " +
+                           std::to_string(range.last));
+    for (rows.end = rows.first; rows.end < pageEnd && number(rows.end) <= range.last;)
+        ++rows.end;
+    return rows;
 }
 
 std::string RecordTable::Copy(std::int64_t first, std::int64_t end,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "report/PrintRange.h"
+#include "report/RunOverview.h"
 #include "report/ViewedFile.h"
 
 #include <cstdint>
@@ -51,6 +53,10 @@ public:
 
     /// The row of the record that holds this line; nothing before a page's first record.
     std::optional<std::int64_t> RowOf(const Place& place);
+
+    /// The rows of a list page, from the first whose number is in the range to before the first
+    /// behind it. Throws RunTimeError where the page has none.
+    RecordSpan RowsOf(int page, RecordRange range);
 
     /// Rows from `first` to before `end` as lines of cells separated by tabs, below the titles of
     /// the columns.

@@ -22,6 +22,8 @@ frmPrint::frmPrint(const Mreport::ViewedFile& file, const Mreport::ShownGraph& s
     lblRange = ControlArray<QLabel>(*this, "lblRange");
     const Wiring wire(*this, guard_, "frmPrint");
     wire(ui_->cboList, &QComboBox::activated, "cboList", &frmPrint::cboList_Click);
+    wire(optPrintOpt, &QRadioButton::toggled, "optPrintOpt", &frmPrint::optPrintOpt_Click);
+    wire(ui_->chkCompact, &QCheckBox::toggled, "chkCompact", &frmPrint::chkCompact_Click);
     wire(ui_->cmdPrint, &QPushButton::clicked, "cmdPrint", &frmPrint::cmdPrint_Click);
     wire(ui_->cmdClose, &QPushButton::clicked, "cmdClose", &frmPrint::cmdClose_Click);
     wire(txtRange, &QLineEdit::textEdited, "txtRange", &frmPrint::txtRange_Change);
@@ -49,6 +51,22 @@ void frmPrint::cboList_Click() {
     listed_ = Mreport::RecordsOfPage(file_, ChosenPage());
     lblRange(firstBox).setText(QString::number(listed_.first));
     lblRange(lastBox).setText(QString::number(listed_.last));
+}
+
+void frmPrint::optPrintOpt_Click(int /*Index*/) {
+    AllowChoices();
+}
+
+void frmPrint::chkCompact_Click() {
+    AllowChoices();
+}
+
+/// The choices are the table's; a compact one keeps its records whole by itself.
+void frmPrint::AllowChoices() {
+    const bool table = optPrintOpt(asTable).isChecked();
+    ui_->chkCompact->setEnabled(table);
+    ui_->chkFirstPage->setEnabled(table);
+    ui_->chkWholeRecords->setEnabled(table && !ui_->chkCompact->isChecked());
 }
 
 /// Who types a number means a range.
@@ -107,8 +125,11 @@ void frmPrint::Refuse(std::string_view message, int box) {
 
 platform::PrintOutcome frmPrint::PrintTable(Mreport::RecordRange range) {
     shownPercent_ = -1;
+    const Mreport::TableChoices choices{ui_->chkCompact->isChecked(),
+                                        ui_->chkWholeRecords->isChecked(),
+                                        ui_->chkFirstPage->isChecked()};
     return Mreport::PrintPageTable(
-        file_, ChosenPage(), range,
+        file_, ChosenPage(), range, choices,
         [this](const Mreport::TableProgress& progress) { ShowProgress(progress); });
 }
 

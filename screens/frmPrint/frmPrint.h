@@ -37,6 +37,9 @@ public:
 private:
     void Form_Load();
     void cboList_Click();
+    void optPrintOpt_Click(int Index);
+    void chkCompact_Click();
+    void AllowChoices();
     void cmdPrint_Click();
     void cmdClose_Click();
     void txtRange_Change(int Index);

@@ -67,5 +67,6 @@ TEST_F(FailingMedium, An_export_that_misses_records_leaves_the_older_file) {
 TEST_F(FailingMedium, A_table_that_misses_records_is_not_printed) {
     BadSource& source = ViewBad(allGood);
     source.GoBad(0);
-    EXPECT_THROW(Mreport::PrintPageTable(viewed, 0, {1, 2000}, [](const auto&) {}), RunTimeError);
+    EXPECT_THROW(Mreport::PrintPageTable(viewed, 0, {1, 2000}, {}, [](const auto&) {}),
+                 RunTimeError);
 }

@@ -9,6 +9,7 @@
 #include "screens/frmPrint/frmPrint.h"
 #include "screens/support/ScreenTest.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -371,6 +372,40 @@ TEST_F(PrintScreen, The_range_boxes_refuse_characters_that_the_code_page_lacks) 
     QTest::keyClicks(&box, "12");
     box.insert(QString(QChar(0x2192))); // an arrow
     EXPECT_EQ(box.text(), "12");
+}
+
+TEST_F(PrintScreen, A_compact_table_is_a_choice_of_its_own) {
+    Open(30);
+    auto& compact = Find<QCheckBox>(*form, "chkCompact");
+    EXPECT_FALSE(compact.isChecked());
+    compact.click();
+    EXPECT_FALSE(Find<QCheckBox>(*form, "chkWholeRecords").isEnabled()) << "they are so anyway";
+    Click(*form, "cmdPrint");
+    EXPECT_TRUE(PrintedRecords().empty());
+    const auto isTime = [](const fake::PrintedText& text) {
+        return text.text == "14:05:33 07.Mar.2003";
+    };
+    EXPECT_EQ(std::ranges::count_if(Printed().texts, isTime), 30);
+    EXPECT_EQ(Printed().PageNumber(), 1);
+}
+
+TEST_F(PrintScreen, First_page_and_whole_records_are_off_until_they_are_chosen) {
+    Open(30);
+    auto& firstPage = Find<QCheckBox>(*form, "chkFirstPage");
+    auto& wholeRecords = Find<QCheckBox>(*form, "chkWholeRecords");
+    EXPECT_FALSE(firstPage.isChecked());
+    EXPECT_FALSE(wholeRecords.isChecked());
+    ChooseGraph();
+    EXPECT_FALSE(firstPage.isEnabled());
+    EXPECT_FALSE(wholeRecords.isEnabled());
+    Element<QRadioButton>(*form, "optPrintOpt", frmPrint::asTable).click();
+    firstPage.click();
+    wholeRecords.click();
+    Click(*form, "cmdPrint");
+    const auto first = Printed().Page(1);
+    EXPECT_TRUE(std::ranges::none_of(
+        first, [](const auto& line) { return line.find("Record 1") != std::string::npos; }));
+    EXPECT_EQ(PrintedRecords().size(), 30U);
 }
 
 } // namespace
