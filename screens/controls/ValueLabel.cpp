@@ -8,7 +8,8 @@ void ShowValue(QLabel& label, const QString& value) {
     if (!label.property(captionProperty).isValid())
         label.setProperty(captionProperty, label.accessibleName());
     const QString caption = label.property(captionProperty).toString();
-    const QString spoken = value.isEmpty() ? caption + ": blank" : caption + ": " + value;
+    QString spoken = caption + ": " + (value.isEmpty() ? "blank" : value);
+    spoken.replace('\n', ' '); // a line's end is there for the eye alone
     if (label.text() != value)
         label.setText(value);
     if (label.accessibleName() != spoken)

@@ -60,7 +60,7 @@ TEST_F(SpokenValues, Readings_marks_clock_and_averaging_are_read_by_name_and_val
     reader.AwaitName("label", "Channel 1 concentration in mol/l: \\d\\.\\d\\dE-\\d\\d");
     reader.AwaitName("label", "Channel 4 temperature in °C: \\d\\d\\.\\d");
     reader.AwaitName("label", "Channel 4 pH: blank");
-    reader.AwaitName("label", "Channel \\d drift: (steady|drifting|.* /min)");
+    reader.AwaitName("label", "Channel \\d drift: (steady|drifting|[-+]?\\d.* \\S+/min)");
     reader.AwaitName("label", "Clock: \\d+:\\d\\d:\\d\\d \\d\\d\\.\\w{3}\\.\\d{4}");
     reader.AwaitName("label", "Averaging number for measurement: 2");
     reader.AwaitName("label", "Records written: 0");
