@@ -39,15 +39,15 @@ void MeasuringPage::ConnectEvents() {
     const Wiring wire(*this, guard_, "frmMain");
     wire(&tmrRead, &QTimer::timeout, "tmrRead", &MeasuringPage::tmrRead_Timer);
     wire(&tmrTime, &QTimer::timeout, "tmrTime", &MeasuringPage::tmrTime_Timer);
-    wire(table_, &ReadingsTable::AlarmClicked, "AlarmClicked", &MeasuringPage::AlarmClicked);
-    wire(ui_->fraRecording, &RecordingGroup::Remarked, "Remarked", &MeasuringPage::Remarked);
+    wire(table_, &ReadingsTable::AlarmClicked, "AlarmClicked", &MeasuringPage::TakeNoteOfAlarm);
+    wire(ui_->fraRecording, &RecordingGroup::Remarked, "Remarked", &MeasuringPage::TakeRemark);
     wire(ui_->fraRecording, &RecordingGroup::ResumeChosen, "chkResume",
          &MeasuringPage::chkResume_Click);
     wire(ui_->cmdLimits, &QPushButton::clicked, "cmdLimits", &MeasuringPage::cmdLimits_Click);
     wire(ui_->cmdAcknowledge, &QPushButton::clicked, "cmdAcknowledge",
          &MeasuringPage::cmdAcknowledge_Click);
     wire(ui_->cmdNewFile, &QPushButton::clicked, "cmdNewFile", &MeasuringPage::cmdNewFile_Click);
-    wire(ui_->fraRecording, &RecordingGroup::RunChanged, "RunChanged", &MeasuringPage::ShowRun);
+    wire(ui_->fraRecording, &RecordingGroup::RunChanged, "RunChanged", &MeasuringPage::ShowNotice);
 }
 
 void MeasuringPage::Load(FileOpr::MeasuringRun& run) {
@@ -61,16 +61,16 @@ void MeasuringPage::Load(FileOpr::MeasuringRun& run) {
     readings_->LoadLimits();
     table_->Prepare();
     ui_->cmdAcknowledge->hide();
-    ShowColours();
+    TakeUpPalette();
 }
 
 void MeasuringPage::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) // the controls take the palette after their page
-        QTimer::singleShot(0, this, [this] { ShowColours(); });
+        QTimer::singleShot(0, this, [this] { TakeUpPalette(); });
 }
 
-void MeasuringPage::ShowColours() {
+void MeasuringPage::TakeUpPalette() {
     table_->ShowColours();
     QPalette colours = palette();
     colours.setColor(QPalette::WindowText, Colours::Caution(colours));
@@ -133,7 +133,7 @@ void MeasuringPage::StartReading() {
     supply_ = Supply::current;
     readings_->BeginSeries();
     series_.Start(mWinInit::HardwareSettings.AveragingForMeasurement);
-    ShowRun();
+    ShowNotice();
 }
 
 void MeasuringPage::StopReading() {
@@ -180,7 +180,7 @@ void MeasuringPage::NoticeLink() {
     }
 }
 
-void MeasuringPage::ReadingsReturned() {
+void MeasuringPage::NoteReadings() {
     if (supply_ == Supply::returned)
         ui_->fraRecording->ReadingsReturned(platform::Current().clock.Now());
     supply_ = Supply::current;
@@ -189,7 +189,7 @@ void MeasuringPage::ReadingsReturned() {
 
 void MeasuringPage::ShowAverages(std::span<const float, cyclePositions> averages) {
     const MeasuringCycle::Outcome outcome = MeasuringCycle::Run(*cycle_, averages);
-    ReadingsReturned();
+    NoteReadings();
     if (readings_->Show(outcome))
         platform::Current().dialogs.Beep();
     ui_->panTrend->AddReading(outcome.values);
@@ -230,7 +230,7 @@ void MeasuringPage::ReadingFailed() {
     Mcommon::Warn(DataAcq::connectionMessage);
 }
 
-void MeasuringPage::AlarmClicked(int channel) {
+void MeasuringPage::TakeNoteOfAlarm(int channel) {
     readings_->Acknowledge(channel);
     ShowStatus();
 }
@@ -240,7 +240,7 @@ void MeasuringPage::cmdAcknowledge_Click() {
     ShowStatus();
 }
 
-void MeasuringPage::Remarked(const QString& text) {
+void MeasuringPage::TakeRemark(const QString& text) {
     remark_ = text;
     ShowStatus();
 }
@@ -260,7 +260,7 @@ void MeasuringPage::cmdNewFile_Click() {
 }
 
 /// Says where setup or calibration are no longer what the target's header tells.
-void MeasuringPage::ShowRun() {
+void MeasuringPage::ShowNotice() {
     const QString notice = Text::ToQt(ui_->fraRecording->Notice());
     ShowValue(*ui_->lblNotice, notice);
     ui_->lblNotice->setToolTip(notice); // where the line is too long for its room
@@ -304,7 +304,7 @@ void MeasuringPage::AveragingPressed() {
     Q_EMIT AveragingChanged(answer);
 }
 
-RecordingGroup& MeasuringPage::Recording() const {
+RecordingGroup& MeasuringPage::RecordingControls() const {
     return *ui_->fraRecording;
 }
 

@@ -67,7 +67,7 @@ public:
     void RunPressed();
 
     /// Its recording, with the live report.
-    RecordingGroup& Recording() const;
+    RecordingGroup& RecordingControls() const;
 
     /// Keeps what the analyst has chosen here. Returns messages as SaveSettings does.
     std::vector<std::string> SaveChoices() const;
@@ -105,14 +105,14 @@ private:
     void tmrTime_Timer();
     void ShowAverages(std::span<const float, cyclePositions> averages);
     void NoticeLink();
-    void ReadingsReturned();
+    void NoteReadings();
     QStringList StatusParts() const;
     void ShowStatus();
-    void ShowRun();
-    void ShowColours();
-    void AlarmClicked(int channel);
+    void ShowNotice();
+    void TakeUpPalette();
+    void TakeNoteOfAlarm(int channel);
     void cmdAcknowledge_Click();
-    void Remarked(const QString& text);
+    void TakeRemark(const QString& text);
     void chkResume_Click(bool checked);
     void cmdLimits_Click();
     void cmdNewFile_Click();

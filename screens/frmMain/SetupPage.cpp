@@ -244,13 +244,13 @@ void SetupPage::ShowCalibration(Screen* screen) {
     screen->setAttribute(Qt::WA_DeleteOnClose);
     screen->setWindowModality(Qt::WindowModal);
     const Wiring wire(*this, guard_, "frmMain");
-    wire(screen, &Screen::CalibrationStored, "CalibrationStored", &SetupPage::CalibrationStored);
+    wire(screen, &Screen::CalibrationStored, "CalibrationStored", &SetupPage::ShowStored);
     wire(screen, &QObject::destroyed, "CalibrationClosed", &SetupPage::CalibrationClosed);
     screen->move(mapToGlobal(QPoint(0, 0)));
     screen->show();
 }
 
-void SetupPage::CalibrationStored(int channel) {
+void SetupPage::ShowStored(int channel) {
     rows_.Show(channel);
 }
 

@@ -74,7 +74,7 @@ private:
     void cmdSimult_Click();
     void cmdBrowse_Click();
     void txtExperimentDate_Change(QDate date);
-    void CalibrationStored(int channel);
+    void ShowStored(int channel);
     void CalibrationClosed();
     template <class Screen>
     void ShowCalibration(Screen* screen);

@@ -161,7 +161,7 @@ void frmMain::cmdPage_Click(int Index) {
         ui_->pgeMeasure->RunPressed();
         break;
     case report:
-        ui_->pgeMeasure->Recording().ShowReport();
+        ui_->pgeMeasure->RecordingControls().ShowReport();
         break;
     case leave:
         close();
@@ -200,7 +200,7 @@ void frmMain::LeaveMeasuringPage() {
 
 void frmMain::mnuFileItem_Click(int Index) {
     if (Index == newFile)
-        ui_->pgeMeasure->Recording().NewFile();
+        ui_->pgeMeasure->RecordingControls().NewFile();
     else if (Index == exitProgram)
         close();
     else if (std::filesystem::path file;
@@ -221,7 +221,7 @@ void frmMain::mnuRecent_Click(QAction* item) {
 
 void frmMain::OpenReport(const std::filesystem::path& file) {
     guard_("frmMain - OpenReport",
-           [this, &file] { ui_->pgeMeasure->Recording().OpenReport(file); });
+           [this, &file] { ui_->pgeMeasure->RecordingControls().OpenReport(file); });
 }
 
 void frmMain::mnuHelp_Click(int Index) {
@@ -267,7 +267,7 @@ void frmMain::Form_QueryUnload(bool& cancel) {
     const auto done = qScopeGuard([this] { unloading_ = false; });
     if (!Mcommon::Ask("Are you sure you want to exit?", Mcommon::EnterMeans::no))
         return;
-    if (!ui_->pgeMeasure->Recording().CloseReport())
+    if (!ui_->pgeMeasure->RecordingControls().CloseReport())
         return;
     BusyPointer busy;
     const bool wasReading = ui_->pgeMeasure->EndWork();
