@@ -14,8 +14,10 @@ forms=$pictures/forms.sha256
 shown=(setup=setup calibration=calibration-pH-summary measuring=recording-by-clock notice=notice
     alarm=alarm report=report-ppm)
 
+# The forms that the README shows, and what stands in them.
 list_forms() {
-    find screens -name '*.ui' | LC_ALL=C sort | xargs sha256sum
+    (cd screens && find frmMain frmCalib Report calibration controls -name '*.ui') |
+        LC_ALL=C sort | sed 's|^|screens/|' | xargs sha256sum
 }
 
 # The folders that the pictures show are those of any analyst, not those of this computer. They are
