@@ -4,6 +4,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QPalette>
 
 #include <algorithm>
 #include <cmath>
