@@ -82,7 +82,7 @@ std::optional<Seal> LoadSeal(const std::filesystem::path& sealFile) {
     std::ifstream stream(sealFile, std::ios::binary);
     std::ostringstream text;
     text << stream.rdbuf();
-    const auto seal = stream && text ? ReadSeal(text.str()) : std::nullopt;
+    auto seal = stream && text ? ReadSeal(text.str()) : std::nullopt;
     if (!seal)
         throw RunTimeError("Reading " + CodePage::NameOf(sealFile) + ": This is no seal");
     return seal;
@@ -91,7 +91,7 @@ std::optional<Seal> LoadSeal(const std::filesystem::path& sealFile) {
 Seal SaveSeal(const std::filesystem::path& sealFile, const std::filesystem::path& sealed,
               const std::vector<SealPoint>& points) {
     const LocalTime now = platform::Current().clock.Now();
-    const Seal seal{DateText::Date(now) + " " + DateText::TimeOfDay(now), points};
+    Seal seal{DateText::Date(now) + " " + DateText::TimeOfDay(now), points};
     platform::Current().files.Replace(sealFile, SealText(seal, CodePage::NameOf(sealed.filename())),
                                       platform::Readers::asUsual);
     return seal;

@@ -32,7 +32,7 @@ Options::Task TaskOf(std::string_view name) {
 std::string TakeValue(std::string_view option, std::span<const std::string_view>& rest) {
     if (rest.empty())
         throw RunTimeError(std::string(option) + " needs a value");
-    const std::string value(rest.front());
+    std::string value(rest.front());
     rest = rest.subspan(1);
     return value;
 }

@@ -63,7 +63,7 @@ bool IsImpossible(const MeasuredRun& run, std::size_t record, std::size_t channe
     double high = -1e300;
     constexpr int steps = 60;
     for (int i = 0; i <= steps; ++i) {
-        const double reading = middle + unit * (i - steps / 2) / steps;
+        const double reading = middle + unit * (static_cast<double>(i) / steps - 0.5);
         const auto given = run.CellsOf(channel, static_cast<float>(reading))[quantity].text;
         if (given == text || given == "Error" || given.empty())
             return false; // left to the other tests
