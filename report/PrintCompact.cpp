@@ -14,9 +14,9 @@ using Group = std::vector<std::size_t>;
 
 constexpr int timeColumn = 9;
 constexpr int firstValueColumn = 31; // behind "00:00:00 00.Mmm.0000"
-constexpr int valueColumns = 11;     // -1.23E+04 and two blanks
+constexpr int valueColumns = 10;     // -1.23E+04 and a blank
 constexpr int largestText_pt = 10;
-constexpr int smallestText_pt = 6;
+constexpr int smallestText_pt = 5;
 constexpr int linesKept = 1; // at the end of a page
 
 class CompactPrint {

@@ -12,8 +12,8 @@ namespace {
 
 using Channel = FileOpr::MeasurementHeader::Channel;
 
-constexpr int labelColumns = 18;
-constexpr int cellColumns = 13; // a cell of 12 characters and a blank
+constexpr int labelColumns = 20; // "Report created at: " and a blank
+constexpr int cellColumns = 13;  // a cell of 12 characters and a blank
 constexpr int largestText_pt = 10;
 constexpr int smallestText_pt = 5;
 constexpr float titleScale = 1.4F;
@@ -104,7 +104,6 @@ void PrintCalibration(FirstPage& page, const FileOpr::MeasurementHeader& header)
     page.Row(stdUnitRow, &Channel::stdUnit, header);
     PrintNumbered(page, standardRows, &Channel::standard, header);
     PrintNumbered(page, caliDataRows, &Channel::caliData, header);
-    page.Rule();
     PrintNumbered(page, slopeRows, &Channel::slope, header);
 }
 

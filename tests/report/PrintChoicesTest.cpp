@@ -140,7 +140,7 @@ TEST_F(PrintChoices, Calibration_and_slopes_stand_in_the_columns_of_their_channe
     header.channels[1].standard[0] = "10.5";
     header.channels[1].slope[0] = "-29.1";
     Mreport::PrintFirstPage(printer, "Title", "run.4ch", header);
-    EXPECT_TRUE(Printed(1, "186,")) << "the second channel, 31 columns from the left";
+    EXPECT_TRUE(Printed(1, "198,")) << "the second channel, 33 columns from the left";
     EXPECT_TRUE(Printed(1, "Standard 1:"));
     EXPECT_TRUE(Printed(1, "10.5"));
     EXPECT_TRUE(Printed(1, "Slope 1:"));
