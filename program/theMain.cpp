@@ -59,6 +59,9 @@ void Program::ConnectForms() {
         port_->show();
     });
     QObject::connect(main_.get(), &frmMain::Ended, qApp, &QApplication::quit);
+    QObject::connect(
+        qApp, &QGuiApplication::commitDataRequest, main_.get(), [this] { main_->EndSession(); },
+        Qt::DirectConnection);
 }
 
 void Program::Continue() {

@@ -1,6 +1,7 @@
 #include "screens/frmMain/frmMain.h"
 
 #include "app/Mcommon.h"
+#include "base/RunTimeError.h"
 #include "base/Version.h"
 #include "files/FileOpr.h"
 #include "files/MeasuringRun.h"
@@ -283,7 +284,19 @@ void frmMain::Form_QueryUnload(bool& cancel) {
     cancel = false;
 }
 
-void frmMain::SaveSettings() {
+void frmMain::EndSession() {
+    if (ended_)
+        return;
+    KeepSettings();
+    try {
+        run_.FlushTempFile();
+    } catch (const RunTimeError&) {
+        // The temporary file stays, and its records are offered at the next start.
+    }
+}
+
+/// Returns what could not be kept, for the analyst.
+std::vector<std::string> frmMain::KeepSettings() {
     mWinInit::WindowX = Coordinate(pos().x());
     mWinInit::WindowY = Coordinate(pos().y());
     ui_->pgeSetup->StoreEntries();
@@ -292,6 +305,10 @@ void frmMain::SaveSettings() {
         messages = mWinInit::SaveWindowSize({normalGeometry().width(), normalGeometry().height()});
     if (messages.empty())
         messages = ui_->pgeMeasure->SaveChoices();
-    for (const std::string& message : messages)
+    return messages;
+}
+
+void frmMain::SaveSettings() {
+    for (const std::string& message : KeepSettings())
         Mcommon::Warn(message);
 }

@@ -9,6 +9,8 @@
 
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <vector>
 
 class QAction;
 class QKeyEvent;
@@ -40,6 +42,10 @@ public:
 
     /// Shows a measurement file in the report viewer.
     void OpenReport(const std::filesystem::path& file);
+
+    /// The user's session ends: what is recorded goes into its file and the settings are kept,
+    /// without a question, which nobody could answer. Work goes on, for the session may stay.
+    void EndSession();
 
     Page ShownPage() const { return page_; }
 
@@ -73,6 +79,7 @@ private:
     void ShowRun();
     void ShowLink();
     void ShowStatus(const QString& text);
+    std::vector<std::string> KeepSettings();
     void SaveSettings();
 
     FileOpr::MeasuringRun& run_;

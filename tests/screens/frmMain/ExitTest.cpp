@@ -141,6 +141,40 @@ TEST_F(ExitTest, Leaving_during_an_automatic_run_keeps_every_record) {
     EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
 }
 
+TEST_F(ExitTest, At_the_sessions_end_an_automatic_run_is_kept_without_a_question_and_goes_on) {
+    OpenReading();
+    const auto target = AnswerSaveDialog("run.4ch");
+    Pick(*form, "cboAcqr", "Automatic");
+    Click(*form, "cmdPage", frmMain::run);
+    TimePasses(1s);
+    form->move(120, 80);
+
+    form->EndSession();
+
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
+    EXPECT_TRUE(form->isVisible());
+    TimePasses(1s); // another program has kept the session
+    form->EndSession();
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 3U);
+    mWinInit::Reset();
+    mWinInit::LoadSettings();
+    EXPECT_EQ(mWinInit::WindowX, 120);
+}
+
+TEST_F(ExitTest, At_the_sessions_end_records_that_cannot_be_moved_wait_for_the_next_start) {
+    const auto target = RecordTwo();
+    std::filesystem::remove_all(target.parent_path());
+
+    form->EndSession();
+
+    std::filesystem::create_directories(target.parent_path());
+    Crash();
+    platform.dialogs.ExpectMessage(RecoveryPrompt(target), Style(yesNo, question),
+                                   platform::button::yes);
+    Open();
+    EXPECT_EQ(FileOpr::ReadMeasurementFile(target).records.size(), 2U);
+}
+
 TEST_F(ExitTest, Records_that_cannot_be_moved_are_left_behind_only_after_a_second_yes) {
     const auto target = RecordTwo();
     std::filesystem::remove_all(target.parent_path());
