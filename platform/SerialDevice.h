@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/SerialControl.h"
-
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -29,8 +27,5 @@ std::unique_ptr<DeviceClaim> ClaimDevice(std::intptr_t handle);
 
 /// True when the device behind an open handle has been unplugged.
 bool DeviceHasGone(std::intptr_t handle);
-
-/// Sets the driver's time-out record of an open device, where the system has one.
-void SetDriverTimeouts(std::intptr_t handle, const CommTimeouts& timeouts);
 
 } // namespace platform

@@ -93,8 +93,4 @@ bool DeviceHasGone(std::intptr_t handle) {
            tcgetattr(state.fd, &settings) != 0;
 }
 
-void SetDriverTimeouts(std::intptr_t /*handle*/, const CommTimeouts& /*timeouts*/) {
-    // A terminal's driver keeps no such record; nothing here waits inside a read or a write.
-}
-
 } // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/qt/QtDialogs.h"
 
 #include "platform/qt/EntryText.h"
+#include "platform/qt/SystemHabits.h"
 #include "platform/qt/Text.h"
 
 #include <QApplication>
@@ -91,7 +92,7 @@ QString FilterOf(const std::string& filter) {
 std::optional<std::filesystem::path> ChooseFolder(const FileDialogRequest& request) {
     QFileDialog dialog(QApplication::activeWindow(), Text::ToQt(request.title),
                        Text::FromPath(request.initialFolder));
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::DontUseNativeDialog, !HasFileDialogs());
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
@@ -133,7 +134,7 @@ std::optional<std::filesystem::path> QtDialogs::ChooseFile(const FileDialogReque
     const bool opening = request.kind == FileDialogRequest::Kind::open;
     QFileDialog dialog(QApplication::activeWindow(), Text::ToQt(request.title),
                        Text::FromPath(request.initialFolder), FilterOf(request.filter));
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::DontUseNativeDialog, !HasFileDialogs());
     dialog.setAcceptMode(opening ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     dialog.setFileMode(opening ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialog.setDefaultSuffix(Text::ToQt(request.defaultExtension));

@@ -1,6 +1,7 @@
 #include "platform/qt/QtPlaces.h"
 
 #include "platform/System.h"
+#include "platform/qt/SystemHabits.h"
 #include "platform/qt/Text.h"
 
 #include <QCoreApplication>
@@ -32,7 +33,7 @@ std::filesystem::path QtPlaces::DataParentFolder() const {
     const QString beside = QCoreApplication::applicationDirPath();
     if (QFileInfo(beside + "/Data").isWritable())
         return Text::ToPath(beside);
-    return Text::ToPath(UserFolder(QStandardPaths::GenericDataLocation));
+    return Text::ToPath(UserFolder(RecordingsLocation()));
 }
 
 std::filesystem::path QtPlaces::ConfigurationFolder() const {

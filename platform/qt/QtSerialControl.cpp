@@ -17,9 +17,8 @@ namespace {
 
 constexpr std::string_view lineFormat = ",N,8,1";
 
-/// A number on one system, a pointer on the other; this cast serves both.
 std::intptr_t HandleOf(const QSerialPort& port) {
-    return std::intptr_t(port.handle());
+    return port.handle();
 }
 
 } // namespace
@@ -149,10 +148,9 @@ void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
                            (lost_ ? "the port has gone" : Text::ForMessage(port_.errorString())));
 }
 
+// A terminal's driver keeps no such record; nothing here waits inside a read or a write.
 void QtSerialControl::SetCommTimeouts(const CommTimeouts& timeouts) {
     timeouts_ = timeouts;
-    if (port_.isOpen())
-        SetDriverTimeouts(HandleOf(port_), timeouts);
 }
 
 void QtSerialControl::ErrorOccurred(QSerialPort::SerialPortError error) {

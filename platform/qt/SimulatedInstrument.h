@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QLocalSocket>
 #include <QObject>
 #include <QProcess>
 #include <QString>
@@ -9,6 +8,8 @@
 
 #include <deque>
 #include <filesystem>
+
+class QLocalSocket;
 
 namespace platform {
 
@@ -63,10 +64,10 @@ private:
     State state_ = State::stopped;
     QString control_; ///< the place of the control socket
     QProcess process_;
-    QLocalSocket socket_;
-    QTimer patience_;          ///< for the start
-    std::deque<QString> sent_; ///< commands without an answer yet
-    QStringList answer_;       ///< what has come of the next answer
+    QLocalSocket* socket_ = nullptr; ///< to the control socket; none where the program is not made
+    QTimer patience_;                ///< for the start
+    std::deque<QString> sent_;       ///< commands without an answer yet
+    QStringList answer_;             ///< what has come of the next answer
 };
 
 } // namespace platform

@@ -42,7 +42,8 @@ QString FromPath(const std::filesystem::path& path) {
 }
 
 std::filesystem::path ToPath(const QString& text) {
-    return std::filesystem::path(text.toStdU16String());
+    // Qt's paths have slashes; the system's own separators are what is shown and stored.
+    return std::filesystem::path(text.toStdU16String()).make_preferred();
 }
 
 } // namespace Text

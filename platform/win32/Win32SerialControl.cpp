@@ -135,4 +135,8 @@ void Win32SerialControl::Deliver() {
         OnComm(Event::portLost);
 }
 
+std::unique_ptr<WaitingSerialControl> MakeWaitingSerialControl() {
+    return std::make_unique<Win32SerialControl>();
+}
+
 } // namespace platform

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/WaitingSerialControl.h"
 #include "platform/win32/Win32SerialPort.h"
 
 namespace platform {
 
-/// A serial port of the system. Its owner waits for the event Arrival() and then calls Deliver();
-/// handlers are called from there alone, so that a handler may close the port or show a box.
-class Win32SerialControl : public SerialControl {
+/// A serial port of the system.
+class Win32SerialControl : public WaitingSerialControl {
 public:
     void SetCommPort(std::int16_t number) override { commPort_ = number; }
     std::int16_t CommPort() const override { return commPort_; }
@@ -26,10 +26,8 @@ public:
     CommTimeouts GetCommTimeouts() const override;
     void SetCommTimeouts(const CommTimeouts& timeouts) override;
 
-    HANDLE Arrival() const { return port_.Arrival(); }
-
-    /// Tells of the bytes that have arrived, or that the port has gone.
-    void Deliver();
+    HANDLE Arrival() const override { return port_.Arrival(); }
+    void Deliver() override;
 
 private:
     void Open();

@@ -2,36 +2,12 @@
 
 #include "base/PortName.h"
 #include "platform/Platform.h"
-#include "platform/System.h"
+#include "platform/qt/PortInfo.h"
 #include "platform/qt/Text.h"
 
 #include <QFileInfo>
-#include <QSerialPortInfo>
 
 namespace PortDevice {
-
-QString NameOf(int port) {
-    const auto device =
-        platform::DeviceOfPort(port, platform::Current().places.ConfigurationFolder());
-    const auto named = QString::fromStdString(device);
-    const auto resolved = QFileInfo(named).canonicalFilePath();
-    return resolved.isEmpty() ? named : resolved;
-}
-
-QString DescriptionOf(int port) {
-    auto device = NameOf(port);
-    for (const auto& info : QSerialPortInfo::availablePorts()) {
-        if (info.systemLocation() != device)
-            continue;
-        QString text = device;
-        if (!info.description().isEmpty())
-            text += " - " + info.description();
-        if (!info.manufacturer().isEmpty())
-            text += " (" + info.manufacturer() + ")";
-        return text;
-    }
-    return device;
-}
 
 std::filesystem::path LinkOf(int port) {
     return platform::Current().places.ConfigurationFolder() / "ports" /
@@ -42,7 +18,7 @@ std::optional<int> FreeNumber() {
     for (int port = 1; port <= PortName::last; ++port) {
         // A link counts even where it leads nowhere: it is the user's.
         const bool linked = QFileInfo(Text::FromPath(LinkOf(port))).isSymLink();
-        if (!linked && !QFileInfo::exists(NameOf(port)))
+        if (!linked && !platform::InfoOfPort(port).isThere)
             return port;
     }
     return std::nullopt;

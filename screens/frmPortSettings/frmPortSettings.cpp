@@ -4,6 +4,8 @@
 #include "base/PortName.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
+#include "platform/qt/PortInfo.h"
+#include "platform/qt/SystemSerialControl.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/ListLabels.h"
 #include "screens/controls/ValueLabel.h"
@@ -12,7 +14,6 @@
 #include "screens/frmSimulated/frmSimulated.h"
 #include "ui_frmPortSettings.h"
 
-#include <QFileInfo>
 #include <QShowEvent>
 #include <QStringList>
 
@@ -33,7 +34,9 @@ frmPortSettings::frmPortSettings(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmPortSettings>()) {
     ui_->setupUi(this);
     LabelLists(*this);
-    MSComm1.setObjectName("MSComm1");
+    MSComm1 = platform::MakeSerialControl(*this, [this](const std::function<void()>& handler) {
+        guard_("frmPortSettings - MSComm1", handler);
+    });
     tmrTimeout.setObjectName("tmrTimeout");
     tmrTransferInterval.setObjectName("tmrTransferInterval");
     tmrProbe.setObjectName("tmrProbe");
@@ -59,7 +62,7 @@ void frmPortSettings::Form_Load() {
 
 void frmPortSettings::AttachControls() {
     CommPort::Controls controls;
-    controls.MSComm1 = &MSComm1;
+    controls.MSComm1 = MSComm1.get();
     controls.tmrTimeout = &timeout_;
     controls.tmrTransferInterval = &transferInterval_;
     controls.SetStatusText = [this](const std::string& text) { SetStatusText(text); };
@@ -75,9 +78,6 @@ void frmPortSettings::AttachControls() {
         return static_cast<std::int16_t>(ui_->txtInterval->value());
     };
     controls.IntervalUnit = [this] { return Text::FromQt(ui_->cboIntervalUnit->currentText()); };
-    MSComm1.Guard = [this](const std::function<void()>& handler) {
-        guard_("frmPortSettings - MSComm1", handler);
-    };
     CommPort::Attach(std::move(controls));
 }
 
@@ -227,7 +227,7 @@ void frmPortSettings::ShowSimulated() {
 
 void frmPortSettings::cboPort_Click() {
     const auto port = ChosenPort(*ui_->cboPort);
-    auto device = PortDevice::DescriptionOf(port);
+    auto device = platform::InfoOfPort(port).description;
     if (simulated_.IsReady() && port == simulatedPort_)
         device += " - simulated instrument";
     ShowValue(*ui_->lblDevice,
@@ -250,7 +250,7 @@ void frmPortSettings::SetPortList(const std::vector<std::string>& ports) {
     for (const auto& port : ports) {
         const auto name = Text::ToQt(port);
         box.addItem(name, NumberOfPort(name));
-        box.setItemData(box.count() - 1, PortDevice::DescriptionOf(NumberOfPort(name)),
+        box.setItemData(box.count() - 1, platform::InfoOfPort(NumberOfPort(name)).description,
                         Qt::ToolTipRole);
     }
     box.setCurrentIndex(-1); // the stored port is selected only where the scan found it
@@ -261,7 +261,7 @@ void frmPortSettings::ShowProblems() {
     for (std::int16_t port = 1; port <= maxPortNumber; ++port) {
         const auto& problem = CommPort::PortProblem(port);
         // Ports without a device are the rule and no news.
-        if (!problem.empty() && QFileInfo::exists(PortDevice::NameOf(port)))
+        if (!problem.empty() && platform::InfoOfPort(port).isThere)
             problems << Text::ToQt(problem);
     }
     ShowValue(*ui_->lblProblems, problems.join('\n'));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qt/QtSerialControl.h"
+#include "platform/SerialControl.h"
 #include "platform/qt/SimulatedInstrument.h"
 #include "screens/controls/EventGuard.h"
 #include "screens/controls/FormTimer.h"
@@ -58,7 +58,7 @@ private:
     void ShowProblems();
 
     std::unique_ptr<Ui::frmPortSettings> ui_;
-    platform::QtSerialControl MSComm1{this};
+    std::shared_ptr<platform::SerialControl> MSComm1;
     QTimer tmrTimeout{this};
     QTimer tmrTransferInterval{this};
     QTimer tmrProbe{this};

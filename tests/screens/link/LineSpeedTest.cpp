@@ -2,6 +2,7 @@
 
 #include "link/Link.h"
 #include "link/ReadingSeries.h"
+#include "platform/qt/QtSerialControl.h"
 #include "screens/controls/FormTimer.h"
 #include "support/InstrumentProcess.h"
 

@@ -3,6 +3,7 @@
 #include "platform/qt/Text.h"
 
 #include <QCoreApplication>
+#include <QLocalSocket>
 #include <QStandardPaths>
 
 #include <chrono>
@@ -18,7 +19,8 @@ constexpr int longestEnd_ms = 2000;
 
 } // namespace
 
-SimulatedInstrument::SimulatedInstrument(QObject* parent) : QObject(parent) {
+SimulatedInstrument::SimulatedInstrument(QObject* parent)
+    : QObject(parent), socket_(new QLocalSocket(this)) {
     connect(&process_, &QProcess::readyReadStandardOutput, this, &SimulatedInstrument::OutputCame);
     connect(&process_, &QProcess::finished, this,
             [this] { Fail(QString::fromLocal8Bit(process_.readAllStandardError()).trimmed()); });
@@ -26,20 +28,20 @@ SimulatedInstrument::SimulatedInstrument(QObject* parent) : QObject(parent) {
         if (error == QProcess::FailedToStart)
             Fail(process_.errorString());
     });
-    connect(&socket_, &QLocalSocket::readyRead, this, &SimulatedInstrument::AnswerCame);
-    connect(&socket_, &QLocalSocket::connected, this, [this] {
+    connect(socket_, &QLocalSocket::readyRead, this, &SimulatedInstrument::AnswerCame);
+    connect(socket_, &QLocalSocket::connected, this, [this] {
         patience_.stop();
         state_ = State::ready;
         Q_EMIT Ready();
     });
-    connect(&socket_, &QLocalSocket::errorOccurred, this, [this] { Fail(socket_.errorString()); });
+    connect(socket_, &QLocalSocket::errorOccurred, this, [this] { Fail(socket_->errorString()); });
     patience_.setSingleShot(true);
     connect(&patience_, &QTimer::timeout, this,
             [this] { Fail("it did not say that it is ready"); });
 }
 
 SimulatedInstrument::~SimulatedInstrument() {
-    for (QObject* part : std::initializer_list<QObject*>{&process_, &socket_, &patience_})
+    for (QObject* part : std::initializer_list<QObject*>{&process_, socket_, &patience_})
         part->disconnect(this);
     EndProcess();
 }
@@ -64,22 +66,22 @@ void SimulatedInstrument::Start(const std::filesystem::path& link, const QString
 /// Its first line says that it is ready; what comes later is for people at a terminal.
 void SimulatedInstrument::OutputCame() {
     const QByteArray output = process_.readAllStandardOutput();
-    if (state_ == State::starting && socket_.state() == QLocalSocket::UnconnectedState &&
+    if (state_ == State::starting && socket_->state() == QLocalSocket::UnconnectedState &&
         output.contains('\n'))
-        socket_.connectToServer(control_);
+        socket_->connectToServer(control_);
 }
 
 void SimulatedInstrument::Send(const QString& command) {
     if (!IsReady())
         return;
     sent_.push_back(command);
-    socket_.write(command.toUtf8() + '\n');
+    socket_->write(command.toUtf8() + '\n');
 }
 
 /// An answer ends in a line "ok" or "error".
 void SimulatedInstrument::AnswerCame() {
-    while (socket_.canReadLine()) {
-        const QString line = QString::fromUtf8(socket_.readLine()).chopped(1);
+    while (socket_->canReadLine()) {
+        const QString line = QString::fromUtf8(socket_->readLine()).chopped(1);
         if (line == "ok" || line == "error")
             Give(line == "ok");
         else
@@ -111,7 +113,7 @@ void SimulatedInstrument::Fail(const QString& reason) {
 void SimulatedInstrument::EndProcess() {
     state_ = State::stopped;
     patience_.stop();
-    socket_.abort();
+    socket_->abort();
     sent_.clear();
     answer_.clear();
     if (process_.state() == QProcess::NotRunning)

@@ -1,0 +1,13 @@
+#include "platform/qt/SystemHabits.h"
+
+namespace platform {
+
+QStandardPaths::StandardLocation RecordingsLocation() {
+    return QStandardPaths::GenericDataLocation;
+}
+
+bool HasFileDialogs() {
+    return false; // there are as many as desktops, and none looks alike
+}
+
+} // namespace platform
