@@ -11,6 +11,7 @@ test_packages=(poppler-utils cups cups-client cups-filters ghostscript dbus-daem
     at-spi2-core openbox)
 clang_packages=(clang clang-tidy clang-format libclang-rt-14-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64)
+windows_packaging_packages=(librsvg2-bin icoutils nsis zip)
 packaging_packages=(dpkg-dev fakeroot file lintian appstream desktop-file-utils shared-mime-info)
 
 say() { printf '\n== %s\n' "$*"; }
