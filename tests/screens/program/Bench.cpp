@@ -3,8 +3,11 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <QTest>
 
 namespace {
+
+constexpr int longestStart_ms = 20000;
 
 void Write(const QString& name, const QByteArray& text) {
     QFile file(name);
@@ -70,7 +73,18 @@ void Bench::Start(const QStringList& arguments) {
     program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     program.start(VANTREL_PROGRAM, arguments);
     ASSERT_TRUE(program.waitForStarted()) << program.errorString().toStdString();
-    reader.Press("push button", "Close this window and go on");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return LeaveSplash(); }, longestStart_ms));
+}
+
+/// What is pressed while the program starts is pressed in vain: false until its window is there.
+bool Bench::LeaveSplash() const {
+    for (const SpokenControl& each : reader.Controls()) {
+        if (each.role == "frame" && each.name.endsWith(": Setup"))
+            return true;
+        if (each.name == "Close this window and go on")
+            reader.Press(each);
+    }
+    return false;
 }
 
 void Bench::AddSettings(const QByteArray& lines) const {

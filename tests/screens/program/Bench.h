@@ -40,6 +40,8 @@ protected:
     /// On the measuring page: presses "Record" and answers the file dialog.
     void Record(const QString& file) const;
 
+    bool LeaveSplash() const;
+
     fake::TemporaryFolder folder;
     XServer server;
     QProcessEnvironment environment; ///< of the desktop, and of the program on it
