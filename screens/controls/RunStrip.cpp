@@ -29,6 +29,11 @@ double RunStrip::XOf(std::int64_t place) const {
     return static_cast<double>(place) * size_.width() / static_cast<double>(Records());
 }
 
+/// From the pixel of a record to the middle of its room: in a short run that has many pixels.
+double RunStrip::HalfRecord() const {
+    return std::max(0.5, size_.width() / (2 * static_cast<double>(Records())));
+}
+
 std::int64_t RunStrip::PlaceAt(double x) const {
     const double share = x / std::max(size_.width(), 1);
     return std::llround(share * static_cast<double>(Records()));
@@ -67,7 +72,7 @@ void RunStrip::DrawSeries(QPainter& painter, std::size_t series, const RunScale&
             continue;
         }
         const double low = std::isnan(y(values.low)) ? top + room : y(values.low);
-        const double x = static_cast<double>(column) + 0.5;
+        const double x = static_cast<double>(column) + HalfRecord();
         if (drawing)
             path.lineTo(x, low);
         else
@@ -86,7 +91,7 @@ void RunStrip::DrawFlags(QPainter& painter, const QPalette& palette) const {
         const Group& group = run_->At(i);
         if (group.comment < 0)
             continue;
-        const double x = XOf(group.comment) + 0.5;
+        const double x = XOf(group.comment) + HalfRecord();
         painter.drawLine(QPointF(x, 1), QPointF(x, flagHeight_px + margin_px));
         painter.drawPolygon(
             QPolygonF{{x, 1}, {x + flagWidth_px, flagHeight_px / 2}, {x, flagHeight_px}});
@@ -100,7 +105,8 @@ const RunStrip::Group* RunStrip::FlagAt(const QPointF& position) const {
     double least = flagWidth_px + 1;
     for (std::size_t i = 0; i < run_->GroupCount(); ++i) {
         const Group& group = run_->At(i);
-        const double distance = std::abs(XOf(group.comment) + flagWidth_px / 2 - position.x());
+        const double distance =
+            std::abs(XOf(group.comment) + HalfRecord() + flagWidth_px / 2 - position.x());
         if (group.comment < 0 || distance >= least)
             continue;
         least = distance;

@@ -39,6 +39,7 @@ public:
     void Draw(QPainter& painter, const QPalette& palette) const;
 
 private:
+    double HalfRecord() const;
     void DrawSeries(QPainter& painter, std::size_t series, const Mreport::RunScale& scale) const;
     void DrawFlags(QPainter& painter, const QPalette& palette) const;
     Mreport::RunScale ScaleOf(std::size_t series) const;

@@ -120,8 +120,7 @@ void frmMain::ShowLink() {
 }
 
 void frmMain::ShowStatus(const QString& text) {
-    ui_->statusbar->showMessage(text);
-    ui_->statusbar->setToolTip(text); // where the line is too short for it
+    ui_->statusbar->ShowText(text);
 }
 
 void frmMain::ShowPage(Page page) {

@@ -1,3 +1,4 @@
+#include "screens/controls/StatusLine.h"
 #include "screens/frmMain/MainScreenTest.h"
 
 #include "settings/mWinInit.h"
@@ -208,6 +209,20 @@ TEST_F(Appearance, A_palette_changed_while_measuring_is_taken_up) {
     EXPECT_GE(
         Contrast(cell.palette().color(QPalette::WindowText), cell.palette().color(QPalette::Base)),
         4.5);
+}
+
+TEST_F(Appearance, A_status_without_room_ends_in_dots_and_is_told_whole_by_its_tool_tip) {
+    Open();
+    auto& line = Find<StatusLine>(*form, "statusbar");
+    const auto& instrument = Find<QLabel>(*form, "lblLink");
+    line.ShowText("last reading 14:05:33");
+    EXPECT_EQ(line.ShownText(), "last reading 14:05:33");
+    const QString longText = QString("Channel 2: outside its limits since 14:05:33; ").repeated(5);
+    line.ShowText(longText);
+    EXPECT_TRUE(line.ShownText().endsWith(QChar(0x2026))) << line.ShownText().toStdString();
+    EXPECT_LT(line.fontMetrics().horizontalAdvance(line.ShownText()), instrument.x());
+    EXPECT_EQ(line.currentMessage(), longText);
+    EXPECT_EQ(line.toolTip(), longText);
 }
 
 TEST_F(Appearance, The_tab_key_reaches_every_control_of_the_setup_page) {

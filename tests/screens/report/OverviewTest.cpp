@@ -71,6 +71,15 @@ protected:
 
 } // namespace
 
+TEST_F(OverviewScreen, A_short_run_has_its_records_in_the_middle_of_their_room) {
+    ViewRun({}, 2);
+    const int half = Overview().width() / 2; // the room of one record
+    EXPECT_TRUE(PixelsOf(1, half / 4).empty());
+    EXPECT_FALSE(PixelsOf(1, half).empty());
+    EXPECT_FALSE(PixelsOf(1, half * 3 / 2 - 1).empty());
+    EXPECT_TRUE(PixelsOf(1, half * 7 / 4).empty());
+}
+
 TEST_F(OverviewScreen, An_edge_dragged_moves_that_end_of_the_span) {
     ViewRun({}, 400);
     Scroll().setValue(200);
