@@ -36,6 +36,9 @@ frmVerify::frmVerify(const Mreport::ViewedFile& file, QWidget* parent)
       verification_(std::make_unique<Mreport::Verification>(file)) {
     ui_->setupUi(this);
     setWindowTitle("Verify File - " + Text::ToQt(CodePage::NameOf(file.path.filename())));
+    const QStringList columns{"Record", "Channel", "Unit", "mV", "Recorded", "Computed"};
+    ui_->tblDiverged->setColumnCount(static_cast<int>(columns.size()));
+    ui_->tblDiverged->setHorizontalHeaderLabels(columns);
     ui_->tblDiverged->hide();
     ui_->lblReasons->hide();
     ui_->lblSeal->hide();
