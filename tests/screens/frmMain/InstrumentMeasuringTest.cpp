@@ -106,3 +106,23 @@ TEST_F(InstrumentMeasuring, The_status_line_tells_the_present_after_failures_and
     ASSERT_TRUE(WaitForValues());
     EXPECT_EQ(linkText(), "COM1, 9600 bit/s: the instrument answers");
 }
+
+TEST_F(InstrumentMeasuring, A_reading_of_0_mV_is_shown_and_recorded_as_0_whatever_came_before) {
+    mWinInit::HardwareSettings.AveragingForMeasurement = 3;
+    instrument->Command("solution 2 H (pH) 4.01");
+    OpenMeasuring();
+    ASSERT_TRUE(WaitForValues());
+    for (const char* before : {"10.3", "1.7", "8.88"}) {
+        instrument->Command(std::string("solution 2 H (pH) ") + before);
+        ASSERT_TRUE(QTest::qWaitFor([this] { return CellText(17) != "0.0"; }, 10000));
+        instrument->Command("solution 2 H (pH) 7");
+        EXPECT_TRUE(QTest::qWaitFor([this] { return CellText(17) == "0.0"; }, 10000))
+            << "after pH " << before << ": " << CellText(17).toStdString();
+    }
+    const auto target = AnswerSaveDialog("run.4ch");
+    Click(*form, "cmdPage", frmMain::run);
+    Click(*form, "cmdPage", frmMain::switchPage);
+    const auto file = FileOpr::ReadMeasurementFile(target);
+    ASSERT_EQ(file.records.size(), 1U);
+    EXPECT_EQ(file.records[0].cells[1][Quantity::mV], "0.0         ");
+}
