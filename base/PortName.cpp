@@ -19,4 +19,8 @@ int NumberOf(std::string_view name) {
     return NumberText::LeadingInteger(name.substr(prefix.size()));
 }
 
+std::filesystem::path LinkIn(const std::filesystem::path& configurationFolder, int number) {
+    return configurationFolder / "ports" / ("com" + std::to_string(number));
+}
+
 } // namespace PortName

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -13,5 +14,9 @@ std::string Of(int number);
 
 /// 5 for "COM5"; 0 where behind the first three characters stands no number.
 int NumberOf(std::string_view name);
+
+/// The place of the link that leads a number to a device of the user's choice, within the program's
+/// configuration folder.
+std::filesystem::path LinkIn(const std::filesystem::path& configurationFolder, int number);
 
 } // namespace PortName

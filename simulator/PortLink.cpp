@@ -1,5 +1,6 @@
 #include "simulator/PortLink.h"
 
+#include "base/PortName.h"
 #include "base/RunTimeError.h"
 
 #include <cstdlib>
@@ -31,7 +32,7 @@ std::filesystem::path ConfigurationFolder() {
 }
 
 std::filesystem::path LinkOfPort(int number) {
-    return ConfigurationFolder() / "ports" / ("com" + std::to_string(number));
+    return PortName::LinkIn(ConfigurationFolder(), number);
 }
 
 PortLink::PortLink(std::filesystem::path link, const std::string& device)

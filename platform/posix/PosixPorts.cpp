@@ -1,5 +1,7 @@
 #include "platform/System.h"
 
+#include "base/PortName.h"
+
 #include <array>
 #include <system_error>
 
@@ -16,7 +18,7 @@ constexpr std::array<const char*, 4> devicePrefixes = {"/dev/ttyS", "/dev/ttyUSB
 std::string DeviceOfPort(int number, const std::filesystem::path& configurationFolder) {
     if (number < 1 || number > portsOfAKind * static_cast<int>(devicePrefixes.size()))
         return {};
-    const auto link = configurationFolder / "ports" / ("com" + std::to_string(number));
+    const auto link = PortName::LinkIn(configurationFolder, number);
     std::error_code unreadable;
     // The link counts even while what it points to is missing: the port is then said to have gone.
     if (std::filesystem::exists(std::filesystem::symlink_status(link, unreadable)))

@@ -10,8 +10,7 @@
 namespace PortDevice {
 
 std::filesystem::path LinkOf(int port) {
-    return platform::Current().places.ConfigurationFolder() / "ports" /
-           ("com" + std::to_string(port));
+    return PortName::LinkIn(platform::Current().places.ConfigurationFolder(), port);
 }
 
 std::optional<int> FreeNumber() {
