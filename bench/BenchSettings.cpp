@@ -1,10 +1,11 @@
 #include "platform/System.h"
 #include "settings/mWinInit.h"
+#include "support/DamagedSettings.h"
 #include "support/FakePlatform.h"
 
 #include <benchmark/benchmark.h>
 
-#include <random>
+#include <string>
 
 namespace {
 
@@ -44,21 +45,19 @@ void SaveSettings(benchmark::State& state) {
 }
 BENCHMARK(SaveSettings)->Unit(benchmark::kMicrosecond);
 
-/// A file of 10 MB of random bytes with the program's own sections behind them.
+/// A file that is seen for the first time: 10 MB of what a damaged one may hold.
 void LoadDamagedSettings(benchmark::State& state) {
+    const damaged::Shape& shape = damaged::shapes.at(static_cast<std::size_t>(state.range(0)));
     fake::Platform platform;
-    std::mt19937 random(1);
-    std::string bytes(10'000'000, '\0');
-    for (char& c : bytes)
-        c = static_cast<char>(random());
+    const std::string bytes = damaged::File(shape, 10'000'000);
     WriteBytes(platform.SettingsFile(), bytes);
-    FillFile();
     for (auto _ : state) {
         const auto profile = platform::MakeProfileFile(platform.SettingsFile());
         benchmark::DoNotOptimize(profile->GetString("Hardware", "Port Number", "", 130));
     }
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes.size()));
+    state.SetLabel(shape.name);
 }
-BENCHMARK(LoadDamagedSettings)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadDamagedSettings)->DenseRange(0, 5)->Unit(benchmark::kMillisecond);
 
 } // namespace
