@@ -34,8 +34,8 @@ frmCommon::frmCommon(const Mreport::ViewedFile& file, Mreport::ShownGraph& shown
     ShowBoxes();
 
     const Wiring wire(*this, guard_, "frmCommon");
-    wire(optData, &QRadioButton::clicked, "optData", &frmCommon::optData_Click);
-    wire(chkChan, &QCheckBox::clicked, "chkChan", &frmCommon::chkChan_Click);
+    wire(optData, &QRadioButton::toggled, "optData", &frmCommon::optData_Click);
+    wire(chkChan, &QCheckBox::toggled, "chkChan", &frmCommon::chkChan_Click);
     wire(cmdBtn, &QPushButton::clicked, "cmdBtn", &frmCommon::cmdBtn_Click);
     wire(&Timer1, &QTimer::timeout, "Timer1", &frmCommon::Timer1_Timer);
 }
@@ -44,7 +44,7 @@ frmCommon::~frmCommon() = default;
 
 void frmCommon::optData_Click(int Index) {
     const auto unit = static_cast<Quantity>(Index);
-    if (unit == selection_.Unit())
+    if (!optData(Index).isChecked() || unit == selection_.Unit())
         return;
     selection_.ChooseUnit(unit);
     ShowBoxes();

@@ -97,7 +97,7 @@ void frmPortSettings::ConnectSignals() {
     wire(ui_->cboPort, &QComboBox::currentIndexChanged, "cboPort", &frmPortSettings::cboPort_Click);
     wire(ui_->txtInterval, &QSpinBox::valueChanged, "txtInterval",
          &frmPortSettings::IntervalChanged);
-    wire(ui_->cboIntervalUnit, &QComboBox::activated, "cboIntervalUnit",
+    wire(ui_->cboIntervalUnit, &QComboBox::currentIndexChanged, "cboIntervalUnit",
          &frmPortSettings::IntervalChanged);
     // One pass of the event loop later, so that bytes which the system holds already are counted.
     const auto later = [this](QTimer& timer, const char* location, void (*handler)()) {

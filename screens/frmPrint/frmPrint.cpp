@@ -21,12 +21,12 @@ frmPrint::frmPrint(const Mreport::ViewedFile& file, const Mreport::ShownGraph& s
     txtRange = ControlArray<QLineEdit>(*this, "txtRange");
     lblRange = ControlArray<QLabel>(*this, "lblRange");
     const Wiring wire(*this, guard_, "frmPrint");
-    wire(ui_->cboList, &QComboBox::activated, "cboList", &frmPrint::cboList_Click);
+    wire(ui_->cboList, &QComboBox::currentIndexChanged, "cboList", &frmPrint::cboList_Click);
     wire(optPrintOpt, &QRadioButton::toggled, "optPrintOpt", &frmPrint::optPrintOpt_Click);
     wire(ui_->chkCompact, &QCheckBox::toggled, "chkCompact", &frmPrint::chkCompact_Click);
     wire(ui_->cmdPrint, &QPushButton::clicked, "cmdPrint", &frmPrint::cmdPrint_Click);
     wire(ui_->cmdClose, &QPushButton::clicked, "cmdClose", &frmPrint::cmdClose_Click);
-    wire(txtRange, &QLineEdit::textEdited, "txtRange", &frmPrint::txtRange_Change);
+    wire(txtRange, &QLineEdit::textChanged, "txtRange", &frmPrint::txtRange_Change);
     for (const auto& [index, box] : txtRange)
         AcceptCodePageOnly(*box);
     guard_("frmPrint - Form_Load", [this] { Form_Load(); });
@@ -40,7 +40,6 @@ void frmPrint::Form_Load() {
         ui_->cboList->addItem(QString("List %1").arg(page + 1), page);
     ui_->cboList->setCurrentIndex(ui_->cboList->findData(shown_.shownPageIndex));
     ShowBusy({}, {});
-    cboList_Click();
 }
 
 int frmPrint::ChosenPage() const {

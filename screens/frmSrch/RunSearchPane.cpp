@@ -27,7 +27,7 @@ RunSearchPane::RunSearchPane(const Mreport::ViewedFile& file, QWidget* parent)
     tmrSearch_.setObjectName("tmrSearch");
     tmrSearch_.setInterval(0);
     const Wiring wire(*this, guard_, "frmSrch");
-    wire(optSearch, &QRadioButton::clicked, "optSearch", &RunSearchPane::optSearch_Click);
+    wire(optSearch, &QRadioButton::toggled, "optSearch", &RunSearchPane::optSearch_Click);
     wire(ui_->cboSeries, &QComboBox::currentIndexChanged, "cboSeries",
          &RunSearchPane::cboSeries_Click);
     wire(ui_->cmdFindNext, &QPushButton::clicked, "cmdFindNext", &RunSearchPane::FindNext);
@@ -63,6 +63,8 @@ bool RunSearchPane::ByNumber() const {
 }
 
 void RunSearchPane::optSearch_Click(int Index) {
+    if (Index != By()) // the one that was left
+        return;
     const bool number = Index == byNumber;
     for (QWidget* part :
          {static_cast<QWidget*>(ui_->stkWish), static_cast<QWidget*>(ui_->chkFromEnd),

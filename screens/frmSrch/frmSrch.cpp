@@ -22,11 +22,11 @@ frmSrch::frmSrch(const Mreport::ViewedFile& file, QWidget* parent)
     ShowStatus("Ready");
     MakeSearchPane(file);
     const Wiring wire(*this, guard_, "frmSrch");
-    wire(ui_->txtEntry, &QLineEdit::textEdited, "txtEntry", &frmSrch::txtEntry_Change);
+    wire(ui_->txtEntry, &QLineEdit::textChanged, "txtEntry", &frmSrch::txtEntry_Change);
     wire(ui_->txtEntry, &QLineEdit::returnPressed, "txtEntry", &frmSrch::txtEntry_KeyPress);
     wire(ui_->cmdFind, &QPushButton::clicked, "cmdFind", &frmSrch::txtEntry_KeyPress);
-    wire(ui_->cboChan, &QComboBox::activated, "cboChan", &frmSrch::cboChan_Click);
-    wire(ui_->cboUnit, &QComboBox::activated, "cboUnit", &frmSrch::cboUnit_Click);
+    wire(ui_->cboChan, &QComboBox::currentIndexChanged, "cboChan", &frmSrch::cboChan_Click);
+    wire(ui_->cboUnit, &QComboBox::currentIndexChanged, "cboUnit", &frmSrch::cboUnit_Click);
     wire(ui_->cmdClose, &QPushButton::clicked, "cmdClose", &frmSrch::cmdClose_Click);
 }
 
@@ -120,7 +120,10 @@ void frmSrch::ShowFound() {
 }
 
 void frmSrch::ShowNotFound() {
-    ui_->cboUnit->clear();
+    {
+        const QSignalBlocker quiet(ui_->cboUnit);
+        ui_->cboUnit->clear();
+    }
     ShowStatus("Not Found");
     ui_->txtComment->clear();
     ShowValue(*ui_->lblRtn, {});
@@ -134,6 +137,7 @@ void frmSrch::Forget() {
 }
 
 void frmSrch::FillChannels() {
+    const QSignalBlocker quiet(ui_->cboChan); // filling is not choosing
     const QVariant chosen = ui_->cboChan->currentData();
     ui_->cboChan->clear();
     for (const auto& entry : search_.Entries())
@@ -142,6 +146,7 @@ void frmSrch::FillChannels() {
 }
 
 void frmSrch::FillUnits() {
+    const QSignalBlocker quiet(ui_->cboUnit); // filling is not choosing
     ui_->cboUnit->clear();
     if (ui_->cboChan->currentIndex() < 0)
         return;

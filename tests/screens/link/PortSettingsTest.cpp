@@ -302,6 +302,14 @@ TEST_F(PortScreen, A_changed_interval_holds_at_once_while_a_screen_reads) {
     CommPort::EndReading();
 }
 
+TEST_F(PortScreen, A_unit_that_a_tool_sets_holds_as_one_set_by_hand) {
+    Show();
+    CommPort::BeginReading();
+    The<QComboBox>("cboIntervalUnit").setCurrentIndex(1);
+    EXPECT_EQ(The<QTimer>("tmrTransferInterval").interval(), 60000);
+    CommPort::EndReading();
+}
+
 TEST_F(PortScreen, Every_control_has_an_accessible_name_or_a_label_of_its_own) {
     Show();
     ExpectFitsAtDoubleScale(*form);

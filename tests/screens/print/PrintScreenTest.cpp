@@ -121,6 +121,14 @@ TEST_F(PrintScreen, Typing_a_record_number_chooses_the_range) {
     EXPECT_TRUE(Element<QRadioButton>(*form, "optRange", 1).isChecked());
 }
 
+TEST_F(PrintScreen, What_a_tool_sets_has_the_same_effect_as_by_hand) {
+    Open(4200);
+    Find<QComboBox>(*form, "cboList").setCurrentIndex(1);
+    EXPECT_EQ(Label("lblRange_1"), "4200");
+    Element<QLineEdit>(*form, "txtRange", 0).setText("4190");
+    EXPECT_TRUE(Element<QRadioButton>(*form, "optRange", 1).isChecked());
+}
+
 TEST_F(PrintScreen, A_last_record_before_the_first_is_refused_with_the_focus_in_the_range) {
     Open(30);
     ChooseRange("14", "12");

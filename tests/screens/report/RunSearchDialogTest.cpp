@@ -56,6 +56,13 @@ TEST_F(RunSearchDialog, The_search_by_number_stands_first_as_it_was) {
     EXPECT_FALSE(Find<QLineEdit>(*dialog, "txtText").isVisible());
 }
 
+TEST_F(RunSearchDialog, A_way_that_a_tool_chooses_is_shown_as_one_chosen_by_hand) {
+    Open();
+    Element<QRadioButton>(*dialog, "optSearch", RunSearchPane::byComment).setChecked(true);
+    EXPECT_FALSE(Find<QLineEdit>(*dialog, "txtEntry").isVisible());
+    EXPECT_TRUE(Find<QLineEdit>(*dialog, "txtText").isVisible());
+}
+
 TEST_F(RunSearchDialog, The_ways_of_searching_are_named) {
     Open();
     std::vector<QString> names;

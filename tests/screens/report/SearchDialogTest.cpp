@@ -87,6 +87,18 @@ TEST_F(SearchDialog, A_changed_entry_locks_the_choice_until_a_search_succeeds) {
     EXPECT_FALSE(Box("cboChan").isEnabled());
 }
 
+TEST_F(SearchDialog, What_a_tool_sets_has_the_same_effect_as_by_hand) {
+    Open();
+    Search("12");
+    Box("cboUnit").setCurrentIndex(2);
+    EXPECT_EQ(Label("lblRtn"), "14:05:33 07.Mar.2003    5.00E-01 mol/l");
+    Box("cboChan").setCurrentIndex(1);
+    EXPECT_EQ(Entries(Box("cboUnit")), (std::vector<QString>{"mV", "pH"}));
+    Find<QLineEdit>(*dialog, "txtEntry").setText("99");
+    EXPECT_FALSE(Box("cboChan").isEnabled());
+    EXPECT_FALSE(Box("cboUnit").isEnabled());
+}
+
 TEST_F(SearchDialog, Every_control_has_a_name_and_no_mnemonic_is_shared) {
     Open();
     ExpectFitsAtDoubleScale(*dialog);

@@ -68,6 +68,17 @@ TEST_F(SelectionDialog, A_click_on_the_chosen_unit_keeps_the_check_marks) {
     EXPECT_FALSE(Box(0).isChecked());
 }
 
+TEST_F(SelectionDialog, What_a_tool_sets_has_the_same_effect_as_by_hand) {
+    View(MeasurementText().File(3));
+    Open();
+    Element<QRadioButton>(*dialog, "optData", static_cast<int>(Quantity::celsius)).setChecked(true);
+    EXPECT_EQ(Heading(), "Temp. Sensors");
+    Box(1).setChecked(false);
+    Click(*dialog, "cmdBtn", frmCommon::acceptButton);
+    EXPECT_EQ(shown.unitCode, Quantity::celsius);
+    EXPECT_EQ(Mreport::Series(form->File(), shown), std::vector<int>{1});
+}
+
 TEST_F(SelectionDialog, Cancel_changes_nothing) {
     View(MeasurementText().File(3));
     const auto sets = Graph().NumSets();
