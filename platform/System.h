@@ -26,6 +26,9 @@ std::unique_ptr<UserStore> MakeUserStore();
 /// configuration folder overrides it. Empty where the system has no such device name.
 std::string DeviceOfPort(int number, const std::filesystem::path& configurationFolder);
 
+/// The name under which the system knows its user; empty where it does not tell.
+std::string UserName();
+
 /// The temporary folder that survives a restart.
 std::filesystem::path SystemTemporaryFolder();
 

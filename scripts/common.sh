@@ -4,7 +4,7 @@ project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export LC_ALL=C.UTF-8
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev qt6-svg-dev libqcustomplot-dev
-    libqcustomplot2.1-qt6 nettle-dev libgtest-dev libbenchmark-dev)
+    libqcustomplot2.1-qt6 nettle-dev libsqlitecpp-dev libsqlite3-dev libgtest-dev libbenchmark-dev)
 # Qt's offscreen and X11 platforms need fonts; xvfb gives a display where there is none.
 run_packages=(xvfb xauth fonts-dejavu-core libqt6svg6)
 test_packages=(poppler-utils cups cups-client cups-filters ghostscript dbus-daemon shared-mime-info

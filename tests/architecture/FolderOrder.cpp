@@ -22,7 +22,7 @@ struct Floor {
 };
 
 /// From the ground up. A floor includes itself and those before it.
-constexpr std::array<Floor, 26> house = {{
+constexpr std::array<Floor, 27> house = {{
     {"base"},
     {"platform"},
     {"platform/posix"},
@@ -31,6 +31,7 @@ constexpr std::array<Floor, 26> house = {{
     {"chem"},
     {"settings"},
     {"link"},
+    {"history"},
     {"files"},
     {"report"},
     {"platform/qt", true},
@@ -55,12 +56,13 @@ constexpr std::array<Floor, 26> house = {{
 constexpr std::array<Floor, 2> outbuilding = {{{"base"}, {"simulator"}}};
 
 /// The program for measurement files stands on the core, without Qt and screens.
-constexpr std::array<Floor, 9> annex = {{{"base"},
+constexpr std::array<Floor, 10> annex = {{{"base"},
                                          {"platform"},
                                          {"app"},
                                          {"chem"},
                                          {"settings"},
                                          {"link"},
+                                         {"history"},
                                          {"files"},
                                          {"report"},
                                          {"tools"}}};

@@ -1,0 +1,13 @@
+#include "history/Store.h"
+
+namespace History {
+
+bool CanBeKept() {
+    return false;
+}
+
+std::unique_ptr<Store> OpenStore(const std::filesystem::path& /*file*/) {
+    throw RunTimeError("The program for this system keeps no history");
+}
+
+} // namespace History

@@ -1,0 +1,88 @@
+#include "history/ChainCheck.h"
+#include "history/Histories.h"
+#include "support/FakePlatform.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <random>
+#include <thread>
+
+extern char** environ;
+
+namespace {
+
+/// VANTREL_HISTORY_KILLS gives the number for a long run.
+int KillsWanted() {
+    constexpr int usual = 30;
+    const char* wanted = std::getenv("VANTREL_HISTORY_KILLS");
+    return wanted == nullptr ? usual : std::atoi(wanted);
+}
+
+/// Lets a program write into the history, kills it after a while, and tells the last number that it
+/// said to be stored.
+std::int64_t WriteUntilKilled(const std::filesystem::path& file, std::chrono::microseconds life) {
+    std::array<int, 2> ends{};
+    EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+    posix_spawn_file_actions_t actions{};
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+    std::string program = HISTORY_WRITER;
+    std::string name = file.string();
+    std::array<char*, 3> arguments{program.data(), name.data(), nullptr};
+    pid_t process = 0;
+    EXPECT_EQ(
+        ::posix_spawn(&process, program.c_str(), &actions, nullptr, arguments.data(), environ), 0);
+    posix_spawn_file_actions_destroy(&actions);
+    ::close(ends[1]);
+    std::string said;
+    std::array<char, 4096> bytes{};
+    const auto take = [&] {
+        const auto count = ::read(ends[0], bytes.data(), bytes.size());
+        said.append(bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        return count > 0;
+    };
+    EXPECT_TRUE(take()) << "the writer ended by itself";
+    std::this_thread::sleep_for(life);
+    ::kill(process, SIGKILL);
+    ::waitpid(process, nullptr, 0);
+    while (take())
+        continue;
+    ::close(ends[0]);
+    said.resize(said.rfind('\n'));
+    return std::atoll(said.c_str() + said.rfind('\n') + 1);
+}
+
+} // namespace
+
+TEST(HistoryCrash, What_was_said_to_be_stored_is_there_however_often_the_program_is_killed) {
+    const int kills = KillsWanted();
+    const fake::Platform platform;
+    const auto file = platform.folder.Path() / "Vantrel.history";
+    std::mt19937 random(20261121);
+    std::uniform_int_distribution<int> life_us(0, 10000);
+    std::int64_t before = 0;
+    for (int kill = 0; kill < kills; ++kill) {
+        SCOPED_TRACE("kill " + std::to_string(kill));
+        const std::int64_t said =
+            WriteUntilKilled(file, std::chrono::microseconds(life_us(random)));
+        ASSERT_GT(said, before);
+        before = said;
+        const auto store = History::OpenStore(file);
+        const auto wrong = History::CheckChain(*store);
+        ASSERT_FALSE(wrong) << wrong->row << ": " << wrong->reason;
+        // One more may have been written without its return having been seen.
+        ASSERT_GE(store->LastNumber(), said);
+        ASSERT_LE(store->LastNumber(), said + 1);
+        const auto texts = TextsOf(*store);
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            ASSERT_EQ(texts[i], std::to_string(i + 1));
+    }
+}
