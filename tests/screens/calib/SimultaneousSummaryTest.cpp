@@ -109,6 +109,32 @@ TEST_F(SimultaneousPoints, Finish_waits_until_the_summary_of_each_channel_has_be
     EXPECT_EQ(Stored(secondCa).PointCount, 2);
 }
 
+TEST_F(SimultaneousPoints, Finish_waits_for_the_third_channel_s_summary_too) {
+    mWinInit::ChannelSetup[clChannel].Electrode = "Ca";
+    OpenWith({firstCa, secondCa, clChannel});
+    RecordPoint(0, "1", 100, 80);
+    RecordPoint(1, "10", 129, 108.5);
+    Find<QTabBar>(*form, "tabChannel").setCurrentIndex(1);
+    EXPECT_FALSE(Element<QAbstractButton>(*form, "cmdSys", SimultCalib::finishButton).isVisible());
+    Find<QTabBar>(*form, "tabChannel").setCurrentIndex(2);
+    EXPECT_TRUE(Element<QAbstractButton>(*form, "cmdSys", SimultCalib::finishButton).isVisible());
+}
+
+TEST_F(SimultaneousPoints, PH_electrodes_keep_their_stored_unit) {
+    for (const int channel : {firstCa, secondCa}) {
+        mWinInit::ChannelSetup[static_cast<std::size_t>(channel)].Electrode = "H (pH)";
+        Stored(channel).StdUnit = 1;
+    }
+    OpenWith({firstCa, secondCa});
+    RecordPoint(0, "4", 177.5, 178);
+    RecordPoint(1, "7", 0, 1);
+    SeeEverySummary();
+    form->close();
+    EXPECT_EQ(Stored(firstCa).PointCount, 2);
+    EXPECT_EQ(Stored(firstCa).StdUnit, 1.0F);
+    EXPECT_EQ(Stored(secondCa).StdUnit, 1.0F);
+}
+
 TEST_F(SimultaneousPoints, Summaries_of_a_changed_calibration_must_be_seen_anew) {
     CalibrateCa();
     SeeEverySummary();

@@ -1,18 +1,19 @@
-// The program under a real window manager on the screen of a small laboratory computer: what stands
-// at the window's foot stays on the screen, whatever the desktop's font and scale.
+// The program under a real window manager. On the screen of a small laboratory computer what stands
+// at the window's foot stays on the screen, whatever the desktop's font and scale; where there is
+// room, nothing has to be scrolled to.
 
 #include "screens/program/Bench.h"
 
 namespace {
 
-class SmallScreen : public Bench {
+class ManagedScreen : public Bench {
 protected:
-    SmallScreen() : Bench(screen) {
+    explicit ManagedScreen(QSize screen) : Bench(screen), screen(screen) {
         manager.setProcessEnvironment(environment);
         manager.start("openbox", QStringList());
         EXPECT_TRUE(manager.waitForStarted()) << manager.errorString().toStdString();
     }
-    ~SmallScreen() override {
+    ~ManagedScreen() override {
         manager.kill();
         manager.waitForFinished();
     }
@@ -37,8 +38,23 @@ protected:
         ExpectFootOnScreen();
     }
 
-    static constexpr QSize screen{1024, 768};
+    void ExpectNothingOutOfSight(const char* page) const {
+        for (const SpokenControl& control : reader.Controls())
+            EXPECT_NE(control.role, "scroll bar") << page;
+    }
+
+    QSize screen;
     QProcess manager;
+};
+
+class SmallScreen : public ManagedScreen {
+protected:
+    SmallScreen() : ManagedScreen({1024, 768}) {}
+};
+
+class LargeScreen : public ManagedScreen {
+protected:
+    LargeScreen() : ManagedScreen({1920, 1200}) {}
 };
 
 } // namespace
@@ -55,4 +71,12 @@ TEST_F(SmallScreen, The_foot_of_both_pages_is_seen_with_a_font_of_eleven_points)
 TEST_F(SmallScreen, The_foot_of_both_pages_is_seen_at_double_scale) {
     environment.insert("QT_SCALE_FACTOR", "2");
     ExpectBothPagesOnScreen();
+}
+
+TEST_F(LargeScreen, At_first_both_pages_are_whole_with_a_large_font) {
+    environment.insert("QT_FONT_DPI", "144"); // half as large again
+    Start();
+    ExpectNothingOutOfSight("setup");
+    Measure();
+    ExpectNothingOutOfSight("measuring");
 }
