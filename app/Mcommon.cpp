@@ -25,9 +25,8 @@ std::int16_t MessageBoxEx(const std::string& prompt, std::int16_t buttons, std::
                           std::int16_t defaultButton) {
     platform::Dialogs& dialogs = platform::Current().dialogs;
     dialogs.Beep();
-    const int style = buttons + icon + defaultButton;
-    return dialogs.ShowMessage(prompt, static_cast<std::int16_t>(style),
-                               std::string(applicationTitle));
+    return static_cast<std::int16_t>(
+        dialogs.ShowMessage(prompt, buttons + icon + defaultButton, std::string(applicationTitle)));
 }
 
 void Inform(std::string_view text) {
@@ -40,8 +39,8 @@ void Warn(std::string_view text) {
 
 bool Ask(std::string_view question, EnterMeans enterMeans, Tone tone) {
     using namespace platform;
-    const auto icon = tone == Tone::question ? style::question : style::exclamation;
-    const auto defaultButton =
+    const std::int16_t icon = tone == Tone::question ? style::question : style::exclamation;
+    const std::int16_t defaultButton =
         enterMeans == EnterMeans::yes ? style::defaultButton1 : style::defaultButton2;
     return MessageBoxEx(std::string(question), style::yesNo, icon, defaultButton) == button::yes;
 }

@@ -1,13 +1,12 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <string_view>
 
 /// The electrode types that a channel can have, and what their names tell.
 namespace Electrode {
 
-enum class Kind : std::int16_t { none = 0, redox = 1, pH = 2, ion = 3 };
+enum class Kind { none = 0, redox = 1, pH = 2, ion = 3 };
 
 /// One entry of the setup page's list.
 struct Type {

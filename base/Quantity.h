@@ -6,12 +6,11 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string_view>
 
 /// What is measured, shown and recorded of a channel; the numbers are the report's unit codes.
-enum class Quantity : std::int16_t { mV = 0, pH = 1, ppm = 2, mol_l = 3, celsius = 4 };
+enum class Quantity { mV = 0, pH = 1, ppm = 2, mol_l = 3, celsius = 4 };
 
 inline constexpr std::size_t quantityCount = 5;
 

@@ -48,7 +48,7 @@ void ReadChannels(benchmark::State& state) {
     const platform::Services services{fakes.dialogs,   fakes.desktop, *clock,       *fakes.profile,
                                       fakes.userStore, fakes.places,  *fakes.files, fakes.printing};
     platform::Install(&services);
-    DataAcq::StartSeries(static_cast<std::int16_t>(state.range(0)));
+    DataAcq::StartSeries(static_cast<int>(state.range(0)));
     std::array<float, cyclePositions> averages{};
     DataAcq::ReadChannels(averages);
     for (auto _ : state) {

@@ -12,14 +12,14 @@ namespace {
 /// A file as it is after years of use: four channels and every electrode in the library.
 void FillFile() {
     mWinInit::LoadSettings();
-    for (std::int16_t channel = 0; channel < 4; ++channel) {
-        auto& record = mWinInit::Calibration[static_cast<std::size_t>(channel)];
+    for (std::size_t channel = 0; channel < 4; ++channel) {
+        auto& record = mWinInit::Calibration[channel];
         record.CalibrationDate = "10:12:40 07.Mar.2003";
         record.PointCount = 3;
         record.Standard = {10, 100, 1000};
         record.CaliData = {-55.3F, 2.1F, 58.4F};
         for (const char* electrode : {"Ca", "NO3", "K", "Na", "Cl", "NH4", "H (pH)", "F"}) {
-            mWinInit::ChannelSetup[static_cast<std::size_t>(channel)].Electrode = electrode;
+            mWinInit::ChannelSetup[channel].Electrode = electrode;
             mWinInit::SaveCalibrationInfo(electrode, channel);
         }
     }

@@ -91,19 +91,19 @@ void MeasureSearch(const Mreport::ViewedFile& file) {
 }
 
 void MeasureRedraw(GraphControl& graph) {
-    constexpr std::int16_t points = 1500;
-    constexpr std::int16_t series = 8;
+    constexpr int points = 1500;
+    constexpr int series = 8;
     graph.SetNumSets(series);
     graph.SetNumPoints(points);
     graph.SetDataReset(Mreport::graph::resetAllData);
-    for (std::int16_t set = 1; set <= series; ++set) {
+    for (int set = 1; set <= series; ++set) {
         graph.SetThisSet(set);
         graph.SetLegend(set, "Ch. " + std::to_string(set));
-        for (std::int16_t point = 1; point <= points; ++point)
+        for (int point = 1; point <= points; ++point)
             graph.SetData(point, set * 20 + 10 * std::sin(point / (20.0 + set)) +
                                      (point * 7919 % 13) * 0.1);
     }
-    for (std::int16_t point = 1; point <= points; ++point) {
+    for (int point = 1; point <= points; ++point) {
         graph.SetXAxisMinorTicks(point % 30 == 0 ? 0 : 1);
         graph.SetLabel(point, std::to_string(point));
     }

@@ -21,8 +21,8 @@ constexpr std::array<const char*, maxChannels> electrodes = {"Ca", "H (pH)", "NO
                                                              "K",  "Na",     "Cl",  "F"};
 constexpr std::size_t writeBlock = 1 << 20;
 
-void SetUp(std::int16_t channels) {
-    mWinInit::HardwareSettings.ChannelCount = channels;
+void SetUp(int channels) {
+    mWinInit::HardwareSettings.ChannelCount = static_cast<std::int16_t>(channels);
     mWinInit::ProjectInfo.ProjectName = "Generated measurement";
     mWinInit::ProjectInfo.Experimentator = "Generator";
     for (std::size_t i = 0; i < static_cast<std::size_t>(channels); ++i) {
@@ -49,7 +49,7 @@ std::string Decimal(double value) {
 }
 
 /// Slow waves, so that a graph of them has a shape.
-FileOpr::DisplayedChannels ValuesOf(std::int32_t record, std::int16_t channels) {
+FileOpr::DisplayedChannels ValuesOf(std::int32_t record, int channels) {
     FileOpr::DisplayedChannels values;
     for (std::size_t i = 0; i < static_cast<std::size_t>(channels); ++i) {
         const double wave = std::sin(record / (300.0 + 40.0 * static_cast<double>(i)));
@@ -60,7 +60,7 @@ FileOpr::DisplayedChannels ValuesOf(std::int32_t record, std::int16_t channels) 
     return values;
 }
 
-void Write(std::int32_t records, const std::string& file, std::int16_t channels) {
+void Write(std::int32_t records, const std::string& file, int channels) {
     SetUp(channels);
     const auto setup = std::span(mWinInit::ChannelSetup).first(static_cast<std::size_t>(channels));
     std::ofstream out(file, std::ios::binary | std::ios::trunc);

@@ -79,7 +79,7 @@ float InterpolateLogarithmic(int k, std::span<const float> input, std::span<cons
     return Single(std::pow(10.0, log0 + quotient));
 }
 
-std::span<const float> Rows(std::span<const float> table, std::int16_t count) {
+std::span<const float> Rows(std::span<const float> table, int count) {
     if (count < 0 || static_cast<std::size_t>(count) > table.size())
         throw RunTimeError("Subscript out of range");
     return table.first(static_cast<std::size_t>(count));
@@ -175,7 +175,7 @@ bool IsUsable(const CalibrationRecord& record) {
 std::array<std::int16_t, cyclePositions>
 SelectPositions(const InputTables& tables,
                 std::span<const std::int16_t, maxChannels> channelSelected,
-                std::span<const std::int16_t, maxChannels> tempSensorOfChannel) {
+                std::span<const int, maxChannels> tempSensorOfChannel) {
     std::array<std::int16_t, cyclePositions> selected{};
     for (std::size_t i = 0; i < maxChannels; ++i) {
         if (channelSelected[i] == 0)

@@ -44,7 +44,7 @@ bool IsUsable(const CalibrationRecord& record);
 std::array<std::int16_t, cyclePositions>
 SelectPositions(const InputTables& tables,
                 std::span<const std::int16_t, maxChannels> channelSelected,
-                std::span<const std::int16_t, maxChannels> tempSensorOfChannel);
+                std::span<const int, maxChannels> tempSensorOfChannel);
 
 /// Looks a reading up in a table of `points` rows. The first and last segments are extended: an
 /// analyst expects a value beyond the standards, not a blank. -1.0 for a segment of no width.

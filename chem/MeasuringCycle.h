@@ -15,8 +15,8 @@ namespace MeasuringCycle {
 /// refers to must outlive it.
 struct Source {
     Measure::InputTables tables;
-    std::array<std::int16_t, maxChannels> selected{};   ///< not 0: the channel is in use
-    std::array<std::int16_t, maxChannels> tempSensor{}; ///< 1 to 4, others mean none
+    std::array<std::int16_t, maxChannels> selected{}; ///< not 0: the channel is in use
+    std::array<int, maxChannels> tempSensor{};        ///< 1 to 4, others mean none
     std::array<float, maxChannels> molarMass_g_per_mol{};
 };
 

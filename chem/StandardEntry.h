@@ -1,11 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
 /// Unit of typed concentration standards; the numbers are those of `CalibrationRecord::StdUnit`.
-enum class StandardUnit : std::int16_t { ppm = 0, mol_per_litre = 1 };
+enum class StandardUnit { ppm = 0, mol_per_litre = 1 };
 
 /// The unit that a stored `StdUnit` means.
 StandardUnit UnitOf(float stdUnit);

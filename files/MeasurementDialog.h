@@ -1,11 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 
 namespace FileOpr {
 
-enum class DialogMode : std::int16_t { save = 0, open = 1 };
+enum class DialogMode { save = 0, open = 1 };
 
 /// The dialog that asks for a measurement file.
 class MeasurementDialog {

@@ -98,7 +98,7 @@ private:
         AddRow(Text::refTypeRow, [&](std::size_t i) { return channels[i].RefType; });
         AddRow(Text::refSerialNoRow, [&](std::size_t i) { return channels[i].RefSerialNo; });
         AddRow(Text::tempSensorRow, [&](std::size_t i) {
-            const std::int16_t sensor = channels[i].TempSensor;
+            const int sensor = channels[i].TempSensor;
             return sensor < 1 ? std::string(Text::noHeaderValue)
                               : NumberText::Plain(std::int32_t{sensor});
         });

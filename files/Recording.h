@@ -22,7 +22,7 @@ namespace FileOpr {
 class Recording {
 public:
     /// The positions of the mode list.
-    enum class Mode : std::int16_t { manual = 0, automatic = 1 };
+    enum class Mode { manual = 0, automatic = 1 };
 
     /// Shown when a period is refused.
     static constexpr std::string_view periodMessage = "The period cannot be less than One second";

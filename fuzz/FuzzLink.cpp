@@ -15,8 +15,8 @@ class Serial : public platform::SerialControl {
 public:
     bool pluggedIn = true;
 
-    void SetCommPort(std::int16_t number) override { commPort_ = number; }
-    std::int16_t CommPort() const override { return commPort_; }
+    void SetCommPort(int number) override { commPort_ = number; }
+    int CommPort() const override { return commPort_; }
     void SetSettings(const std::string& /*settings*/) override {}
     void SetPortOpen(bool open) override {
         if (open && !pluggedIn)
@@ -62,7 +62,7 @@ public:
     }
 
 private:
-    std::int16_t commPort_ = 1;
+    int commPort_ = 1;
     bool open_ = false;
     int threshold_ = 0;
     std::deque<std::uint8_t> input_;

@@ -18,8 +18,8 @@ public:
         : whileMessageIsOpen_(whileMessageIsOpen) {}
 
     void Beep() override {}
-    std::int16_t ShowMessage(const std::string& /*prompt*/, std::int16_t /*style*/,
-                             const std::string& /*caption*/) override {
+    int ShowMessage(const std::string& /*prompt*/, int /*style*/,
+                    const std::string& /*caption*/) override {
         if (whileMessageIsOpen_)
             whileMessageIsOpen_();
         return platform::button::no;

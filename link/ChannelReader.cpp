@@ -17,21 +17,19 @@ std::size_t SlotOf(std::size_t channel) {
 
 } // namespace
 
-void ChannelReader::StartSeries(std::int16_t averageCount) {
+void ChannelReader::StartSeries(int averageCount) {
     ++series_;
-    AverageCount = std::max<std::int16_t>(averageCount, 1);
+    AverageCount = static_cast<std::int16_t>(std::max(averageCount, 1));
     AveragePrimed = false;
     ReadingEnabled = true;
 }
 
-float ChannelReader::GetChannelValue(std::int16_t channel) {
+float ChannelReader::GetChannelValue(std::size_t channel) {
     Mcommon::LetEventsRun();
-    const auto position = static_cast<std::size_t>(channel);
-    const auto slot = SlotOf(position);
     ConnectionState = 1;
-    if (position >= fittedElectrodes && position < firstTemperature)
+    if (channel >= fittedElectrodes && channel < firstTemperature)
         return 0; // a 4-channel instrument has no such electrode
-    return readings_.at(slot);
+    return readings_.at(SlotOf(channel));
 }
 
 void ChannelReader::ReadChannels(std::span<float, cyclePositions> result) {
@@ -46,7 +44,7 @@ void ChannelReader::ReadChannels(std::span<float, cyclePositions> result) {
 bool ChannelReader::Take(std::size_t channel, unsigned atWork, float& value) {
     if (!ReadingEnabled || series_ != atWork)
         return false;
-    value = GetChannelValue(static_cast<std::int16_t>(channel));
+    value = GetChannelValue(channel);
     return series_ == atWork;
 }
 

@@ -26,10 +26,10 @@ public:
     std::int16_t ConnectionState = 0; ///< 1 once a value has been taken from the instrument
 
     /// Begins a series; a number below 1 counts as 1. A pass at work ends without a result.
-    void StartSeries(std::int16_t averageCount);
+    void StartSeries(int averageCount);
 
     /// The latest value of a position, 0..11. Lets events run first.
-    float GetChannelValue(std::int16_t channel);
+    float GetChannelValue(std::size_t channel);
 
     /// The averages of all positions. Stops at once, leaving the rest untouched, when
     /// ReadingEnabled is cleared or a new series begins meanwhile.

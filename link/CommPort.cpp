@@ -26,7 +26,7 @@ std::int16_t PortNumber() {
     return TheLink().choice.PortNumber;
 }
 
-bool PortAvailable(std::int16_t number) {
+bool PortAvailable(int number) {
     return TheLink().port.PortAvailable.at(static_cast<std::size_t>(number));
 }
 
@@ -62,7 +62,7 @@ void ScanPorts() {
     TheLink().Scan();
 }
 
-const std::string& PortProblem(std::int16_t number) {
+const std::string& PortProblem(int number) {
     return TheLink().port.Problem(number);
 }
 

@@ -26,7 +26,7 @@ Link& TheLink();
 
 std::int32_t BitRate();    ///< bit/s
 std::int16_t PortNumber(); ///< COM1..COM16
-bool PortAvailable(std::int16_t number);
+bool PortAvailable(int number);
 bool PortOK();
 
 /// Takes the controls into use. The timers' ticks must be brought to tmrTimeout_Timer and
@@ -39,7 +39,7 @@ void SavePortSettings();
 void OpenPort(std::int32_t bitRate, std::int16_t portNumber);
 void SetPortTimeouts();
 void ScanPorts();
-const std::string& PortProblem(std::int16_t number);
+const std::string& PortProblem(int number);
 void fncInitializeComPort();
 void fncCheckForValidPort();
 void TestPort(std::int32_t bitRate, std::int16_t portNumber);

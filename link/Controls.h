@@ -3,7 +3,6 @@
 #include "platform/SerialControl.h"
 #include "platform/Timer.h"
 
-#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -23,7 +22,7 @@ struct Controls {
     std::function<void(const std::vector<std::string>&)> SetPortList; ///< entries of cboPort
     std::function<void(int)> SelectPort;                              ///< entry of cboPort
     std::function<void(int)> SelectBitRate;                           ///< entry of cboBitRate
-    std::function<std::int16_t()> IntervalValue;                      ///< 1 where empty
+    std::function<int()> IntervalValue;                               ///< 1 where empty
     std::function<std::string()> IntervalUnit;                        ///< "seconds" where empty
 };
 

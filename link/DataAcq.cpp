@@ -20,12 +20,12 @@ ChannelReader& Reader() {
     return owner ? *owner : owner.emplace(CommPort::Readings());
 }
 
-void StartSeries(std::int16_t averageCount) {
+void StartSeries(int averageCount) {
     Reader().StartSeries(averageCount);
 }
 
 float GetChannelValue(std::int16_t channel) {
-    return Reader().GetChannelValue(channel);
+    return Reader().GetChannelValue(static_cast<std::size_t>(channel));
 }
 
 void ReadChannels(std::span<float, cyclePositions> result) {

@@ -18,7 +18,7 @@ inline constexpr std::string_view connectionMessage =
 ChannelReader& Reader();
 
 /// As ChannelReader's of the same names.
-void StartSeries(std::int16_t averageCount);
+void StartSeries(int averageCount);
 float GetChannelValue(std::int16_t channel);
 void ReadChannels(std::span<float, cyclePositions> result);
 

@@ -55,13 +55,13 @@ void Port::Scan() {
     auto& control = Control();
     const auto portInUse = control.CommPort();
     Close();
-    for (std::int16_t n = 1; n <= maxPortNumber; ++n)
+    for (int n = 1; n <= maxPortNumber; ++n)
         Try(n);
     if (portInUse > 0)
         control.SetCommPort(portInUse);
 }
 
-void Port::Try(std::int16_t number) {
+void Port::Try(int number) {
     auto& control = Control();
     const auto index = static_cast<std::size_t>(number);
     problem_[index].clear();
@@ -85,6 +85,6 @@ std::vector<std::string> Port::AvailablePorts() const {
     return names;
 }
 
-const std::string& Port::Problem(std::int16_t number) const {
+const std::string& Port::Problem(int number) const {
     return problem_.at(static_cast<std::size_t>(number));
 }

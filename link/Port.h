@@ -52,10 +52,10 @@ public:
     std::vector<std::string> AvailablePorts() const;
 
     /// Why the last scan could not open a port, 1..16; empty where it could.
-    const std::string& Problem(std::int16_t number) const;
+    const std::string& Problem(int number) const;
 
 private:
-    void Try(std::int16_t number);
+    void Try(int number);
 
     platform::SerialControl* control_ = nullptr;
     std::array<std::string, maxPortNumber + 1> problem_;

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-inline constexpr std::int16_t maxPortNumber = PortName::last;
+inline constexpr int maxPortNumber = PortName::last;
 inline constexpr std::array<std::string_view, 8> offeredBitRates = {
     "300", "1200", "2400", "4800", "9600", "19200", "57600", "115200"};
 

@@ -37,7 +37,7 @@ void ReadingSeries::SetTimerInterval() {
         timer_.SetInterval(interval);
 }
 
-void ReadingSeries::Start(std::int16_t averageCount) {
+void ReadingSeries::Start(int averageCount) {
     AwaitAverage(averageCount);
     SetTimerInterval();
     timer_.SetEnabled(true);
@@ -51,7 +51,7 @@ void ReadingSeries::GoOnAfterFailure(bool goOn) {
         CommPort::GoOnAfterFailure(goOn);
 }
 
-void ReadingSeries::RestartAveraging(std::int16_t averageCount) {
+void ReadingSeries::RestartAveraging(int averageCount) {
     if (state_ == State::lost)
         DataAcq::StartSeries(averageCount); // waits for the instrument
     else if (IsRunning())
@@ -60,7 +60,7 @@ void ReadingSeries::RestartAveraging(std::int16_t averageCount) {
 
 /// A tick at work below this call holds the averaging; it is abandoned, and the new averaging
 /// begins when the tick has ended.
-void ReadingSeries::AwaitAverage(std::int16_t averageCount) {
+void ReadingSeries::AwaitAverage(int averageCount) {
     state_ = State::averaging;
     SetPointer(platform::MousePointer::hourglass);
     if (atWork_) {

@@ -4,7 +4,6 @@
 #include "platform/Timer.h"
 
 #include <chrono>
-#include <cstdint>
 #include <optional>
 #include <span>
 
@@ -53,11 +52,11 @@ public:
 
     /// Begins to read with this averaging number, from any state: what an earlier reading left is
     /// ended, the first request goes out at once.
-    void Start(std::int16_t averageCount);
+    void Start(int averageCount);
 
     /// Starts the averaging anew, with this number, while reading goes on; without a series running
     /// it does nothing.
-    void RestartAveraging(std::int16_t averageCount);
+    void RestartAveraging(int averageCount);
 
     /// Whether a failure ends the series, as it does unless chosen, or the link asks on until the
     /// instrument answers again. Taken back while the link is lost, the series fails.
@@ -92,7 +91,7 @@ private:
         lost,      ///< the link has failed; it is asked on until the instrument answers again
     };
 
-    void AwaitAverage(std::int16_t averageCount);
+    void AwaitAverage(int averageCount);
     void EndAwaiting();
     Tick TellLoss();
     void AwaitNewAverage();
@@ -104,5 +103,5 @@ private:
     State state_ = State::stopped;
     bool goesOn_ = false; ///< the choice for the time after a failure
     bool atWork_ = false;
-    std::optional<std::int16_t> waitingAverageCount_; ///< of averaging begun while a tick works
+    std::optional<int> waitingAverageCount_; ///< of averaging begun while a tick works
 };

@@ -305,15 +305,15 @@ void Transfer::ApplyTransferInterval() {
     auto* timer = controls_.tmrTransferInterval;
     if (!timer)
         return;
-    const auto value = controls_.IntervalValue ? controls_.IntervalValue() : std::int16_t{1};
+    const auto value = controls_.IntervalValue ? controls_.IntervalValue() : 1;
     const auto unit = controls_.IntervalUnit ? controls_.IntervalUnit() : std::string("seconds");
     const auto interval = CommPort::TransferInterval(value, unit);
     if (timer->Interval() != interval)
         timer->SetInterval(interval);
 }
 
-std::chrono::milliseconds CommPort::TransferInterval(std::int16_t value, std::string_view unit) {
-    const int count = std::max<int>(value, 1);
+std::chrono::milliseconds CommPort::TransferInterval(int value, std::string_view unit) {
+    const int count = std::max(value, 1);
     if (unit == "Hour(s)")
         return std::min<std::chrono::milliseconds>(
             std::chrono::hours(count),

@@ -145,6 +145,6 @@ namespace CommPort {
 
 /// Time between requests; the units are "seconds", "Minutes" and "Hour(s)", any other text counts
 /// as seconds, a value below 1 as 1.
-std::chrono::milliseconds TransferInterval(std::int16_t value, std::string_view unit);
+std::chrono::milliseconds TransferInterval(int value, std::string_view unit);
 
 } // namespace CommPort

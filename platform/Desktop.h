@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -8,7 +7,7 @@
 namespace platform {
 
 /// Codes of the mouse pointer of the whole screen.
-enum class MousePointer : std::int16_t { normal = 0, hourglass = 11 };
+enum class MousePointer { normal = 0, hourglass = 11 };
 
 /// Keeps the system from going to sleep while it lives.
 class WakeLock {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -10,24 +9,24 @@ namespace platform {
 
 /// Buttons, icon and default button of a message box; a box's style is the sum of one of each.
 namespace style {
-inline constexpr std::int16_t okOnly = 0;
-inline constexpr std::int16_t okCancel = 1;
-inline constexpr std::int16_t yesNo = 4;
-inline constexpr std::int16_t noIcon = 0;
-inline constexpr std::int16_t critical = 16;
-inline constexpr std::int16_t question = 32;
-inline constexpr std::int16_t exclamation = 48;
-inline constexpr std::int16_t information = 64;
-inline constexpr std::int16_t defaultButton1 = 0;
-inline constexpr std::int16_t defaultButton2 = 256;
+inline constexpr int okOnly = 0;
+inline constexpr int okCancel = 1;
+inline constexpr int yesNo = 4;
+inline constexpr int noIcon = 0;
+inline constexpr int critical = 16;
+inline constexpr int question = 32;
+inline constexpr int exclamation = 48;
+inline constexpr int information = 64;
+inline constexpr int defaultButton1 = 0;
+inline constexpr int defaultButton2 = 256;
 } // namespace style
 
 /// Codes of the buttons that a message box returns.
 namespace button {
-inline constexpr std::int16_t ok = 1;
-inline constexpr std::int16_t cancel = 2;
-inline constexpr std::int16_t yes = 6;
-inline constexpr std::int16_t no = 7;
+inline constexpr int ok = 1;
+inline constexpr int cancel = 2;
+inline constexpr int yes = 6;
+inline constexpr int no = 7;
 } // namespace button
 
 /// What the open, save and folder dialogs are asked; a folder dialog takes title and initial
@@ -52,8 +51,7 @@ public:
     virtual void Beep() = 0;
 
     /// Shows a modal box and returns a code of `button`.
-    virtual std::int16_t ShowMessage(const std::string& prompt, std::int16_t style,
-                                     const std::string& caption) = 0;
+    virtual int ShowMessage(const std::string& prompt, int style, const std::string& caption) = 0;
 
     /// Asks for one line of text; Cancel gives the empty text.
     virtual std::string AskText(const std::string& prompt, const std::string& title,

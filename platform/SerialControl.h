@@ -23,12 +23,12 @@ struct CommTimeouts {
 /// The serial communication control: it knows bytes and a port, no protocol.
 class SerialControl {
 public:
-    enum class Event : std::int16_t { receive = 2, portLost = 100 };
+    enum class Event { receive = 2, portLost = 100 };
 
     virtual ~SerialControl() = default;
 
-    virtual void SetCommPort(std::int16_t number) = 0; ///< 1..16
-    virtual std::int16_t CommPort() const = 0;
+    virtual void SetCommPort(int number) = 0; ///< 1..16
+    virtual int CommPort() const = 0;
 
     /// Line format, for example "9600,N,8,1".
     virtual void SetSettings(const std::string& settings) = 0;

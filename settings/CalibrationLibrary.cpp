@@ -9,38 +9,36 @@ namespace {
 
 const std::string librarySection = "All Calibration Info";
 
-std::string LibraryKey(std::int16_t channel, const char* store, const std::string& electrode) {
+std::string LibraryKey(std::size_t channel, const char* store, const std::string& electrode) {
     return "Chan" + std::to_string(channel + 1) + store + electrode;
 }
 
-std::string CalibrationKey(std::int16_t channel, const std::string& electrode) {
+std::string CalibrationKey(std::size_t channel, const std::string& electrode) {
     return LibraryKey(channel, "_Cali_", electrode);
 }
 
-std::string ElectrodeKey(std::int16_t channel, const std::string& electrode) {
+std::string ElectrodeKey(std::size_t channel, const std::string& electrode) {
     return LibraryKey(channel, "_Electrodes_", electrode);
 }
 
 } // namespace
 
-std::vector<std::string> SaveCalibrationInfo(const std::string& electrode, std::int16_t channel) {
-    const auto index = static_cast<std::size_t>(channel);
+std::vector<std::string> SaveCalibrationInfo(const std::string& electrode, std::size_t channel) {
     LineWriter writer;
-    if (Calibration[index].PointCount > 0)
+    if (Calibration[channel].PointCount > 0)
         writer.WriteCalibration(librarySection, CalibrationKey(channel, electrode),
-                                Calibration[index], channel);
-    if (!ChannelSetup[index].Electrode.empty())
-        writer.WriteChannel(librarySection, ElectrodeKey(channel, electrode), ChannelSetup[index],
+                                Calibration[channel], channel);
+    if (!ChannelSetup[channel].Electrode.empty())
+        writer.WriteChannel(librarySection, ElectrodeKey(channel, electrode), ChannelSetup[channel],
                             channel);
     return writer.TakeMessages();
 }
 
-void LoadCalibrationInfo(const std::string& electrode, std::int16_t channel) {
-    const auto index = static_cast<std::size_t>(channel);
-    DecodeChannel(ChannelSetup[index],
+void LoadCalibrationInfo(const std::string& electrode, std::size_t channel) {
+    DecodeChannel(ChannelSetup[channel],
                   platform::Current().profile.GetString(
                       librarySection, ElectrodeKey(channel, electrode), {}, longestValue + 1));
-    DecodeCalibration(Calibration[index],
+    DecodeCalibration(Calibration[channel],
                       ReadTableLine(librarySection, CalibrationKey(channel, electrode),
                                     calibrationCountField, firstCalibrationPoint),
                       Electrode::KindOf(electrode) == Electrode::Kind::pH);

@@ -80,8 +80,7 @@ std::vector<std::string> SaveMeasuringChoices(const MeasuringChoices& choices) {
     WriteFlag(writer, key::whenSteady, choices.whenSteady);
     WriteFlag(writer, key::resume, choices.resume);
     WriteFlag(writer, key::trendShown, choices.trendShown);
-    writer.WriteNumber(choicesSection, key::trendMinutes,
-                       static_cast<std::int16_t>(choices.trendMinutes));
+    writer.WriteNumber(choicesSection, key::trendMinutes, choices.trendMinutes);
     writer.WriteLine(choicesSection, key::trendQuantity,
                      std::string(Quantities::Label(choices.trendQuantity)));
     for (std::size_t i = 0; i < choices.comments.size(); ++i)

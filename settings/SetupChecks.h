@@ -12,8 +12,8 @@
 /// page's boxes.
 namespace SetupChecks {
 
-inline constexpr std::int16_t minAveraging = 1;
-inline constexpr std::int16_t maxAveraging = 1000;
+inline constexpr int minAveraging = 1;
+inline constexpr int maxAveraging = 1000;
 /// Shown where an averaging number asked for is none.
 inline constexpr std::string_view averagingRange =
     "The averaging number must be a whole number from 1 to 1000.";
@@ -23,8 +23,8 @@ struct ChannelEntry {
     bool selected = false;
     int electrode = -1; ///< position in Electrode::types, -1 where nothing is chosen
     std::string serialNo;
-    std::string molarMass;       ///< g/mol; empty or "N/A" where it does not apply
-    std::int16_t pointCount = 0; ///< points of the stored calibration
+    std::string molarMass; ///< g/mol; empty or "N/A" where it does not apply
+    int pointCount = 0;    ///< points of the stored calibration
 };
 
 /// The setup page as it stands.
@@ -33,7 +33,7 @@ struct Entries {
     std::string averagingForMeasurement;
     std::string projectName;
     std::string analyst;
-    std::int16_t channelCount = 4;
+    int channelCount = 4;
     std::array<ChannelEntry, maxChannels> channels;
 };
 

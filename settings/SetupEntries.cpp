@@ -70,8 +70,8 @@ std::string MolarMassText(float molarMass_g_per_mol) {
                                     : NumberText::Plain(molarMass_g_per_mol);
 }
 
-void ChooseElectrode(std::string_view electrode, std::int16_t channel) {
-    mWinInit::ChannelSetupRecord& setup = mWinInit::ChannelSetup[static_cast<std::size_t>(channel)];
+void ChooseElectrode(std::string_view electrode, std::size_t channel) {
+    mWinInit::ChannelSetupRecord& setup = mWinInit::ChannelSetup[channel];
     setup.MolarMass = 0; // an entry that the library lacks leaves it as it was
     mWinInit::LoadCalibrationInfo(std::string(electrode), channel);
     setup.Electrode = electrode;

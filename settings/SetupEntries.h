@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,6 +36,6 @@ std::string MolarMassText(float molarMass_g_per_mol);
 
 /// The analyst has chosen an electrode for a channel: what the library holds for it comes back;
 /// where it holds nothing, the chosen name stays and the rest starts empty.
-void ChooseElectrode(std::string_view electrode, std::int16_t channel);
+void ChooseElectrode(std::string_view electrode, std::size_t channel);
 
 } // namespace SetupEntries

@@ -133,13 +133,12 @@ void LineWriter::WriteText(const std::string& section, const std::string& key,
                             " characters. Only its beginning will come back.");
 }
 
-void LineWriter::WriteNumber(const std::string& section, const std::string& key,
-                             std::int16_t number) {
+void LineWriter::WriteNumber(const std::string& section, const std::string& key, int number) {
     WriteLine(section, key, NumberText::Plain(std::int32_t{number}));
 }
 
 void LineWriter::WriteCalibration(const std::string& section, const std::string& key,
-                                  const CalibrationRecord& record, int channel) {
+                                  const CalibrationRecord& record, std::size_t channel) {
     const std::string line = CalibrationLine(record);
     WriteLine(section, key, line);
     if (line.size() <= longestValue)
@@ -155,7 +154,7 @@ void LineWriter::WriteCalibration(const std::string& section, const std::string&
 }
 
 void LineWriter::WriteChannel(const std::string& section, const std::string& key,
-                              const ChannelSetupRecord& setup, int channel) {
+                              const ChannelSetupRecord& setup, std::size_t channel) {
     const std::string line = ChannelLine(setup);
     WriteLine(section, key, line);
     if (line.size() > longestValue)

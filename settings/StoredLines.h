@@ -46,12 +46,12 @@ public:
     /// A text of the user, for example "project name".
     void WriteText(const std::string& section, const std::string& key, const std::string& text,
                    const std::string& name);
-    void WriteNumber(const std::string& section, const std::string& key, std::int16_t number);
+    void WriteNumber(const std::string& section, const std::string& key, int number);
     /// Lines of channel 0..7.
     void WriteCalibration(const std::string& section, const std::string& key,
-                          const CalibrationRecord& record, int channel);
+                          const CalibrationRecord& record, std::size_t channel);
     void WriteChannel(const std::string& section, const std::string& key,
-                      const ChannelSetupRecord& setup, int channel);
+                      const ChannelSetupRecord& setup, std::size_t channel);
     /// A line that is written as it is.
     void WriteLine(const std::string& section, const std::string& key, const std::string& line);
 

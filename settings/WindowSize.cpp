@@ -22,8 +22,8 @@ std::optional<WindowSize> LoadWindowSize() {
 
 std::vector<std::string> SaveWindowSize(const WindowSize& size) {
     LineWriter writer;
-    writer.WriteNumber(section, widthKey, static_cast<std::int16_t>(size.width));
-    writer.WriteNumber(section, heightKey, static_cast<std::int16_t>(size.height));
+    writer.WriteNumber(section, widthKey, size.width);
+    writer.WriteNumber(section, heightKey, size.height);
     return writer.TakeMessages();
 }
 

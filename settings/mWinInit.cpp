@@ -133,13 +133,11 @@ std::vector<std::string> SaveSettings() {
     writer.WriteNumber(section::window, key::y, WindowY);
     for (std::size_t i = 0; i < UsedChannels(); ++i) {
         if (Calibration[i].PointCount > 0)
-            writer.WriteCalibration(section::calibrations, key::channels[i], Calibration[i],
-                                    static_cast<int>(i));
+            writer.WriteCalibration(section::calibrations, key::channels[i], Calibration[i], i);
         else
             writer.WriteLine(section::calibrations, key::channels[i], {});
         if (!ChannelSetup[i].Electrode.empty())
-            writer.WriteChannel(section::electrodes, key::channels[i], ChannelSetup[i],
-                                static_cast<int>(i));
+            writer.WriteChannel(section::electrodes, key::channels[i], ChannelSetup[i], i);
     }
     return writer.TakeMessages();
 }
@@ -151,10 +149,10 @@ Measure::InputTables ConversionTables() {
     return {electrodes, Calibration, TempSensor};
 }
 
-void Reset(std::int16_t channelCount) {
+void Reset(int channelCount) {
     ProjectInfo = {};
     HardwareSettings = {};
-    HardwareSettings.ChannelCount = channelCount;
+    HardwareSettings.ChannelCount = static_cast<std::int16_t>(channelCount);
     ChannelSetup = {};
     Calibration = {};
     TempSensor = {};

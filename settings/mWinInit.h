@@ -65,13 +65,13 @@ void LoadTempSensorMatrix(int sensor, const std::string& line);
 
 /// Library of the last calibration per channel (0-based) and electrode. The save returns messages
 /// as SaveSettings does.
-std::vector<std::string> SaveCalibrationInfo(const std::string& electrode, std::int16_t channel);
-void LoadCalibrationInfo(const std::string& electrode, std::int16_t channel);
+std::vector<std::string> SaveCalibrationInfo(const std::string& electrode, std::size_t channel);
+void LoadCalibrationInfo(const std::string& electrode, std::size_t channel);
 
 /// The working records as the conversion takes them.
 Measure::InputTables ConversionTables();
 
 /// Back to the state before LoadSettings, with `channelCount` channels.
-void Reset(std::int16_t channelCount = 4);
+void Reset(int channelCount = 4);
 
 } // namespace mWinInit

@@ -15,7 +15,7 @@ namespace {
 class NoDialogs : public platform::Dialogs {
 public:
     void Beep() override {}
-    std::int16_t ShowMessage(const std::string& prompt, std::int16_t, const std::string&) override {
+    int ShowMessage(const std::string& prompt, int, const std::string&) override {
         throw RunTimeError(prompt);
     }
     std::string AskText(const std::string&, const std::string&, const std::string&) override {

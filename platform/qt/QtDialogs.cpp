@@ -57,7 +57,7 @@ QMessageBox::StandardButton DefaultButtonOf(int boxStyle) {
     }
 }
 
-std::int16_t CodeOf(int pressed, int boxStyle) {
+int CodeOf(int pressed, int boxStyle) {
     switch (pressed) {
     case QMessageBox::Yes:
         return button::yes;
@@ -106,8 +106,7 @@ void QtDialogs::Beep() {
     QApplication::beep();
 }
 
-std::int16_t QtDialogs::ShowMessage(const std::string& prompt, std::int16_t boxStyle,
-                                    const std::string& caption) {
+int QtDialogs::ShowMessage(const std::string& prompt, int boxStyle, const std::string& caption) {
     const ArrowWhileAsking arrow;
     QMessageBox box(IconOf(boxStyle), Text::ToQt(caption), Text::ToQt(prompt), ButtonsOf(boxStyle),
                     QApplication::activeWindow());

@@ -8,8 +8,7 @@ namespace platform {
 class QtDialogs : public Dialogs {
 public:
     void Beep() override;
-    std::int16_t ShowMessage(const std::string& prompt, std::int16_t style,
-                             const std::string& caption) override;
+    int ShowMessage(const std::string& prompt, int style, const std::string& caption) override;
     std::string AskText(const std::string& prompt, const std::string& title,
                         const std::string& proposal) override;
     std::optional<std::filesystem::path> ChooseFile(const FileDialogRequest& request) override;

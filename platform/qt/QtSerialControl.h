@@ -21,8 +21,8 @@ public:
     explicit QtSerialControl(QObject* parent = nullptr);
     ~QtSerialControl() override;
 
-    void SetCommPort(std::int16_t number) override { commPort_ = number; }
-    std::int16_t CommPort() const override { return commPort_; }
+    void SetCommPort(int number) override { commPort_ = number; }
+    int CommPort() const override { return commPort_; }
     void SetSettings(const std::string& settings) override { settings_ = settings; }
     void SetPortOpen(bool open) override;
     bool PortOpen() const override { return port_.isOpen(); }
@@ -59,7 +59,7 @@ private:
 
     QString device_; ///< of the port that was opened last
     std::unique_ptr<DeviceClaim> claim_;
-    std::int16_t commPort_ = 1;
+    int commPort_ = 1;
     std::string settings_ = "9600,N,8,1";
     std::size_t bufferSize_ = 256;
     int threshold_ = 0;

@@ -8,8 +8,8 @@ namespace platform {
 /// A serial port of the system.
 class Win32SerialControl : public WaitingSerialControl {
 public:
-    void SetCommPort(std::int16_t number) override { commPort_ = number; }
-    std::int16_t CommPort() const override { return commPort_; }
+    void SetCommPort(int number) override { commPort_ = number; }
+    int CommPort() const override { return commPort_; }
     void SetSettings(const std::string& settings) override { settings_ = settings; }
     void SetPortOpen(bool open) override;
     bool PortOpen() const override { return port_.IsOpen(); }
@@ -41,7 +41,7 @@ private:
     mutable std::vector<std::uint8_t> input_;
     mutable bool lost_ = false;
 
-    std::int16_t commPort_ = 1;
+    int commPort_ = 1;
     std::string settings_ = "9600,N,8,1";
     std::size_t bufferSize_ = 256;
     int threshold_ = 0;

@@ -45,7 +45,7 @@ void StoreCalibration(int channel, CalibrationRecord record, const std::string& 
     record.CalibrationDate = date;
     StoredOf(channel) = record;
     const auto losses = mWinInit::SaveCalibrationInfo(SetupOf(channel).Electrode,
-                                                      static_cast<std::int16_t>(channel));
+                                                      static_cast<std::size_t>(channel));
     for (const std::string& loss : losses)
         Mcommon::Warn(loss);
 }

@@ -201,8 +201,7 @@ void frmCalib::ShowEntryPage() {
 void frmCalib::PrintSummary() {
     CalibrationRecord record = outcome_.record;
     record.CalibrationDate = Now();
-    Measure::PrintCalibSummary(ElectrodeName(), static_cast<std::int16_t>(ChannelToCalibrate),
-                               record);
+    Measure::PrintCalibSummary(ElectrodeName(), ChannelToCalibrate, record);
 }
 
 // ---- Closing ---------------------------------------------------------------------------------

@@ -151,7 +151,7 @@ void ChannelRows::ElectrodeChosen(int channel) {
         return;
     const bool wasUnused = Electrode::KindOf(SetupOf(channel).Electrode) == Electrode::Kind::none;
     SetupEntries::ChooseElectrode(Electrode::types[static_cast<std::size_t>(chosen)].name,
-                                  static_cast<std::int16_t>(channel));
+                                  static_cast<std::size_t>(channel));
     Show(channel);
     if (wasUnused && chosen != Electrode::noneIndex)
         chkSelect(channel).setChecked(true);

@@ -74,9 +74,7 @@ void frmPortSettings::AttachControls() {
     controls.SetPortList = [this](const auto& ports) { SetPortList(ports); };
     controls.SelectPort = [this](int entry) { ui_->cboPort->setCurrentIndex(entry); };
     controls.SelectBitRate = [this](int entry) { ui_->cboBitRate->setCurrentIndex(entry); };
-    controls.IntervalValue = [this] {
-        return static_cast<std::int16_t>(ui_->txtInterval->value());
-    };
+    controls.IntervalValue = [this] { return ui_->txtInterval->value(); };
     controls.IntervalUnit = [this] { return Text::FromQt(ui_->cboIntervalUnit->currentText()); };
     CommPort::Attach(std::move(controls));
 }
@@ -258,7 +256,7 @@ void frmPortSettings::SetPortList(const std::vector<std::string>& ports) {
 
 void frmPortSettings::ShowProblems() {
     QStringList problems;
-    for (std::int16_t port = 1; port <= maxPortNumber; ++port) {
+    for (int port = 1; port <= maxPortNumber; ++port) {
         const auto& problem = CommPort::PortProblem(port);
         // Ports without a device are the rule and no news.
         if (!problem.empty() && platform::InfoOfPort(port).isThere)

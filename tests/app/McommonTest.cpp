@@ -25,7 +25,7 @@ TEST_F(McommonTest, A_message_box_beeps_before_it_is_shown) {
 }
 
 TEST_F(McommonTest, A_message_box_has_the_sum_of_its_styles_and_returns_the_button) {
-    const std::int16_t sum = style::yesNo + style::question + style::defaultButton2;
+    const int sum = style::yesNo + style::question + style::defaultButton2;
     platform.dialogs.ExpectMessage("Exit?", sum, button::no);
     platform.dialogs.ExpectMessage("Exit?", sum, button::yes);
     const auto ask = [] {

@@ -191,7 +191,7 @@ TEST_F(ConvertReadings, A_count_beyond_the_tables_is_out_of_range_and_reads_noth
 
 TEST_F(ConvertReadings, Only_channels_that_can_be_converted_and_their_sensors_are_selected) {
     const std::array<std::int16_t, maxChannels> channels{-1, -1, -1, -1, -1, 0, -1, -1};
-    const std::array<std::int16_t, maxChannels> sensorOf{0, 1, 0, 4, 0, 3, 9, -1};
+    const std::array<int, maxChannels> sensorOf{0, 1, 0, 4, 0, 3, 9, -1};
     electrodes = {"Ca", "Ca", "Redox", "None", "H (pH)", "Ca", "", "F"};
     calibrations[1] = ionCalibration;
     calibrations[3] = ionCalibration; // left over from an earlier electrode

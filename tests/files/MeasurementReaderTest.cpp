@@ -174,7 +174,7 @@ protected:
     }
 
     void MakeUpRun() {
-        mWinInit::Reset(Pick(0, 1) == 0 ? std::int16_t{4} : std::int16_t{8});
+        mWinInit::Reset(Pick(0, 1) == 0 ? 4 : 8);
         mWinInit::ProjectInfo.ProjectName = Text(60);
         mWinInit::ProjectInfo.Experimentator = Text(60);
         const std::array<std::string, 6> electrodes{"H (pH)", "Redox",        "None",

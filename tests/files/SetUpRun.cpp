@@ -2,7 +2,7 @@
 
 #include "settings/mWinInit.h"
 
-void SetUpRun(std::int16_t channelCount) {
+void SetUpRun(int channelCount) {
     mWinInit::Reset(channelCount);
     mWinInit::ProjectInfo.ProjectName = "Well 7";
     mWinInit::ProjectInfo.Experimentator = "A. Nalyst";

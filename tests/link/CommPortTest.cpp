@@ -83,7 +83,7 @@ TEST_F(CommPortTest, Opening_an_open_port_closes_it_first) {
     CommPort::OpenPort(9600, 2);
     CommPort::OpenPort(300, 3);
 
-    EXPECT_EQ(link.serial.opened, (std::vector<std::int16_t>{2, 3}));
+    EXPECT_EQ(link.serial.opened, (std::vector<int>{2, 3}));
     EXPECT_EQ(link.serial.settings, "300,N,8,1");
 }
 
@@ -134,7 +134,7 @@ TEST_F(CommPortTest, The_scan_offers_every_port_that_opens_and_no_other) {
     CommPort::ScanPorts();
 
     EXPECT_EQ(link.portList, (std::vector<std::string>{"COM2", "COM5", "COM16"}));
-    for (std::int16_t n = 1; n <= 16; ++n)
+    for (int n = 1; n <= 16; ++n)
         EXPECT_EQ(CommPort::PortAvailable(n), n == 2 || n == 5 || n == 16);
     EXPECT_FALSE(link.serial.PortOpen());
 }
@@ -145,7 +145,7 @@ TEST_F(CommPortTest, Port_17_and_above_are_never_tried_nor_offered) {
     CommPort::ScanPorts();
 
     EXPECT_EQ(link.portList, (std::vector<std::string>{"COM16"}));
-    EXPECT_EQ(link.serial.opened, (std::vector<std::int16_t>{16}));
+    EXPECT_EQ(link.serial.opened, (std::vector<int>{16}));
 }
 
 TEST_F(CommPortTest, The_scan_absorbs_opening_errors_but_remembers_them) {

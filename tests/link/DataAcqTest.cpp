@@ -170,7 +170,7 @@ float FromTenths(int tenths) {
 }
 
 TEST_F(DataAcqTest, A_reading_of_0_is_shown_as_0_after_any_other_readings) {
-    for (const std::int16_t count : std::initializer_list<std::int16_t>{1, 2, 3, 10}) {
+    for (const int count : {1, 2, 3, 10}) {
         DataAcq::StartSeries(count);
         for (const int tenths : {9999, -4567, 123, 1, 7458}) {
             SetReadings(FromTenths(tenths));
@@ -187,7 +187,7 @@ TEST_F(DataAcqTest, Whatever_came_before_N_equal_readings_give_that_reading_bit_
     constexpr unsigned seed = 20030307;
     std::mt19937 random(seed);
     std::uniform_int_distribution<int> anyTenths(-9999, 9999);
-    for (const std::int16_t count : std::initializer_list<std::int16_t>{1, 2, 7, 60, 1000}) {
+    for (const int count : {1, 2, 7, 60, 1000}) {
         DataAcq::StartSeries(count);
         for (int i = 0; i < 3000; ++i) {
             SetReadings(FromTenths(anyTenths(random)));

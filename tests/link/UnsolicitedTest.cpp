@@ -13,7 +13,7 @@ using CommPort::LinkState;
 using Bytes = std::vector<std::uint8_t>;
 using platform::SerialControl;
 
-constexpr std::int16_t boxStyle = platform::style::okOnly + platform::style::exclamation;
+constexpr int boxStyle = platform::style::okOnly + platform::style::exclamation;
 
 /// A frame whose first value is n.0.
 Bytes FrameNumber(int n) {

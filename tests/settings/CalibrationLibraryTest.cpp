@@ -17,14 +17,13 @@ protected:
     std::string Stored(const std::string& key) {
         return platform.profile->GetString(library, key, "missing", 1000);
     }
-    void Calibrate(std::int16_t channel, const std::string& electrode, float standard) {
-        const auto index = static_cast<std::size_t>(channel);
-        ChannelSetup[index] = {electrode, "S-1", "Ag/AgCl", "R-2", 0, 1};
-        Calibration[index] = {};
-        Calibration[index].CalibrationDate = date;
-        Calibration[index].PointCount = 2;
-        Calibration[index].Standard = {standard, 7};
-        Calibration[index].CaliData = {177.5F, 0};
+    void Calibrate(std::size_t channel, const std::string& electrode, float standard) {
+        ChannelSetup[channel] = {electrode, "S-1", "Ag/AgCl", "R-2", 0, 1};
+        Calibration[channel] = {};
+        Calibration[channel].CalibrationDate = date;
+        Calibration[channel].PointCount = 2;
+        Calibration[channel].Standard = {standard, 7};
+        Calibration[channel].CaliData = {177.5F, 0};
         EXPECT_TRUE(mWinInit::SaveCalibrationInfo(electrode, channel).empty());
     }
 

@@ -13,8 +13,8 @@ public:
     std::function<void()> whileOpen;
 
     void Beep() override {}
-    std::int16_t ShowMessage(const std::string& /*prompt*/, std::int16_t /*style*/,
-                             const std::string& /*caption*/) override {
+    int ShowMessage(const std::string& /*prompt*/, int /*style*/,
+                    const std::string& /*caption*/) override {
         whileOpen();
         return platform::button::ok;
     }

@@ -19,20 +19,20 @@ namespace fake {
 /// A serial control whose ports, bytes and failures the test decides.
 class SerialControl : public platform::SerialControl {
 public:
-    std::set<std::int16_t> ports = {1, 2, 3, 4};        ///< those that can be opened
+    std::set<int> ports = {1, 2, 3, 4};                 ///< those that can be opened
     std::string device = "first";                       ///< what the port's name stands for now
     std::string openError = "Opening the port: denied"; ///< why the others cannot
     std::string outputError;                            ///< when set, writing throws it
     std::vector<std::vector<std::uint8_t>> written;     ///< one entry a write
-    std::vector<std::int16_t> opened;                   ///< the ports, in the order of opening
+    std::vector<int> opened;                            ///< the ports, in the order of opening
     std::function<void()> onOutput;                     ///< an instrument that answers at once
     std::string settings;
     std::size_t bufferSize = 0;
     platform::CommTimeouts timeouts;
     int timeoutsSet = 0;
 
-    void SetCommPort(std::int16_t number) override { commPort_ = number; }
-    std::int16_t CommPort() const override { return commPort_; }
+    void SetCommPort(int number) override { commPort_ = number; }
+    int CommPort() const override { return commPort_; }
     void SetSettings(const std::string& text) override { settings = text; }
     void SetPortOpen(bool open) override;
     bool PortOpen() const override { return open_; }
@@ -54,7 +54,7 @@ public:
     void Unplug();
 
 private:
-    std::int16_t commPort_ = 1;
+    int commPort_ = 1;
     bool open_ = false;
     std::string openedOn_; ///< the device
     int threshold_ = 0;
@@ -79,7 +79,7 @@ public:
     std::vector<std::string> portList; ///< what cboPort offers
     int selectedPort = -1;
     int selectedBitRate = -1;
-    std::int16_t intervalValue = 1;
+    int intervalValue = 1;
     std::string intervalUnit = "seconds";
 
     void TimeoutTicks();

@@ -23,11 +23,11 @@ Dialogs::~Dialogs() {
     EXPECT_TRUE(fileDialogs_.empty()) << "a file dialog was never shown";
 }
 
-void Dialogs::ExpectMessage(const std::string& prompt, std::int16_t style, std::int16_t answer) {
+void Dialogs::ExpectMessage(const std::string& prompt, int style, int answer) {
     messages_.push_back({prompt, style, answer});
 }
 
-void Dialogs::ExpectAnyMessage(std::int16_t style, std::int16_t answer) {
+void Dialogs::ExpectAnyMessage(int style, int answer) {
     messages_.push_back({std::nullopt, style, answer});
 }
 
@@ -47,8 +47,7 @@ void Dialogs::Beep() {
     events.emplace_back("beep");
 }
 
-std::int16_t Dialogs::ShowMessage(const std::string& prompt, std::int16_t style,
-                                  const std::string& caption) {
+int Dialogs::ShowMessage(const std::string& prompt, int style, const std::string& caption) {
     lastMessage = prompt;
     events.emplace_back("message");
     EXPECT_EQ(caption, Mcommon::applicationTitle);

@@ -21,10 +21,9 @@ class Dialogs : public platform::Dialogs {
 public:
     ~Dialogs() override;
 
-    void ExpectMessage(const std::string& prompt, std::int16_t style,
-                       std::int16_t answer = platform::button::ok);
+    void ExpectMessage(const std::string& prompt, int style, int answer = platform::button::ok);
     /// A message whose text comes from the system in part.
-    void ExpectAnyMessage(std::int16_t style, std::int16_t answer = platform::button::ok);
+    void ExpectAnyMessage(int style, int answer = platform::button::ok);
     void ExpectInput(const std::string& prompt, const std::string& proposal,
                      const std::string& answer);
     void ExpectFileDialog(
@@ -41,8 +40,7 @@ public:
     std::vector<std::string> events;
 
     void Beep() override;
-    std::int16_t ShowMessage(const std::string& prompt, std::int16_t style,
-                             const std::string& caption) override;
+    int ShowMessage(const std::string& prompt, int style, const std::string& caption) override;
     std::string AskText(const std::string& prompt, const std::string& title,
                         const std::string& proposal) override;
     std::optional<std::filesystem::path>
@@ -51,8 +49,8 @@ public:
 private:
     struct Message {
         std::optional<std::string> prompt; ///< nothing: any
-        std::int16_t style;
-        std::int16_t answer;
+        int style;
+        int answer;
     };
     struct Input {
         std::string prompt;

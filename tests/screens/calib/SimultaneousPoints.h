@@ -56,7 +56,7 @@ protected:
         EXPECT_EQ(Page(), "fraChoice");
     }
 
-    void ExpectQuestion(std::int16_t answer) {
+    void ExpectQuestion(int answer) {
         platform.dialogs.ExpectMessage("Calibration is not completed, quit anyway?",
                                        Style(platform::style::yesNo, platform::style::exclamation,
                                              platform::style::defaultButton2),

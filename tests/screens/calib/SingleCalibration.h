@@ -34,8 +34,8 @@ protected:
     std::string Text(const QString& name) const { return TextOf(*form, name); }
     std::string MainCaption() const { return Caption(*form, frmCalib::mainButton); }
 
-    static constexpr std::int16_t quitStyle = Style(
-        platform::style::yesNo, platform::style::exclamation, platform::style::defaultButton2);
+    static constexpr int quitStyle = Style(platform::style::yesNo, platform::style::exclamation,
+                                           platform::style::defaultButton2);
 
     static constexpr const char* quitQuestion =
         "The calibration process has not been achieved yet.\nWould you like to quit the process?";

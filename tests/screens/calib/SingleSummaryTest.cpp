@@ -38,7 +38,7 @@ protected:
         Click(*form, "cmdSys", frmCalib::mainButton);
     }
 
-    void ExpectQuestion(std::int16_t answer) {
+    void ExpectQuestion(int answer) {
         platform.dialogs.ExpectMessage("The calibration process has not been achieved yet.\n"
                                        "Would you like to quit the process?",
                                        Style(platform::style::yesNo, platform::style::exclamation,

@@ -19,7 +19,7 @@ class ExitTest : public MainScreenTest {
 protected:
     int ended = 0;
 
-    void AnswerExit(std::int16_t answer) {
+    void AnswerExit(int answer) {
         QObject::connect(form.get(), &frmMain::Ended, [this] { ++ended; });
         platform.dialogs.ExpectMessage("Are you sure you want to exit?", 292, answer);
     }

@@ -27,8 +27,7 @@ public:
     std::function<void(const std::string&)> opened;
     fs::path target;
 
-    std::int16_t ShowMessage(const std::string& prompt, std::int16_t style,
-                             const std::string& caption) override {
+    int ShowMessage(const std::string& prompt, int style, const std::string& caption) override {
         opened(prompt);
         return fake::Boxes::ShowMessage(prompt, style, caption);
     }

@@ -23,7 +23,7 @@ protected:
     using LinkState = CommPort::LinkState;
 
     static constexpr const char* moment = "07.Mar.2003 14:05:33";
-    static constexpr std::int16_t boxStyle = platform::style::okOnly + platform::style::exclamation;
+    static constexpr int boxStyle = platform::style::okOnly + platform::style::exclamation;
 
     /// Makes COM `number` lead to a device.
     void LinkPort(int number, const std::filesystem::path& device);

@@ -85,7 +85,7 @@ TEST_F(QtSerialControlTest, A_device_that_is_not_there_is_named) {
 }
 
 TEST_F(QtSerialControlTest, A_port_number_outside_1_to_16_is_refused) {
-    for (const std::int16_t number : {std::int16_t{0}, std::int16_t{17}}) {
+    for (const int number : {0, 17}) {
         control.SetCommPort(number);
         EXPECT_EQ(Refusal(), "Opening COM" + std::to_string(number) + ": there is no such port");
     }

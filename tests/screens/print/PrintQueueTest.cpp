@@ -95,7 +95,7 @@ TEST_F(PrintQueue, A_graph_arrives_with_its_legend_and_in_colour) {
     graph.SetLegend(1, "Ch. 1");
     graph.SetLeftTitle("mV");
     graph.SetGraphTitle("4-Channel Vantrel - Well 7 Report: Graphic");
-    for (std::int16_t point = 1; point <= 50; ++point)
+    for (int point = 1; point <= 50; ++point)
         graph.SetData(point, point % 10);
     graph.SetDrawMode(Mreport::graph::draw);
     platform.printing.onPrint = [](const std::string& name, const auto& document) {

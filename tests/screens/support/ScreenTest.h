@@ -81,15 +81,12 @@ protected:
     void TimeOut();
 
     /// The sum of a message box's style parts, as scripts expect it.
-    static constexpr std::int16_t Style(std::int16_t buttons, std::int16_t icon,
-                                        std::int16_t defaultButton = 0) {
-        return static_cast<std::int16_t>(buttons + icon + defaultButton);
+    static constexpr int Style(int buttons, int icon, int defaultButton = 0) {
+        return buttons + icon + defaultButton;
     }
-    static constexpr std::int16_t information =
-        platform::style::okOnly + platform::style::information;
-    static constexpr std::int16_t exclamation =
-        platform::style::okOnly + platform::style::exclamation;
-    static constexpr std::int16_t critical = platform::style::okOnly + platform::style::critical;
+    static constexpr int information = platform::style::okOnly + platform::style::information;
+    static constexpr int exclamation = platform::style::okOnly + platform::style::exclamation;
+    static constexpr int critical = platform::style::okOnly + platform::style::critical;
 };
 
 /// Names of controls that a user reaches and that have no accessible name.
