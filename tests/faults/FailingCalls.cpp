@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -24,6 +25,8 @@ Outcome* outcome = nullptr;
 bool counting = false; ///< in the child, while it works
 int failingCall = 0;
 Fault faultToMeet = Fault::end;
+
+Watcher* watcher = nullptr; ///< while it is told
 
 enum class Verdict { succeeds, fails, half };
 
@@ -67,6 +70,36 @@ Function* Real(const char* name) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
 }
 
+std::string PathOf(int file) {
+    std::string name(PATH_MAX, '\0');
+    const std::string link = "/proc/self/fd/" + std::to_string(file);
+    const ssize_t length = ::readlink(link.c_str(), name.data(), name.size());
+    name.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+    return name;
+}
+
+bool Exists(const char* path) {
+    return ::access(path, F_OK) == 0;
+}
+
+/// Where the next write to the file begins.
+std::size_t PlaceIn(int file) {
+    const bool atEnd = (::fcntl(file, F_GETFL) & O_APPEND) != 0;
+    return static_cast<std::size_t>(::lseek(file, 0, atEnd ? SEEK_END : SEEK_CUR));
+}
+
+int ToldFlush(int result, int file) {
+    if (watcher != nullptr && result == 0)
+        watcher->Flushed(PathOf(file));
+    return result;
+}
+
+int ToldRemoval(int result, const char* path) {
+    if (watcher != nullptr && result == 0)
+        watcher->Removed(path);
+    return result;
+}
+
 Outcome* SharedOutcome() {
     void* memory =
         ::mmap(nullptr, sizeof(Outcome), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
@@ -81,6 +114,12 @@ std::string NameOf(Fault fault) {
     constexpr std::array names{"noSpace", "inputOutput", "permission", "interrupted",
                                "partly",  "gone",        "end"};
     return names.at(static_cast<std::size_t>(fault));
+}
+
+void Watch(Watcher& watching, const std::function<void()>& work) {
+    watcher = &watching;
+    work();
+    watcher = nullptr;
 }
 
 Outcome InChild(const std::function<void()>& work, int failing, Fault fault) {
@@ -114,6 +153,7 @@ using FailingCalls::Fails;
 using FailingCalls::Judge;
 using FailingCalls::Real;
 using FailingCalls::Verdict;
+using FailingCalls::watcher;
 
 // ---- The calls, in place of the system's -------------------------------------------------------
 
@@ -127,7 +167,17 @@ int open(const char* path, int flags, ...) {
         mode = va_arg(rest, mode_t);
         va_end(rest);
     }
-    return Fails() ? -1 : Real<int(const char*, int, ...)>("open")(path, flags, mode);
+    if (Fails())
+        return -1;
+    const bool isNew = watcher != nullptr && !FailingCalls::Exists(path);
+    const int file = Real<int(const char*, int, ...)>("open")(path, flags, mode);
+    if (watcher != nullptr && file >= 0 && (flags & (O_CREAT | O_TRUNC)) != 0) {
+        if (isNew)
+            watcher->Made(path);
+        else if ((flags & O_TRUNC) != 0)
+            watcher->Cut(path, 0);
+    }
+    return file;
 }
 
 FILE* fopen(const char* path, const char* mode) {
@@ -147,19 +197,29 @@ ssize_t write(int file, const void* bytes, size_t count) {
     if (verdict == Verdict::fails)
         return -1;
     const size_t taken = verdict == Verdict::half && count > 1 ? count / 2 : count;
-    return Real<ssize_t(int, const void*, size_t)>("write")(file, bytes, taken);
+    const std::size_t at = watcher != nullptr ? FailingCalls::PlaceIn(file) : 0;
+    const ssize_t written = Real<ssize_t(int, const void*, size_t)>("write")(file, bytes, taken);
+    if (watcher != nullptr && written > 0)
+        watcher->Wrote(FailingCalls::PathOf(file), at,
+                       {static_cast<const char*>(bytes), static_cast<std::size_t>(written)});
+    return written;
 }
 
 int fsync(int file) {
-    return Fails() ? -1 : Real<int(int)>("fsync")(file);
+    return Fails() ? -1 : FailingCalls::ToldFlush(Real<int(int)>("fsync")(file), file);
 }
 
 int fdatasync(int file) {
-    return Fails() ? -1 : Real<int(int)>("fdatasync")(file);
+    return Fails() ? -1 : FailingCalls::ToldFlush(Real<int(int)>("fdatasync")(file), file);
 }
 
 int ftruncate(int file, off_t length) noexcept {
-    return Fails() ? -1 : Real<int(int, off_t)>("ftruncate")(file, length);
+    if (Fails())
+        return -1;
+    const int result = Real<int(int, off_t)>("ftruncate")(file, length);
+    if (watcher != nullptr && result == 0)
+        watcher->Cut(FailingCalls::PathOf(file), static_cast<std::size_t>(length));
+    return result;
 }
 
 int fchmod(int file, mode_t mode) noexcept {
@@ -167,19 +227,29 @@ int fchmod(int file, mode_t mode) noexcept {
 }
 
 int rename(const char* from, const char* to) noexcept {
-    return Fails() ? -1 : Real<int(const char*, const char*)>("rename")(from, to);
+    if (Fails())
+        return -1;
+    const int result = Real<int(const char*, const char*)>("rename")(from, to);
+    if (watcher != nullptr && result == 0)
+        watcher->Renamed(from, to);
+    return result;
 }
 
 int unlink(const char* path) noexcept {
-    return Fails() ? -1 : Real<int(const char*)>("unlink")(path);
+    return Fails() ? -1 : FailingCalls::ToldRemoval(Real<int(const char*)>("unlink")(path), path);
 }
 
 int remove(const char* path) noexcept {
-    return Fails() ? -1 : Real<int(const char*)>("remove")(path);
+    return Fails() ? -1 : FailingCalls::ToldRemoval(Real<int(const char*)>("remove")(path), path);
 }
 
 int mkstemp(char* name) {
-    return Fails() ? -1 : Real<int(char*)>("mkstemp")(name);
+    if (Fails())
+        return -1;
+    const int file = Real<int(char*)>("mkstemp")(name);
+    if (watcher != nullptr && file >= 0)
+        watcher->Made(name);
+    return file;
 }
 
 int flock(int file, int operation) noexcept {

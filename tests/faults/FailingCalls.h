@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 /// The system's calls on files, of which one fails on demand. The program's own functions of these
 /// names stand before the system's, so that the standard library's calls fail, too. For a child
@@ -25,6 +27,23 @@ inline constexpr std::array allFaults{Fault::noSpace,     Fault::inputOutput, Fa
                                       Fault::end};
 
 std::string NameOf(Fault fault);
+
+/// Is told of each call that has changed a file, after it has. Files go by the names they have
+/// then.
+class Watcher {
+public:
+    virtual ~Watcher() = default;
+    virtual void Made(const std::string& file) = 0;
+    virtual void Wrote(const std::string& file, std::size_t at, std::string_view bytes) = 0;
+    virtual void Cut(const std::string& file, std::size_t length) = 0;
+    /// A file's content, or the names in a folder, have reached the disk.
+    virtual void Flushed(const std::string& fileOrFolder) = 0;
+    virtual void Renamed(const std::string& from, const std::string& to) = 0;
+    virtual void Removed(const std::string& file) = 0;
+};
+
+/// Does the work in this process, with no fault, and tells the watcher of its calls.
+void Watch(Watcher& watcher, const std::function<void()>& work);
 
 /// How a child process has ended.
 struct Outcome {
