@@ -6,6 +6,7 @@
 #include "files/LiveReport.h"
 #include "files/Recovery.h"
 #include "files/TemporaryRecording.h"
+#include "history/Notes.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -101,7 +102,8 @@ void MeasuringRun::BeginTarget(const fs::path& target) {
     if (HasWaitingRecords())
         FlushTempFile();
     const auto before = targetFile;
-    const auto back = [this, &before] {
+    const auto back = [this, &before, &target](const std::string& reason) {
+        History::Note(History::Kind::writeFailed, reason, target);
         targetFile = before;
         EmptyTempFile();
     };
@@ -110,10 +112,12 @@ void MeasuringRun::BeginTarget(const fs::path& target) {
         targetFile = target;
         ReplaceTarget(target);
     } catch (const fs::filesystem_error& error) {
-        back();
-        throw RunTimeError("Writing " + CodePage::NameOf(target) + ": " + error.code().message());
-    } catch (const RunTimeError&) {
-        back();
+        const std::string reason =
+            "Writing " + CodePage::NameOf(target) + ": " + error.code().message();
+        back(reason);
+        throw RunTimeError(reason);
+    } catch (const RunTimeError& error) {
+        back(error.what());
         throw;
     }
 }
@@ -167,9 +171,18 @@ void MeasuringRun::FlushTempFile() {
     if (!temporaryRecording_)
         return;
     const bool grows = HasWaitingRecords();
-    temporaryRecording_->Flush(targetFile);
-    if (grows)
-        RecordWritten();
+    try {
+        temporaryRecording_->Flush(targetFile);
+    } catch (const RunTimeError& error) {
+        History::Note(History::Kind::writeFailed, error.what(), targetFile);
+        throw;
+    }
+    if (!grows)
+        return;
+    std::error_code unknown;
+    History::Note(History::Kind::flushed,
+                  std::to_string(fs::file_size(targetFile, unknown)) + " bytes", targetFile);
+    RecordWritten();
 }
 
 bool MeasuringRun::HasWaitingRecords() const {

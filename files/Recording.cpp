@@ -2,6 +2,7 @@
 
 #include "base/NumberText.h"
 #include "base/RunTimeError.h"
+#include "history/Notes.h"
 #include "platform/Platform.h"
 #include "settings/mWinInit.h"
 
@@ -47,6 +48,7 @@ Recording::Outcome Recording::Record(Mode mode, std::string_view periodText,
     if (automatic && reportShowsTarget_)
         run_.FollowTarget(true);
     RecordReading(*entry, outcome);
+    NoteBegin(automatic ? "every " + NumberText::Plain(period_s) + " s" : "by hand");
     if (automatic)
         BeginRun(period_s, outcome);
     return outcome;
@@ -109,7 +111,30 @@ Recording::Outcome Recording::Tick(const TakeEntry& takeEntry) {
 void Recording::Stop() {
     automaticOn_ = false;
     awake_.reset();
+    NoteEnd(counter_);
     run_.FollowTarget(false);
+}
+
+/// Behind the first record. By hand and by the clock are two recordings.
+void Recording::NoteBegin(const std::string& how) {
+    if (noted_ == how)
+        return;
+    const std::int32_t before = counter_ - 1;
+    NoteEnd(before);
+    History::Note(History::Kind::recordingBegun,
+                  how + ", from record " + NumberText::Plain(counter_), run_.targetFile);
+    noted_ = how;
+    countAtBegin_ = before;
+}
+
+void Recording::NoteEnd(std::int32_t last) {
+    if (std::exchange(noted_, {}).empty())
+        return;
+    const std::int32_t records = last - countAtBegin_;
+    History::Note(History::Kind::recordingEnded,
+                  NumberText::Plain(records) + (records == 1 ? " record" : " records") +
+                      ", the last is record " + NumberText::Plain(last),
+                  run_.targetFile);
 }
 
 void Recording::Fail(const std::string& reason) {
@@ -162,6 +187,7 @@ bool Recording::ChooseTarget() {
     std::filesystem::path chosen;
     if (!run_.dialog.ShowFileDialog(chosen, DialogMode::save))
         return false;
+    NoteEnd(counter_);
     run_.BeginTarget(chosen);
     header_ = RecordsInForce();
     failure_.reset();
@@ -175,6 +201,8 @@ void Recording::RecordReading(const Entry& entry, Outcome& outcome) {
         run_.SaveMeasure(run_.currentMeasurementPath, number, entry.comment, entry.displayed);
     } catch (const RunTimeError& error) {
         NoteFailure(error.what());
+        History::Note(History::Kind::writeFailed,
+                      "Record " + NumberText::Plain(number) + ": " + error.what(), run_.targetFile);
         if (!run_.IsFollowing())
             throw;
         // The target has gone from under the live report; the temporary file still takes records.

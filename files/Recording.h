@@ -68,6 +68,9 @@ public:
     /// receives what comes later.
     void Stop();
 
+    /// The page is left, or the target given up: what was recorded by hand has come to its end.
+    void Leave() { NoteEnd(counter_); }
+
     /// Stop for a reason that the progress tells until the next record.
     void Fail(const std::string& reason);
 
@@ -98,6 +101,8 @@ private:
     void CheckRoom(Outcome& outcome);
     void RecordReading(const Entry& entry, Outcome& outcome);
     void NoteFailure(const std::string& reason);
+    void NoteBegin(const std::string& how);
+    void NoteEnd(std::int32_t last);
 
     MeasuringRun& run_;
     float period_s_ = 0;
@@ -106,8 +111,10 @@ private:
     std::chrono::seconds lastRecordTime_{0}; ///< whole seconds of the monotonic clock
     std::chrono::seconds runStart_{0};       ///< of the same clock
     std::int32_t counter_ = 0;
-    LocalTime recordedAt_;        ///< of the last record
-    std::size_t recordBytes_ = 0; ///< of the run
+    std::string noted_;             ///< how the history says that it is recorded; empty: it is not
+    std::int32_t countAtBegin_ = 0; ///< records before that
+    LocalTime recordedAt_;          ///< of the last record
+    std::size_t recordBytes_ = 0;   ///< of the run
     std::optional<RecordingProgress::Failure> failure_;
     std::optional<HeaderRecords> header_;
     std::unique_ptr<platform::WakeLock> awake_; ///< while an automatic run goes on

@@ -3,6 +3,7 @@
 #include "base/RunTimeError.h"
 #include "files/FileOpr.h"
 #include "files/TargetTransfer.h"
+#include "history/Notes.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -180,7 +181,16 @@ void Recover(UnfinishedRecording& recording) {
     if (recording.target.empty())
         throw RunTimeError("No measurement file has been chosen");
     const RecordingFiles files(recording.temporaryFile);
-    TransferToTarget(files, recording.target);
+    try {
+        TransferToTarget(files, recording.target);
+    } catch (const RunTimeError& error) {
+        History::Note(History::Kind::writeFailed, error.what(), recording.target);
+        throw;
+    }
+    History::Note(History::Kind::recovered,
+                  std::to_string(recording.records) + " records, the last at " +
+                      recording.lastTimeStamp,
+                  recording.target);
     RemoveFiles(files, recording.lock);
 }
 

@@ -11,7 +11,7 @@ namespace {
 constexpr int applicationId = 0x56484953; ///< in the file's header: "VHIS"
 constexpr int version = 1;
 constexpr int busyTimeout_ms = 500; ///< another program's write lasts as long as its flush
-constexpr int primaryCode = 0xFF;    ///< what an extended result code keeps in its low byte
+constexpr int primaryCode = 0xFF;   ///< what an extended result code keeps in its low byte
 
 constexpr auto schema = R"(
 CREATE TABLE IF NOT EXISTS entries (

@@ -1,5 +1,7 @@
 #include "program/theMain.h"
 
+#include "app/Mcommon.h"
+#include "history/Notes.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "screens/controls/BusyPointer.h"
@@ -10,16 +12,27 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QTimer>
+
+#include <utility>
 
 namespace theMain {
 
 Program::Program() = default;
-Program::~Program() = default;
+
+Program::~Program() {
+    main_.reset();
+    port_.reset();
+    splash_.reset();
+    linkNotes_.reset();
+    history_.reset(); // while what it may tell has a place
+}
 
 void Program::Main() {
     guard_("theMain - Main", [this] {
         LoadForms();
         CommPort::fncInitializeComPort();
+        OpenHistory();
         // What was pressed while the program started was pressed in vain.
         platform::Current().desktop.ProcessPendingEvents();
     });
@@ -64,8 +77,28 @@ void Program::ConnectForms() {
         Qt::DirectConnection);
 }
 
+void Program::OpenHistory() {
+    history_.emplace(History::UsualFile(),
+                     [this](const std::string& message) { TellOfHistory(message); });
+    linkNotes_.emplace();
+    History::KnowSettings();
+}
+
+/// Not before the main screen, and never where it happens: a recording does not wait for an answer.
+void Program::TellOfHistory(const std::string& message) {
+    if (!main_ || !main_->isVisible()) {
+        toTell_.push_back(message);
+        return;
+    }
+    QTimer::singleShot(0, main_.get(), [this, message] {
+        guard_("theMain - TellOfHistory", [&message] { Mcommon::Warn(message); });
+    });
+}
+
 void Program::Continue() {
     main_->show();
+    for (const std::string& message : std::exchange(toTell_, {}))
+        TellOfHistory(message);
     if (!file_.empty())
         main_->OpenReport(file_);
 }

@@ -2,10 +2,15 @@
 
 #include "base/Version.h"
 #include "files/MeasuringRun.h"
+#include "history/LinkNotes.h"
+#include "history/Log.h"
 #include "screens/controls/EventGuard.h"
 
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 class frmMain;
 class frmPortSettings;
@@ -35,12 +40,17 @@ private:
     void LoadForms();
     void AwaitPainting();
     void ConnectForms();
+    void OpenHistory();
+    void TellOfHistory(const std::string& message);
 
     void Continue();
 
     std::filesystem::path file_;
     EventGuard guard_{"Unexpected Error - "};
-    FileOpr::MeasuringRun run_; ///< outlives the screens that record and show it
+    std::optional<History::Log> history_; ///< outlives all that it takes down
+    std::optional<History::LinkNotes> linkNotes_;
+    std::vector<std::string> toTell_; ///< when the main screen is shown
+    FileOpr::MeasuringRun run_;       ///< outlives the screens that record and show it
     std::unique_ptr<frmSplash> splash_;
     std::unique_ptr<frmPortSettings> port_; ///< outlives the screens that read over it
     std::unique_ptr<frmMain> main_;

@@ -284,7 +284,7 @@ bool SimultCalib::Form_QueryUnload() {
     const auto& outcomes = ui_->fraSummary->Outcomes();
     for (std::size_t i = 0; i < outcomes.size(); ++i) {
         const int channel = session_.Channels()[i];
-        StoreCalibration(channel, outcomes[i].record, now);
+        StoreCalibration(channel, outcomes[i].record, now, reading_.LastTemperature(channel));
         Q_EMIT CalibrationStored(channel);
     }
     return true;

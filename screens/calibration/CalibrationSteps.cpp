@@ -2,6 +2,7 @@
 
 #include "app/Mcommon.h"
 #include "base/NumberText.h"
+#include "history/Notes.h"
 #include "platform/Platform.h"
 #include "screens/calibration/CalibrationTexts.h"
 #include "screens/calibration/ChannelRecords.h"
@@ -38,12 +39,15 @@ bool AskAveragingForCalibration() {
         return false;
     }
     averaging = *number;
+    History::NoteSettings();
     return true;
 }
 
-void StoreCalibration(int channel, CalibrationRecord record, const std::string& date) {
+void StoreCalibration(int channel, CalibrationRecord record, const std::string& date,
+                      const std::string& temperature_celsius) {
     record.CalibrationDate = date;
     StoredOf(channel) = record;
+    History::NoteCalibration(channel, temperature_celsius);
     const auto losses = mWinInit::SaveCalibrationInfo(SetupOf(channel).Electrode,
                                                       static_cast<std::size_t>(channel));
     for (const std::string& loss : losses)

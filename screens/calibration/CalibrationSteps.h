@@ -16,6 +16,8 @@ void OfferFinish(bool finish, QPushButton& finishButton, QPushButton& closeButto
 /// Asks for a new averaging number of the calibration; true where one was given.
 bool AskAveragingForCalibration();
 
-/// Stores a finished calibration of a channel (0-based) in the working records and the settings
-/// file; says what will not come back from there.
-void StoreCalibration(int channel, CalibrationRecord record, const std::string& date);
+/// Stores a finished calibration of a channel (0-based) in the working records, the history and the
+/// settings file; says what will not come back from there. The temperature is that of its last
+/// reading, as displayed.
+void StoreCalibration(int channel, CalibrationRecord record, const std::string& date,
+                      const std::string& temperature_celsius);

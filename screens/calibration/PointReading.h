@@ -72,6 +72,11 @@ public:
     /// table gives none, empty without a sensor and while nothing is read.
     std::string TemperatureText(int channel) const;
 
+    /// The last one of this reading or of the one before; empty where none was read.
+    const std::string& LastTemperature(int channel) const {
+        return temperature_celsius_.at(static_cast<std::size_t>(channel));
+    }
+
     /// Keeps the ticks from acting while a box of the form waits for its answer: boxes do not pile
     /// up, and reading goes on when this one is answered.
     [[nodiscard]] QScopedValueRollback<bool> HoldForBox() {

@@ -218,7 +218,8 @@ void frmCalib::reject() {
 bool frmCalib::Form_QueryUnload() {
     if (session_.IsFinished()) {
         reading_.Stop();
-        StoreCalibration(ChannelToCalibrate, outcome_.record, Now());
+        StoreCalibration(ChannelToCalibrate, outcome_.record, Now(),
+                         reading_.LastTemperature(ChannelToCalibrate));
         Q_EMIT CalibrationStored(ChannelToCalibrate);
         return true;
     }

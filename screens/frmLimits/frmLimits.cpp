@@ -1,6 +1,7 @@
 #include "screens/frmLimits/frmLimits.h"
 
 #include "app/Mcommon.h"
+#include "history/Notes.h"
 #include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/Wiring.h"
@@ -71,7 +72,9 @@ void frmLimits::AcceptLimits() {
             return;
         entered[static_cast<std::size_t>(channel)] = *limits;
     }
-    for (const std::string& message : mWinInit::SaveLimits(entered))
+    const auto messages = mWinInit::SaveLimits(entered);
+    History::NoteSettings();
+    for (const std::string& message : messages)
         Mcommon::Warn(message);
     limits_ = entered;
     accept();

@@ -118,6 +118,7 @@ void MeasuringPage::Enter(const Selection& selected) {
 
 void MeasuringPage::Leave() {
     StopReading();
+    ui_->fraRecording->Leave();
     run_->measuring = false;
     tmrTime.stop();
     // Records that cannot be moved now stay in the temporary file; the next move takes them along.

@@ -3,6 +3,7 @@
 #include "app/Mcommon.h"
 #include "base/CodePage.h"
 #include "files/MeasuringRun.h"
+#include "history/Notes.h"
 #include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/ValueLabel.h"
@@ -90,6 +91,7 @@ QString RecordingGroup::AskAveraging() {
         return {};
     }
     mWinInit::HardwareSettings.AveragingForMeasurement = *averaging;
+    History::NoteSettings();
     ShowAveraging(Text::ToQt(answer));
     return Text::ToQt(answer);
 }
@@ -226,6 +228,7 @@ std::string RecordingGroup::Notice() const {
 void RecordingGroup::NewFile() {
     if (recording_->IsAutomaticOn())
         return;
+    recording_->Leave();
     recording_->Run().FlushTempFile();
     recording_->Run().targetFile.clear();
     ShowValue(*ui_->lblRec, "0");

@@ -52,6 +52,9 @@ public:
     void Stop();
     bool IsAutomaticOn() const { return recording_->IsAutomaticOn(); }
 
+    /// The page is left: what was recorded by hand has come to its end.
+    void Leave() { recording_->Leave(); }
+
     /// Reading has ended at a failure, and with it the run.
     void LinkFailed();
 

@@ -7,6 +7,7 @@
 #include "base/PortName.h"
 #include "chem/Measure.h"
 #include "files/MeasurementDialog.h"
+#include "history/Notes.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "platform/qt/EntryText.h"
@@ -175,6 +176,7 @@ void SetupPage::StoreEntries() {
     mWinInit::ProjectInfo.Experimentator = TextOf(txtEntry(analyst));
     for (int i = 0; i < ChannelCount(); ++i)
         rows_.Store(i);
+    History::NoteSettings();
 }
 
 SetupChecks::Entries SetupPage::EntriesNow() const {

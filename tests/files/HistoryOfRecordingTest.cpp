@@ -1,0 +1,112 @@
+#include "base/RunTimeError.h"
+#include "files/MeasuringRun.h"
+#include "files/Recording.h"
+#include "files/Recovery.h"
+#include "files/SetUpRun.h"
+#include "support/FullDisk.h"
+#include "support/NotedEntries.h"
+
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+namespace fs = std::filesystem;
+using FileOpr::Recording;
+using Mode = Recording::Mode;
+using Texts = std::vector<std::string>;
+
+class HistoryOfRecording : public testing::Test {
+protected:
+    HistoryOfRecording() {
+        SetUpRun();
+        run.currentMeasurementPath = run.GetTempFile();
+        run.targetFile = target;
+        run.CreateHeadLines(run.currentMeasurementPath);
+    }
+    void Record(Mode mode, std::string_view period = "5") {
+        recording.Record(mode, period, Taking());
+    }
+    static Recording::TakeEntry Taking() {
+        return [] { return std::optional(Recording::Entry{"", DisplayedRun()}); };
+    }
+    std::string Flushed() const {
+        return "Records in file: " + std::to_string(fs::file_size(target)) + " bytes";
+    }
+
+    fake::Platform platform;
+    const fs::path target = platform.folder.Path() / "run.4ch";
+    NotedEntries noted;
+    FileOpr::MeasuringRun run;
+    Recording recording{run};
+};
+
+} // namespace
+
+TEST_F(HistoryOfRecording, An_automatic_run_is_noted_with_its_period_target_and_count) {
+    Record(Mode::automatic);
+    platform.clock.monotonic += 5s;
+    recording.Tick(Taking());
+    recording.Stop();
+    recording.Stop();
+    EXPECT_EQ(noted.Texts(), (Texts{"Recording begun: every 5 s, from record 1",
+                                    "Recording ended: 2 records, the last is record 2"}));
+    EXPECT_EQ(noted.All().front().file, target.string());
+}
+
+TEST_F(HistoryOfRecording, Records_by_hand_are_one_recording_until_the_page_is_left) {
+    Record(Mode::manual);
+    Record(Mode::manual);
+    recording.Leave();
+    run.FlushTempFile();
+    EXPECT_EQ(noted.Texts(),
+              (Texts{"Recording begun: by hand, from record 1",
+                     "Recording ended: 2 records, the last is record 2", Flushed()}));
+}
+
+TEST_F(HistoryOfRecording, A_run_behind_records_by_hand_is_a_recording_of_its_own) {
+    Record(Mode::manual);
+    Record(Mode::automatic);
+    recording.Stop();
+    EXPECT_EQ(noted.Texts(), (Texts{"Recording begun: by hand, from record 1",
+                                    "Recording ended: 1 record, the last is record 1",
+                                    "Recording begun: every 5 s, from record 2",
+                                    "Recording ended: 1 record, the last is record 2"}));
+}
+
+TEST_F(HistoryOfRecording, A_record_that_cannot_be_written_is_noted_with_its_reason) {
+    noted.mayFail = true;
+    {
+        const FullDisk full(fs::file_size(run.currentMeasurementPath));
+        EXPECT_THROW(Record(Mode::manual), RunTimeError);
+    }
+    platform.clock.monotonic += 61s; // the history's own disk was full as well
+    recording.Record(Mode::manual, "", Taking());
+    const Texts texts = noted.Texts();
+    ASSERT_EQ(texts.size(), 2U);
+    EXPECT_EQ(texts[0].find("Write failed: Record 1: Writing "), 0U) << texts[0];
+    EXPECT_EQ(texts[1], "Recording begun: by hand, from record 1");
+}
+
+TEST_F(HistoryOfRecording, A_flush_that_fails_is_noted_and_tried_again) {
+    Record(Mode::manual);
+    run.targetFile = platform.folder.Path() / "missing" / "run.4ch";
+    EXPECT_THROW(run.FlushTempFile(), RunTimeError);
+    run.targetFile = target;
+    run.FlushTempFile();
+    const Texts texts = noted.Texts();
+    ASSERT_EQ(texts.size(), 3U);
+    EXPECT_EQ(texts[1].find("Write failed: "), 0U) << texts[1];
+    EXPECT_EQ(texts[2], Flushed());
+}
+
+TEST_F(HistoryOfRecording, A_recovery_is_noted_with_its_records) {
+    Record(Mode::manual);
+    run.ReleaseTempFile();
+    auto unfinished = FileOpr::FindUnfinishedRecordings();
+    ASSERT_EQ(unfinished.size(), 1U);
+    FileOpr::Recover(unfinished[0]);
+    EXPECT_EQ(noted.Texts().back(), "Recovered: 1 records, the last at 14:05:33 07.Mar.2003");
+    EXPECT_EQ(noted.All().back().file, target.string());
+}
