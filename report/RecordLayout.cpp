@@ -3,6 +3,7 @@
 #include "files/MeasurementLines.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace Mreport {
@@ -17,6 +18,25 @@ std::size_t LineLength(std::string_view text) {
     return end == nullptr
                ? 0
                : static_cast<std::size_t>(static_cast<const char*>(end) - text.data()) + 1;
+}
+
+/// Counted in lanes, which the compiler takes at once: every byte of a long file is looked at here.
+std::size_t LineEndsIn(std::string_view text) {
+    constexpr std::size_t lanes = 32;
+    constexpr std::size_t mostRounds = 255; // that a lane can count
+    std::size_t count = 0;
+    while (text.size() >= lanes) {
+        std::array<std::uint8_t, lanes> ends{};
+        const std::size_t rounds = std::min(text.size() / lanes, mostRounds);
+        const char* round = text.data();
+        for (std::size_t i = 0; i < rounds; ++i, round += lanes)
+            for (std::size_t lane = 0; lane < lanes; ++lane)
+                ends[lane] = static_cast<std::uint8_t>(ends[lane] + (round[lane] == '\n'));
+        for (const std::uint8_t lane : ends)
+            count += lane;
+        text.remove_prefix(rounds * lanes);
+    }
+    return count + static_cast<std::size_t>(std::ranges::count(text, '\n'));
 }
 
 } // namespace
@@ -47,35 +67,55 @@ void RecordLayout::End(const ScannedLine& separator) {
     known_ = regular_ && separator.terminated && length_ < usualRecord;
 }
 
-bool RecordLayout::Match(std::string_view text, RecordText& record) const {
+bool RecordLayout::Match(std::string_view text, RecordText& record) {
     if (!known_ || !MeasurementLines::IsRecordStart(text))
         return false;
-    const std::size_t first = LineLength(text);
-    if (first == 0 || first > longestLineText || !MeasurementLines::IsComment(text.substr(first)))
-        return false;
-    const std::size_t comment = LineLength(text.substr(first));
-    const std::size_t head = first + comment;
-    if (comment == 0 || comment > longestLineText || text.size() - head < length_ ||
-        !FitRows(text.substr(head, length_)))
-        return false;
-    record.first = MeasurementLines::WithoutLineEnd(text.substr(0, first));
-    record.firstLength = first;
-    record.comment = MeasurementLines::WithoutLineEnd(text.substr(first, comment));
-    record.commentLength = comment;
-    record.rows = text.substr(head, rowsLength_);
-    record.length = head + length_;
+    if (!Fits(text, usual_)) {
+        const Head head = HeadOf(text);
+        if (head == usual_ || !Fits(text, head))
+            return false;
+        usual_ = head;
+    }
+    record.first = MeasurementLines::WithoutLineEnd(text.substr(0, usual_.first));
+    record.firstLength = usual_.first;
+    record.comment = MeasurementLines::WithoutLineEnd(text.substr(usual_.first, usual_.comment));
+    record.commentLength = usual_.comment;
+    record.rows = text.substr(usual_.Length(), rowsLength_);
+    record.length = usual_.Length() + length_;
     return true;
 }
 
-/// True when the text is these rows and a separator, line by line.
+/// Nothing where a line is too long or does not end within the text.
+RecordLayout::Head RecordLayout::HeadOf(std::string_view text) {
+    const std::size_t first = LineLength(text);
+    const std::size_t comment = LineLength(text.substr(first));
+    if (first == 0 || first > longestLineText || comment > longestLineText)
+        return {};
+    return {first, comment};
+}
+
+/// True when the text begins with lines as long as these and with the rows and the separator.
+bool RecordLayout::Fits(std::string_view text, const Head& head) const {
+    if (head.first == 0 || head.comment == 0 || text.size() < head.Length() + length_ ||
+        text[head.first - 1] != '\n' || text[head.Length() - 1] != '\n' ||
+        !MeasurementLines::IsComment(text.substr(head.first)) ||
+        !FitRows(text.substr(head.Length(), length_)))
+        return false;
+    // As many line ends as lines: none lies elsewhere.
+    constexpr std::size_t firstAndComment = 2;
+    return LineEndsIn(text.substr(0, head.Length() + rowsLength_)) ==
+           rows_.size() + firstAndComment;
+}
+
+/// True when the text has the rows' labels, a line end where each row ends, and a separator.
 bool RecordLayout::FitRows(std::string_view text) const {
     for (const Row& row : rows_) {
         if (std::memcmp(text.data(), row.label.data(), row.label.size()) != 0 ||
-            LineLength(text) != row.length)
+            text[row.length - 1] != '\n')
             return false;
         text.remove_prefix(row.length);
     }
-    return LineLength(text) == separatorLength_ &&
+    return text.back() == '\n' &&
            MeasurementLines::IsSeparator(MeasurementLines::WithoutLineEnd(text));
 }
 

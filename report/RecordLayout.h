@@ -35,7 +35,7 @@ public:
 
     /// True when the text begins with a record that looks like the one walked last and whose lines
     /// are all in the text. Not to be asked within a record.
-    bool Match(std::string_view text, RecordText& record) const;
+    bool Match(std::string_view text, RecordText& record);
 
     struct Row {
         std::array<char, MeasurementTexts::labelWidth + 1> label{}; ///< with the tab
@@ -48,9 +48,21 @@ public:
     std::size_t LineEnds() const { return lineEnds_; }
 
 private:
+    /// The lengths of the lines before the rows, with their ends.
+    struct Head {
+        std::size_t first = 0;
+        std::size_t comment = 0;
+
+        std::size_t Length() const { return first + comment; }
+        bool operator==(const Head&) const = default;
+    };
+
+    static Head HeadOf(std::string_view text);
+    bool Fits(std::string_view text, const Head& head) const;
     bool FitRows(std::string_view text) const;
 
     std::vector<Row> rows_;
+    Head usual_; ///< of the record matched last
     std::size_t separatorLength_ = 0;
     std::size_t rowsLength_ = 0;
     std::size_t rowEnds_ = 0; ///< bytes of their line ends

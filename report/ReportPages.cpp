@@ -14,9 +14,6 @@
 namespace Mreport {
 
 namespace {
-// A page is split at this many lines; reserving them at once keeps the index free of slack.
-constexpr std::size_t usualPageLines = 32'704;
-constexpr std::size_t slackLines = 256; // less than that is not worth moving an index
 constexpr std::size_t readBlock = std::size_t{256} * 1024;
 constexpr std::size_t encodingSample = std::size_t{64} * 1024;
 constexpr std::size_t longestLineEnd = 2;
@@ -55,8 +52,6 @@ void ReportPages::NewPage() {
         Finish(pages_.back());
     PageIndex page;
     page.base = page.end = nextOffset_;
-    if (!pages_.empty()) // the first page of a small file stays small
-        page.starts.reserve(usualPageLines);
     pages_.push_back(std::move(page));
 }
 
@@ -64,8 +59,7 @@ void ReportPages::NewPage() {
 void ReportPages::Finish(PageIndex& page) const {
     if (page.records)
         page.records->last = walk_.Number();
-    if (page.starts.capacity() - page.starts.size() > slackLines)
-        page.starts.shrink_to_fit();
+    page.lines.Finish();
 }
 
 ReportPages::Added ReportPages::AddLine(const ScannedLine& line) {
@@ -78,12 +72,12 @@ ReportPages::Added ReportPages::AddLine(const ScannedLine& line) {
         beforeOpenLine_.reset();
     else
         beforeOpenLine_ = BeforeOpenLine{page.records, walk_};
-    page.starts.push_back(static_cast<std::uint32_t>(line.offset - page.base));
+    page.lines.Add(static_cast<std::uint32_t>(line.offset - page.base));
     page.end = nextOffset_ = line.next;
     added.step = walk_.Take(line.text);
     const bool begins = added.step == RecordWalk::Step::begins;
-    if (begins && page.starts.size() >= 2) // else its first line stands on the page before
-        NoteRecord(page, page.starts.size() - 2);
+    if (begins && page.lines.Count() >= 2) // else its first line stands on the page before
+        NoteRecord(page, page.lines.Count() - 2);
     return added;
 }
 
@@ -92,21 +86,11 @@ bool ReportPages::AddRecord(const RecordText& record, const RecordLayout& layout
     const std::uint64_t begin = nextOffset_ - page.base;
     if (begin + record.length > std::numeric_limits<std::uint32_t>::max())
         return false;
-    const Line first = page.starts.size();
-    auto start = static_cast<std::uint32_t>(begin);
-    const auto add = [&page, &start](std::size_t length) {
-        page.starts.push_back(start);
-        start += static_cast<std::uint32_t>(length);
-    };
-    add(record.firstLength);
-    add(record.commentLength);
-    for (const RecordLayout::Row& row : layout.Rows())
-        add(row.length);
-    add(layout.SeparatorLength());
+    walk_.TakeWhole(record.first);
+    NoteRecord(page, page.lines.Count());
+    page.lines.AddRecord(static_cast<std::uint32_t>(begin), record, layout);
     page.end = nextOffset_ += record.length;
     beforeOpenLine_.reset();
-    walk_.TakeWhole(record.first);
-    NoteRecord(page, first);
     return true;
 }
 
@@ -114,17 +98,18 @@ bool ReportPages::AddRecord(const RecordText& record, const RecordLayout& layout
 void ReportPages::NoteRecord(PageIndex& page, Line line) const {
     if (!page.records)
         page.records = RecordRange{walk_.Number(), 0, line, line, line, 0};
-    page.records->previousLine = page.records->lastLine;
-    page.records->lastLine = line;
-    ++page.records->count;
+    RecordRange& records = *page.records;
+    records.previousLine = records.lastLine;
+    records.lastLine = line;
+    ++records.count;
 }
 
 void ReportPages::ReopenLastLine() {
     if (!beforeOpenLine_)
         return;
     PageIndex& page = pages_.back();
-    nextOffset_ = page.end = page.base + page.starts.back();
-    page.starts.pop_back();
+    nextOffset_ = page.end = page.base + page.lines.Start(page.lines.Count() - 1);
+    page.lines.RemoveLast();
     page.records = beforeOpenLine_->records;
     walk_ = beforeOpenLine_->walk;
     beforeOpenLine_.reset();
@@ -145,19 +130,18 @@ std::int64_t ReportPages::RecordCount(Page page) const {
 Stretch ReportPages::Bytes(Page page) const {
     const PageIndex& index = At(page);
     const bool open = beforeOpenLine_ && page == Last();
-    return {index.base, open ? index.base + index.starts.back() : index.end};
+    return {index.base, open ? ExtentOf(index, index.lines.Count() - 1).offset : index.end};
 }
 
 ReportPages::Line ReportPages::LineAt(Page page, std::uint64_t offset) const {
     const PageIndex& index = At(page);
-    const auto behind = std::ranges::upper_bound(index.starts, offset - index.base);
-    return static_cast<Line>(behind - index.starts.begin()) - 1;
+    return index.lines.LineAt(offset - index.base);
 }
 
 ReportPages::Extent ReportPages::ExtentOf(const PageIndex& page, Line line) const {
-    const std::uint64_t start = page.base + page.starts[line];
+    const std::uint64_t start = page.base + page.lines.Start(line);
     const std::uint64_t end =
-        line + 1 < page.starts.size() ? page.base + page.starts[line + 1] : page.end;
+        line + 1 < page.lines.Count() ? page.base + page.lines.Start(line + 1) : page.end;
     const std::uint64_t bounded =
         std::min<std::uint64_t>(end - start, longestLineText + longestLineEnd);
     return {start, static_cast<std::size_t>(bounded)};
@@ -282,7 +266,7 @@ void ReportPages::ForEachLineOfRecord(Page page, Line first, const RecordVisitor
 std::size_t ReportPages::IndexBytes() const {
     std::size_t bytes = pages_.capacity() * sizeof(PageIndex);
     for (const PageIndex& page : pages_)
-        bytes += page.starts.capacity() * sizeof(std::uint32_t);
+        bytes += page.lines.Bytes();
     return bytes;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/RecordWalk.h"
+#include "report/LineIndex.h"
 #include "report/LineScanner.h"
 #include "report/RecordLayout.h"
 #include "report/Stretch.h"
@@ -17,7 +18,7 @@
 
 namespace Mreport {
 
-/// The list pages: an index of line starts over the open file. The text stays in the file and is
+/// The list pages: an index of lines over the open file. The text stays in the file and is
 /// read when it is shown, searched, printed or plotted; what the file no longer holds is blank.
 class ReportPages {
 public:
@@ -44,7 +45,7 @@ public:
     TextSource& Source() const { return *source_; }
     int Count() const { return static_cast<int>(pages_.size()); }
     Page Last() const { return Count() - 1; }
-    Line LineCount(Page page) const { return At(page).starts.size(); }
+    Line LineCount(Page page) const { return At(page).lines.Count(); }
 
     /// Offset at which the next line to be added begins.
     std::uint64_t NextOffset() const { return nextOffset_; }
@@ -61,8 +62,9 @@ public:
     /// a line beyond that opens a page.
     Added AddLine(const ScannedLine& line);
 
-    /// Adds all lines of a record that follows the last line and has this layout. False, and
-    /// nothing is added, where it would not fit into the newest page.
+    /// Adds all lines of a record that follows the last line and has this layout, which must be
+    /// that of a record added before it without a line between them. False, and nothing is added,
+    /// where it would not fit into the newest page.
     bool AddRecord(const RecordText& record, const RecordLayout& layout);
 
     /// Where the lines added so far leave the walk through the records.
@@ -123,7 +125,7 @@ private:
     struct PageIndex {
         std::uint64_t base = 0;
         std::uint64_t end = 0;              ///< behind the last line
-        std::vector<std::uint32_t> starts;  ///< relative to base
+        LineIndex lines;                    ///< relative to base
         std::optional<RecordRange> records; ///< its last number once the page is finished
     };
     /// What stood before a last line without line end, which the file may complete.
