@@ -17,6 +17,7 @@ constexpr double flagHeight_px = 9;
 constexpr double flagWidth_px = 6;
 constexpr double margin_px = 4; // above and below the curves
 constexpr double lineWidth_px = 1.2;
+constexpr double thinnestRecord_px = 2; // that a line is drawn through
 
 } // namespace
 
@@ -50,37 +51,73 @@ void RunStrip::Draw(QPainter& painter, const QPalette& palette) const {
     for (std::size_t s = 0; s < run_->SeriesCount(); ++s)
         common.Take(ScaleOf(s));
     for (std::size_t s = 0; s < run_->SeriesCount(); ++s) {
-        painter.setPen(QPen(SeriesStyle::Colour(styles_.at(s), palette), lineWidth_px));
-        DrawSeries(painter, s, ownScales_ ? ScaleOf(s) : common);
+        const QColor colour = SeriesStyle::Colour(styles_.at(s), palette);
+        const auto bars = BarsOf(s, ownScales_ ? ScaleOf(s) : common);
+        if (HalfRecord() < thinnestRecord_px / 2)
+            DrawColumns(painter, bars, colour);
+        else
+            DrawLine(painter, bars, colour);
     }
     DrawFlags(painter, palette);
 }
 
-void RunStrip::DrawSeries(QPainter& painter, std::size_t series, const RunScale& scale) const {
+/// A bar for each column of pixels with records; one that is not `any` interrupts the line.
+std::vector<RunStrip::Bar> RunStrip::BarsOf(std::size_t series, const RunScale& scale) const {
+    std::vector<Bar> bars;
     if (!scale.Any())
-        return;
+        return bars;
     const auto columns = static_cast<std::size_t>(std::max(size_.width(), 1));
     const double top = flagHeight_px + margin_px;
     const double room = size_.height() - top - margin_px;
     const auto y = [&](double value) { return top + room * (1 - scale.ShareOf(value)); };
+    for (const auto& [column, values] : run_->Columns(series, run_->Span(), columns)) {
+        Bar bar;
+        bar.x = static_cast<double>(column) + HalfRecord();
+        bar.top = y(values.high);
+        bar.bottom = std::isnan(y(values.low)) ? top + room : y(values.low);
+        bar.any = values.Any() && !std::isnan(bar.top); // else the scale has no place for it
+        bars.push_back(bar);
+    }
+    return bars;
+}
+
+/// A line through the records of a short run.
+void RunStrip::DrawLine(QPainter& painter, const std::vector<Bar>& bars, const QColor& colour) {
     QPainterPath path;
     bool drawing = false;
-    for (const auto& [column, values] : run_->Columns(series, run_->Span(), columns)) {
-        const double high = y(values.high);
-        if (!values.Any() || std::isnan(high)) { // no value, or none that the scale has a place for
-            drawing = false;
-            continue;
-        }
-        const double low = std::isnan(y(values.low)) ? top + room : y(values.low);
-        const double x = static_cast<double>(column) + HalfRecord();
-        if (drawing)
-            path.lineTo(x, low);
-        else
-            path.moveTo(x, low);
-        path.lineTo(x, high - (drawing ? 0 : 0.5)); // a value alone is a dot
-        drawing = true;
+    for (const Bar& bar : bars) {
+        if (bar.any && drawing)
+            path.lineTo(bar.x, bar.bottom);
+        if (bar.any && !drawing)
+            path.moveTo(bar.x, bar.bottom);
+        if (bar.any)
+            path.lineTo(bar.x, bar.top - (drawing ? 0 : 0.5)); // a value alone is a dot
+        drawing = bar.any;
     }
+    painter.setPen(QPen(colour, lineWidth_px));
     painter.drawPath(path);
+}
+
+/// Upright strokes that reach to one another: a line through thousands of values up and down takes
+/// a hundred times as long to paint, and looks no better.
+void RunStrip::DrawColumns(QPainter& painter, const std::vector<Bar>& bars, const QColor& colour) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const Bar* before = nullptr;
+    for (const Bar& bar : bars) {
+        double top = bar.top;
+        double bottom = bar.bottom;
+        if (before != nullptr && bar.any) {
+            top = std::min(top, before->bottom);
+            bottom = std::max(bottom, before->top);
+        }
+        if (bar.any)
+            painter.fillRect(
+                QRectF(bar.x - 0.5, top - lineWidth_px / 2, 1, bottom - top + lineWidth_px),
+                colour);
+        before = bar.any ? &bar : nullptr;
+    }
+    painter.restore();
 }
 
 void RunStrip::DrawFlags(QPainter& painter, const QPalette& palette) const {

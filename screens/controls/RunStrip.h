@@ -6,6 +6,7 @@
 
 #include <vector>
 
+class QColor;
 class QPainter;
 class QPalette;
 class QPointF;
@@ -39,8 +40,18 @@ public:
     void Draw(QPainter& painter, const QPalette& palette) const;
 
 private:
+    /// The values of a column of pixels, in pixels.
+    struct Bar {
+        double x = 0;
+        double top = 0;
+        double bottom = 0;
+        bool any = false;
+    };
+
     double HalfRecord() const;
-    void DrawSeries(QPainter& painter, std::size_t series, const Mreport::RunScale& scale) const;
+    std::vector<Bar> BarsOf(std::size_t series, const Mreport::RunScale& scale) const;
+    static void DrawLine(QPainter& painter, const std::vector<Bar>& bars, const QColor& colour);
+    static void DrawColumns(QPainter& painter, const std::vector<Bar>& bars, const QColor& colour);
     void DrawFlags(QPainter& painter, const QPalette& palette) const;
     Mreport::RunScale ScaleOf(std::size_t series) const;
 
