@@ -240,7 +240,7 @@ void ReportLoader::ShowProgress(std::uint64_t length) {
     const std::uint64_t step = std::max<std::uint64_t>(fileLength_ / percent, 1);
     const std::uint64_t half = step / 2; // a percentage is rounded, it changes between two steps
     nextProgress_ = ((bytesRead_ + half) / step + 1) * step - half;
-    view_.ShowStatus(ProgressText(bytesRead_, fileLength_));
+    view_.ShowProgress(ProgressText(bytesRead_, fileLength_));
     view_.LinesAdded();
 }
 
@@ -248,6 +248,7 @@ void ReportLoader::FinishFirstLoad() {
     ResetScroll(false);
     if (!graphDrawn_)
         DrawFirst();
+    view_.FileRead();
     if (state_ != State::stopping) {
         view_.ShowStatus(ProgressText(fileLength_, fileLength_));
         Mcommon::Wait(lastProgressShown);

@@ -24,11 +24,17 @@ public:
     virtual void ShowHead(const std::string& headerLines) = 0;
     virtual void ShowStatus(const std::string& text) = 0;
 
+    /// A status that the next one follows soon; a viewer may leave some out.
+    virtual void ShowProgress(const std::string& text) = 0;
+
     /// A list page and its tab are to be added; `selectNew` brings it to the front.
     virtual void PageAdded(int page, bool selectNew) = 0;
 
     /// The newest page has got lines; called now and then, not for each.
     virtual void LinesAdded() = 0;
+
+    /// A load has read the file as far as it will: what needs all records may begin.
+    virtual void FileRead() = 0;
 
     /// Selects the tab of shownPageIndex.
     virtual void SelectShownPage() = 0;

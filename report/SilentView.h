@@ -40,8 +40,10 @@ public:
     void ResetPages() override {}
     void ShowHead(const std::string&) override {}
     void ShowStatus(const std::string&) override {}
+    void ShowProgress(const std::string&) override {}
     void PageAdded(int, bool) override {}
     void LinesAdded() override {}
+    void FileRead() override {}
     void SelectShownPage() override {}
     void SetScroll(const ScrollLimits&) override {}
     PageRecord ScrollValue() const override { return {scrollValue_}; }

@@ -35,6 +35,15 @@ void LoadView::ShowStatus(const std::string& text) {
     ShowValue(controls_.status, Text::ToQt(text));
 }
 
+/// A label's new text lays the form out anew; nobody reads a hundred of them in a blink.
+void LoadView::ShowProgress(const std::string& text) {
+    constexpr qint64 shownAtLeast_ms = 16;
+    if (sinceProgress_.isValid() && sinceProgress_.elapsed() < shownAtLeast_ms)
+        return;
+    ShowStatus(text);
+    sinceProgress_.start();
+}
+
 void LoadView::PageAdded(int /*page*/, bool selectNew) {
     controls_.lists.Add(selectNew);
 }

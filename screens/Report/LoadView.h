@@ -2,6 +2,7 @@
 
 #include "report/ReportView.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 
 class GraphPage;
@@ -34,8 +35,10 @@ public:
     void ResetPages() override;
     void ShowHead(const std::string& headerLines) override;
     void ShowStatus(const std::string& text) override;
+    void ShowProgress(const std::string& text) override;
     void PageAdded(int page, bool selectNew) override;
     void LinesAdded() override;
+    void FileRead() override { Q_EMIT RecordsRead(); }
     void SelectShownPage() override;
     void SetScroll(const Mreport::ScrollLimits& limits) override;
     Mreport::PageRecord ScrollValue() const override;
@@ -49,6 +52,9 @@ Q_SIGNALS:
     /// The lists have got lines.
     void LinesCame();
 
+    /// The lists hold what the load gives; its last progress is still shown.
+    void RecordsRead();
+
     /// The file shown before is gone, and what is to come is not there yet.
     void FileGone();
 
@@ -56,4 +62,5 @@ private:
     const Mreport::ViewedFile& file_;
     const Mreport::ShownGraph& shown_;
     Controls controls_;
+    QElapsedTimer sinceProgress_; ///< was shown last
 };

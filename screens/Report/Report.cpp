@@ -84,6 +84,7 @@ void Report::WireParts() {
     wire(&view_, &LoadView::FileShown, "ViewFile", &Report::TakeFile);
     wire(&view_, &LoadView::FileGone, "ViewFile", &Report::ForgetFile);
     wire(&view_, &LoadView::LinesCame, "FillList", &Report::LinesCame);
+    wire(&view_, &LoadView::RecordsRead, "FillList", &Report::RecordsRead);
     wire(ui_->tblRecords, &RecordTableView::RecordChosen, "tblRecords", &Report::RecordChosen);
     wire(&search_, &ReportSearch::RecordFound, "frmSrch", &Report::GoTo);
     wire(&follower_, &RunFollower::Grown, "DynUpdate", &Report::FileGrown);
@@ -126,11 +127,20 @@ void Report::OpenFile(const std::filesystem::path& fileName) {
     search_.Stop();
     if (verify_)
         verify_->Stop();
-    // Where the new file cannot be opened, the old one stays.
-    const auto ready = qScopeGuard([&run] { run.FileReady(); });
+    auto failed = qScopeGuard([&run] { // the old file has stayed, or a part of the new one
+        if (!run.IsOpen())
+            run.FileReady();
+    });
     loader_.ViewFile(fileName);
+    failed.dismiss();
+    run.FileGrown(); // by what was recorded during the load
     AllowMenus();
     NoticeDamage();
+}
+
+/// While the load still shows its last progress.
+void Report::RecordsRead() {
+    ui_->picGraph->Run().FileReady();
 }
 
 void Report::TakeFile(const std::filesystem::path& fileName) {

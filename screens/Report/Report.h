@@ -91,6 +91,7 @@ private:
     void ForgetFile();
     void FileGrown();
     void LinesCame();
+    void RecordsRead();
     void RecordChosen(int page, int line);
     void FileBegunAnew();
     void FindNext();

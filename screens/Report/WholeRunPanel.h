@@ -37,6 +37,7 @@ public:
     void FileReady();
     /// The file has got more records.
     void FileGrown();
+    bool IsOpen() const { return open_; }
     /// The file is about to be closed: nothing of it is looked at any more.
     void Clear();
 

@@ -106,6 +106,13 @@ TEST_F(ReportLoader, Progress_counts_line_lengths_and_ends_with_100_and_ready) {
     EXPECT_FALSE(StatusShown("Loading data, 101% complete. [Press ESC to stop loading]"));
 }
 
+TEST_F(ReportLoader, The_view_is_told_that_all_is_read_before_the_last_progress_is_shown) {
+    View(MeasurementText().File(500));
+    EXPECT_EQ(view.recordsAtFileRead, 500);
+    EXPECT_NE(view.statusAtFileRead, "Ready");
+    EXPECT_NE(view.statusAtFileRead, "Loading data, 100% complete. [Press ESC to stop loading]");
+}
+
 TEST_F(ReportLoader, A_page_ends_at_the_separator_within_ten_lines_of_the_limit) {
     View(MeasurementText().File(recordsOfFirstPage + recordsOfNextPage + 5));
     EXPECT_EQ(view.tabs, (std::vector<std::string>{"List &1", "List &2", "List &3"}));

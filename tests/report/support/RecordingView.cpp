@@ -42,6 +42,11 @@ void RecordingView::PageAdded(int page, bool selectNew) {
         selectedTab = page;
 }
 
+void RecordingView::FileRead() {
+    statusAtFileRead = statuses.empty() ? "" : statuses.back();
+    recordsAtFileRead = file_.pages.RecordCount(0);
+}
+
 void RecordingView::SetScroll(const Mreport::ScrollLimits& limits) {
     scrollGuarded = scrollGuarded && shown_.scrollGuard;
     scroll = limits;

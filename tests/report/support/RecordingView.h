@@ -74,13 +74,17 @@ public:
     bool scrollGuarded = true; ///< every setting of the scroll bar so far was
     std::int32_t firstRecord = 0;
     std::vector<std::int32_t> recordsAtDrawing; ///< in the first page, at each drawing
+    std::string statusAtFileRead;
+    std::int64_t recordsAtFileRead = -1; ///< in the first page
 
     void ShowCaption(const std::filesystem::path& file) override { caption = file; }
     void ResetPages() override;
     void ShowHead(const std::string& headerLines) override { head = headerLines; }
     void ShowStatus(const std::string& text) override { statuses.push_back(text); }
+    void ShowProgress(const std::string& text) override { statuses.push_back(text); }
     void PageAdded(int page, bool selectNew) override;
     void LinesAdded() override {}
+    void FileRead() override;
     void SelectShownPage() override { selectedTab = shown_.shownPageIndex; }
     void SetScroll(const Mreport::ScrollLimits& limits) override;
     Mreport::PageRecord ScrollValue() const override { return {scrollValue}; }
