@@ -2,16 +2,22 @@
 // any Qt platform; without a display, QT_QPA_PLATFORM=offscreen. Each figure is one line, name and
 // number, for viewer-figures.sh.
 
+#include "bench/EventGaps.h"
 #include "bench/ResidentMemory.h"
 #include "platform/Platform.h"
 #include "platform/System.h"
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtPrinting.h"
+#include "report/PrintJob.h"
 #include "report/RecordSearch.h"
 #include "screens/Report/Report.h"
+#include "screens/Report/WholeRunPanel.h"
 #include "screens/controls/GraphControl.h"
 #include "support/FakePlatform.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <qcustomplot.h>
 
@@ -24,24 +30,9 @@
 
 namespace {
 
-/// The desktop of the program, with a watch on the time between two event passes.
-class WatchedDesktop : public platform::QtDesktop {
-public:
-    void ProcessPendingEvents() override {
-        if (sinceLast_.isValid())
-            longestGap_ms = std::max(longestGap_ms, Elapsed_ms(sinceLast_));
-        platform::QtDesktop::ProcessPendingEvents();
-        sinceLast_.start();
-    }
-    double longestGap_ms = 0;
-
-    static double Elapsed_ms(const QElapsedTimer& timer) {
-        return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-    }
-
-private:
-    QElapsedTimer sinceLast_;
-};
+double Elapsed_ms(const QElapsedTimer& timer) {
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
 
 /// Notes when the graph has been drawn with points in it for the first time.
 class FirstDrawing {
@@ -51,7 +42,7 @@ public:
             const bool points =
                 plot.graphCount() > 0 && plot.graph(0)->visible() && plot.graph(0)->dataCount() > 0;
             if (points && at_ms < 0)
-                at_ms = WatchedDesktop::Elapsed_ms(clock);
+                at_ms = Elapsed_ms(clock);
         });
     }
     double at_ms = -1;
@@ -64,7 +55,7 @@ double Best_ms(int times, const Step& step) {
         QElapsedTimer timer;
         timer.start();
         step();
-        best = std::min(best, WatchedDesktop::Elapsed_ms(timer));
+        best = std::min(best, Elapsed_ms(timer));
     }
     return best;
 }
@@ -85,7 +76,7 @@ void MeasureSearch(const Mreport::ViewedFile& file) {
         timer.start();
         if (!search.Find({number}))
             Print("search_missed", number);
-        worst = std::max(worst, WatchedDesktop::Elapsed_ms(timer));
+        worst = std::max(worst, Elapsed_ms(timer));
     }
     Print("search_worst_ms", worst);
 }
@@ -113,6 +104,38 @@ void MeasureRedraw(GraphControl& graph) {
           }));
 }
 
+/// Until the overview holds the whole run.
+void Fill(const WholeRunPanel& run) {
+    while (!run.Complete())
+        QApplication::processEvents();
+}
+
+/// Another quantity, from its choice until its overview holds the whole run.
+void MeasureQuantity(Report& form, const WholeRunPanel& run) {
+    auto& quantities = *form.findChild<QComboBox*>("cboQuantity");
+    QElapsedTimer timer;
+    timer.start();
+    quantities.setCurrentIndex(quantities.count() - 1);
+    Fill(run);
+    Print("quantity_ms", Elapsed_ms(timer));
+}
+
+/// The preview of the first list page's table, closed again once it is shown.
+void MeasurePreview(const Report& form) {
+    QTimer close;
+    QObject::connect(&close, &QTimer::timeout, &close, [] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog != nullptr && QApplication::overrideCursor() == nullptr)
+            dialog->reject();
+    });
+    close.start(500);
+    QElapsedTimer timer;
+    timer.start();
+    Mreport::PrintPageTable(form.File(), 0, Mreport::RecordsOfPage(form.File(), 0), {},
+                            [](const Mreport::TableProgress&) {});
+    Print("preview_ms", Elapsed_ms(timer));
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -122,10 +145,11 @@ int main(int argc, char* argv[]) {
         return 2;
     }
     fake::Platform fakes;
-    WatchedDesktop desktop;
+    platform::QtDesktop desktop;
+    platform::QtPrinting printing;
     const auto clock = platform::MakeClock();
     const platform::Services services{fakes.dialogs,   desktop,      *clock,       *fakes.profile,
-                                      fakes.userStore, fakes.places, *fakes.files, fakes.printing};
+                                      fakes.userStore, fakes.places, *fakes.files, printing};
     platform::Install(&services);
 
     FileOpr::MeasuringRun run;
@@ -138,13 +162,22 @@ int main(int argc, char* argv[]) {
     QElapsedTimer timer;
     const FirstDrawing firstDrawing(*graph.findChild<QCustomPlot*>(), timer);
     timer.start();
+    EventGaps gaps;
     form.ViewFile(argv[1]);
-    Print("ready_ms", WatchedDesktop::Elapsed_ms(timer));
+    Print("ready_ms", Elapsed_ms(timer));
     Print("graph_ms", firstDrawing.at_ms);
-    Print("longest_gap_ms", desktop.longestGap_ms);
+    Print("longest_gap_ms", gaps.Take_ms());
     Print("memory_KiB", static_cast<double>(ResidentMemory_KiB() - idle_KiB));
     Print("index_KiB", static_cast<double>(form.File().pages.IndexBytes() / 1024));
     Print("pages", form.File().pages.Count());
+    const auto& wholeRun = *form.findChild<WholeRunPanel*>();
+    Fill(wholeRun);
+    Print("overview_ms", Elapsed_ms(timer));
+    Print("overview_gap_ms", gaps.Take_ms());
+    MeasureQuantity(form, wholeRun);
+    Print("quantity_gap_ms", gaps.Take_ms());
+    MeasurePreview(form);
+    Print("preview_gap_ms", gaps.Take_ms());
     MeasureSearch(form.File());
     MeasureRedraw(graph);
     form.close();
