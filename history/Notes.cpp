@@ -48,6 +48,18 @@ void WithLog(Work work) noexcept {
 
 } // namespace
 
+bool IsKept() {
+    return Log::Current() != nullptr && CanBeKept();
+}
+
+std::string FileText(const std::filesystem::path& file) {
+    if (file.empty())
+        return {};
+    std::error_code unknown;
+    const auto whole = std::filesystem::absolute(file, unknown);
+    return CodePage::NameOf((unknown ? file : whole).lexically_normal());
+}
+
 void Note(Entry entry) {
     WithLog([&entry](Log& log) {
         entry.at = platform::Current().clock.Now();
@@ -61,7 +73,7 @@ void Note(Kind kind, const std::string& text, const std::filesystem::path& file)
     Entry entry;
     entry.kind = kind;
     entry.text = text;
-    entry.file = file.empty() ? "" : CodePage::NameOf(file);
+    entry.file = FileText(file);
     Note(std::move(entry));
 }
 

@@ -9,6 +9,12 @@
 /// none of it throws.
 namespace History {
 
+/// Whether anything is taken down.
+bool IsKept();
+
+/// A file as the entries about it name it.
+std::string FileText(const std::filesystem::path& file);
+
 /// Completed with the moment and who is at work.
 void Note(Entry entry);
 

@@ -3,6 +3,7 @@
 #include "base/NumberText.h"
 #include "base/PortName.h"
 #include "link/CommPort.h"
+#include "settings/CalibrationAge.h"
 #include "settings/StoredLimits.h"
 #include "settings/mWinInit.h"
 
@@ -43,6 +44,10 @@ Settings SettingsInForce() {
         {"Averaging for measurement", std::nullopt, Number(hardware.AveragingForMeasurement)},
         {"Port", std::nullopt, PortName::Of(CommPort::PortNumber())},
         {"Bit rate", std::nullopt, NumberText::Plain(CommPort::BitRate())}};
+    const mWinInit::CalibrationAges ages = mWinInit::LoadCalibrationAges();
+    settings.push_back({"Hours until a pH calibration is marked", {}, Number(ages.pH_hours)});
+    settings.push_back({"Hours until an ion calibration is marked", {}, Number(ages.ion_hours)});
+    settings.push_back({"Hours until a Redox calibration is marked", {}, Number(ages.redox_hours)});
     const ChannelLimits limits = mWinInit::LoadLimits();
     const int channels = std::clamp<int>(hardware.ChannelCount, 0, maxChannels);
     for (std::size_t i = 0; i < static_cast<std::size_t>(channels); ++i)

@@ -26,7 +26,7 @@ as_lintian=(lintian --fail-on error,warning)
 update-mime-database "$unpacked/usr/share/mime"
 grep -q '^application/x-vantrel-measurement:\*\.4ch$' "$unpacked/usr/share/mime/globs" ||
     die "Measurement files have no type"
-for text in SetupHlp AcqurHlp CalibHlp ViewHlp; do
+for text in SetupHlp AcqurHlp CalibHlp ViewHlp HistHlp; do
     [ -s "$unpacked/usr/share/vantrel/$text.txt" ] || die "$text.txt is missing"
 done
 

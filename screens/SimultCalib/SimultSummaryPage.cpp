@@ -67,4 +67,7 @@ void SimultSummaryPage::ShowChosenChannel() {
     const CalibrationSession::Outcome& outcome = outcomes_.at(channel);
     shown_.at(channel) = true;
     ui_->pagSummary->ShowCalibration(outcome.record, electrode_, outcome.usable);
+    ui_->pagSummary->ShowStanding(outcome.usable
+                                      ? History::StandingOf(channels_.at(channel), outcome.record)
+                                      : History::Standing{});
 }

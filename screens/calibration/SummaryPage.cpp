@@ -49,6 +49,12 @@ void SummaryPage::ShowCalibration(const CalibrationRecord& record, const std::st
     ShowSlopes(record, electrode);
 }
 
+void SummaryPage::ShowStanding(const History::Standing& standing) {
+    ui_->lblStanding->setText("Slope of theory: " + Text::ToQt(standing.text));
+    ui_->lblStanding->setVisible(!standing.text.empty());
+    Colours::MarkCaution(*ui_->lblStanding, !standing.usual);
+}
+
 void SummaryPage::ShowSlopes(const CalibrationRecord& record, const std::string& electrode) {
     const auto lines = SlopeLines(record, electrode);
     QTableWidget& list = *ui_->lstSlopes;

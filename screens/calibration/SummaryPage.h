@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chem/CalibrationRecord.h"
+#include "history/Standing.h"
 
 #include <QWidget>
 
@@ -23,6 +24,9 @@ public:
     /// `usable` false shows that the data is bad, in place of the slopes.
     void ShowCalibration(const CalibrationRecord& record, const std::string& electrode,
                          bool usable);
+
+    /// How it stands against the one before; nothing where the history tells nothing.
+    void ShowStanding(const History::Standing& standing);
 
 private:
     void ShowSlopes(const CalibrationRecord& record, const std::string& electrode);

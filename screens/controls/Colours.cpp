@@ -40,16 +40,26 @@ QColor BlinkOff(const QPalette& palette) {
     return IsDark(palette) ? palette.color(QPalette::WindowText) : QColor(0, 0, 0);
 }
 
-void MarkError(QWidget& control, bool error) {
+namespace {
+void Mark(QWidget& control, const QColor& colour, bool bold) {
     QPalette palette = control.palette();
-    const QPalette around = control.parentWidget()->palette();
-    const QColor colour = error ? Error(around) : around.color(QPalette::WindowText);
     palette.setColor(QPalette::WindowText, colour);
     palette.setColor(QPalette::Text, colour);
     control.setPalette(palette);
     QFont font = control.font();
-    font.setBold(error);
+    font.setBold(bold);
     control.setFont(font);
+}
+} // namespace
+
+void MarkError(QWidget& control, bool error) {
+    const QPalette around = control.parentWidget()->palette();
+    Mark(control, error ? Error(around) : around.color(QPalette::WindowText), error);
+}
+
+void MarkCaution(QWidget& control, bool caution) {
+    const QPalette around = control.parentWidget()->palette();
+    Mark(control, caution ? Caution(around) : around.color(QPalette::WindowText), caution);
 }
 
 } // namespace Colours

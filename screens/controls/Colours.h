@@ -22,5 +22,6 @@ QColor BlinkOff(const QPalette& palette);
 /// Shows a control's text in the error colour and bold, or as the palette has it; never by colour
 /// alone.
 void MarkError(QWidget& control, bool error);
+void MarkCaution(QWidget& control, bool caution);
 
 } // namespace Colours

@@ -179,6 +179,9 @@ void frmCalib::ShowSummary() {
         session_.SetFinished();
     ui_->lblTitle->setText(Text::ToQt(CalibrationTexts::summaryTitle));
     ui_->picPage->ShowCalibration(outcome_.record, ElectrodeName(), outcome_.usable);
+    ui_->picPage->ShowStanding(outcome_.usable
+                                   ? History::StandingOf(ChannelToCalibrate, outcome_.record)
+                                   : History::Standing{});
     session_.SetCurrentPoint(0);
     Standards()(0).setFocus(); // where the cursor stands after "Back"
     ui_->stkPages->setCurrentWidget(ui_->picPage);

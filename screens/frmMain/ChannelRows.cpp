@@ -1,8 +1,10 @@
 #include "screens/frmMain/ChannelRows.h"
 
 #include "base/Electrode.h"
+#include "platform/Platform.h"
 #include "platform/qt/EntryText.h"
 #include "platform/qt/Text.h"
+#include "screens/controls/Colours.h"
 #include "screens/controls/ValueLabel.h"
 #include "settings/SetupEntries.h"
 #include "settings/mWinInit.h"
@@ -71,6 +73,7 @@ void ChannelRows::PrepareRow(int channel) const {
                                          &cboEntry(tempSensor + channel),
                                          &lblCalibDate(channel),
                                          &cmdCalib(channel)};
+    lblCalibDate(channel).setContextMenuPolicy(Qt::CustomContextMenu);
     for (QWidget* control : row)
         control->setVisible(channel < mWinInit::HardwareSettings.ChannelCount);
 }
@@ -86,7 +89,25 @@ void ChannelRows::Show(int channel) {
     cboEntry(refType + channel).setCurrentText(Text::ToQt(setup.RefType));
     txtEntry(refSerialNo + channel).setText(Text::ToQt(setup.RefSerialNo));
     cboEntry(tempSensor + channel).setCurrentIndex(SensorIndex(channel));
-    ShowValue(lblCalibDate(channel), Text::ToQt(SetupEntries::CalibrationDateCell(channel)));
+    ShowAge(channel, mWinInit::LoadCalibrationAges());
+}
+
+void ChannelRows::ShowAges() const {
+    const auto ages = mWinInit::LoadCalibrationAges();
+    for (int i = 0; i < mWinInit::HardwareSettings.ChannelCount; ++i)
+        ShowAge(i, ages);
+}
+
+void ChannelRows::ShowAge(int channel, const mWinInit::CalibrationAges& ages) const {
+    const auto passed_hours =
+        mWinInit::AgePassed_hours(channel, ages, platform::Current().clock.Now());
+    QLabel& label = lblCalibDate(channel);
+    ShowValue(label,
+              Text::ToQt(SetupEntries::CalibrationDateCell(channel) + (passed_hours ? " !" : "")));
+    Colours::MarkCaution(label, passed_hours.has_value());
+    const QString hint = "A right click shows the calibrations of this electrode";
+    label.setToolTip(passed_hours ? QString("More than %1 hours ago. ").arg(*passed_hours) + hint
+                                  : hint);
 }
 
 /// The list's entry for the electrode of the channel's record; -1 for a name that it lacks.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "screens/controls/ControlArray.h"
+#include "settings/CalibrationAge.h"
 #include "settings/SetupChecks.h"
 
 #include <QCheckBox>
@@ -31,6 +32,9 @@ public:
     /// The control that a finding about a channel points at.
     QWidget& ControlOf(const SetupChecks::Finding& finding) const;
 
+    /// Marks the calibrations that are older than their limits.
+    void ShowAges() const;
+
     /// An electrode was chosen, the same again or another, by hand or by an assistive tool: what
     /// the library holds for it comes into the row.
     void ElectrodeChosen(int channel);
@@ -45,6 +49,7 @@ public:
 private:
     void FillLists() const;
     void PrepareRow(int channel) const;
+    void ShowAge(int channel, const mWinInit::CalibrationAges& ages) const;
     int ElectrodeIndex(int channel) const;
     int SensorIndex(int channel) const;
 };

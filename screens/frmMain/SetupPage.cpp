@@ -57,6 +57,9 @@ std::unique_ptr<Ui::SetupPage> SetUp(SetupPage& page) {
 } // namespace
 
 SetupPage::SetupPage(QWidget* parent) : QWidget(parent), ui_(SetUp(*this)), rows_(*this) {
+    tmrAge_.setParent(this);
+    tmrAge_.setObjectName("tmrAge");
+    tmrAge_.start(std::chrono::minutes(1));
     ConnectEvents();
 }
 
@@ -72,6 +75,9 @@ void SetupPage::ConnectEvents() {
     wire(rows_.cboEntry, &QComboBox::activated, "cboEntry", &SetupPage::cboEntry_Click);
     wire(rows_.cboEntry, &QComboBox::currentIndexChanged, "cboEntry", &SetupPage::cboEntry_Click);
     wire(ui_->cmdSimult, &QPushButton::clicked, "cmdSimult", &SetupPage::cmdSimult_Click);
+    wire(&tmrAge_, &QTimer::timeout, "tmrAge", &SetupPage::ShowAges);
+    wire(rows_.lblCalibDate, &QWidget::customContextMenuRequested, "lblCalibDate",
+         &SetupPage::lblCalibDate_Menu);
     wire(ui_->cmdBrowse, &QPushButton::clicked, "cmdBrowse", &SetupPage::cmdBrowse_Click);
     // dateChanged, since a date is typed, stepped or picked; showing one blocks the signal.
     wire(ui_->txtExperimentDate, &QDateEdit::dateChanged, "txtExperimentDate",
@@ -149,6 +155,10 @@ QSize SetupPage::WholeSize() const {
 void SetupPage::ShowPort() {
     ui_->fraPort->setTitle(
         QString("Communications Port (%1)").arg(Text::ToQt(PortName::Of(CommPort::PortNumber()))));
+}
+
+void SetupPage::ShowAges() {
+    rows_.ShowAges();
 }
 
 void SetupPage::ShowAveragingForMeasurement(const QString& text) {
@@ -278,6 +288,12 @@ void SetupPage::cmdSimult_Click() {
     }
     busy.End();
     Mcommon::Inform("Invalid selection of electrodes to do calibration.");
+}
+
+/// The electrode and the serial number count as they stand in the row.
+void SetupPage::lblCalibDate_Menu(int Index) {
+    rows_.Store(Index);
+    Q_EMIT HistoryRequested(Index);
 }
 
 void SetupPage::cmdBrowse_Click() {

@@ -7,6 +7,7 @@
 
 #include <QDate>
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 #include <array>
@@ -40,6 +41,9 @@ public:
     /// Names the port in use.
     void ShowPort();
 
+    /// Marks the calibrations that are older than their limits at this moment.
+    void ShowAges();
+
     void ShowAveragingForMeasurement(const QString& text);
 
     /// Brings the entries into the working records.
@@ -57,6 +61,9 @@ Q_SIGNALS:
     /// "Port..." was pressed.
     void PortSettingsRequested();
 
+    /// The calibrations of the electrode in this channel (0-based) are wanted.
+    void HistoryRequested(int channel);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -73,6 +80,7 @@ private:
     void cmdCalib_Click(int Index);
     void cmdSimult_Click();
     void cmdBrowse_Click();
+    void lblCalibDate_Menu(int Index);
     void txtExperimentDate_Change(QDate date);
     void ShowStored(int channel);
     void CalibrationClosed();
@@ -84,4 +92,5 @@ private:
     EventGuard guard_{"Unexpected Error - "};
     ChannelRows rows_;
     QPointer<QWidget> calibration_;
+    QTimer tmrAge_;
 };

@@ -5,6 +5,7 @@
 #include "base/Version.h"
 #include "files/FileOpr.h"
 #include "files/MeasuringRun.h"
+#include "history/Log.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
@@ -13,6 +14,7 @@
 #include "screens/controls/BusyPointer.h"
 #include "screens/controls/Placement.h"
 #include "screens/controls/Wiring.h"
+#include "screens/frmHistory/frmHistory.h"
 #include "screens/frmMain/RecordSafety.h"
 #include "screens/frmMain/RecordingGroup.h"
 #include "screens/frmSplash/frmSplash.h"
@@ -79,6 +81,8 @@ void frmMain::ConnectEvents() {
     wire(ui_->mnuRecent, &QMenu::aboutToShow, "mnuRecent", &frmMain::mnuRecent_Show);
     wire(ui_->mnuRecent, &QMenu::triggered, "mnuRecent", &frmMain::mnuRecent_Click);
     wire(mnuHelp, &QAction::triggered, "mnuHelp", &frmMain::mnuHelp_Click);
+    wire(ui_->mnuHistory, &QAction::triggered, "mnuHistory", &frmMain::mnuHistory_Click);
+    wire(ui_->pgeSetup, &SetupPage::HistoryRequested, "HistoryRequested", &frmMain::ShowHistoryOf);
     wire(ui_->pgeMeasure, &MeasuringPage::RunChanged, "RunChanged", &frmMain::ShowRun);
     wire(ui_->pgeMeasure, &MeasuringPage::StatusChanged, "StatusChanged", &frmMain::ShowStatus);
     connect(ui_->pgeMeasure, &MeasuringPage::AveragingChanged, ui_->pgeSetup,
@@ -232,6 +236,31 @@ void frmMain::mnuHelp_Click(int Index) {
         frmSplash box(std::string(theMain::versionText), this);
         box.exec();
     }
+}
+
+void frmMain::mnuHistory_Click() {
+    OpenHistory();
+}
+
+void frmMain::ShowHistoryOf(int channel) {
+    const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel));
+    if (frmHistory* form = OpenHistory())
+        form->ShowElectrode({setup.Electrode, setup.SerialNo});
+}
+
+/// A form that is open shows what was taken down when it was opened; it gives way to a new one.
+frmHistory* frmMain::OpenHistory() {
+    History::Log* log = History::Log::Current();
+    if (log == nullptr) {
+        Mcommon::Inform("No history is kept.");
+        return nullptr;
+    }
+    delete history_;
+    history_ = new frmHistory(*log, this);
+    history_->setAttribute(Qt::WA_DeleteOnClose);
+    connect(history_, &frmHistory::AgesChanged, ui_->pgeSetup, &SetupPage::ShowAges);
+    history_->show();
+    return history_;
 }
 
 void frmMain::keyPressEvent(QKeyEvent* event) {

@@ -5,6 +5,7 @@
 
 #include <QLabel>
 #include <QMainWindow>
+#include <QPointer>
 #include <QPushButton>
 
 #include <filesystem>
@@ -14,6 +15,7 @@
 
 class QAction;
 class QKeyEvent;
+class frmHistory;
 
 namespace FileOpr {
 class MeasuringRun;
@@ -71,6 +73,9 @@ private:
     void mnuRecent_Show();
     void mnuRecent_Click(QAction* item);
     void mnuHelp_Click(int Index);
+    void mnuHistory_Click();
+    void ShowHistoryOf(int channel);
+    frmHistory* OpenHistory();
     void SwitchPage();
     void EnterMeasuringPage();
     void LeaveMeasuringPage();
@@ -95,4 +100,5 @@ private:
     bool unloading_ = false; ///< the closing question is open
     bool recoveryOffered_ = false;
     std::shared_ptr<void> linkObserver_;
+    QPointer<frmHistory> history_; ///< while it is open
 };

@@ -22,7 +22,7 @@ struct Floor {
 };
 
 /// From the ground up. A floor includes itself and those before it.
-constexpr std::array<Floor, 27> house = {{
+constexpr std::array<Floor, 28> house = {{
     {"base"},
     {"platform"},
     {"platform/posix"},
@@ -45,6 +45,7 @@ constexpr std::array<Floor, 27> house = {{
     {"screens/frmPrint", true},
     {"screens/frmLimits", true},
     {"screens/frmVerify", true},
+    {"screens/frmHistory", true},
     {"screens/Report", true},
     {"screens/frmCalib", true},
     {"screens/SimultCalib", true},
@@ -57,15 +58,15 @@ constexpr std::array<Floor, 2> outbuilding = {{{"base"}, {"simulator"}}};
 
 /// The program for measurement files stands on the core, without Qt and screens.
 constexpr std::array<Floor, 10> annex = {{{"base"},
-                                         {"platform"},
-                                         {"app"},
-                                         {"chem"},
-                                         {"settings"},
-                                         {"link"},
-                                         {"history"},
-                                         {"files"},
-                                         {"report"},
-                                         {"tools"}}};
+                                          {"platform"},
+                                          {"app"},
+                                          {"chem"},
+                                          {"settings"},
+                                          {"link"},
+                                          {"history"},
+                                          {"files"},
+                                          {"report"},
+                                          {"tools"}}};
 
 /// The system's parts of the seam, which nobody includes but themselves.
 constexpr std::array<std::string_view, 2> systemParts = {"platform/posix", "platform/win32"};

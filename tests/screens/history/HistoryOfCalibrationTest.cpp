@@ -37,6 +37,25 @@ TEST_F(HistoryOfCalibration,
     EXPECT_NE(past.temperature_celsius, "");
 }
 
+TEST_F(HistoryOfCalibration, The_summary_tells_how_it_stands_against_the_last_one) {
+    Calibrate();
+    auto& standing = Find<QLabel>(*form, "lblStanding");
+    EXPECT_EQ(standing.text(), "Slope of theory: 98.0 %");
+    EXPECT_TRUE(standing.isVisible());
+    EXPECT_FALSE(standing.font().bold());
+    form->close();
+    platform.clock.now.day += 3;
+    Stored(firstCa) = {};
+    Open(firstCa);
+    RecordPoint(0, "1", 100);
+    RecordPoint(1, "10", 125);
+    Click(*form, "cmdSys", frmCalib::mainButton);
+    auto& second = Find<QLabel>(*form, "lblStanding");
+    EXPECT_EQ(second.text(), "Slope of theory: 84.5 %, 13.5 % less than 3 days ago");
+    EXPECT_TRUE(second.font().bold()) << "outside the bounds, and not by colour alone";
+    form->close();
+}
+
 TEST_F(HistoryOfCalibration, A_calibration_that_is_given_up_is_none) {
     Open(firstCa);
     RecordPoint(0, "1", 100);

@@ -80,6 +80,7 @@ TEST_F(BuiltProgram, The_splash_is_seen_while_a_port_takes_four_seconds_to_open)
 
 TEST(BuiltProgramFolder, Holds_the_text_of_every_Help) {
     const fs::path folder = fs::path(VANTREL_PROGRAM).parent_path();
-    for (const char* text : {"SetupHlp.txt", "AcqurHlp.txt", "CalibHlp.txt", "ViewHlp.txt"})
+    for (const char* text :
+         {"SetupHlp.txt", "AcqurHlp.txt", "CalibHlp.txt", "ViewHlp.txt", "HistHlp.txt"})
         EXPECT_TRUE(fs::is_regular_file(folder / text)) << text;
 }

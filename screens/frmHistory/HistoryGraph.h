@@ -1,0 +1,33 @@
+#pragma once
+
+#include "history/CalibrationEntry.h"
+
+#include <qcustomplot.h>
+
+#include <vector>
+
+/// The calibrations of one electrode over time: slope in percent of theory, between the bounds of a
+/// sound electrode, and offset in mV on an axis of its own.
+class HistoryGraph : public QCustomPlot {
+    Q_OBJECT
+
+public:
+    explicit HistoryGraph(QWidget* parent = nullptr);
+
+    void ShowCalibrations(const std::vector<History::PastCalibration>& calibrations);
+
+    QSize sizeHint() const override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void MakeBound(double percent);
+    void TakeColours();
+    void FitAxes();
+
+    QCPTextElement* title_;
+    QCPGraph* slope_;
+    QCPGraph* offset_;
+    std::vector<QCPItemStraightLine*> bounds_;
+};
