@@ -10,12 +10,16 @@
 #include "platform/Platform.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace FileOpr {
 
 namespace {
 
 namespace fs = std::filesystem;
+
+/// While each record goes straight into the target: one more flush at each would be twice the work.
+constexpr std::chrono::minutes betweenSeals{1};
 
 MeasurementFormat::Channels ChannelsInUse() {
     const auto count =
@@ -74,7 +78,14 @@ void MeasuringRun::SaveMeasure(const fs::path& file, std::int32_t recordNumber,
     const auto text = MeasurementFormat::RecordText(record, rows_, channelCount);
     PrepareWrite(file);
     platform::Current().files.OpenForAppend(file)->Append(text, true);
+    if (following_ && platform::Current().clock.Monotonic() >= sealedAt_ + betweenSeals)
+        SealTarget();
     RecordWritten();
+}
+
+void MeasuringRun::SealTarget() {
+    NoteSealed(seal_, targetFile);
+    sealedAt_ = platform::Current().clock.Monotonic();
 }
 
 /// Before a write into the temporary file its note must stand.
@@ -146,6 +157,7 @@ void MeasuringRun::RefuseTarget(const fs::path& target) const {
 void MeasuringRun::ReplaceTarget(const fs::path& target) {
     CreateHeadLines(currentMeasurementPath);
     MakeRoomFor(target);
+    seal_.Begin();
 }
 
 void MeasuringRun::EmptyTempFile() {
@@ -157,7 +169,8 @@ void MeasuringRun::EmptyTempFile() {
 }
 
 void MeasuringRun::FollowTarget(bool follow) {
-    following_ = false;
+    if (std::exchange(following_, false))
+        SealTarget();
     if (temporaryRecording_)
         currentMeasurementPath = temporaryRecording_->File();
     if (!follow || targetFile.empty())
@@ -179,9 +192,7 @@ void MeasuringRun::FlushTempFile() {
     }
     if (!grows)
         return;
-    std::error_code unknown;
-    History::Note(History::Kind::flushed,
-                  std::to_string(fs::file_size(targetFile, unknown)) + " bytes", targetFile);
+    SealTarget();
     RecordWritten();
 }
 

@@ -3,7 +3,9 @@
 #include "files/MeasurementDialog.h"
 #include "files/MeasurementFormat.h"
 #include "files/MeasurementRecord.h"
+#include "files/TargetSeal.h"
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -91,10 +93,13 @@ private:
     void RefuseTarget(const std::filesystem::path& target) const;
     void ReplaceTarget(const std::filesystem::path& target);
     void EmptyTempFile();
+    void SealTarget();
 
     MeasurementFormat::RunRows rows_;
     std::unique_ptr<TemporaryRecording> temporaryRecording_;
     bool following_ = false;
+    TargetSeal seal_;
+    std::chrono::milliseconds sealedAt_{0}; ///< of the monotonic clock
     std::vector<LiveReport*> reports_;
 };
 

@@ -121,8 +121,13 @@ void Recording::NoteBegin(const std::string& how) {
         return;
     const std::int32_t before = counter_ - 1;
     NoteEnd(before);
-    History::Note(History::Kind::recordingBegun,
-                  how + ", from record " + NumberText::Plain(counter_), run_.targetFile);
+    History::Entry entry;
+    entry.kind = History::Kind::recordingBegun;
+    entry.file = History::FileText(run_.targetFile);
+    entry.text = how + ", from record " + NumberText::Plain(counter_);
+    if (counter_ == 1) // what was known of a file of this name is of another one
+        entry.data = History::DataOf({{"new file", "yes"}});
+    History::Note(std::move(entry));
     noted_ = how;
     countAtBegin_ = before;
 }

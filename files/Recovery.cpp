@@ -2,6 +2,7 @@
 
 #include "base/RunTimeError.h"
 #include "files/FileOpr.h"
+#include "files/TargetSeal.h"
 #include "files/TargetTransfer.h"
 #include "history/Notes.h"
 #include "platform/Platform.h"
@@ -187,10 +188,8 @@ void Recover(UnfinishedRecording& recording) {
         History::Note(History::Kind::writeFailed, error.what(), recording.target);
         throw;
     }
-    History::Note(History::Kind::recovered,
-                  std::to_string(recording.records) + " records, the last at " +
-                      recording.lastTimeStamp,
-                  recording.target);
+    NoteRecovered(recording.target, std::to_string(recording.records) + " records, the last at " +
+                                        recording.lastTimeStamp);
     RemoveFiles(files, recording.lock);
 }
 

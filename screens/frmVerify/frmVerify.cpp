@@ -4,6 +4,7 @@
 #include "base/RunTimeError.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
+#include "report/HistorySeal.h"
 #include "report/ViewedFile.h"
 #include "report/WholeRun.h"
 #include "screens/controls/Placement.h"
@@ -19,6 +20,7 @@ namespace {
 constexpr std::uint64_t sliceBytes = std::uint64_t{64} * 1024;
 constexpr qint64 sliceTime_ms = 8;
 constexpr int percent = 100;
+constexpr auto sealCaption = "Seal: ";
 
 std::array<std::string, 6> CellsOf(const Mreport::Divergence& found) {
     return {NumberText::Plain(found.number),
@@ -42,6 +44,7 @@ frmVerify::frmVerify(const Mreport::ViewedFile& file, QWidget* parent)
     ui_->tblDiverged->hide();
     ui_->lblReasons->hide();
     ui_->lblSeal->hide();
+    ui_->lblHistory->hide();
     ui_->cmdSeal->setEnabled(false);
     tmrVerify_.setObjectName("tmrVerify");
     tmrVerify_.setInterval(0);
@@ -76,9 +79,8 @@ bool frmVerify::Work() {
     if (verification_) {
         if (!verification_->Step(sliceBytes))
             FinishVerification();
-    } else if (check_) {
-        if (!check_->Step(sliceBytes))
-            ShowSeal(Text::ToQt(std::exchange(check_, nullptr)->Text()));
+    } else if (!checks_.empty()) {
+        WorkOnCheck();
     } else if (sealing_) {
         if (!sealing_->Step(sliceBytes))
             FinishSealing();
@@ -91,16 +93,34 @@ bool frmVerify::Work() {
 void frmVerify::FinishVerification() {
     const auto result = std::exchange(verification_, nullptr)->Result();
     ShowVerdict(result, result.diverged == 0 ? QString() : QString("Values diverge: "));
-    LookForSeal();
+    LookForSeals();
 }
 
-void frmVerify::LookForSeal() {
+void frmVerify::LookForSeals() {
+    Hold([this] { return Mreport::LoadSeal(Mreport::SealBeside(file_.path)); }, *ui_->lblSeal,
+         sealCaption);
+    Hold([this] { return Mreport::SealFromHistory(file_.path); }, *ui_->lblHistory, "History: ");
+}
+
+void frmVerify::Hold(const std::function<std::optional<Mreport::Seal>()>& find, QLabel& label,
+                     const QString& caption) {
     try {
-        if (auto seal = Mreport::LoadSeal(Mreport::SealBeside(file_.path)))
-            check_ = std::make_unique<Mreport::SealCheck>(file_.pages.Source(), *seal);
+        if (auto seal = find())
+            checks_.push_back({std::make_unique<Mreport::SealCheck>(file_.pages.Source(), *seal),
+                               label, caption});
     } catch (const RunTimeError& error) {
-        ShowSeal(Text::ToQt(error.what()));
+        label.setText(caption + Text::ToQt(error.what()));
+        label.show();
     }
+}
+
+void frmVerify::WorkOnCheck() {
+    const HeldAgainst& held = checks_.front();
+    if (held.check->Step(sliceBytes))
+        return;
+    held.label.setText(held.caption + Text::ToQt(held.check->Text()));
+    held.label.show();
+    checks_.pop_front();
 }
 
 void frmVerify::FinishSealing() {
@@ -134,14 +154,18 @@ void frmVerify::cmdSeal_Click() {
 }
 
 void frmVerify::ShowSeal(const QString& text) {
-    ui_->lblSeal->setText("Seal: " + text);
+    ui_->lblSeal->setText(sealCaption + text);
     ui_->lblSeal->show();
 }
 
 void frmVerify::Stop() {
     tmrVerify_.stop();
     ui_->cmdSeal->setEnabled(true);
-    if (std::exchange(check_, nullptr) || std::exchange(sealing_, nullptr))
+    for (const HeldAgainst& held : std::exchange(checks_, {})) {
+        held.label.setText(held.caption + "stopped");
+        held.label.show();
+    }
+    if (std::exchange(sealing_, nullptr))
         ShowSeal("stopped");
     if (!verification_)
         return;

@@ -5,16 +5,21 @@
 #include "screens/controls/EventGuard.h"
 
 #include <QDialog>
+#include <QLabel>
 #include <QTimer>
 
+#include <deque>
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class frmVerify;
 }
 
 /// Verifies the viewed file while events go on, then tells the verdict, lists what diverged, and
-/// holds the file against the seal beside it where there is one. Saves a seal.
+/// holds the file against the seal beside it where there is one, and against what the history took
+/// of it. Saves a seal.
 /// The file must stay the same while the form stands.
 class frmVerify : public QDialog {
     Q_OBJECT
@@ -39,10 +44,20 @@ private:
     bool Work();
     void FinishVerification();
     void FinishSealing();
-    void LookForSeal();
+    /// What the file is held against, and where the outcome is shown.
+    struct HeldAgainst {
+        std::unique_ptr<Mreport::SealCheck> check;
+        QLabel& label;
+        QString caption;
+    };
+
+    void LookForSeals();
+    void Hold(const std::function<std::optional<Mreport::Seal>()>& find, QLabel& label,
+              const QString& caption);
+    void WorkOnCheck();
     void cmdSeal_Click();
     void ShowSeal(const QString& text);
-    bool Working() const { return verification_ || check_ || sealing_; }
+    bool Working() const { return verification_ || !checks_.empty() || sealing_; }
     void cmdClose_Click();
     void tblDiverged_Click(int row);
     void ShowProgress();
@@ -56,7 +71,7 @@ private:
     const Mreport::ViewedFile& file_;
     // What is at work; one after the other.
     std::unique_ptr<Mreport::Verification> verification_;
-    std::unique_ptr<Mreport::SealCheck> check_;
+    std::deque<HeldAgainst> checks_;
     std::unique_ptr<Mreport::Sealing> sealing_;
     std::filesystem::path sealFile_; ///< that is being made
     std::vector<Mreport::Divergence> listed_;

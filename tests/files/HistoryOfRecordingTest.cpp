@@ -31,8 +31,10 @@ protected:
     static Recording::TakeEntry Taking() {
         return [] { return std::optional(Recording::Entry{"", DisplayedRun()}); };
     }
-    std::string Flushed() const {
-        return "Records in file: " + std::to_string(fs::file_size(target)) + " bytes";
+    std::string Flushed(int record) const { return "Records in file: " + Reached(record); }
+    std::string Reached(int record) const {
+        return std::to_string(fs::file_size(target)) + " bytes, up to record " +
+               std::to_string(record);
     }
 
     fake::Platform platform;
@@ -62,7 +64,7 @@ TEST_F(HistoryOfRecording, Records_by_hand_are_one_recording_until_the_page_is_l
     run.FlushTempFile();
     EXPECT_EQ(noted.Texts(),
               (Texts{"Recording begun: by hand, from record 1",
-                     "Recording ended: 2 records, the last is record 2", Flushed()}));
+                     "Recording ended: 2 records, the last is record 2", Flushed(2)}));
 }
 
 TEST_F(HistoryOfRecording, A_run_behind_records_by_hand_is_a_recording_of_its_own) {
@@ -98,7 +100,7 @@ TEST_F(HistoryOfRecording, A_flush_that_fails_is_noted_and_tried_again) {
     const Texts texts = noted.Texts();
     ASSERT_EQ(texts.size(), 3U);
     EXPECT_EQ(texts[1].find("Write failed: "), 0U) << texts[1];
-    EXPECT_EQ(texts[2], Flushed());
+    EXPECT_EQ(texts[2], Flushed(1));
 }
 
 TEST_F(HistoryOfRecording, A_recovery_is_noted_with_its_records) {
@@ -107,6 +109,7 @@ TEST_F(HistoryOfRecording, A_recovery_is_noted_with_its_records) {
     auto unfinished = FileOpr::FindUnfinishedRecordings();
     ASSERT_EQ(unfinished.size(), 1U);
     FileOpr::Recover(unfinished[0]);
-    EXPECT_EQ(noted.Texts().back(), "Recovered: 1 records, the last at 14:05:33 07.Mar.2003");
+    EXPECT_EQ(noted.Texts().back(),
+              "Recovered: 1 records, the last at 14:05:33 07.Mar.2003; " + Reached(1));
     EXPECT_EQ(noted.All().back().file, target.string());
 }

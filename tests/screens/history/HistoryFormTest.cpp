@@ -217,7 +217,8 @@ TEST_F(HistoryFromMain, A_calibration_older_than_its_limit_is_marked_on_the_setu
     ionHours.setValue(24);
     EXPECT_EQ(date.text(), "07.Mar.2003 !");
     EXPECT_TRUE(date.font().bold());
-    EXPECT_TRUE(date.toolTip().startsWith("More than 24 hours ago.")) << date.toolTip().toStdString();
+    EXPECT_TRUE(date.toolTip().startsWith("More than 24 hours ago."))
+        << date.toolTip().toStdString();
     ionHours.setValue(49);
     EXPECT_EQ(date.text(), "07.Mar.2003");
     platform.clock.now.hour += 2;
