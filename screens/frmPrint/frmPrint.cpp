@@ -1,6 +1,7 @@
 #include "screens/frmPrint/frmPrint.h"
 
 #include "app/Mcommon.h"
+#include "platform/Platform.h"
 #include "platform/qt/EntryText.h"
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/Text.h"
@@ -11,6 +12,10 @@
 #include "ui_frmPrint.h"
 
 #include <QScopeGuard>
+
+namespace {
+constexpr auto section = "Printing";
+} // namespace
 
 frmPrint::frmPrint(const Mreport::ViewedFile& file, const Mreport::ShownGraph& shown,
                    QWidget* parent)
@@ -40,6 +45,21 @@ void frmPrint::Form_Load() {
         ui_->cboList->addItem(QString("List %1").arg(page + 1), page);
     ui_->cboList->setCurrentIndex(ui_->cboList->findData(shown_.shownPageIndex));
     ShowBusy({}, {});
+    for (const auto& [key, box] : RememberedBoxes())
+        box->setChecked(platform::Current().profile.GetInt(section, key, 0) == 1);
+    AllowChoices();
+}
+
+/// What is chosen of a table, each by its key in the settings file.
+std::array<std::pair<const char*, QCheckBox*>, 3> frmPrint::RememberedBoxes() const {
+    return {{{"Compact", ui_->chkCompact},
+             {"FirstPage", ui_->chkFirstPage},
+             {"WholeRecords", ui_->chkWholeRecords}}};
+}
+
+void frmPrint::RememberChoices() {
+    for (const auto& [key, box] : RememberedBoxes())
+        platform::Current().profile.Write(section, key, box->isChecked() ? "1" : "0");
 }
 
 int frmPrint::ChosenPage() const {
@@ -82,6 +102,8 @@ void frmPrint::cmdPrint_Click() {
     if (!range)
         return;
     const bool graph = optPrintOpt(asGraph).isChecked();
+    if (!graph)
+        RememberChoices();
     ShowBusy(QString("Please be patient, printing the report ") +
                  (graph ? "in graph..." : "in text..."),
              "Loading...");

@@ -7,14 +7,17 @@
 #include "screens/controls/ControlArray.h"
 #include "screens/controls/EventGuard.h"
 
+#include <QCheckBox>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace Ui {
 class frmPrint;
@@ -40,6 +43,8 @@ private:
     void optPrintOpt_Click(int Index);
     void chkCompact_Click();
     void AllowChoices();
+    std::array<std::pair<const char*, QCheckBox*>, 3> RememberedBoxes() const;
+    void RememberChoices();
     void cmdPrint_Click();
     void cmdClose_Click();
     void txtRange_Change(int Index);

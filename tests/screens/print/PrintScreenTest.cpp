@@ -416,4 +416,21 @@ TEST_F(PrintScreen, First_page_and_whole_records_are_off_until_they_are_chosen) 
     EXPECT_EQ(PrintedRecords().size(), 30U);
 }
 
+TEST_F(PrintScreen, The_choices_of_a_printed_table_are_remembered) {
+    Open(30);
+    Find<QCheckBox>(*form, "chkFirstPage").click();
+    Find<QCheckBox>(*form, "chkWholeRecords").click();
+    Click(*form, "cmdPrint");
+    EXPECT_EQ(platform.profile->GetInt("Printing", "FirstPage", 0), 1);
+    Open(30);
+    EXPECT_FALSE(Find<QCheckBox>(*form, "chkCompact").isChecked());
+    EXPECT_TRUE(Find<QCheckBox>(*form, "chkFirstPage").isChecked());
+    EXPECT_TRUE(Find<QCheckBox>(*form, "chkWholeRecords").isChecked());
+    Find<QCheckBox>(*form, "chkCompact").click();
+    Click(*form, "cmdPrint");
+    Open(30);
+    EXPECT_TRUE(Find<QCheckBox>(*form, "chkCompact").isChecked());
+    EXPECT_FALSE(Find<QCheckBox>(*form, "chkWholeRecords").isEnabled());
+}
+
 } // namespace
