@@ -1,6 +1,11 @@
 #include "screens/Report/RecordTableModel.h"
 
 #include "platform/qt/Text.h"
+#include "screens/controls/SeriesStyle.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPalette>
 
 #include <limits>
 
@@ -61,8 +66,14 @@ QVariant RecordTableModel::data(const QModelIndex& index, int role) const {
     return {};
 }
 
+/// A column of values bears its channel's mark, as the graph has it.
 QVariant RecordTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section >= columnCount())
+    if (orientation != Qt::Horizontal || section >= columnCount())
         return {};
-    return Text::ToQt(Columns()[static_cast<std::size_t>(section)].title);
+    const Mreport::RecordTable::Column& column = Columns()[static_cast<std::size_t>(section)];
+    if (role == Qt::DisplayRole)
+        return Text::ToQt(column.title);
+    if (role == Qt::DecorationRole && column.kind == Mreport::RecordTable::Column::Kind::value)
+        return SeriesStyle::Icon(column.series - 1, QGuiApplication::palette());
+    return {};
 }

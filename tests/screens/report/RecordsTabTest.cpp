@@ -1,10 +1,12 @@
 #include "screens/report/ReportScreen.h"
 
 #include "screens/Report/RecordTableView.h"
+#include "screens/controls/SeriesStyle.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QIcon>
 #include <QLabel>
 #include <QMenu>
 #include <QScrollBar>
@@ -56,6 +58,23 @@ TEST_F(RecordsTab, A_record_is_one_row_with_its_values_by_electrode_and_unit) {
     EXPECT_EQ(Title(3), "Ch. 1 Ca (mV)");
     EXPECT_EQ(Cell(99, 0), "100");
     EXPECT_EQ(Cell(99, 3), "100.0");
+}
+
+TEST_F(RecordsTab, A_heading_of_values_bears_its_channels_mark_and_no_other_does) {
+    View(MeasurementText().File(3));
+    ShowRecords();
+    const auto mark = [this](int column) {
+        return Table()
+            .model()
+            ->headerData(column, Qt::Horizontal, Qt::DecorationRole)
+            .value<QIcon>()
+            .pixmap(16)
+            .toImage();
+    };
+    EXPECT_TRUE(mark(0).isNull()) << "the record's number";
+    EXPECT_EQ(Title(3), "Ch. 1 Ca (mV)");
+    EXPECT_EQ(mark(3), SeriesStyle::Icon(0, QGuiApplication::palette()).pixmap(16).toImage());
+    EXPECT_NE(mark(3), mark(4));
 }
 
 TEST_F(RecordsTab, Graph_and_list_stay_as_they_were) {
