@@ -49,7 +49,6 @@ void SpanPlot::MakePlot() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(plot_);
     title_ = PlotLook::AddHead(*plot_);
-    plot_->yAxis->setNumberPrecision(6);
     cursors_ = std::make_unique<SpanCursors>(*plot_);
 }
 
@@ -138,6 +137,9 @@ void SpanPlot::FitValues(const RunScale& scale) {
         axis.setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTickerLog));
     else
         axis.setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
+    // Powers of ten all in one style, other values as they are.
+    axis.setNumberFormat(log ? "eb" : "gb");
+    axis.setNumberPrecision(log ? 0 : 6);
     axis.setTickLabels(!own);
     axis.setLabel(own ? QString("%1, each on its own scale").arg(picture_.unit) : picture_.unit);
     if (own || !scale.Any())

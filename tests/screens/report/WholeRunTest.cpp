@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QWheelEvent>
+#include <qcustomplot.h>
 
 namespace {
 using Mreport::RecordSpan;
@@ -148,6 +149,24 @@ TEST_F(WholeRunScreen, A_logarithmic_scale_is_for_concentrations) {
     EXPECT_TRUE(Span().Shown().log);
     Quantities().setCurrentIndex(0);
     EXPECT_TRUE(Graph().isVisible()) << "mV stays linear";
+}
+
+TEST_F(WholeRunScreen, A_logarithmic_axis_has_its_powers_of_ten_in_one_style) {
+    MeasurementText text;
+    text.cell = [](int record, const std::string&, int) {
+        return std::string(record % 2 == 0 ? "0.5" : "5E+07");
+    };
+    ViewRun(text, 60);
+    Quantities().setCurrentIndex(2);
+    Find<QCheckBox>(*form, "chkLog").setChecked(true);
+    const QCPAxis& axis = *Span().findChild<QCustomPlot*>()->yAxis;
+    QVector<double> ticks;
+    QVector<QString> labels;
+    axis.ticker()->generate(axis.range(), QLocale::c(), axis.numberFormat().at(0),
+                            axis.numberPrecision(), ticks, nullptr, &labels);
+    EXPECT_GE(labels.size(), 3);
+    for (const QString& label : labels)
+        EXPECT_TRUE(label.startsWith("1e")) << label.toStdString();
 }
 
 TEST_F(WholeRunScreen, The_way_a_span_is_drawn_is_remembered) {
