@@ -11,6 +11,7 @@
 #include "screens/controls/Colours.h"
 #include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
+#include "screens/frmCheck/frmCheck.h"
 #include "screens/frmMain/ReadingsTable.h"
 #include "settings/MeasuringChoices.h"
 #include "settings/mWinInit.h"
@@ -44,6 +45,7 @@ void MeasuringPage::ConnectEvents() {
     wire(ui_->fraRecording, &RecordingGroup::ResumeChosen, "chkResume",
          &MeasuringPage::chkResume_Click);
     wire(ui_->cmdLimits, &QPushButton::clicked, "cmdLimits", &MeasuringPage::cmdLimits_Click);
+    wire(ui_->cmdCheck, &QPushButton::clicked, "cmdCheck", &MeasuringPage::cmdCheck_Click);
     wire(ui_->cmdAcknowledge, &QPushButton::clicked, "cmdAcknowledge",
          &MeasuringPage::cmdAcknowledge_Click);
     wire(ui_->cmdNewFile, &QPushButton::clicked, "cmdNewFile", &MeasuringPage::cmdNewFile_Click);
@@ -191,6 +193,7 @@ void MeasuringPage::NoteReadings() {
 void MeasuringPage::ShowAverages(std::span<const float, cyclePositions> averages) {
     const MeasuringCycle::Outcome outcome = MeasuringCycle::Run(*cycle_, averages);
     NoteReadings();
+    values_ = outcome.values;
     if (readings_->Show(outcome))
         platform::Current().dialogs.Beep();
     ui_->panTrend->AddReading(outcome.values);
@@ -254,6 +257,28 @@ void MeasuringPage::chkResume_Click(bool checked) {
 void MeasuringPage::cmdLimits_Click() {
     if (readings_->ChooseLimits(*this))
         ShowStatus();
+}
+
+void MeasuringPage::cmdCheck_Click() {
+    const auto channels = readings_->ChannelsToCheck();
+    if (channels.empty()) {
+        Mcommon::Inform("No channel with an electrode is measured.");
+        return;
+    }
+    const auto read = [this](int channel) {
+        const auto index = static_cast<std::size_t>(channel);
+        frmCheck::Reading reading;
+        reading.quantity = CalibratedQuantity(mWinInit::ChannelSetup.at(index).Electrode,
+                                              mWinInit::Calibration.at(index).StdUnit);
+        if (!series_.HasValues() || supply_ != Supply::current)
+            return reading;
+        reading.value = values_.at(index)[reading.quantity];
+        reading.steady = readings_->IsSteady(channel);
+        return reading;
+    };
+    auto* form = new frmCheck(channels, read, this);
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    form->open();
 }
 
 void MeasuringPage::cmdNewFile_Click() {

@@ -115,6 +115,7 @@ private:
     void TakeRemark(const QString& text);
     void chkResume_Click(bool checked);
     void cmdLimits_Click();
+    void cmdCheck_Click();
     void cmdNewFile_Click();
     void ReadingFailed();
     std::optional<FileOpr::DisplayedChannels> DisplayedNow() const;
@@ -133,6 +134,8 @@ private:
     bool timeTickAtWork_ = false;
     bool lessMotion_ = false; ///< the title stands still while the instrument is read
     Supply supply_ = Supply::current;
+    /// What the page shows of each channel; of no use while nothing is read.
+    std::array<ChannelDisplay::Values, maxChannels> values_{};
     QString problem_; ///< why a position could not be converted
     QString remark_;  ///< what endangers the run
     QString statusShown_;

@@ -1,5 +1,6 @@
 #include "screens/frmMain/WatchedReadings.h"
 
+#include "base/Electrode.h"
 #include "platform/qt/Text.h"
 #include "screens/frmLimits/frmLimits.h"
 #include "screens/frmMain/ReadingsTable.h"
@@ -29,6 +30,7 @@ bool WatchedReadings::ChooseLimits(QWidget& page) {
 }
 
 MeasuringCycle::Source WatchedReadings::Begin(const Selection& selected) {
+    selected_ = selected;
     MeasuringCycle::Source source{mWinInit::ConversionTables(), {}, {}, {}};
     for (int i = 0; i < ChannelCount(); ++i) {
         const auto position = static_cast<std::size_t>(i);
@@ -57,6 +59,17 @@ void WatchedReadings::ShowRow(int channel, const MeasuringCycle::Outcome& outcom
 
 void WatchedReadings::ShowWatch(int channel) {
     table_.ShowWatch(channel, watch_.RowOf(static_cast<std::size_t>(channel)));
+}
+
+std::vector<int> WatchedReadings::ChannelsToCheck() const {
+    std::vector<int> channels;
+    for (int i = 0; i < ChannelCount(); ++i) {
+        const auto index = static_cast<std::size_t>(i);
+        if (selected_[index] &&
+            Electrode::KindOf(mWinInit::ChannelSetup[index].Electrode) != Electrode::Kind::none)
+            channels.push_back(i);
+    }
+    return channels;
 }
 
 bool WatchedReadings::HasAlarm() const {

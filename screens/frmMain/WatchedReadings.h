@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <vector>
+
 class QWidget;
 class ReadingsTable;
 
@@ -32,6 +34,12 @@ public:
     bool Show(const MeasuringCycle::Outcome& outcome);
 
     bool AllSteady() const { return watch_.AllSteady(); }
+    bool IsSteady(int channel) const {
+        return watch_.RowOf(static_cast<std::size_t>(channel)).steady;
+    }
+
+    /// The channels (0-based) that are measured with an electrode.
+    std::vector<int> ChannelsToCheck() const;
 
     /// Some channel's limits have been passed, and nobody has taken note of it.
     bool HasAlarm() const;
@@ -47,5 +55,6 @@ private:
     void ShowWatch(int channel);
 
     ReadingsTable& table_;
+    Selection selected_{};
     ReadingWatch watch_;
 };

@@ -22,7 +22,7 @@ struct Floor {
 };
 
 /// From the ground up. A floor includes itself and those before it.
-constexpr std::array<Floor, 28> house = {{
+constexpr std::array<Floor, 29> house = {{
     {"base"},
     {"platform"},
     {"platform/posix"},
@@ -46,6 +46,7 @@ constexpr std::array<Floor, 28> house = {{
     {"screens/frmLimits", true},
     {"screens/frmVerify", true},
     {"screens/frmHistory", true},
+    {"screens/frmCheck", true},
     {"screens/Report", true},
     {"screens/frmCalib", true},
     {"screens/SimultCalib", true},

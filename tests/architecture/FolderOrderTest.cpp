@@ -40,6 +40,7 @@ protected:
                                  "screens/frmLimits",
                                  "screens/frmVerify",
                                  "screens/frmHistory",
+                                 "screens/frmCheck",
                                  "screens/Report",
                                  "screens/frmCalib",
                                  "screens/SimultCalib",
