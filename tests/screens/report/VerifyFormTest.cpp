@@ -13,7 +13,8 @@ protected:
     /// Verifies from the viewer's menu, to the end.
     frmVerify& Verify() {
         frmVerify& verify = Begin();
-        while (Verdict(verify).startsWith("Verifying"))
+        // The verdict comes first, then what is held against the file's seals.
+        while (!Find<QPushButton>(verify, "cmdSeal").isEnabled())
             QApplication::processEvents();
         return verify;
     }
