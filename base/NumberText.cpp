@@ -106,14 +106,13 @@ std::string RoundedDigits(const Decimal& decimal, int lowestPlace) {
 
 /// With `decimals` digits behind the point and at least `leading` before it. The sign stays even
 /// where no digit does: an analyst sees on which side of zero a reading is.
-std::string Fixed(const Decimal& decimal, int decimals, int leading) {
-    std::string text = RoundedDigits(decimal, -decimals);
-    const std::size_t width =
-        static_cast<std::size_t>(leading) + static_cast<std::size_t>(decimals);
+std::string Fixed(const Decimal& decimal, std::size_t decimals, std::size_t leading) {
+    std::string text = RoundedDigits(decimal, -static_cast<int>(decimals));
+    const std::size_t width = leading + decimals;
     if (text.size() < width)
         text.insert(0, width - text.size(), '0');
     if (decimals > 0)
-        text.insert(text.size() - static_cast<std::size_t>(decimals), ".");
+        text.insert(text.size() - decimals, ".");
     if (decimal.negative)
         text.insert(0, "-");
     return text;

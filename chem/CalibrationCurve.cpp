@@ -3,16 +3,12 @@
 #include "app/Mcommon.h"
 #include "chem/StandardEntry.h"
 
-#include <algorithm>
-
 CalibrationCurve CurveOf(const CalibrationRecord& record, bool isPH) {
     CalibrationCurve curve;
     if (!isPH)
         curve.standards =
             UnitOf(record.StdUnit) == StandardUnit::ppm ? Quantity::ppm : Quantity::mol_l;
-    const int count = std::clamp<int>(record.PointCount, 0, maxCalibrationPoints);
-    for (int j = 0; j < count; ++j) {
-        const auto row = static_cast<std::size_t>(j);
+    for (std::size_t row = 0; row < record.Points(); ++row) {
         const double standard = record.Standard[row];
         if (isPH)
             curve.points.push_back({standard, record.CaliData[row]});

@@ -2,7 +2,9 @@
 
 #include "base/Channels.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -17,6 +19,11 @@ struct CalibrationRecord {
     std::array<float, maxCalibrationPoints> CaliData{}; ///< mV
     /// Between points s and s+1, as displayed: mV per pH or mV per decade.
     std::array<float, maxCalibrationPoints - 1> Slope{};
+
+    /// The points that it holds, whatever number it claims: 0 to 6.
+    std::size_t Points() const {
+        return static_cast<std::size_t>(std::clamp<int>(PointCount, 0, maxCalibrationPoints));
+    }
 
     bool operator==(const CalibrationRecord&) const = default;
 };

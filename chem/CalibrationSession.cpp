@@ -16,12 +16,12 @@ float AsDisplayed(float potential_mV) {
 
 } // namespace
 
-CalibrationSession::Point& CalibrationSession::At(int point) {
-    return points_.at(static_cast<std::size_t>(point));
+CalibrationSession::Point& CalibrationSession::At(std::size_t point) {
+    return points_.at(point);
 }
 
-const CalibrationSession::Point& CalibrationSession::At(int point) const {
-    return points_.at(static_cast<std::size_t>(point));
+const CalibrationSession::Point& CalibrationSession::At(std::size_t point) const {
+    return points_.at(point);
 }
 
 void CalibrationSession::Start(bool isPH, StandardUnit unit) {
@@ -35,26 +35,24 @@ void CalibrationSession::SetUnit(StandardUnit unit) {
     finished_ = false;
 }
 
-void CalibrationSession::SetChannels(std::vector<int> channels) {
+void CalibrationSession::SetChannels(std::vector<std::size_t> channels) {
     if (channels == channels_)
         return;
     channels_ = std::move(channels);
     finished_ = false;
 }
 
-void CalibrationSession::Load(int channel, const CalibrationRecord& record) {
-    const int count = std::min<int>(record.PointCount, maxPoints);
-    if (count < minPoints)
+void CalibrationSession::Load(std::size_t channel, const CalibrationRecord& record) {
+    if (record.Points() < minPoints)
         return;
-    SetPointCount(count);
-    const auto column = static_cast<std::size_t>(channel);
-    for (std::size_t row = 0; row < static_cast<std::size_t>(count); ++row) {
+    SetPointCount(record.Points());
+    for (std::size_t row = 0; row < record.Points(); ++row) {
         points_[row].standard = record.Standard[row];
-        points_[row].potential_mV.at(column) = record.CaliData[row];
+        points_[row].potential_mV.at(channel) = record.CaliData[row];
     }
 }
 
-void CalibrationSession::SetPointCount(int count) {
+void CalibrationSession::SetPointCount(std::size_t count) {
     count = std::clamp(count, minPoints, maxPoints);
     if (count == pointCount_)
         return;
@@ -63,19 +61,19 @@ void CalibrationSession::SetPointCount(int count) {
     finished_ = false;
 }
 
-void CalibrationSession::SetCurrentPoint(int point) {
-    if (!reading_ && point >= 0 && point < pointCount_)
+void CalibrationSession::SetCurrentPoint(std::size_t point) {
+    if (!reading_ && point < pointCount_)
         current_ = point;
 }
 
-void CalibrationSession::SetStandard(int point, float standard) {
+void CalibrationSession::SetStandard(std::size_t point, float standard) {
     if (At(point).standard == standard)
         return;
     At(point).standard = standard;
     finished_ = false;
 }
 
-std::optional<float> CalibrationSession::Standard(int point) const {
+std::optional<float> CalibrationSession::Standard(std::size_t point) const {
     return At(point).standard;
 }
 
@@ -92,17 +90,17 @@ void CalibrationSession::BeginReading() {
     live_mV_.fill(std::nullopt);
 }
 
-void CalibrationSession::SetLive(int channel, float potential_mV) {
+void CalibrationSession::SetLive(std::size_t channel, float potential_mV) {
     if (reading_)
-        live_mV_.at(static_cast<std::size_t>(channel)) = AsDisplayed(potential_mV);
+        live_mV_.at(channel) = AsDisplayed(potential_mV);
 }
 
-std::optional<float> CalibrationSession::Live(int channel) const {
-    return live_mV_.at(static_cast<std::size_t>(channel));
+std::optional<float> CalibrationSession::Live(std::size_t channel) const {
+    return live_mV_.at(channel);
 }
 
 bool CalibrationSession::HasLive() const {
-    return !channels_.empty() && std::ranges::all_of(channels_, [this](int channel) {
+    return !channels_.empty() && std::ranges::all_of(channels_, [this](std::size_t channel) {
         return Live(channel).has_value();
     });
 }
@@ -111,10 +109,8 @@ CalibrationSession::Recorded CalibrationSession::Record() {
     if (!reading_ || !HasLive())
         return Recorded::nothing;
     Point& point = At(current_);
-    for (const int channel : channels_) {
-        const auto column = static_cast<std::size_t>(channel);
-        point.potential_mV[column] = live_mV_[column];
-    }
+    for (const std::size_t channel : channels_)
+        point.potential_mV[channel] = live_mV_[channel];
     point.recordedHere = true;
     reading_ = false;
     finished_ = false;
@@ -125,10 +121,10 @@ CalibrationSession::Recorded CalibrationSession::Record() {
 }
 
 /// The next point; behind the last one the first that was left out.
-int CalibrationSession::PointAfterRecording() const {
+std::size_t CalibrationSession::PointAfterRecording() const {
     if (current_ + 1 < pointCount_)
         return current_ + 1;
-    int missing = 0;
+    std::size_t missing = 0;
     while (missing < current_ && IsRecorded(missing))
         ++missing;
     return missing;
@@ -139,47 +135,46 @@ void CalibrationSession::StopReading() {
     live_mV_.fill(std::nullopt);
 }
 
-void CalibrationSession::ClearPoint(int point) {
+void CalibrationSession::ClearPoint(std::size_t point) {
     At(point).potential_mV.fill(std::nullopt);
     At(point).recordedHere = false;
     finished_ = false;
 }
 
-std::optional<float> CalibrationSession::Reading(int channel, int point) const {
-    return At(point).potential_mV.at(static_cast<std::size_t>(channel));
+std::optional<float> CalibrationSession::Reading(std::size_t channel, std::size_t point) const {
+    return At(point).potential_mV.at(channel);
 }
 
-std::optional<float> CalibrationSession::Shown(int channel, int point) const {
+std::optional<float> CalibrationSession::Shown(std::size_t channel, std::size_t point) const {
     return IsBeingRead(point) ? Live(channel) : Reading(channel, point);
 }
 
-bool CalibrationSession::IsRecorded(int point) const {
-    return !channels_.empty() && std::ranges::all_of(channels_, [&](int channel) {
+bool CalibrationSession::IsRecorded(std::size_t point) const {
+    return !channels_.empty() && std::ranges::all_of(channels_, [&](std::size_t channel) {
         return Reading(channel, point).has_value();
     });
 }
 
-bool CalibrationSession::IsRecordedHere(int point) const {
+bool CalibrationSession::IsRecordedHere(std::size_t point) const {
     return At(point).recordedHere && IsRecorded(point);
 }
 
 bool CalibrationSession::IsComplete() const {
-    for (int point = 0; point < pointCount_; ++point)
+    for (std::size_t point = 0; point < pointCount_; ++point)
         if (!IsRecorded(point) || !Standard(point))
             return false;
     return true;
 }
 
-CalibrationSession::Outcome CalibrationSession::OutcomeOf(int channel,
+CalibrationSession::Outcome CalibrationSession::OutcomeOf(std::size_t channel,
                                                           const CalibrationRecord& stored) const {
     Outcome outcome{.record = stored};
     outcome.record.PointCount = static_cast<std::int16_t>(pointCount_);
     if (!isPH_)
         outcome.record.StdUnit = static_cast<float>(unit_);
-    for (int point = 0; point < pointCount_; ++point) {
-        const auto row = static_cast<std::size_t>(point);
-        outcome.record.Standard[row] = Standard(point).value_or(0.0F);
-        outcome.record.CaliData[row] = Reading(channel, point).value_or(0.0F);
+    for (std::size_t point = 0; point < pointCount_; ++point) {
+        outcome.record.Standard[point] = Standard(point).value_or(0.0F);
+        outcome.record.CaliData[point] = Reading(channel, point).value_or(0.0F);
     }
     Measure::IsPHMode = isPH_;
     try {

@@ -4,6 +4,7 @@
 #include "chem/StandardEntry.h"
 
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -12,8 +13,8 @@
 /// stored before its owner takes the outcome.
 class CalibrationSession {
 public:
-    static constexpr int minPoints = 2;
-    static constexpr int maxPoints = maxCalibrationPoints;
+    static constexpr std::size_t minPoints = 2;
+    static constexpr std::size_t maxPoints = maxCalibrationPoints;
 
     /// What the main button does next.
     enum class Action { read, record, showSummary };
@@ -40,36 +41,36 @@ public:
 
     /// The channels (0-based) that take part. A channel that joins later has no readings yet, so
     /// the points that others have recorded become unrecorded until it has read them too.
-    void SetChannels(std::vector<int> channels);
-    const std::vector<int>& Channels() const { return channels_; }
+    void SetChannels(std::vector<std::size_t> channels);
+    const std::vector<std::size_t>& Channels() const { return channels_; }
 
     /// Takes the points of a stored calibration, to be recorded anew or kept.
-    void Load(int channel, const CalibrationRecord& record);
+    void Load(std::size_t channel, const CalibrationRecord& record);
 
     /// Number of points, 2 to 6. Points beyond it keep what they hold, for a larger number chosen
     /// again.
-    void SetPointCount(int count);
-    int PointCount() const { return pointCount_; }
+    void SetPointCount(std::size_t count);
+    std::size_t PointCount() const { return pointCount_; }
 
     /// The point that the main button works on, 0-based. It stays while it is being read, and
     /// where the new one is beyond the number of points.
-    void SetCurrentPoint(int point);
-    int CurrentPoint() const { return current_; }
+    void SetCurrentPoint(std::size_t point);
+    std::size_t CurrentPoint() const { return current_; }
 
-    void SetStandard(int point, float standard);
-    std::optional<float> Standard(int point) const;
+    void SetStandard(std::size_t point, float standard);
+    std::optional<float> Standard(std::size_t point) const;
 
     Action MainAction() const;
 
     void BeginReading();
     bool IsReading() const { return reading_; }
-    bool IsBeingRead(int point) const { return reading_ && point == current_; }
+    bool IsBeingRead(std::size_t point) const { return reading_ && point == current_; }
 
     /// The averaged mV of a channel for the point being read.
-    void SetLive(int channel, float potential_mV);
+    void SetLive(std::size_t channel, float potential_mV);
 
     /// What would be recorded of a channel: nothing before its first reading.
-    std::optional<float> Live(int channel) const;
+    std::optional<float> Live(std::size_t channel) const;
 
     /// True once every channel has a reading of the point being read.
     bool HasLive() const;
@@ -80,21 +81,22 @@ public:
     /// Ends a reading without recording; the point keeps what it held before.
     void StopReading();
 
-    void ClearPoint(int point);
+    void ClearPoint(std::size_t point);
 
     /// The recorded mV, as displayed.
-    std::optional<float> Reading(int channel, int point) const;
+    std::optional<float> Reading(std::size_t channel, std::size_t point) const;
     /// What stands beside a point: the live reading while it is read, then the recorded one.
-    std::optional<float> Shown(int channel, int point) const;
+    std::optional<float> Shown(std::size_t channel, std::size_t point) const;
 
-    bool IsRecorded(int point) const;
-    bool IsRecordedHere(int point) const; ///< in this session, not taken from a stored calibration
+    bool IsRecorded(std::size_t point) const;
+    bool IsRecordedHere(
+        std::size_t point) const; ///< in this session, not taken from a stored calibration
     bool IsComplete() const;
 
     /// The record of a channel with its slopes; where the data allows no slope, those before it.
     /// What this calibration does not write stays as `stored` has it: the entries behind its
     /// points, and the unit of a pH electrode. Leaves Measure::IsPHMode at this session's kind.
-    Outcome OutcomeOf(int channel, const CalibrationRecord& stored) const;
+    Outcome OutcomeOf(std::size_t channel, const CalibrationRecord& stored) const;
 
     /// The summary of this data has been shown and was good. Any later change takes it back, since
     /// no data is ever stored whose summary was not shown.
@@ -111,17 +113,17 @@ private:
         bool recordedHere = false;
     };
 
-    Point& At(int point);
-    const Point& At(int point) const;
-    int PointAfterRecording() const;
+    Point& At(std::size_t point);
+    const Point& At(std::size_t point) const;
+    std::size_t PointAfterRecording() const;
 
     bool isPH_ = false;
     StandardUnit unit_ = StandardUnit::ppm;
-    std::vector<int> channels_;
+    std::vector<std::size_t> channels_;
     std::array<Point, maxPoints> points_{};
     std::array<std::optional<float>, maxChannels> live_mV_{};
-    int pointCount_ = minPoints;
-    int current_ = 0;
+    std::size_t pointCount_ = minPoints;
+    std::size_t current_ = 0;
     bool reading_ = false;
     bool finished_ = false;
 };

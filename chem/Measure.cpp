@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace Measure {
 
@@ -17,10 +18,10 @@ namespace {
 
 constexpr double milligramsPerGram = 1000.0; // 1 ppm is taken as 1 mg/l
 
-float At(std::span<const float> table, int index) {
-    if (index < 0 || static_cast<std::size_t>(index) >= table.size())
+float At(std::span<const float> table, std::size_t index) {
+    if (index >= table.size())
         throw RunTimeError("Subscript out of range");
-    return table[static_cast<std::size_t>(index)];
+    return table[index];
 }
 
 /// The value in single precision. A result that single precision cannot hold is a run-time error,
@@ -40,22 +41,22 @@ double Quotient(double dividend, double divisor) {
 }
 
 /// First row at or behind the reading in the table's own direction; `points` when there is none.
-int FindRow(int points, std::span<const float> input, float reading) {
+std::size_t FindRow(std::size_t points, std::span<const float> input, float reading) {
     const bool ascending = At(input, 0) <= At(input, 1);
-    int k = 0;
+    std::size_t k = 0;
     while (k < points && !(ascending ? reading <= At(input, k) : reading >= At(input, k)))
         ++k;
     return k;
 }
 
 /// The row that ends the segment to use: the outer segments serve all that lies beyond them.
-int SegmentEnd(int row, int points) {
+std::size_t SegmentEnd(std::size_t row, std::size_t points) {
     if (row == 0)
         return 1;
     return row == points ? points - 1 : row;
 }
 
-float InterpolateLinear(int k, std::span<const float> input, std::span<const float> output,
+float InterpolateLinear(std::size_t k, std::span<const float> input, std::span<const float> output,
                         float reading) {
     const double x0 = At(input, k - 1);
     const double y0 = At(output, k - 1);
@@ -66,8 +67,8 @@ float InterpolateLinear(int k, std::span<const float> input, std::span<const flo
     return Single((reading - x0) * slope + y0);
 }
 
-float InterpolateLogarithmic(int k, std::span<const float> input, std::span<const float> output,
-                             float reading) {
+float InterpolateLogarithmic(std::size_t k, std::span<const float> input,
+                             std::span<const float> output, float reading) {
     const double x0 = At(input, k - 1);
     const double x1 = At(input, k);
     const double log0 = Mcommon::Log10(At(output, k - 1));
@@ -80,7 +81,7 @@ float InterpolateLogarithmic(int k, std::span<const float> input, std::span<cons
 }
 
 std::span<const float> Rows(std::span<const float> table, int count) {
-    if (count < 0 || static_cast<std::size_t>(count) > table.size())
+    if (count < 0 || std::cmp_greater(count, table.size()))
         throw RunTimeError("Subscript out of range");
     return table.first(static_cast<std::size_t>(count));
 }
@@ -92,7 +93,7 @@ float ConvertElectrode(std::string_view electrode, const CalibrationRecord& reco
     const auto input = Rows(record.CaliData, record.PointCount);
     const auto output = Rows(record.Standard, record.PointCount);
     IsPHMode = kind == Electrode::Kind::pH;
-    return InterpolateReading(record.PointCount, input, output, reading);
+    return InterpolateReading(input.size(), input, output, reading);
 }
 
 /// A sensor's table has one spare row of zeros behind its last, so that a table of one row still
@@ -100,11 +101,11 @@ float ConvertElectrode(std::string_view electrode, const CalibrationRecord& reco
 float ConvertTemperature(const TempSensorCalibration& sensor, float reading) {
     std::array<float, maxTempSensorRows + 1> input{};
     std::array<float, maxTempSensorRows + 1> output{};
-    std::ranges::copy(Rows(sensor.Reading, sensor.PointCount), input.begin());
+    const auto readings = Rows(sensor.Reading, sensor.PointCount);
+    std::ranges::copy(readings, input.begin());
     std::ranges::copy(Rows(sensor.Temperature, sensor.PointCount), output.begin());
-    const auto rows = static_cast<std::size_t>(sensor.PointCount) + 1;
-    return InterpolateReading(sensor.PointCount, std::span(input).first(rows),
-                              std::span(output).first(rows), reading);
+    return InterpolateReading(readings.size(), std::span(input).first(readings.size() + 1),
+                              std::span(output).first(readings.size() + 1), reading);
 }
 
 float ConvertPosition(const InputTables& tables, std::size_t position, float reading) {
@@ -124,30 +125,29 @@ float DisplayedSlope(const CalibrationRecord& record, std::size_t s, bool isPH) 
 }
 
 std::size_t SegmentCount(const CalibrationRecord& record) {
-    return static_cast<std::size_t>(
-        std::clamp<int>(record.PointCount - 1, 0, maxCalibrationPoints - 1));
+    return std::max<std::size_t>(record.Points(), 1) - 1;
 }
 
 } // namespace
 
-float InterpolateReading(int points, std::span<const float> input, std::span<const float> output,
-                         float reading) {
+float InterpolateReading(std::size_t points, std::span<const float> input,
+                         std::span<const float> output, float reading) {
     return InterpolateReading(IsPHMode, points, input, output, reading);
 }
 
-float InterpolateReading(bool isPH, int points, std::span<const float> input,
+float InterpolateReading(bool isPH, std::size_t points, std::span<const float> input,
                          std::span<const float> output, float reading) {
-    const int row = FindRow(points, input, reading);
+    const std::size_t row = FindRow(points, input, reading);
     if ((row < points || row == 0) && reading == At(input, row))
         return At(output, row);
     if (row == points && reading == At(input, points - 1))
         return At(output, points - 1);
-    const int k = SegmentEnd(row, points);
+    const std::size_t k = SegmentEnd(row, points);
     return isPH ? InterpolateLinear(k, input, output, reading)
                 : InterpolateLogarithmic(k, input, output, reading);
 }
 
-int SegmentOf(int points, std::span<const float> input, float reading) {
+std::size_t SegmentOf(std::size_t points, std::span<const float> input, float reading) {
     return SegmentEnd(FindRow(points, input, reading), points);
 }
 
@@ -184,9 +184,8 @@ SelectPositions(const InputTables& tables,
         const bool convertible = kind == Electrode::Kind::redox ||
                                  (kind != Electrode::Kind::none && IsUsable(tables.calibration[i]));
         selected[i] = convertible ? -1 : 0;
-        const int sensor = tempSensorOfChannel[i];
-        if (sensor >= 1 && sensor <= tempSensorCount)
-            selected[static_cast<std::size_t>(maxChannels + sensor - 1)] = -1;
+        if (const auto position = SensorPosition(tempSensorOfChannel[i]))
+            selected[*position] = -1;
     }
     return selected;
 }

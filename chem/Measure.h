@@ -4,6 +4,7 @@
 #include "chem/TempSensorCalibration.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -49,15 +50,15 @@ SelectPositions(const InputTables& tables,
 /// Looks a reading up in a table of `points` rows. The first and last segments are extended: an
 /// analyst expects a value beyond the standards, not a blank. -1.0 for a segment of no width.
 /// Throws RunTimeError for a table too short ("Subscript out of range") or a logarithm that fails.
-float InterpolateReading(int points, std::span<const float> input, std::span<const float> output,
-                         float reading);
+float InterpolateReading(std::size_t points, std::span<const float> input,
+                         std::span<const float> output, float reading);
 
 /// The same on the scale that is named, whatever IsPHMode is.
-float InterpolateReading(bool isPH, int points, std::span<const float> input,
+float InterpolateReading(bool isPH, std::size_t points, std::span<const float> input,
                          std::span<const float> output, float reading);
 
 /// The row that ends the segment along which a reading is converted, 1 to points - 1.
-int SegmentOf(int points, std::span<const float> input, float reading);
+std::size_t SegmentOf(std::size_t points, std::span<const float> input, float reading);
 
 /// Slope of each segment as displayed; 0 where the points allow none. Used for a stored record.
 void RestoreSlopes(CalibrationRecord& record, bool isPH);

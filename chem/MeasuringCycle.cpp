@@ -31,12 +31,10 @@ ChannelDisplay::ChannelState StateOf(const Source& source, const Converted& cycl
         state.converted = cycle.values[channel];
     state.stdUnit = source.tables.calibration[channel].StdUnit;
     state.molarMass_g_per_mol = source.molarMass_g_per_mol[channel];
-    const int sensor = source.tempSensor[channel];
-    if (sensor >= 1 && sensor <= tempSensorCount) {
-        const auto position = static_cast<std::size_t>(maxChannels + sensor - 1);
-        state.temperatureFailed = cycle.failures[position].has_value();
+    if (const auto position = SensorPosition(source.tempSensor[channel])) {
+        state.temperatureFailed = cycle.failures[*position].has_value();
         if (!state.temperatureFailed)
-            state.temperature_celsius = cycle.values[position];
+            state.temperature_celsius = cycle.values[*position];
     }
     return state;
 }

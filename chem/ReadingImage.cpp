@@ -23,7 +23,7 @@ public:
     ReadingImage Make(const NumberInterval& potential_mV) {
         std::vector<float> edges = {static_cast<float>(potential_mV.low),
                                     static_cast<float>(potential_mV.high)};
-        for (std::size_t k = 0; k < Points(); ++k) {
+        for (std::size_t k = 0; k < record_.Points(); ++k) {
             if (!AroundX(k).Meets(potential_mV))
                 continue;
             AddValues(record_.Standard[k], record_.Standard[k]); // a reading that hits the point
@@ -37,8 +37,6 @@ public:
     }
 
 private:
-    std::size_t Points() const { return static_cast<std::size_t>(record_.PointCount); }
-
     NumberInterval AroundX(std::size_t k) const {
         return NumberText::AroundPlain(record_.CaliData[k]);
     }
@@ -55,10 +53,9 @@ private:
         const std::array<float, 2> ends = {std::nextafter(from, most), std::nextafter(to, -most)};
         if (ends[0] > ends[1])
             return;
-        const auto input = std::span(record_.CaliData).first(Points());
+        const auto input = std::span(record_.CaliData).first(record_.Points());
         const float middle = ends[0] + (ends[1] - ends[0]) / 2;
-        AddSegment(static_cast<std::size_t>(Measure::SegmentOf(record_.PointCount, input, middle)),
-                   ends);
+        AddSegment(Measure::SegmentOf(input.size(), input, middle), ends);
     }
 
     void AddSegment(std::size_t k, const std::array<float, 2>& readings) {

@@ -26,8 +26,7 @@ std::optional<StandardsRange> StandardsOf(const CalibrationRecord& record, Elect
     const bool converted = kind == Electrode::Kind::pH || kind == Electrode::Kind::ion;
     if (!converted || !Measure::IsUsable(record))
         return std::nullopt;
-    const auto points = static_cast<std::size_t>(record.PointCount);
-    const auto [low, high] = std::ranges::minmax(std::span(record.Standard).first(points));
+    const auto [low, high] = std::ranges::minmax(std::span(record.Standard).first(record.Points()));
     return StandardsRange{low, high, QuantityOf(record, kind)};
 }
 

@@ -54,7 +54,7 @@ DiskForecast ForecastRoom(const RunOnDisk& run) {
     return {targetRoom.free_bytes, records * period_s / secondsPerHour};
 }
 
-std::size_t RecordBytes(const MeasurementFormat::RunRows& rows, int channelCount) {
+std::size_t RecordBytes(const MeasurementFormat::RunRows& rows, std::size_t channelCount) {
     constexpr std::int32_t anyNumber = 100'000;
     const auto record = MeasurementFormat::BuildRecord(anyNumber, {}, {}, {}, channelCount);
     return MeasurementFormat::RecordText(record, rows, channelCount).size();

@@ -30,7 +30,7 @@ struct DiskForecast {
 DiskForecast ForecastRoom(const RunOnDisk& run);
 
 /// The length of a record without a comment.
-std::size_t RecordBytes(const MeasurementFormat::RunRows& rows, int channelCount);
+std::size_t RecordBytes(const MeasurementFormat::RunRows& rows, std::size_t channelCount);
 
 /// A night and the day after it.
 inline constexpr double enoughHours = 24;

@@ -23,8 +23,7 @@ std::string Joined(const Names& names, std::string_view separator) {
 bool SameCalibration(const CalibrationRecord& left, const CalibrationRecord& right) {
     if (left.PointCount != right.PointCount)
         return false;
-    const auto points =
-        static_cast<std::size_t>(std::clamp<int>(left.PointCount, 0, maxCalibrationPoints));
+    const std::size_t points = left.Points();
     if (points == 0)
         return true;
     const auto samePoints = [points](const auto& a, const auto& b) {
@@ -68,12 +67,11 @@ HeaderRecords RecordsInForce() {
 }
 
 std::string HeaderDifferences(const HeaderRecords& written, const HeaderRecords& now,
-                              int channelCount) {
+                              std::size_t channelCount) {
     Names parts;
     if (const Names names = ProjectDifferences(written.project, now.project); !names.empty())
         parts.push_back(Joined(names, ", "));
-    const auto channels = static_cast<std::size_t>(std::clamp(channelCount, 0, maxChannels));
-    for (std::size_t i = 0; i < channels; ++i)
+    for (std::size_t i = 0; i < std::min<std::size_t>(channelCount, maxChannels); ++i)
         if (const Names names = ChannelDifferences(written, now, i); !names.empty())
             parts.push_back("channel " + std::to_string(i + 1) + ": " + Joined(names, ", "));
     return Joined(parts, "; ");

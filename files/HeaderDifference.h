@@ -22,7 +22,7 @@ HeaderRecords RecordsInForce();
 /// What of the first `channelCount` channels and of the project a header would now tell
 /// differently: "project name; channel 2: electrode, calibration". Empty for nothing.
 std::string HeaderDifferences(const HeaderRecords& written, const HeaderRecords& now,
-                              int channelCount);
+                              std::size_t channelCount);
 
 /// The same as a sentence about the file; empty for no differences.
 std::string HeaderNotice(std::string_view differences, std::string_view fileName);

@@ -79,7 +79,7 @@ private:
     /// A row of calibrated channels; the others show that they have no value.
     void AddCalibrationRow(std::string_view label, const CellOf& cell) {
         AddRow(label, [&](std::size_t i) {
-            return Points(i) < 1 ? std::string(Text::noHeaderValue) : cell(i);
+            return source_.calibration[i].Points() < 1 ? std::string(Text::noHeaderValue) : cell(i);
         });
     }
 
@@ -130,7 +130,7 @@ private:
         text_ += Text::lineEnd;
         for (std::size_t k = 0; k + 1 < MostPoints(); ++k)
             AddRow(Text::NumberedRow(Text::slopeRows, k + 1), [&](std::size_t i) {
-                return Points(i) < static_cast<int>(k) + 2
+                return source_.calibration[i].Points() < k + 2
                            ? std::string(Text::noHeaderValue)
                            : NumberText::Plain(source_.calibration[i].Slope[k]);
             });
@@ -145,13 +145,11 @@ private:
         text_ += Text::lineEnd;
     }
 
-    int Points(std::size_t channel) const { return source_.calibration[channel].PointCount; }
-
     std::size_t MostPoints() const {
-        int most = 0;
+        std::size_t most = 0;
         for (std::size_t i = 0; i < source_.channels.size(); ++i)
-            most = std::max(most, Points(i));
-        return static_cast<std::size_t>(std::min(most, maxCalibrationPoints));
+            most = std::max(most, source_.calibration[i].Points());
+        return most;
     }
 
     static std::string DatePart(const CalibrationRecord& record) {
@@ -206,13 +204,13 @@ std::string HeaderText(const HeaderSource& source, const LocalTime& now) {
 FileOpr::MeasurementRecord BuildRecord(std::int32_t number, const LocalTime& now,
                                        std::string_view comment,
                                        const FileOpr::DisplayedChannels& displayed,
-                                       int channelCount) {
+                                       std::size_t channelCount) {
     FileOpr::MeasurementRecord record;
     record.number = number;
     record.timeStamp = DateText::Record(now);
     record.comment = OneLine(comment, true);
     for (std::size_t i = 0; i < record.cells.size(); ++i) {
-        const bool used = i < static_cast<std::size_t>(channelCount);
+        const bool used = i < channelCount;
         const bool idle = used && Mcommon::TrimControl(displayed[i][Quantity::mV]).empty();
         for (const auto& row : Quantities::table) {
             std::string& cell = record.cells[i][row.quantity];
@@ -227,7 +225,7 @@ FileOpr::MeasurementRecord BuildRecord(std::int32_t number, const LocalTime& now
 }
 
 std::string RecordText(const FileOpr::MeasurementRecord& record, const RunRows& rows,
-                       int channelCount) {
+                       std::size_t channelCount) {
     constexpr std::size_t longestFixedPart = 1100; // a record of eight channels without a comment
     std::string text;
     text.reserve(longestFixedPart + record.comment.size());
@@ -243,7 +241,7 @@ std::string RecordText(const FileOpr::MeasurementRecord& record, const RunRows& 
         if (!IsPresent(row.quantity, rows))
             continue;
         AddField(text, row.label, Text::labelWidth);
-        for (std::size_t i = 0; i < static_cast<std::size_t>(channelCount); ++i) {
+        for (std::size_t i = 0; i < channelCount; ++i) {
             text += '\t';
             text += record.cells[i][row.quantity];
         }

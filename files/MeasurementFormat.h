@@ -39,9 +39,9 @@ std::string HeaderText(const HeaderSource& source, const LocalTime& now);
 FileOpr::MeasurementRecord BuildRecord(std::int32_t number, const LocalTime& now,
                                        std::string_view comment,
                                        const FileOpr::DisplayedChannels& displayed,
-                                       int channelCount);
+                                       std::size_t channelCount);
 
 std::string RecordText(const FileOpr::MeasurementRecord& record, const RunRows& rows,
-                       int channelCount);
+                       std::size_t channelCount);
 
 } // namespace MeasurementFormat

@@ -22,9 +22,7 @@ namespace fs = std::filesystem;
 constexpr std::chrono::minutes betweenSeals{1};
 
 MeasurementFormat::Channels ChannelsInUse() {
-    const auto count =
-        std::clamp<int>(mWinInit::HardwareSettings.ChannelCount, 0, static_cast<int>(maxChannels));
-    return std::span(mWinInit::ChannelSetup).first(static_cast<std::size_t>(count));
+    return std::span(mWinInit::ChannelSetup).first(mWinInit::ChannelsInUse());
 }
 
 /// What a name stands for, also where that does not exist yet.
@@ -72,7 +70,7 @@ void MeasuringRun::CreateHeadLines(const fs::path& file) {
 
 void MeasuringRun::SaveMeasure(const fs::path& file, std::int32_t recordNumber,
                                const std::string& comment, const DisplayedChannels& displayed) {
-    const auto channelCount = static_cast<int>(ChannelsInUse().size());
+    const std::size_t channelCount = ChannelsInUse().size();
     const auto record = MeasurementFormat::BuildRecord(
         recordNumber, platform::Current().clock.Now(), comment, displayed, channelCount);
     const auto text = MeasurementFormat::RecordText(record, rows_, channelCount);

@@ -7,21 +7,15 @@
 #include "chem/StandardEntry.h"
 #include "settings/mWinInit.h"
 
-#include <algorithm>
-
 namespace History {
 
 namespace {
 
 constexpr std::string_view separator = "; ";
 
-std::size_t PointsOf(const CalibrationRecord& record) {
-    return static_cast<std::size_t>(std::clamp<int>(record.PointCount, 0, maxCalibrationPoints));
-}
-
 std::string PointsText(const CalibrationRecord& record) {
     std::string text;
-    for (std::size_t j = 0; j < PointsOf(record); ++j)
+    for (std::size_t j = 0; j < record.Points(); ++j)
         text.append(j == 0 ? "" : separator)
             .append(NumberText::Plain(record.Standard[j]))
             .append(" ")
@@ -31,7 +25,7 @@ std::string PointsText(const CalibrationRecord& record) {
 
 std::string SlopesText(const CalibrationRecord& record) {
     std::string text;
-    for (std::size_t s = 0; s + 1 < PointsOf(record); ++s)
+    for (std::size_t s = 0; s + 1 < record.Points(); ++s)
         text.append(s == 0 ? "" : separator).append(Mcommon::FormatReading(record.Slope[s]));
     return text;
 }
@@ -49,7 +43,7 @@ std::string Text(const std::optional<float>& value, NumberText::Pattern pattern)
 std::string TextFor(const Entry& entry, const CalibrationRecord& record, const std::string& unit,
                     const CalibrationFit& fit) {
     std::string text = entry.electrode + " in channel " + std::to_string(*entry.channel + 1) +
-                       ", " + std::to_string(PointsOf(record)) + " points in " + unit;
+                       ", " + std::to_string(record.Points()) + " points in " + unit;
     if (fit.percent)
         text += ", " + Text(fit.percent, NumberText::Pattern::oneDecimal) + " % of theory";
     return text;
@@ -65,15 +59,15 @@ std::optional<float> NumberFact(const Entry& entry, std::string_view name) {
 
 } // namespace
 
-Entry EntryOfCalibration(int channel, const std::string& temperature_celsius) {
-    const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel));
-    const auto& record = mWinInit::Calibration.at(static_cast<std::size_t>(channel));
+Entry EntryOfCalibration(std::size_t channel, const std::string& temperature_celsius) {
+    const auto& setup = mWinInit::ChannelSetup.at(channel);
+    const auto& record = mWinInit::Calibration.at(channel);
     const bool isPH = Electrode::KindOf(setup.Electrode) == Electrode::Kind::pH;
     const CalibrationFit fit = FitOf(record, setup.Electrode);
     const std::string unit = UnitText(record, isPH);
     Entry entry;
     entry.kind = Kind::calibration;
-    entry.channel = channel;
+    entry.channel = static_cast<int>(channel);
     entry.electrode = setup.Electrode;
     entry.serialNo = setup.SerialNo;
     entry.data = DataOf({{"reference", setup.RefType},

@@ -8,7 +8,7 @@
 namespace History {
 
 /// The entry of a channel's stored calibration (0-based), without the moment and who is at work.
-Entry EntryOfCalibration(int channel, const std::string& temperature_celsius);
+Entry EntryOfCalibration(std::size_t channel, const std::string& temperature_celsius);
 
 /// A calibration as the history gives it back.
 struct PastCalibration {

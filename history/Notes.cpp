@@ -95,7 +95,7 @@ void KnowSettings() {
     WithLog([](Log& log) { log.known = SettingsInForce(); });
 }
 
-void NoteCalibration(int channel, const std::string& temperature_celsius) {
+void NoteCalibration(std::size_t channel, const std::string& temperature_celsius) {
     WithLog([&](Log&) { Note(EntryOfCalibration(channel, temperature_celsius)); });
 }
 

@@ -29,6 +29,6 @@ void KnowSettings();
 
 /// The stored calibration of a channel (0-based). `temperature_celsius` is as displayed, empty
 /// where none was read.
-void NoteCalibration(int channel, const std::string& temperature_celsius);
+void NoteCalibration(std::size_t channel, const std::string& temperature_celsius);
 
 } // namespace History

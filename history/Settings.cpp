@@ -7,8 +7,6 @@
 #include "settings/StoredLimits.h"
 #include "settings/mWinInit.h"
 
-#include <algorithm>
-
 namespace History {
 
 namespace {
@@ -49,8 +47,7 @@ Settings SettingsInForce() {
     settings.push_back({"Hours until an ion calibration is marked", {}, Number(ages.ion_hours)});
     settings.push_back({"Hours until a Redox calibration is marked", {}, Number(ages.redox_hours)});
     const ChannelLimits limits = mWinInit::LoadLimits();
-    const int channels = std::clamp<int>(hardware.ChannelCount, 0, maxChannels);
-    for (std::size_t i = 0; i < static_cast<std::size_t>(channels); ++i)
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
         AddChannel(settings, i, limits[i]);
     return settings;
 }

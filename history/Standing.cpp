@@ -54,11 +54,11 @@ Standing StandingOf(const std::optional<float>& percent, const std::optional<Pas
     return standing;
 }
 
-Standing StandingOf(int channel, const CalibrationRecord& record) {
+Standing StandingOf(std::size_t channel, const CalibrationRecord& record) {
     Log* log = Log::Current();
     if (log == nullptr || !CanBeKept())
         return {};
-    const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel));
+    const auto& setup = mWinInit::ChannelSetup.at(channel);
     try {
         return StandingOf(FitOf(record, setup.Electrode).percent,
                           LastCalibrationOf(*log, {setup.Electrode, setup.SerialNo}),

@@ -3,6 +3,7 @@
 #include "chem/CalibrationRecord.h"
 #include "history/CalibrationEntry.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -20,6 +21,6 @@ Standing StandingOf(const std::optional<float>& percent, const std::optional<Pas
 
 /// Of a record of a channel (0-based) that is not stored yet, against what the installed history
 /// has last; nothing where none is installed or none can be read.
-Standing StandingOf(int channel, const CalibrationRecord& record);
+Standing StandingOf(std::size_t channel, const CalibrationRecord& record);
 
 } // namespace History

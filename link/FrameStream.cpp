@@ -53,7 +53,7 @@ bool FrameStream::DropTail() {
     if (end == frame_.end())
         return false;
     const auto length = end - frame_.begin() + 1;
-    if (!Frame::IsTail(std::span(frame_).first(static_cast<std::size_t>(length))))
+    if (!Frame::IsTail({frame_.begin(), end + 1}))
         return false;
     bytes_.erase(bytes_.begin(), bytes_.begin() + length);
     return true;

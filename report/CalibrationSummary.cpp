@@ -3,15 +3,9 @@
 #include "base/Electrode.h"
 #include "base/NumberText.h"
 
-#include <algorithm>
-
 namespace CalibrationSummary {
 
 namespace {
-
-std::size_t PointsOf(const CalibrationRecord& record) {
-    return static_cast<std::size_t>(std::clamp<int>(record.PointCount, 0, maxCalibrationPoints));
-}
 
 Line Label(std::string label, std::string value) {
     return {{5, std::move(label)}, {30, std::move(value)}};
@@ -35,17 +29,17 @@ Line Point(const CalibrationRecord& record, std::size_t j) {
 
 } // namespace
 
-Summary Compose(std::string_view electrode, int channel, const CalibrationRecord& record) {
+Summary Compose(std::string_view electrode, std::size_t channel, const CalibrationRecord& record) {
     Summary summary;
     summary.title = "Calibration Summary";
-    const auto number = NumberText::Plain(static_cast<std::int32_t>(channel + 1));
+    const auto number = std::to_string(channel + 1);
     const auto count = NumberText::Plain(static_cast<std::int32_t>(record.PointCount));
     summary.labels = {Label("Electrode Type      :", std::string(electrode)),
                       Label("Located Channel    :", "Channel " + number),
                       Label("Last Calib. Date    :", record.CalibrationDate),
                       Label("Calibration Points :", count)};
     summary.heading = Heading(electrode);
-    for (std::size_t j = 0; j < PointsOf(record); ++j)
+    for (std::size_t j = 0; j < record.Points(); ++j)
         summary.points.push_back(Point(record, j));
     return summary;
 }

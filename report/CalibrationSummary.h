@@ -26,6 +26,6 @@ struct Summary {
 };
 
 /// The summary of channel 0..7. A count outside 0..6 prints the points that exist.
-Summary Compose(std::string_view electrode, int channel, const CalibrationRecord& record);
+Summary Compose(std::string_view electrode, std::size_t channel, const CalibrationRecord& record);
 
 } // namespace CalibrationSummary

@@ -26,7 +26,7 @@ bool ReadPoints(const HeaderCells& cells, CalibrationRecord& record) {
     record.PointCount = NumberText::StrictInteger(cells.pointCount).value_or(0);
     if (!Measure::IsUsable(record))
         return false;
-    for (std::size_t k = 0; k < static_cast<std::size_t>(record.PointCount); ++k) {
+    for (std::size_t k = 0; k < record.Points(); ++k) {
         const auto standard = NumberText::StrictSingle(cells.standard[k]);
         const auto potential_mV = NumberText::StrictSingle(cells.caliData[k]);
         if (!standard || !potential_mV)

@@ -44,7 +44,7 @@ private:
 
 } // namespace
 
-platform::PrintOutcome PrintCalibSummary(std::string_view electrode, int channel,
+platform::PrintOutcome PrintCalibSummary(std::string_view electrode, std::size_t channel,
                                          const CalibrationRecord& record) {
     const CalibrationSummary::Summary summary =
         CalibrationSummary::Compose(electrode, channel, record);

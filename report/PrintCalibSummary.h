@@ -13,7 +13,7 @@ namespace Measure {
 /// Prints the summary of a channel (0 to 7) on the system's printer, with a preview. The record
 /// holds the points and slopes that the screen shows. Throws RunTimeError when it could not be
 /// printed.
-platform::PrintOutcome PrintCalibSummary(std::string_view electrode, int channel,
+platform::PrintOutcome PrintCalibSummary(std::string_view electrode, std::size_t channel,
                                          const CalibrationRecord& record);
 
 /// Prints several summaries (at least one) as one document, a page each.

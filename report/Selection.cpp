@@ -41,8 +41,8 @@ Selection::Box Selection::ChannelBox(std::size_t index) const {
     return {true, enabled, enabled && selected};
 }
 
-void Selection::Check(int index, bool checked) {
-    Box& box = boxes_.at(static_cast<std::size_t>(index));
+void Selection::Check(std::size_t index, bool checked) {
+    Box& box = boxes_.at(index);
     box.checked = checked && box.enabled;
 }
 
@@ -50,7 +50,7 @@ std::string Selection::Heading() const {
     return unit_ == Quantity::celsius ? "Temp. Sensors" : "Channels";
 }
 
-std::string Selection::Caption(int index) const {
+std::string Selection::Caption(std::size_t index) const {
     return (unit_ == Quantity::celsius ? "Temp. " : "Ch. ") + std::to_string(index + 1);
 }
 

@@ -24,13 +24,13 @@ public:
     /// Changes the unit and the boxes with it; the unit in force keeps its check marks. Where no
     /// box that can be would be checked, all of them are.
     void ChooseUnit(Quantity unit);
-    void Check(int index, bool checked);
+    void Check(std::size_t index, bool checked);
 
     Quantity Unit() const { return unit_; }
     std::string UnitName() const { return UnitText(unit_); }
     std::string Heading() const; ///< "Channels" or "Temp. Sensors"
-    std::string Caption(int index) const;
-    const Box& BoxAt(int index) const { return boxes_.at(static_cast<std::size_t>(index)); }
+    std::string Caption(std::size_t index) const;
+    const Box& BoxAt(std::size_t index) const { return boxes_.at(index); }
     int CheckedCount() const;
 
     /// True when so many points of every checked box stay below the graph's limit.

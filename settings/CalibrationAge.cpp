@@ -73,10 +73,10 @@ std::vector<std::string> SaveCalibrationAges(const CalibrationAges& ages) {
     return writer.TakeMessages();
 }
 
-std::optional<int> AgePassed_hours(int channel, const CalibrationAges& ages, const LocalTime& now) {
-    const auto index = static_cast<std::size_t>(channel);
-    const CalibrationRecord& record = Calibration.at(index);
-    const int limit_hours = LimitOf(Electrode::KindOf(ChannelSetup.at(index).Electrode), ages);
+std::optional<int> AgePassed_hours(std::size_t channel, const CalibrationAges& ages,
+                                   const LocalTime& now) {
+    const CalibrationRecord& record = Calibration.at(channel);
+    const int limit_hours = LimitOf(Electrode::KindOf(ChannelSetup.at(channel).Electrode), ages);
     const auto calibrated = MinuteOf(record.CalibrationDate);
     if (limit_hours == 0 || record.PointCount < 1 || !calibrated)
         return std::nullopt;

@@ -31,6 +31,7 @@ std::vector<std::string> SaveCalibrationAges(const CalibrationAges& ages);
 
 /// The limit that the calibration of a channel (0-based) has passed; nothing where it has not, or
 /// where there is none.
-std::optional<int> AgePassed_hours(int channel, const CalibrationAges& ages, const LocalTime& now);
+std::optional<int> AgePassed_hours(std::size_t channel, const CalibrationAges& ages,
+                                   const LocalTime& now);
 
 } // namespace mWinInit

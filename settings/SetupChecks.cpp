@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <span>
 
 namespace SetupChecks {
 
@@ -50,8 +51,8 @@ std::optional<Box> MissingBox(const ChannelEntry& channel) {
 }
 
 std::optional<Finding> CheckBoxes(const Entries& entries) {
-    for (int i = 0; i < entries.channelCount; ++i)
-        if (const auto box = MissingBox(entries.channels[static_cast<std::size_t>(i)]))
+    for (std::size_t i = 0; i < entries.channelCount; ++i)
+        if (const auto box = MissingBox(entries.channels[i]))
             return Finding{"Please complete all appropriate boxes for the selected electrode "
                            "before activating measurement",
                            *box, i};
@@ -59,12 +60,12 @@ std::optional<Finding> CheckBoxes(const Entries& entries) {
 }
 
 std::optional<Finding> CheckCalibrations(const Entries& entries) {
-    for (int i = 0; i < entries.channelCount; ++i) {
-        const ChannelEntry& channel = entries.channels[static_cast<std::size_t>(i)];
+    for (std::size_t i = 0; i < entries.channelCount; ++i) {
+        const ChannelEntry& channel = entries.channels[i];
         if (!channel.selected || channel.electrode == Electrode::noneIndex ||
             channel.pointCount >= 2)
             continue;
-        return Finding{"The electrode in channel " + NumberText::Plain(std::int32_t{i + 1}) +
+        return Finding{"The electrode in channel " + std::to_string(i + 1) +
                            " has not been calibrated.\nYou must either calibrate it or de-select "
                            "it before continuing to measure.",
                        Box::calibrate, i};
@@ -73,9 +74,8 @@ std::optional<Finding> CheckCalibrations(const Entries& entries) {
 }
 
 std::optional<Finding> CheckSelection(const Entries& entries) {
-    const auto end = entries.channels.begin() + entries.channelCount;
-    if (std::any_of(entries.channels.begin(), end,
-                    [](const ChannelEntry& channel) { return channel.selected; }))
+    if (std::ranges::any_of(std::span(entries.channels).first(entries.channelCount),
+                            &ChannelEntry::selected))
         return std::nullopt;
     return Finding{"There has not channel being selected, please at least select one of those.",
                    Box::select};
@@ -116,16 +116,14 @@ bool IsFilled(std::string_view text) {
 }
 
 bool HasSimultaneousPair() {
-    const int count = mWinInit::HardwareSettings.ChannelCount;
-    for (int i = 0; i < count; ++i) {
-        const std::string& electrode =
-            mWinInit::ChannelSetup[static_cast<std::size_t>(i)].Electrode;
+    auto channels = std::span(mWinInit::ChannelSetup).first(mWinInit::ChannelsInUse());
+    for (; !channels.empty(); channels = channels.subspan(1)) {
+        const std::string& electrode = channels.front().Electrode;
         if (Electrode::KindOf(electrode) == Electrode::Kind::none ||
             electrode.find("mV") != std::string::npos)
             continue;
-        for (int j = i + 1; j < count; ++j)
-            if (mWinInit::ChannelSetup[static_cast<std::size_t>(j)].Electrode == electrode)
-                return true;
+        if (std::ranges::count(channels, electrode, &mWinInit::ChannelSetupRecord::Electrode) > 1)
+            return true;
     }
     return false;
 }

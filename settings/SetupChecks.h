@@ -3,6 +3,7 @@
 #include "settings/mWinInit.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -33,7 +34,7 @@ struct Entries {
     std::string averagingForMeasurement;
     std::string projectName;
     std::string analyst;
-    int channelCount = 4;
+    std::size_t channelCount = 4;
     std::array<ChannelEntry, maxChannels> channels;
 };
 
@@ -54,7 +55,7 @@ enum class Box {
 struct Finding {
     std::string message;
     Box box;
-    int channel = 0; ///< of the boxes that each channel has
+    std::size_t channel = 0; ///< of the boxes that each channel has
 };
 
 /// The first thing that is missing; nothing when the measurement may begin.

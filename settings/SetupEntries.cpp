@@ -60,8 +60,8 @@ std::string DateCell(std::string_view dateText) {
     return std::string(dateText.substr(dateText.size() - dayLength));
 }
 
-std::string CalibrationDateCell(int channel) {
-    const CalibrationRecord& record = mWinInit::Calibration[static_cast<std::size_t>(channel)];
+std::string CalibrationDateCell(std::size_t channel) {
+    const CalibrationRecord& record = mWinInit::Calibration[channel];
     return record.PointCount < 1 ? std::string(notAvailable) : DateCell(record.CalibrationDate);
 }
 

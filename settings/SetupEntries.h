@@ -29,7 +29,7 @@ std::string OnDay(std::string_view dateText, const Day& day);
 std::string DateCell(std::string_view dateText);
 
 /// The last calibration date of a channel as "dd.mmm.yyyy", "N/A" where it is not calibrated.
-std::string CalibrationDateCell(int channel);
+std::string CalibrationDateCell(std::size_t channel);
 
 /// A molar mass as its box shows it, "N/A" for 0.
 std::string MolarMassText(float molarMass_g_per_mol);

@@ -92,11 +92,10 @@ void DecodeChannel(ChannelSetupRecord& channel, std::string_view line) {
 }
 
 std::string CalibrationLine(const CalibrationRecord& record) {
-    const int points = std::clamp<int>(record.PointCount, 0, maxCalibrationPoints);
     std::vector<std::string> fields = {Storable(record.CalibrationDate),
-                                       NumberText::Plain(std::int32_t{points}),
+                                       std::to_string(record.Points()),
                                        NumberText::Plain(record.StdUnit)};
-    for (std::size_t j = 0; j < static_cast<std::size_t>(points); ++j)
+    for (std::size_t j = 0; j < record.Points(); ++j)
         fields.push_back(Pair(record.Standard[j], record.CaliData[j]));
     return JoinFields(fields);
 }
@@ -110,10 +109,9 @@ void DecodeCalibration(CalibrationRecord& record, std::string_view line, bool is
         record.StdUnit = NumberText::LeadingSingle(GetField(line, 3, 1));
         record.PointCount = static_cast<std::int16_t>(std::clamp(claimed, 0, maxCalibrationPoints));
     }
-    for (int j = 0; j < record.PointCount; ++j) {
-        const auto point = static_cast<std::size_t>(j);
-        DecodePair(line, firstCalibrationPoint + j, record.Standard[point], record.CaliData[point]);
-    }
+    int field = firstCalibrationPoint;
+    for (std::size_t point = 0; point < record.Points(); ++point)
+        DecodePair(line, field++, record.Standard[point], record.CaliData[point]);
     Measure::RestoreSlopes(record, isPH); // the line holds none
 }
 

@@ -41,31 +41,29 @@ TempSensorCalibration DefaultTable() {
 
 std::string SensorLine(const TempSensorCalibration& table) {
     std::vector<std::string> fields = {NumberText::Plain(std::int32_t{table.PointCount})};
-    for (std::size_t row = 0; row < static_cast<std::size_t>(table.PointCount); ++row)
+    for (std::size_t row = 0; row < table.Rows(); ++row)
         fields.push_back(Pair(table.Temperature[row], table.Reading[row]));
     return JoinFields(fields);
 }
 
 } // namespace
 
-void LoadTempSensorMatrix(int sensor, const std::string& line) {
-    const auto index = static_cast<std::size_t>(sensor);
+void LoadTempSensorMatrix(std::size_t sensor, const std::string& line) {
     if (line.empty()) {
-        TempSensor[index] = DefaultTable();
+        TempSensor[sensor] = DefaultTable();
         platform::Current().profile.Write(std::string(tempSensorSection),
-                                          std::string(tempSensorKeys[index]),
-                                          SensorLine(TempSensor[index]));
+                                          std::string(tempSensorKeys[sensor]),
+                                          SensorLine(TempSensor[sensor]));
         return;
     }
     const int claimed = NumberText::LeadingInteger(GetField(line, sensorCountField, 1));
     TempSensorCalibration table;
     table.PointCount = static_cast<std::int16_t>(std::clamp(claimed, 0, maxTempSensorRows));
-    for (int row = 0; row < table.PointCount; ++row) {
-        const auto place = static_cast<std::size_t>(row);
-        DecodePair(line, firstSensorRow + row, table.Temperature[place], table.Reading[place]);
-    }
+    int field = firstSensorRow;
+    for (std::size_t row = 0; row < table.Rows(); ++row)
+        DecodePair(line, field++, table.Temperature[row], table.Reading[row]);
     SortPairs(0, table.PointCount - 1, table.Reading, table.Temperature);
-    TempSensor[index] = table;
+    TempSensor[sensor] = table;
 }
 
 } // namespace mWinInit

@@ -64,10 +64,6 @@ std::int16_t ReadNumber(const std::string& sectionName, const std::string& keyNa
     return static_cast<std::int16_t>(std::clamp<int>(number, Limits::min(), Limits::max()));
 }
 
-std::size_t UsedChannels() {
-    return static_cast<std::size_t>(std::clamp<int>(HardwareSettings.ChannelCount, 0, maxChannels));
-}
-
 void LoadProject() {
     ProjectInfo.ProjectName = ReadFilled(key::projectName, projectPlaceholder);
     const std::string now = DateText::Record(platform::Current().clock.Now());
@@ -105,14 +101,12 @@ void LoadSettings() {
         ReadNumber(section::hardware, key::averagingForMeasurement, defaultOfHardware);
     WindowX = ReadNumber(section::window, key::x, 0);
     WindowY = ReadNumber(section::window, key::y, 0);
-    for (std::size_t channel = 0; channel < UsedChannels(); ++channel)
+    for (std::size_t channel = 0; channel < ChannelsInUse(); ++channel)
         LoadChannel(channel);
-    for (int sensor = 0; sensor < tempSensorCount; ++sensor) {
-        const auto& keyName = tempSensorKeys[static_cast<std::size_t>(sensor)];
-        LoadTempSensorMatrix(sensor,
-                             ReadTableLine(std::string(tempSensorSection), std::string(keyName),
-                                           sensorCountField, firstSensorRow));
-    }
+    for (std::size_t sensor = 0; sensor < tempSensorKeys.size(); ++sensor)
+        LoadTempSensorMatrix(sensor, ReadTableLine(std::string(tempSensorSection),
+                                                   std::string(tempSensorKeys[sensor]),
+                                                   sensorCountField, firstSensorRow));
 }
 
 std::vector<std::string> SaveSettings() {
@@ -131,7 +125,7 @@ std::vector<std::string> SaveSettings() {
                        HardwareSettings.AveragingForMeasurement);
     writer.WriteNumber(section::window, key::x, WindowX);
     writer.WriteNumber(section::window, key::y, WindowY);
-    for (std::size_t i = 0; i < UsedChannels(); ++i) {
+    for (std::size_t i = 0; i < ChannelsInUse(); ++i) {
         if (Calibration[i].PointCount > 0)
             writer.WriteCalibration(section::calibrations, key::channels[i], Calibration[i], i);
         else
@@ -140,6 +134,10 @@ std::vector<std::string> SaveSettings() {
             writer.WriteChannel(section::electrodes, key::channels[i], ChannelSetup[i], i);
     }
     return writer.TakeMessages();
+}
+
+std::size_t ChannelsInUse() {
+    return static_cast<std::size_t>(std::clamp<int>(HardwareSettings.ChannelCount, 0, maxChannels));
 }
 
 Measure::InputTables ConversionTables() {

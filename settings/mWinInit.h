@@ -5,6 +5,7 @@
 #include "chem/TempSensorCalibration.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -60,8 +61,11 @@ void LoadSettings();
 /// beyond 129 characters, an unwritable file); empty when all is kept.
 std::vector<std::string> SaveSettings();
 
+/// The channels in use: ChannelCount as far as the tables hold it, 0 to 8.
+std::size_t ChannelsInUse();
+
 /// Fills sensor 0..3 from its line; an empty line gives the default table and writes it back.
-void LoadTempSensorMatrix(int sensor, const std::string& line);
+void LoadTempSensorMatrix(std::size_t sensor, const std::string& line);
 
 /// Library of the last calibration per channel (0-based) and electrode. The save returns messages
 /// as SaveSettings does.

@@ -331,7 +331,7 @@ void Report::FindNext() {
         search_.FindNext();
 }
 
-void Report::mnuFileItem_Click(int Index) {
+void Report::mnuFileItem_Click(std::size_t Index) {
     switch (Index) {
     case ReportMenus::openFile:
         if (const auto file = AskForFile())
@@ -350,7 +350,7 @@ void Report::mnuFileItem_Click(int Index) {
     }
 }
 
-void Report::PutOut(int fileItem) {
+void Report::PutOut(std::size_t fileItem) {
     switch (fileItem) {
     case ReportMenus::printReport:
         return output_.Print();
@@ -383,7 +383,7 @@ void Report::mnuRecent_Click(QAction* item) {
     OpenFile(file);
 }
 
-void Report::mnuViewItem_Click(int Index) {
+void Report::mnuViewItem_Click(std::size_t Index) {
     switch (Index) {
     case ReportMenus::selectChannels:
         return SelectChannels();
@@ -416,7 +416,7 @@ void Report::SelectChannels() {
         ui_->picGraph->Run().FileReady();
 }
 
-void Report::mnuToolItem_Click(int Index) {
+void Report::mnuToolItem_Click(std::size_t Index) {
     if (Index == ReportMenus::findRecord)
         search_.Show();
     else if (Index == ReportMenus::verifyFile)
@@ -439,7 +439,7 @@ void Report::VerifyFile() {
     verify_->show();
 }
 
-void Report::mnuUpdateItem_Click(int Index) {
+void Report::mnuUpdateItem_Click(std::size_t Index) {
     const auto shown = qScopeGuard([this] { AllowMenus(); }); // the check mark as it is now
     const auto grown = qScopeGuard([this] { FileGrown(); });
     if (Index != ReportMenus::automaticUpdate)

@@ -70,12 +70,12 @@ private:
     bool Form_QueryUnload();
     void Form_Unload();
 
-    void mnuFileItem_Click(int Index);
+    void mnuFileItem_Click(std::size_t Index);
     void mnuRecent_Click(QAction* item);
     void mnuRecent_Show();
-    void mnuViewItem_Click(int Index);
-    void mnuToolItem_Click(int Index);
-    void mnuUpdateItem_Click(int Index);
+    void mnuViewItem_Click(std::size_t Index);
+    void mnuToolItem_Click(std::size_t Index);
+    void mnuUpdateItem_Click(std::size_t Index);
     void mnuHelp_Click();
     void mnuBack_Click();
     void TabStrip_Click(int tab);
@@ -106,7 +106,7 @@ private:
     void AllowMenus();
     void NoticeDamage();
     /// Prints or exports what the entry of the file menu says.
-    void PutOut(int fileItem);
+    void PutOut(std::size_t fileItem);
     /// False, and it is said, while a load or an export runs.
     bool Refuse(std::string_view message);
 

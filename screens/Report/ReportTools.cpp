@@ -9,7 +9,7 @@ namespace {
 constexpr auto helpFile = "ViewHlp.txt";
 }
 
-void ReportTools::Run(int toolItem, const ReportLists& lists) {
+void ReportTools::Run(std::size_t toolItem, const ReportLists& lists) {
     switch (toolItem) {
     case ReportMenus::calculator:
         return platform::Current().desktop.ShowCalculator();

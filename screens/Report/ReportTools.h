@@ -6,7 +6,7 @@ class ReportLists;
 namespace ReportTools {
 
 /// The entries of the tools menu but for the search.
-void Run(int toolItem, const ReportLists& lists);
+void Run(std::size_t toolItem, const ReportLists& lists);
 void ShowHelp();
 
 } // namespace ReportTools

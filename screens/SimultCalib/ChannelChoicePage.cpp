@@ -26,7 +26,8 @@ ChannelChoicePage::ChannelChoicePage(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::ChannelChoicePage>()) {
     ui_->setupUi(this);
     chkSimult = ControlArray<QCheckBox>(*this, "chkSimult");
-    chkSimult.Connect(*this, &QCheckBox::toggled, [this](int Index) { Q_EMIT Toggled(Index); });
+    chkSimult.Connect(*this, &QCheckBox::toggled,
+                      [this](std::size_t Index) { Q_EMIT Toggled(Index); });
     ShowInstructions();
 }
 
@@ -44,27 +45,26 @@ void ChannelChoicePage::ShowChannels() {
     for (const auto& [channel, box] : chkSimult) {
         const std::string& electrode = SetupOf(channel).Electrode;
         box->setText(Text::ToQt("Channel " + std::to_string(channel + 1) + ": " + electrode));
-        box->setVisible(channel < mWinInit::HardwareSettings.ChannelCount);
+        box->setVisible(channel < mWinInit::ChannelsInUse());
         box->setEnabled(CanBeCalibrated(electrode));
     }
 }
 
-std::vector<int> ChannelChoicePage::Ticked() const {
-    std::vector<int> ticked;
+std::vector<std::size_t> ChannelChoicePage::Ticked() const {
+    std::vector<std::size_t> ticked;
     for (const auto& [channel, box] : chkSimult)
-        if (channel < mWinInit::HardwareSettings.ChannelCount && box->isEnabled() &&
-            box->isChecked())
+        if (channel < mWinInit::ChannelsInUse() && box->isEnabled() && box->isChecked())
             ticked.push_back(channel);
     return ticked;
 }
 
-bool ChannelChoicePage::DiffersFromOthers(int channel) const {
+bool ChannelChoicePage::DiffersFromOthers(std::size_t channel) const {
     const std::string& electrode = SetupOf(channel).Electrode;
-    return std::ranges::any_of(Ticked(),
-                               [&](int other) { return SetupOf(other).Electrode != electrode; });
+    return std::ranges::any_of(
+        Ticked(), [&](std::size_t other) { return SetupOf(other).Electrode != electrode; });
 }
 
-void ChannelChoicePage::Untick(int channel) {
+void ChannelChoicePage::Untick(std::size_t channel) {
     const QSignalBlocker quiet(chkSimult(channel));
     chkSimult(channel).setChecked(false);
 }

@@ -24,19 +24,19 @@ public:
     void ShowChannels();
 
     /// The channels (0-based) that are offered and ticked, in ascending order.
-    std::vector<int> Ticked() const;
+    std::vector<std::size_t> Ticked() const;
 
-    bool IsTicked(int channel) const { return chkSimult(channel).isChecked(); }
+    bool IsTicked(std::size_t channel) const { return chkSimult(channel).isChecked(); }
 
     /// Another ticked channel has an electrode of another type.
-    bool DiffersFromOthers(int channel) const;
+    bool DiffersFromOthers(std::size_t channel) const;
 
     /// Takes a tick back without telling the handler.
-    void Untick(int channel);
+    void Untick(std::size_t channel);
 
 Q_SIGNALS:
     /// A box has been ticked or unticked: by mouse, keys or an assistive tool.
-    void Toggled(int channel);
+    void Toggled(std::size_t channel);
 
 private:
     void ShowInstructions();

@@ -109,7 +109,7 @@ void SimultCalib::ShowState() {
 
 // ---- Handlers --------------------------------------------------------------------------------
 
-void SimultCalib::chkSimult_Click(int Index) {
+void SimultCalib::chkSimult_Click(std::size_t Index) {
     if (step_ != Step::channels) // by a tool: the choice is made anew
         GoBackToChannels();
     if (!ui_->fraChoice->IsTicked(Index))
@@ -139,7 +139,7 @@ void SimultCalib::tmrElapsed_Timer() {
     ui_->fraPoints->ShowElapsed(reading_);
 }
 
-void SimultCalib::cmdSys_Click(int Index) {
+void SimultCalib::cmdSys_Click(std::size_t Index) {
     switch (Index) {
     case nextButton:
         NextOrBack();
@@ -189,7 +189,7 @@ void SimultCalib::GoBackToChannels() {
 }
 
 void SimultCalib::ChooseChannels() {
-    const std::vector<int> chosen = ui_->fraChoice->Ticked();
+    const std::vector<std::size_t> chosen = ui_->fraChoice->Ticked();
     if (chosen.size() < fewestChannels) {
         Mcommon::Inform(tooFewChannels);
         return;
@@ -202,7 +202,7 @@ void SimultCalib::ChooseChannels() {
     Standards().Focus(session_.CurrentPoint());
 }
 
-void SimultCalib::StartSession(const std::string& electrode, int firstChannel) {
+void SimultCalib::StartSession(const std::string& electrode, std::size_t firstChannel) {
     electrode_ = electrode;
     const bool isPH = Electrode::KindOf(electrode) == Electrode::Kind::pH;
     session_.Start(isPH, isPH ? StandardUnit::ppm
@@ -245,7 +245,7 @@ void SimultCalib::ShowSummary() {
     if (!entry_->TakeAll())
         return;
     std::vector<CalibrationSession::Outcome> outcomes;
-    for (const int channel : session_.Channels())
+    for (const std::size_t channel : session_.Channels())
         outcomes.push_back(session_.OutcomeOf(channel, StoredOf(channel)));
     ui_->fraSummary->ShowOutcomes(electrode_, session_.Channels(), std::move(outcomes));
     ShowStep(Step::summary);
@@ -283,7 +283,7 @@ bool SimultCalib::Form_QueryUnload() {
     const std::string now = Now();
     const auto& outcomes = ui_->fraSummary->Outcomes();
     for (std::size_t i = 0; i < outcomes.size(); ++i) {
-        const int channel = session_.Channels()[i];
+        const std::size_t channel = session_.Channels()[i];
         StoreCalibration(channel, outcomes[i].record, now, reading_.LastTemperature(channel));
         Q_EMIT CalibrationStored(channel);
     }

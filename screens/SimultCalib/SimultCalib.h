@@ -36,7 +36,7 @@ public:
 
 Q_SIGNALS:
     /// The calibration of a channel (0-based) has been stored.
-    void CalibrationStored(int channel);
+    void CalibrationStored(std::size_t channel);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -46,10 +46,10 @@ private:
 
     void WireControls();
     void Form_Load();
-    void chkSimult_Click(int Index);
+    void chkSimult_Click(std::size_t Index);
     void cboUnits_Click();
     void tabChannel_Click();
-    void cmdSys_Click(int Index);
+    void cmdSys_Click(std::size_t Index);
     void tmrElapsed_Timer();
 
     /// Asks where something would be lost and stores what is finished; false keeps the form open.
@@ -57,7 +57,7 @@ private:
 
     void NextOrBack();
     void ChooseChannels();
-    void StartSession(const std::string& electrode, int firstChannel);
+    void StartSession(const std::string& electrode, std::size_t firstChannel);
     void MainButton();
     void RecordPoint();
     void StopButton();

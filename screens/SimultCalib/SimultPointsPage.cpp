@@ -23,7 +23,7 @@ enum GridColumn { captionColumn, unitColumn, entryColumn, firstReadingColumn };
 enum GridRow {
     headingRow,
     firstPointRow,
-    markRow = firstPointRow + CalibrationSession::maxPoints,
+    markRow = firstPointRow + maxCalibrationPoints,
     temperatureRow
 };
 
@@ -42,7 +42,7 @@ void SetBold(QLabel& label, bool bold) {
     label.setFont(font);
 }
 
-QLabel* ReadingLabel(int channel, int point) {
+QLabel* ReadingLabel(std::size_t channel, std::size_t point) {
     auto* label = RightAligned<QLabel>(QString("lblSig_%1").arg(point * maxChannels + channel));
     label->setAccessibleName(
         QString("Reading of channel %1 at point %2 in mV").arg(channel + 1).arg(point + 1));
@@ -51,11 +51,11 @@ QLabel* ReadingLabel(int channel, int point) {
     return label;
 }
 
-bool TakesPart(const CalibrationSession& session, int channel) {
+bool TakesPart(const CalibrationSession& session, std::size_t channel) {
     return std::ranges::count(session.Channels(), channel) > 0;
 }
 
-QString ReadingText(const CalibrationSession& session, int channel, int point) {
+QString ReadingText(const CalibrationSession& session, std::size_t channel, std::size_t point) {
     const auto reading = session.Shown(channel, point);
     return reading ? Text::ToQt(Mcommon::FormatReading(*reading)) : QString();
 }
@@ -66,39 +66,40 @@ SimultPointsPage::SimultPointsPage(QWidget* parent)
     : QScrollArea(parent), ui_(std::make_unique<Ui::SimultPointsPage>()) {
     ui_->setupUi(this);
     txtDat = new StandardFields(*ui_->fraPointsContents, "txtDat", entryWidth_px);
-    for (int point = 0; point < CalibrationSession::maxPoints; ++point)
-        rows_.at(static_cast<std::size_t>(point)) = BuildRow(point);
-    for (int channel = 0; channel < maxChannels; ++channel)
-        columns_.at(static_cast<std::size_t>(channel)) = BuildColumn(channel);
+    for (std::size_t point = 0; point < CalibrationSession::maxPoints; ++point)
+        rows_.at(point) = BuildRow(point);
+    for (std::size_t channel = 0; channel < maxChannels; ++channel)
+        columns_.at(channel) = BuildColumn(channel);
     ui_->layPoints->setColumnStretch(firstReadingColumn + maxChannels, 1);
     room_.Take(*this, *ui_->pltTrend);
 }
 
 SimultPointsPage::~SimultPointsPage() = default;
 
-SimultPointsPage::Row SimultPointsPage::BuildRow(int point) {
+SimultPointsPage::Row SimultPointsPage::BuildRow(std::size_t point) {
     const Row row{new QLabel(QString("Point &%1").arg(point + 1)),
                   RightAligned<QLabel>(QString("lblDat_%1").arg(point))};
     row.lblPoint->setObjectName(QString("lblPoint_%1").arg(point));
     row.lblPoint->setBuddy(&(*txtDat)(point));
+    const int place = firstPointRow + static_cast<int>(point);
     QGridLayout& grid = *ui_->layPoints;
-    grid.addWidget(row.lblPoint, firstPointRow + point, captionColumn);
-    grid.addWidget(row.lblDat, firstPointRow + point, unitColumn);
-    grid.addWidget(&(*txtDat)(point), firstPointRow + point, entryColumn);
+    grid.addWidget(row.lblPoint, place, captionColumn);
+    grid.addWidget(row.lblDat, place, unitColumn);
+    grid.addWidget(&(*txtDat)(point), place, entryColumn);
     return row;
 }
 
-SimultPointsPage::Column SimultPointsPage::BuildColumn(int channel) {
+SimultPointsPage::Column SimultPointsPage::BuildColumn(std::size_t channel) {
     Column column;
-    const int place = firstReadingColumn + channel;
+    const int place = firstReadingColumn + static_cast<int>(channel);
     column.lblHead = RightAligned<QLabel>(QString("lblHead_%1").arg(channel),
                                           QString("Channel %1\nmV").arg(channel + 1));
     SetBold(*column.lblHead, true);
     ui_->layPoints->addWidget(column.lblHead, headingRow, place);
     int row = firstPointRow;
-    for (QLabel*& signal : column.lblSig) {
-        signal = ReadingLabel(channel, row - firstPointRow);
-        ui_->layPoints->addWidget(signal, row++, place);
+    for (std::size_t point = 0; point < column.lblSig.size(); ++point) {
+        column.lblSig[point] = ReadingLabel(channel, point);
+        ui_->layPoints->addWidget(column.lblSig[point], row++, place);
     }
     column.lblMark = RightAligned<MarkLabel>(QString("lblMark_%1").arg(channel));
     column.lblMark->setAccessibleName(QString("State of channel %1").arg(channel + 1));
@@ -122,9 +123,9 @@ void SimultPointsPage::ShowSession(const CalibrationSession& session, const Poin
     ui_->fraChoices->ShowChoices(session);
     ui_->lblInfo_1->setText(Text::ToQt(CalibrationTexts::ColumnHeading(session.IsPH())));
     txtDat->ShowState(session);
-    for (int point = 0; point < CalibrationSession::maxPoints; ++point)
+    for (std::size_t point = 0; point < CalibrationSession::maxPoints; ++point)
         ShowRow(point, session);
-    for (int channel = 0; channel < maxChannels; ++channel)
+    for (std::size_t channel = 0; channel < maxChannels; ++channel)
         ShowColumn(channel, session, reading);
     ShowElapsed(reading);
     ShowReading(session, reading);
@@ -132,8 +133,8 @@ void SimultPointsPage::ShowSession(const CalibrationSession& session, const Poin
 
 void SimultPointsPage::ShowReading(const CalibrationSession& session, const PointReading& reading) {
     bool anySensor = false;
-    for (int channel = 0; channel < maxChannels; ++channel) {
-        QLabel& label = *columns_.at(static_cast<std::size_t>(channel)).lblTemp;
+    for (std::size_t channel = 0; channel < maxChannels; ++channel) {
+        QLabel& label = *columns_.at(channel).lblTemp;
         label.setVisible(TakesPart(session, channel));
         ShowValue(label, Text::ToQt(reading.TemperatureText(channel)));
         anySensor = anySensor || !label.text().isEmpty();
@@ -148,19 +149,19 @@ void SimultPointsPage::resizeEvent(QResizeEvent* event) {
     room_.Share();
 }
 
-void SimultPointsPage::ShowRow(int point, const CalibrationSession& session) {
-    const Row& row = rows_.at(static_cast<std::size_t>(point));
+void SimultPointsPage::ShowRow(std::size_t point, const CalibrationSession& session) {
+    const Row& row = rows_.at(point);
     row.lblPoint->setVisible(point < session.PointCount());
     row.lblDat->setVisible(point < session.PointCount());
     row.lblDat->setText(Text::ToQt(CalibrationTexts::PointLabel(session.IsPH(), session.Unit())));
 }
 
-void SimultPointsPage::ShowColumn(int channel, const CalibrationSession& session,
+void SimultPointsPage::ShowColumn(std::size_t channel, const CalibrationSession& session,
                                   const PointReading& reading) {
-    const Column& column = columns_.at(static_cast<std::size_t>(channel));
+    const Column& column = columns_.at(channel);
     const bool takesPart = TakesPart(session, channel);
     column.lblHead->setVisible(takesPart);
-    int point = 0;
+    std::size_t point = 0;
     for (QLabel* signal : column.lblSig) {
         signal->setVisible(takesPart && point < session.PointCount());
         ShowValue(*signal, ReadingText(session, channel, point));

@@ -52,11 +52,12 @@ private:
         QLabel* lblTemp = nullptr;
     };
 
-    Row BuildRow(int point);
-    Column BuildColumn(int channel);
+    Row BuildRow(std::size_t point);
+    Column BuildColumn(std::size_t channel);
     void ShowReading(const CalibrationSession& session, const PointReading& reading);
-    void ShowRow(int point, const CalibrationSession& session);
-    void ShowColumn(int channel, const CalibrationSession& session, const PointReading& reading);
+    void ShowRow(std::size_t point, const CalibrationSession& session);
+    void ShowColumn(std::size_t channel, const CalibrationSession& session,
+                    const PointReading& reading);
 
     std::unique_ptr<Ui::SimultPointsPage> ui_;
     StandardFields* txtDat = nullptr;

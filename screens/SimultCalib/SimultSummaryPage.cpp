@@ -16,7 +16,8 @@ SimultSummaryPage::SimultSummaryPage(QWidget* parent)
 
 SimultSummaryPage::~SimultSummaryPage() = default;
 
-void SimultSummaryPage::ShowOutcomes(const std::string& electrode, const std::vector<int>& channels,
+void SimultSummaryPage::ShowOutcomes(const std::string& electrode,
+                                     const std::vector<std::size_t>& channels,
                                      std::vector<CalibrationSession::Outcome> outcomes) {
     electrode_ = electrode;
     channels_ = channels;
@@ -26,7 +27,7 @@ void SimultSummaryPage::ShowOutcomes(const std::string& electrode, const std::ve
     const QSignalBlocker quiet(tabs);
     while (tabs.count() > 0)
         tabs.removeTab(0);
-    for (const int channel : channels)
+    for (const std::size_t channel : channels)
         tabs.addTab(QString("Channel %1").arg(channel + 1));
     tabs.setCurrentIndex(0);
     tabs.updateGeometry(); // filled while hidden, it has claimed no room yet

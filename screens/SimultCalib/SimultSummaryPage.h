@@ -21,7 +21,7 @@ public:
     ~SimultSummaryPage() override;
 
     /// Shows the outcomes of these channels (0-based), from the first on.
-    void ShowOutcomes(const std::string& electrode, const std::vector<int>& channels,
+    void ShowOutcomes(const std::string& electrode, const std::vector<std::size_t>& channels,
                       std::vector<CalibrationSession::Outcome> outcomes);
 
     /// In the order of the channels.
@@ -49,7 +49,7 @@ Q_SIGNALS:
 private:
     std::unique_ptr<Ui::SimultSummaryPage> ui_;
     std::string electrode_;
-    std::vector<int> channels_;
+    std::vector<std::size_t> channels_;
     std::vector<CalibrationSession::Outcome> outcomes_;
     std::vector<bool> shown_; ///< which of them
 };

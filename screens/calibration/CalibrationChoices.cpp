@@ -16,8 +16,9 @@ void Select(QComboBox& list, int value) {
 CalibrationChoices::CalibrationChoices(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::CalibrationChoices>()) {
     ui_->setupUi(this);
-    for (int count = CalibrationSession::minPoints; count <= CalibrationSession::maxPoints; ++count)
-        ui_->cboCalibPtrs->addItem(QString::number(count), count);
+    for (std::size_t count = CalibrationSession::minPoints; count <= CalibrationSession::maxPoints;
+         ++count)
+        ui_->cboCalibPtrs->addItem(QString::number(count), static_cast<int>(count));
     ui_->cboUnits->addItem("Concentration (ppm)", static_cast<int>(StandardUnit::ppm));
     ui_->cboUnits->addItem("Concentration (mol/l)", static_cast<int>(StandardUnit::mol_per_litre));
     connect(ui_->cboCalibPtrs, &QComboBox::currentIndexChanged, this,
@@ -27,8 +28,8 @@ CalibrationChoices::CalibrationChoices(QWidget* parent)
 
 CalibrationChoices::~CalibrationChoices() = default;
 
-int CalibrationChoices::PointCount() const {
-    return ui_->cboCalibPtrs->currentData().toInt();
+std::size_t CalibrationChoices::PointCount() const {
+    return ui_->cboCalibPtrs->currentData().toUInt();
 }
 
 StandardUnit CalibrationChoices::Unit() const {
@@ -36,7 +37,7 @@ StandardUnit CalibrationChoices::Unit() const {
 }
 
 void CalibrationChoices::ShowChoices(const CalibrationSession& session) {
-    Select(*ui_->cboCalibPtrs, session.PointCount());
+    Select(*ui_->cboCalibPtrs, static_cast<int>(session.PointCount()));
     Select(*ui_->cboUnits, static_cast<int>(session.Unit()));
     ui_->cboCalibPtrs->setEnabled(!session.IsReading());
     ui_->cboUnits->setEnabled(!session.IsReading());

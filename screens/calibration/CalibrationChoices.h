@@ -18,7 +18,7 @@ public:
     explicit CalibrationChoices(QWidget* parent = nullptr);
     ~CalibrationChoices() override;
 
-    int PointCount() const;
+    std::size_t PointCount() const;
     StandardUnit Unit() const;
 
     /// Shows the session's choices without telling the handlers. They wait while a point is read;

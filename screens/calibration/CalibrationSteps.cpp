@@ -43,13 +43,12 @@ bool AskAveragingForCalibration() {
     return true;
 }
 
-void StoreCalibration(int channel, CalibrationRecord record, const std::string& date,
+void StoreCalibration(std::size_t channel, CalibrationRecord record, const std::string& date,
                       const std::string& temperature_celsius) {
     record.CalibrationDate = date;
     StoredOf(channel) = record;
     History::NoteCalibration(channel, temperature_celsius);
-    const auto losses = mWinInit::SaveCalibrationInfo(SetupOf(channel).Electrode,
-                                                      static_cast<std::size_t>(channel));
+    const auto losses = mWinInit::SaveCalibrationInfo(SetupOf(channel).Electrode, channel);
     for (const std::string& loss : losses)
         Mcommon::Warn(loss);
 }

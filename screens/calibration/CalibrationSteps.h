@@ -19,5 +19,5 @@ bool AskAveragingForCalibration();
 /// Stores a finished calibration of a channel (0-based) in the working records, the history and the
 /// settings file; says what will not come back from there. The temperature is that of its last
 /// reading, as displayed.
-void StoreCalibration(int channel, CalibrationRecord record, const std::string& date,
+void StoreCalibration(std::size_t channel, CalibrationRecord record, const std::string& date,
                       const std::string& temperature_celsius);

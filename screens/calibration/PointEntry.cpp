@@ -25,7 +25,7 @@ void PointEntry::Wire(EventGuard& guard) {
     wire(&reading_.tmrRead, &QTimer::timeout, "tmrRead_Timer", &PointEntry::Tick);
 }
 
-void PointEntry::Enter(int point) {
+void PointEntry::Enter(std::size_t point) {
     session_.SetCurrentPoint(point);
     screen_.show();
 }
@@ -35,7 +35,7 @@ void PointEntry::Leave() {
         screen_.fields.ShowPrompts(session_);
 }
 
-void PointEntry::Change(int point) {
+void PointEntry::Change(std::size_t point) {
     session_.Touch();
     session_.SetCurrentPoint(point); // a tool sets a text without bringing the cursor there
     if (screen_.prompts && !screen_.fields(point).hasFocus())
@@ -70,7 +70,7 @@ void PointEntry::Act(const Step& record, const Step& showSummary) {
 }
 
 void PointEntry::Read() {
-    const int point = session_.CurrentPoint();
+    const std::size_t point = session_.CurrentPoint();
     if (!screen_.fields.Take(session_, point)) {
         Refuse(point);
         return;
@@ -98,7 +98,7 @@ bool PointEntry::TakeAll() {
     return !refused;
 }
 
-void PointEntry::Refuse(int point) {
+void PointEntry::Refuse(std::size_t point) {
     const auto held = reading_.HoldForBox();
     Mcommon::Warn(screen_.refusal);
     screen_.fields.Focus(point);

@@ -49,13 +49,13 @@ public:
     bool TakeAll();
 
 private:
-    void Enter(int point);
+    void Enter(std::size_t point);
     void Leave();
-    void Change(int point);
+    void Change(std::size_t point);
     void ChoosePointCount();
     void Tick();
     void Read();
-    void Refuse(int point);
+    void Refuse(std::size_t point);
 
     CalibrationSession& session_;
     PointReading& reading_;

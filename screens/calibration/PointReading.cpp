@@ -17,11 +17,8 @@ constexpr auto elapsedInterval = std::chrono::milliseconds(250);
 constexpr auto noTemperature = "Error";
 
 /// The position of a channel's temperature sensor in a cycle; nothing where it has none.
-std::optional<std::size_t> SensorPosition(int channel) {
-    const int sensor = SetupOf(channel).TempSensor;
-    if (sensor < 1 || sensor > tempSensorCount)
-        return std::nullopt;
-    return static_cast<std::size_t>(maxChannels + sensor - 1);
+std::optional<std::size_t> SensorOf(std::size_t channel) {
+    return SensorPosition(SetupOf(channel).TempSensor);
 }
 
 std::chrono::milliseconds Now() {
@@ -101,32 +98,30 @@ void PointReading::TakeAverages(std::span<const float, cyclePositions> averages)
     trace_.push_back(sample);
     while (trace_.front().sinceRead + longestTrace < sample.sinceRead)
         trace_.pop_front();
-    for (const int channel : session_.Channels()) {
-        const auto position = static_cast<std::size_t>(channel);
-        session_.SetLive(channel, averages[position]);
-        marks_.at(position).Add(averages[position], now);
+    for (const std::size_t channel : session_.Channels()) {
+        session_.SetLive(channel, averages[channel]);
+        marks_.at(channel).Add(averages[channel], now);
     }
     TakeTemperatures(averages);
 }
 
 void PointReading::TakeTemperatures(std::span<const float, cyclePositions> averages) {
     std::array<std::int16_t, cyclePositions> selected{};
-    for (const int channel : session_.Channels())
-        if (const auto position = SensorPosition(channel))
+    for (const std::size_t channel : session_.Channels())
+        if (const auto position = SensorOf(channel))
             selected.at(*position) = -1;
     std::array<float, cyclePositions> values{};
     const auto failures =
         Measure::ConvertReadings(mWinInit::ConversionTables(), selected, averages, values);
-    for (const int channel : session_.Channels())
-        if (const auto position = SensorPosition(channel))
-            temperature_celsius_.at(static_cast<std::size_t>(channel)) =
-                failures.at(*position) ? noTemperature
-                                       : Mcommon::FormatReading(values.at(*position));
+    for (const std::size_t channel : session_.Channels())
+        if (const auto position = SensorOf(channel))
+            temperature_celsius_.at(channel) = failures.at(*position)
+                                                   ? noTemperature
+                                                   : Mcommon::FormatReading(values.at(*position));
 }
 
-std::string PointReading::TemperatureText(int channel) const {
-    return session_.IsReading() ? temperature_celsius_.at(static_cast<std::size_t>(channel))
-                                : std::string();
+std::string PointReading::TemperatureText(std::size_t channel) const {
+    return session_.IsReading() ? temperature_celsius_.at(channel) : std::string();
 }
 
 std::string PointReading::ElapsedText() const {
@@ -134,10 +129,8 @@ std::string PointReading::ElapsedText() const {
                                : std::string();
 }
 
-const StabilityMark* PointReading::MarkOf(int channel) const {
-    return session_.IsReading() && session_.HasLive()
-               ? &marks_.at(static_cast<std::size_t>(channel))
-               : nullptr;
+const StabilityMark* PointReading::MarkOf(std::size_t channel) const {
+    return session_.IsReading() && session_.HasLive() ? &marks_.at(channel) : nullptr;
 }
 
 bool PointReading::MayClose() {

@@ -60,7 +60,7 @@ public:
     std::string ElapsedText() const;
 
     /// How a channel's reading settles; nothing before its first value of this reading.
-    const StabilityMark* MarkOf(int channel) const;
+    const StabilityMark* MarkOf(std::size_t channel) const;
 
     /// The averages of this reading, or of the last one, over its last ten minutes.
     const Trace& Readings() const { return trace_; }
@@ -70,11 +70,11 @@ public:
 
     /// The temperature beside a channel's electrode in degrees Celsius; "Error" where the sensor's
     /// table gives none, empty without a sensor and while nothing is read.
-    std::string TemperatureText(int channel) const;
+    std::string TemperatureText(std::size_t channel) const;
 
     /// The last one of this reading or of the one before; empty where none was read.
-    const std::string& LastTemperature(int channel) const {
-        return temperature_celsius_.at(static_cast<std::size_t>(channel));
+    const std::string& LastTemperature(std::size_t channel) const {
+        return temperature_celsius_.at(channel);
     }
 
     /// Keeps the ticks from acting while a box of the form waits for its answer: boxes do not pile

@@ -48,17 +48,17 @@ ReadingTrend::ReadingTrend(QWidget* parent) : QCustomPlot(parent) {
     TakeColours();
 }
 
-void ReadingTrend::ShowTrace(const PointReading::Trace& trace, const std::vector<int>& channels) {
+void ReadingTrend::ShowTrace(const PointReading::Trace& trace,
+                             const std::vector<std::size_t>& channels) {
     for (QCPGraph* line : lines_) {
         line->data()->clear();
         line->removeFromLegend();
     }
     legend->setVisible(channels.size() > 1);
-    for (const int channel : channels) {
-        const auto column = static_cast<std::size_t>(channel);
-        lines_.at(column)->addToLegend();
+    for (const std::size_t channel : channels) {
+        lines_.at(channel)->addToLegend();
         for (const PointReading::Sample& sample : trace)
-            lines_.at(column)->addData(Seconds(sample.sinceRead), sample.potential_mV.at(column));
+            lines_.at(channel)->addData(Seconds(sample.sinceRead), sample.potential_mV.at(channel));
     }
     FitAxes(trace);
     Describe(trace, channels);
@@ -84,13 +84,13 @@ void ReadingTrend::FitAxes(const PointReading::Trace& trace) {
         yAxis->setRange(WithMargin(range));
 }
 
-void ReadingTrend::Describe(const PointReading::Trace& trace, const std::vector<int>& channels) {
+void ReadingTrend::Describe(const PointReading::Trace& trace,
+                            const std::vector<std::size_t>& channels) {
     QStringList texts;
-    for (const int channel : channels)
+    for (const std::size_t channel : channels)
         if (!trace.empty()) {
-            const auto column = static_cast<std::size_t>(channel);
-            const auto mV = [column](const PointReading::Sample& sample) {
-                return Text::ToQt(Mcommon::FormatReading(sample.potential_mV.at(column)));
+            const auto mV = [channel](const PointReading::Sample& sample) {
+                return Text::ToQt(Mcommon::FormatReading(sample.potential_mV.at(channel)));
             };
             texts += QString("channel %1 from %2 to %3 mV")
                          .arg(channel + 1)
@@ -110,9 +110,9 @@ void ReadingTrend::TakeColours() {
     legend->setBorderPen(Qt::NoPen);
     legend->setTextColor(palette().color(QPalette::Text));
     legend->setFont(font());
-    int channel = 0;
+    int series = 0;
     for (QCPGraph* line : lines_)
-        line->setPen(QPen(SeriesStyle::Colour(channel++, palette()), lineWidth));
+        line->setPen(QPen(SeriesStyle::Colour(series++, palette()), lineWidth));
 }
 
 void ReadingTrend::changeEvent(QEvent* event) {

@@ -19,7 +19,7 @@ public:
     explicit ReadingTrend(QWidget* parent = nullptr);
 
     /// Shows the readings of these channels (0-based).
-    void ShowTrace(const PointReading::Trace& trace, const std::vector<int>& channels);
+    void ShowTrace(const PointReading::Trace& trace, const std::vector<std::size_t>& channels);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -27,7 +27,7 @@ protected:
 private:
     void FitAxes(const PointReading::Trace& trace);
     void TakeColours();
-    void Describe(const PointReading::Trace& trace, const std::vector<int>& channels);
+    void Describe(const PointReading::Trace& trace, const std::vector<std::size_t>& channels);
 
     std::array<QCPGraph*, maxChannels> lines_{};
 };

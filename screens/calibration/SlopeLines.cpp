@@ -8,9 +8,8 @@
 
 std::vector<SlopeLine> SlopeLines(const CalibrationRecord& record, std::string_view electrode) {
     std::vector<SlopeLine> lines;
-    const int segments = std::clamp<int>(record.PointCount - 1, 0, maxCalibrationPoints - 1);
-    for (int s = 0; s < segments; ++s) {
-        const float slope = record.Slope[static_cast<std::size_t>(s)];
+    for (std::size_t s = 0; s + 1 < record.Points(); ++s) {
+        const float slope = record.Slope[s];
         SlopeLine line{.points = std::to_string(s + 1) + " - " + std::to_string(s + 2),
                        .slope = Mcommon::FormatReading(slope),
                        .percent = {}};

@@ -13,7 +13,7 @@
 
 StandardFields::StandardFields(QWidget& page, const QString& name, int minimumWidth_px)
     : QObject(&page) {
-    for (int point = 0; point < CalibrationSession::maxPoints; ++point) {
+    for (std::size_t point = 0; point < CalibrationSession::maxPoints; ++point) {
         auto* box = new StandardBox(&page);
         box->setObjectName(QString("%1_%2").arg(name).arg(point));
         box->setAccessibleName(QString("Standard of point %1").arg(point + 1));
@@ -21,31 +21,31 @@ StandardFields::StandardFields(QWidget& page, const QString& name, int minimumWi
         connect(box, &StandardBox::Entered, this, [this, point] { Q_EMIT Entered(point); });
         connect(box, &StandardBox::Left, this, &StandardFields::Left);
         connect(box, &StandardBox::textChanged, this, [this, point] { Q_EMIT Changed(point); });
-        boxes_.at(static_cast<std::size_t>(point)) = box;
+        boxes_.at(point) = box;
     }
 }
 
-void StandardFields::Focus(int point) {
+void StandardFields::Focus(std::size_t point) {
     (*this)(point).setFocus(Qt::OtherFocusReason);
     (*this)(point).selectAll();
 }
 
-bool StandardFields::Take(CalibrationSession& session, int point) const {
+bool StandardFields::Take(CalibrationSession& session, std::size_t point) const {
     const auto standard = (*this)(point).Standard();
     if (standard)
         session.SetStandard(point, *standard);
     return standard.has_value();
 }
 
-std::optional<int> StandardFields::TakeAll(CalibrationSession& session) const {
-    for (int point = 0; point < session.PointCount(); ++point)
+std::optional<std::size_t> StandardFields::TakeAll(CalibrationSession& session) const {
+    for (std::size_t point = 0; point < session.PointCount(); ++point)
         if (!Take(session, point))
             return point;
     return std::nullopt;
 }
 
 void StandardFields::ShowStandards(const CalibrationSession& session) {
-    for (int point = 0; point < CalibrationSession::maxPoints; ++point) {
+    for (std::size_t point = 0; point < CalibrationSession::maxPoints; ++point) {
         const auto standard = session.Standard(point);
         (*this)(point).ShowText(standard ? Text::ToQt(NumberText::Plain(*standard)) : QString());
     }
@@ -59,7 +59,7 @@ void StandardFields::ShowPrompts(const CalibrationSession& session) {
 }
 
 void StandardFields::ShowState(const CalibrationSession& session) {
-    for (int point = 0; point < CalibrationSession::maxPoints; ++point) {
+    for (std::size_t point = 0; point < CalibrationSession::maxPoints; ++point) {
         (*this)(point).setVisible(point < session.PointCount());
         (*this)(point).ShowState(session.IsReading(), session.IsBeingRead(point));
     }
@@ -91,6 +91,6 @@ void StandardFields::ChangeUnit(CalibrationSession& session, CalibrationChoices&
             StandardEntry::Converted(Text::FromQt(box->text()), unit, molarMass_g_per_mol)));
     unchanged.dismiss();
     session.SetUnit(unit);
-    for (int point = 0; point < CalibrationSession::maxPoints; ++point)
-        (*this)(point).ShowText(texts[static_cast<std::size_t>(point)]);
+    for (std::size_t point = 0; point < CalibrationSession::maxPoints; ++point)
+        (*this)(point).ShowText(texts[point]);
 }

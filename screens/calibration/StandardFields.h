@@ -19,15 +19,15 @@ class StandardFields : public QObject {
 public:
     StandardFields(QWidget& page, const QString& name, int minimumWidth_px);
 
-    StandardBox& operator()(int point) const { return *boxes_.at(static_cast<std::size_t>(point)); }
+    StandardBox& operator()(std::size_t point) const { return *boxes_.at(point); }
 
-    void Focus(int point);
+    void Focus(std::size_t point);
 
     /// Takes the standard of a point from its field; false where it is no number.
-    bool Take(CalibrationSession& session, int point) const;
+    bool Take(CalibrationSession& session, std::size_t point) const;
 
     /// Takes the standards of all points; gives the first that is no number.
-    std::optional<int> TakeAll(CalibrationSession& session) const;
+    std::optional<std::size_t> TakeAll(CalibrationSession& session) const;
 
     /// Shows the session's standards, and nothing where it has none.
     void ShowStandards(const CalibrationSession& session);
@@ -46,13 +46,13 @@ public:
 
 Q_SIGNALS:
     /// The cursor has come into the field of a point.
-    void Entered(int point);
+    void Entered(std::size_t point);
 
     /// The cursor has left a field.
     void Left();
 
     /// The text of a field has been changed: typed, pasted or set by an assistive tool.
-    void Changed(int point);
+    void Changed(std::size_t point);
 
 private:
     bool CanConvert(float molarMass_g_per_mol) const;

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 #include <QWidget>
 
+#include <cstddef>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -18,11 +19,11 @@ public:
     ControlArray(const QWidget& form, const QString& name) : name_(name) {
         const QRegularExpression pattern("^" + name + "_(\\d+)$");
         for (Control* control : form.findChildren<Control*>(pattern))
-            controls_[control->objectName().mid(name.size() + 1).toInt()] = control;
+            controls_[control->objectName().mid(name.size() + 1).toULong()] = control;
     }
 
     /// The control with this index. Throws std::out_of_range naming it where the form has none.
-    Control& operator()(int index) const {
+    Control& operator()(std::size_t index) const {
         const auto found = controls_.find(index);
         if (found == controls_.end())
             throw std::out_of_range(name_.toStdString() + "_" + std::to_string(index));
@@ -31,8 +32,8 @@ public:
 
     std::size_t Count() const { return controls_.size(); }
 
-    std::vector<int> Indices() const {
-        std::vector<int> indices;
+    std::vector<std::size_t> Indices() const {
+        std::vector<std::size_t> indices;
         for (const auto& [index, control] : controls_)
             indices.push_back(index);
         return indices;
@@ -51,5 +52,5 @@ public:
 
 private:
     QString name_;
-    std::map<int, Control*> controls_;
+    std::map<std::size_t, Control*> controls_;
 };

@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -36,10 +37,11 @@ public:
     /// The handler takes the index within the control array.
     template <class Control, class Signal>
     void operator()(const ControlArray<Control>& controls, Signal signal, const char* name,
-                    void (Form::*handler)(int Index)) const {
-        controls.Connect(form_, signal,
-                         [&form = form_, &guard = guard_, location = name_ + " - " + name, handler](
-                             int Index) { guard(location, [&] { (form.*handler)(Index); }); });
+                    void (Form::*handler)(std::size_t Index)) const {
+        controls.Connect(
+            form_, signal,
+            [&form = form_, &guard = guard_, location = name_ + " - " + name,
+             handler](std::size_t Index) { guard(location, [&] { (form.*handler)(Index); }); });
     }
 
 private:

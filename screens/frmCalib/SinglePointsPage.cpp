@@ -20,7 +20,7 @@ constexpr auto firstReading = "0.0"; // stands until the first value has arrived
 /// Columns of the grid; its first row is that of the headings.
 enum Column { captionColumn, entryColumn, readingColumn, markColumn };
 
-QLabel* ReadingLabel(int point) {
+QLabel* ReadingLabel(std::size_t point) {
     auto* label = new QLabel;
     label->setObjectName(QString("lblReading_%1").arg(point));
     label->setAccessibleName(QString("Reading of point %1 in mV").arg(point + 1));
@@ -34,7 +34,7 @@ QLabel* ReadingLabel(int point) {
     return label;
 }
 
-QString ReadingText(const CalibrationSession& session, int point) {
+QString ReadingText(const CalibrationSession& session, std::size_t point) {
     if (const auto reading = session.Shown(session.Channels().front(), point))
         return Text::ToQt(Mcommon::FormatReading(*reading));
     return session.IsBeingRead(point) ? QString(firstReading) : QString();
@@ -46,14 +46,14 @@ SinglePointsPage::SinglePointsPage(QWidget* parent)
     : QScrollArea(parent), ui_(std::make_unique<Ui::SinglePointsPage>()) {
     ui_->setupUi(this);
     txtEntry = new StandardFields(*ui_->fraEntryContents, "txtEntry", entryWidth_px);
-    for (int point = 0; point < CalibrationSession::maxPoints; ++point)
-        rows_.at(static_cast<std::size_t>(point)) = BuildRow(point);
+    for (std::size_t point = 0; point < CalibrationSession::maxPoints; ++point)
+        rows_.at(point) = BuildRow(point);
     room_.Take(*this, *ui_->pltTrend);
 }
 
 SinglePointsPage::~SinglePointsPage() = default;
 
-SinglePointsPage::Row SinglePointsPage::BuildRow(int point) {
+SinglePointsPage::Row SinglePointsPage::BuildRow(std::size_t point) {
     const Row row{new QLabel(QString("Point &%1").arg(point + 1)), ReadingLabel(point),
                   new MarkLabel};
     row.lblPoint->setObjectName(QString("lblPoint_%1").arg(point));
@@ -62,11 +62,12 @@ SinglePointsPage::Row SinglePointsPage::BuildRow(int point) {
     row.lblMark->setAccessibleName(QString("State of point %1").arg(point + 1));
     row.lblMark->setMinimumWidth(markWidth_px);
     row.lblMark->setToolTip(CalibrationTexts::markTip);
+    const int place = static_cast<int>(point) + 1;
     QGridLayout& grid = *ui_->layPoints;
-    grid.addWidget(row.lblPoint, point + 1, captionColumn);
-    grid.addWidget(&(*txtEntry)(point), point + 1, entryColumn);
-    grid.addWidget(row.lblReading, point + 1, readingColumn);
-    grid.addWidget(row.lblMark, point + 1, markColumn);
+    grid.addWidget(row.lblPoint, place, captionColumn);
+    grid.addWidget(&(*txtEntry)(point), place, entryColumn);
+    grid.addWidget(row.lblReading, place, readingColumn);
+    grid.addWidget(row.lblMark, place, markColumn);
     return row;
 }
 
@@ -78,8 +79,8 @@ void SinglePointsPage::ShowSession(const CalibrationSession& session, const Poin
     ui_->fraChoices->ShowChoices(session);
     ui_->lblInfo_3->setText(Text::ToQt(CalibrationTexts::ColumnHeading(session.IsPH())));
     txtEntry->ShowState(session);
-    for (int point = 0; point < CalibrationSession::maxPoints; ++point) {
-        const Row& row = rows_.at(static_cast<std::size_t>(point));
+    for (std::size_t point = 0; point < CalibrationSession::maxPoints; ++point) {
+        const Row& row = rows_.at(point);
         const bool chosen = point < session.PointCount();
         for (QWidget* part : {row.lblPoint, row.lblReading, static_cast<QLabel*>(row.lblMark)})
             part->setVisible(chosen);
@@ -109,8 +110,8 @@ void SinglePointsPage::ShowElapsed(const PointReading& reading) {
     ui_->lblElapsed->setText(Text::ToQt(reading.ElapsedText()));
 }
 
-void SinglePointsPage::ShowMark(MarkLabel& label, int point, const CalibrationSession& session,
-                                const PointReading& reading) {
+void SinglePointsPage::ShowMark(MarkLabel& label, std::size_t point,
+                                const CalibrationSession& session, const PointReading& reading) {
     if (session.IsBeingRead(point)) {
         const StabilityMark* mark = reading.MarkOf(session.Channels().front());
         label.ShowMark(mark ? Text::ToQt(mark->Text()) : QString(), mark && mark->IsSteady());

@@ -43,9 +43,9 @@ private:
         MarkLabel* lblMark = nullptr;
     };
 
-    Row BuildRow(int point);
+    Row BuildRow(std::size_t point);
     void ShowReading(const CalibrationSession& session, const PointReading& reading);
-    static void ShowMark(MarkLabel& label, int point, const CalibrationSession& session,
+    static void ShowMark(MarkLabel& label, std::size_t point, const CalibrationSession& session,
                          const PointReading& reading);
 
     std::unique_ptr<Ui::SinglePointsPage> ui_;

@@ -33,7 +33,7 @@ std::string Now() {
 
 } // namespace
 
-frmCalib::frmCalib(int channel, QWidget* parent)
+frmCalib::frmCalib(std::size_t channel, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmCalib>()), ChannelToCalibrate(channel),
       before_(Record()) {
     ui_->setupUi(this);
@@ -128,7 +128,7 @@ void frmCalib::tmrElapsed_Timer() {
     ui_->fraEntry->ShowElapsed(reading_);
 }
 
-void frmCalib::cmdSys_Click(int Index) {
+void frmCalib::cmdSys_Click(std::size_t Index) {
     switch (Index) {
     case mainButton:
         MainButton();

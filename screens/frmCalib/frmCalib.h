@@ -30,7 +30,7 @@ public:
     enum SysButton { mainButton, secondButton, helpButton, finishButton, closeButton };
 
     /// Calibrates this channel (0-based).
-    explicit frmCalib(int channel, QWidget* parent = nullptr);
+    explicit frmCalib(std::size_t channel, QWidget* parent = nullptr);
     ~frmCalib() override;
 
     /// Escape and the window's close button ask as the close buttons do.
@@ -38,7 +38,7 @@ public:
 
 Q_SIGNALS:
     /// The calibration of a channel (0-based) has been stored.
-    void CalibrationStored(int channel);
+    void CalibrationStored(std::size_t channel);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -47,7 +47,7 @@ private:
     void WireControls();
     void Form_Load();
     void cboUnits_Click();
-    void cmdSys_Click(int Index);
+    void cmdSys_Click(std::size_t Index);
     void tmrElapsed_Timer();
 
     /// Asks where something would be lost and stores what is finished; false keeps the form open.
@@ -76,7 +76,7 @@ private:
 
     CalibrationSession session_;
     PointReading reading_{session_, *this};
-    const int ChannelToCalibrate;
+    const std::size_t ChannelToCalibrate;
     CalibrationRecord before_; ///< the channel's record when the form was opened
     CalibrationSession::Outcome outcome_;
     std::unique_ptr<PointEntry> entry_;

@@ -30,7 +30,7 @@ frmCommon::frmCommon(const Mreport::ViewedFile& file, Mreport::ShownGraph& shown
     chkChan = ControlArray<QCheckBox>(*this, "chkChan");
     lblChan = ControlArray<QLabel>(*this, "lblChan");
     cmdBtn = ControlArray<QPushButton>(*this, "cmdBtn");
-    optData(static_cast<int>(selection_.Unit())).setChecked(true);
+    optData(static_cast<std::size_t>(selection_.Unit())).setChecked(true);
     ShowBoxes();
 
     const Wiring wire(*this, guard_, "frmCommon");
@@ -42,7 +42,7 @@ frmCommon::frmCommon(const Mreport::ViewedFile& file, Mreport::ShownGraph& shown
 
 frmCommon::~frmCommon() = default;
 
-void frmCommon::optData_Click(int Index) {
+void frmCommon::optData_Click(std::size_t Index) {
     const auto unit = static_cast<Quantity>(Index);
     if (!optData(Index).isChecked() || unit == selection_.Unit())
         return;
@@ -50,13 +50,13 @@ void frmCommon::optData_Click(int Index) {
     ShowBoxes();
 }
 
-void frmCommon::chkChan_Click(int Index) {
+void frmCommon::chkChan_Click(std::size_t Index) {
     selection_.Check(Index, chkChan(Index).isChecked());
 }
 
 void frmCommon::ShowBoxes() {
     lblChan(heading).setText(Text::ToQt(selection_.Heading()));
-    for (const int index : chkChan.Indices()) {
+    for (const std::size_t index : chkChan.Indices()) {
         const Mreport::Selection::Box& box = selection_.BoxAt(index);
         const QString caption = Text::ToQt(selection_.Caption(index));
         chkChan(index).setVisible(box.visible);
@@ -69,7 +69,7 @@ void frmCommon::ShowBoxes() {
     }
 }
 
-void frmCommon::cmdBtn_Click(int Index) {
+void frmCommon::cmdBtn_Click(std::size_t Index) {
     if (Index == acceptButton)
         AcceptSelection();
     else

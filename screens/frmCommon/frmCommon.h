@@ -38,9 +38,9 @@ public:
     std::function<void()> Redraw = [] {};
 
 private:
-    void optData_Click(int Index);
-    void chkChan_Click(int Index);
-    void cmdBtn_Click(int Index);
+    void optData_Click(std::size_t Index);
+    void chkChan_Click(std::size_t Index);
+    void cmdBtn_Click(std::size_t Index);
     void Timer1_Timer();
     void ShowBoxes();
     void AcceptSelection();

@@ -245,7 +245,7 @@ void frmHistory::ShowAges() {
     }
 }
 
-void frmHistory::txtAge_Change(int /*Index*/) {
+void frmHistory::txtAge_Change(std::size_t /*Index*/) {
     const auto messages = mWinInit::SaveCalibrationAges(
         {txtAge(pH).value(), txtAge(ion).value(), txtAge(redox).value()});
     for (const std::string& message : messages)

@@ -47,7 +47,7 @@ private:
     void tmrChain_Timer();
     void cmdCsv_Click();
     void cmdHelp_Click();
-    void txtAge_Change(int Index);
+    void txtAge_Change(std::size_t Index);
     void ShowAges();
     void ShowCalibrations();
     History::Wish WishNow() const;

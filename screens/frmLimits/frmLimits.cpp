@@ -12,8 +12,8 @@
 namespace {
 
 /// True when the channel shows values of the quantity.
-bool Shows(int channel, Quantity quantity) {
-    const auto& setup = mWinInit::ChannelSetup[static_cast<std::size_t>(channel)];
+bool Shows(std::size_t channel, Quantity quantity) {
+    const auto& setup = mWinInit::ChannelSetup[channel];
     if (Quantities::IsOfSensors(quantity))
         return setup.TempSensor > 0;
     return Quantities::Gives(Electrode::KindOf(setup.Electrode), quantity);
@@ -33,7 +33,7 @@ frmLimits::frmLimits(QWidget* parent)
     txtHigh = ControlArray<QLineEdit>(*this, "txtHigh");
     cboLimit = ControlArray<QComboBox>(*this, "cboLimit");
     cmdBtn = ControlArray<QPushButton>(*this, "cmdBtn");
-    for (int channel = 0; channel < maxChannels; ++channel)
+    for (std::size_t channel = 0; channel < maxChannels; ++channel)
         ShowChannel(channel);
     const Wiring wire(*this, guard_, "frmLimits");
     wire(cmdBtn, &QPushButton::clicked, "cmdBtn", &frmLimits::cmdBtn_Click);
@@ -41,9 +41,9 @@ frmLimits::frmLimits(QWidget* parent)
 
 frmLimits::~frmLimits() = default;
 
-void frmLimits::ShowChannel(int channel) {
-    const Limits& limits = limits_[static_cast<std::size_t>(channel)];
-    const bool used = channel < mWinInit::HardwareSettings.ChannelCount;
+void frmLimits::ShowChannel(std::size_t channel) {
+    const Limits& limits = limits_[channel];
+    const bool used = channel < mWinInit::ChannelsInUse();
     for (QWidget* control : std::initializer_list<QWidget*>{&lblLimit(channel), &txtLow(channel),
                                                             &txtHigh(channel), &cboLimit(channel)})
         control->setVisible(used);
@@ -58,7 +58,7 @@ void frmLimits::ShowChannel(int channel) {
     units.setCurrentIndex(std::max(units.findData(static_cast<int>(limits.quantity)), 0));
 }
 
-void frmLimits::cmdBtn_Click(int Index) {
+void frmLimits::cmdBtn_Click(std::size_t Index) {
     if (Index == Button::cancel)
         return reject();
     AcceptLimits();
@@ -66,11 +66,11 @@ void frmLimits::cmdBtn_Click(int Index) {
 
 void frmLimits::AcceptLimits() {
     ChannelLimits entered = limits_;
-    for (int channel = 0; channel < mWinInit::HardwareSettings.ChannelCount; ++channel) {
+    for (std::size_t channel = 0; channel < mWinInit::ChannelsInUse(); ++channel) {
         const auto limits = LimitsOf(channel);
         if (!limits)
             return;
-        entered[static_cast<std::size_t>(channel)] = *limits;
+        entered[channel] = *limits;
     }
     const auto messages = mWinInit::SaveLimits(entered);
     History::NoteSettings();
@@ -81,7 +81,7 @@ void frmLimits::AcceptLimits() {
 }
 
 /// Nothing, after a message, where a box holds no limit.
-std::optional<Limits> frmLimits::LimitsOf(int channel) {
+std::optional<Limits> frmLimits::LimitsOf(std::size_t channel) {
     Limits limits;
     if (!ReadEnd(txtLow(channel), channel, limits.low) ||
         !ReadEnd(txtHigh(channel), channel, limits.high))
@@ -95,7 +95,7 @@ std::optional<Limits> frmLimits::LimitsOf(int channel) {
     return limits;
 }
 
-bool frmLimits::ReadEnd(QLineEdit& box, int channel, std::optional<float>& end) {
+bool frmLimits::ReadEnd(QLineEdit& box, std::size_t channel, std::optional<float>& end) {
     const std::string text = Mcommon::TrimControl(Text::FromQt(box.text()));
     if (text.empty())
         return true;
@@ -105,7 +105,7 @@ bool frmLimits::ReadEnd(QLineEdit& box, int channel, std::optional<float>& end) 
     return end.has_value();
 }
 
-void frmLimits::Refuse(QLineEdit& box, int channel, const std::string& reason) {
+void frmLimits::Refuse(QLineEdit& box, std::size_t channel, const std::string& reason) {
     Mcommon::Inform("Channel " + std::to_string(channel + 1) + ": " + reason);
     box.setFocus(Qt::OtherFocusReason);
     box.selectAll();

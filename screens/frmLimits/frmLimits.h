@@ -32,12 +32,12 @@ public:
     const ChannelLimits& Accepted() const { return limits_; }
 
 private:
-    void ShowChannel(int channel);
-    void cmdBtn_Click(int Index);
+    void ShowChannel(std::size_t channel);
+    void cmdBtn_Click(std::size_t Index);
     void AcceptLimits();
-    std::optional<Limits> LimitsOf(int channel);
-    bool ReadEnd(QLineEdit& box, int channel, std::optional<float>& end);
-    void Refuse(QLineEdit& box, int channel, const std::string& reason);
+    std::optional<Limits> LimitsOf(std::size_t channel);
+    bool ReadEnd(QLineEdit& box, std::size_t channel, std::optional<float>& end);
+    void Refuse(QLineEdit& box, std::size_t channel, const std::string& reason);
 
     EventGuard guard_{"Unexpected Error - "};
     std::unique_ptr<Ui::frmLimits> ui_;

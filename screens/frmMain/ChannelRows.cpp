@@ -19,8 +19,8 @@ namespace {
 constexpr std::array<const char*, 4> referenceTypes = {"None", "Ag/AgCl", "Ag/AgCl double junction",
                                                        "Calomel"};
 
-mWinInit::ChannelSetupRecord& SetupOf(int channel) {
-    return mWinInit::ChannelSetup[static_cast<std::size_t>(channel)];
+mWinInit::ChannelSetupRecord& SetupOf(std::size_t channel) {
+    return mWinInit::ChannelSetup[channel];
 }
 
 std::string TextOf(const QLineEdit& box) {
@@ -41,12 +41,12 @@ ChannelRows::ChannelRows(const QWidget& page)
 
 void ChannelRows::Prepare() {
     FillLists();
-    for (int i = 0; i < maxChannels; ++i)
+    for (std::size_t i = 0; i < maxChannels; ++i)
         PrepareRow(i);
 }
 
 void ChannelRows::FillLists() const {
-    for (int i = 0; i < maxChannels; ++i) {
+    for (std::size_t i = 0; i < maxChannels; ++i) {
         const QSignalBlocker quiet(cboEntry(electrode + i)); // a first entry chooses itself
         for (std::size_t name = 0; name < Electrode::types.size(); ++name)
             cboEntry(electrode + i)
@@ -59,7 +59,7 @@ void ChannelRows::FillLists() const {
     }
 }
 
-void ChannelRows::PrepareRow(int channel) const {
+void ChannelRows::PrepareRow(std::size_t channel) const {
     AcceptFieldTextOnly(txtEntry(serialNo + channel));
     AcceptFieldTextOnly(txtEntry(refSerialNo + channel));
     AcceptFieldTextOnly(txtMolarMass(channel));
@@ -75,10 +75,10 @@ void ChannelRows::PrepareRow(int channel) const {
                                          &cmdCalib(channel)};
     lblCalibDate(channel).setContextMenuPolicy(Qt::CustomContextMenu);
     for (QWidget* control : row)
-        control->setVisible(channel < mWinInit::HardwareSettings.ChannelCount);
+        control->setVisible(channel < mWinInit::ChannelsInUse());
 }
 
-void ChannelRows::Show(int channel) {
+void ChannelRows::Show(std::size_t channel) {
     const mWinInit::ChannelSetupRecord& setup = SetupOf(channel);
     {
         const QSignalBlocker quiet(cboEntry(electrode + channel)); // showing one is not choosing it
@@ -94,11 +94,11 @@ void ChannelRows::Show(int channel) {
 
 void ChannelRows::ShowAges() const {
     const auto ages = mWinInit::LoadCalibrationAges();
-    for (int i = 0; i < mWinInit::HardwareSettings.ChannelCount; ++i)
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
         ShowAge(i, ages);
 }
 
-void ChannelRows::ShowAge(int channel, const mWinInit::CalibrationAges& ages) const {
+void ChannelRows::ShowAge(std::size_t channel, const mWinInit::CalibrationAges& ages) const {
     const auto passed_hours =
         mWinInit::AgePassed_hours(channel, ages, platform::Current().clock.Now());
     QLabel& label = lblCalibDate(channel);
@@ -111,24 +111,29 @@ void ChannelRows::ShowAge(int channel, const mWinInit::CalibrationAges& ages) co
 }
 
 /// The list's entry for the electrode of the channel's record; -1 for a name that it lacks.
-int ChannelRows::ElectrodeIndex(int channel) const {
+int ChannelRows::ElectrodeIndex(std::size_t channel) const {
     const std::string& name = SetupOf(channel).Electrode;
     return cboEntry(electrode + channel)
         .findText(Text::ToQt(name.empty() ? Electrode::noneName : std::string_view(name)));
 }
 
 /// "None" for a sensor that there is none of.
-int ChannelRows::SensorIndex(int channel) const {
+int ChannelRows::SensorIndex(std::size_t channel) const {
     return std::max(cboEntry(tempSensor + channel).findData(SetupOf(channel).TempSensor), 0);
+}
+
+/// The list must show an entry.
+std::string_view ChannelRows::ChosenElectrode(std::size_t channel) const {
+    return Electrode::types[cboEntry(electrode + channel).currentData().toUInt()].name;
 }
 
 /// What still stands as it was shown is kept as it was loaded, also where the list or the box
 /// cannot show it.
-void ChannelRows::Store(int channel) const {
+void ChannelRows::Store(std::size_t channel) const {
     mWinInit::ChannelSetupRecord& setup = SetupOf(channel);
     const int chosen = cboEntry(electrode + channel).currentIndex();
-    if (chosen != ElectrodeIndex(channel))
-        setup.Electrode = Electrode::types[static_cast<std::size_t>(chosen)].name;
+    if (chosen >= 0 && chosen != ElectrodeIndex(channel))
+        setup.Electrode = ChosenElectrode(channel);
     StoreText(setup.SerialNo, txtEntry(serialNo + channel).text());
     StoreText(setup.RefType, cboEntry(refType + channel).currentText());
     StoreText(setup.RefSerialNo, txtEntry(refSerialNo + channel).text());
@@ -140,13 +145,13 @@ void ChannelRows::Store(int channel) const {
         setup.TempSensor = static_cast<std::int16_t>(sensors.currentData().toInt());
 }
 
-SetupChecks::ChannelEntry ChannelRows::EntryOf(int channel) const {
+SetupChecks::ChannelEntry ChannelRows::EntryOf(std::size_t channel) const {
     SetupChecks::ChannelEntry entry;
     entry.selected = chkSelect(channel).isChecked();
     entry.electrode = cboEntry(electrode + channel).currentIndex();
     entry.serialNo = TextOf(txtEntry(serialNo + channel));
     entry.molarMass = TextOf(txtMolarMass(channel));
-    entry.pointCount = mWinInit::Calibration[static_cast<std::size_t>(channel)].PointCount;
+    entry.pointCount = mWinInit::Calibration[channel].PointCount;
     return entry;
 }
 
@@ -166,13 +171,12 @@ QWidget& ChannelRows::ControlOf(const SetupChecks::Finding& finding) const {
     }
 }
 
-void ChannelRows::ElectrodeChosen(int channel) {
+void ChannelRows::ElectrodeChosen(std::size_t channel) {
     const int chosen = cboEntry(electrode + channel).currentIndex();
     if (chosen < 0)
         return;
     const bool wasUnused = Electrode::KindOf(SetupOf(channel).Electrode) == Electrode::Kind::none;
-    SetupEntries::ChooseElectrode(Electrode::types[static_cast<std::size_t>(chosen)].name,
-                                  static_cast<std::size_t>(channel));
+    SetupEntries::ChooseElectrode(ChosenElectrode(channel), channel);
     Show(channel);
     if (wasUnused && chosen != Electrode::noneIndex)
         chkSelect(channel).setChecked(true);

@@ -23,11 +23,11 @@ public:
     /// Fills the lists and hides the rows beyond the channel count.
     void Prepare();
 
-    void Show(int channel);
-    void Store(int channel) const;
+    void Show(std::size_t channel);
+    void Store(std::size_t channel) const;
 
     /// The row as it stands, for the checks.
-    SetupChecks::ChannelEntry EntryOf(int channel) const;
+    SetupChecks::ChannelEntry EntryOf(std::size_t channel) const;
 
     /// The control that a finding about a channel points at.
     QWidget& ControlOf(const SetupChecks::Finding& finding) const;
@@ -37,7 +37,7 @@ public:
 
     /// An electrode was chosen, the same again or another, by hand or by an assistive tool: what
     /// the library holds for it comes into the row.
-    void ElectrodeChosen(int channel);
+    void ElectrodeChosen(std::size_t channel);
 
     ControlArray<QCheckBox> chkSelect;
     ControlArray<QComboBox> cboEntry;
@@ -48,8 +48,9 @@ public:
 
 private:
     void FillLists() const;
-    void PrepareRow(int channel) const;
-    void ShowAge(int channel, const mWinInit::CalibrationAges& ages) const;
-    int ElectrodeIndex(int channel) const;
-    int SensorIndex(int channel) const;
+    void PrepareRow(std::size_t channel) const;
+    void ShowAge(std::size_t channel, const mWinInit::CalibrationAges& ages) const;
+    int ElectrodeIndex(std::size_t channel) const;
+    std::string_view ChosenElectrode(std::size_t channel) const;
+    int SensorIndex(std::size_t channel) const;
 };

@@ -234,7 +234,7 @@ void MeasuringPage::ReadingFailed() {
     Mcommon::Warn(DataAcq::connectionMessage);
 }
 
-void MeasuringPage::TakeNoteOfAlarm(int channel) {
+void MeasuringPage::TakeNoteOfAlarm(std::size_t channel) {
     readings_->Acknowledge(channel);
     ShowStatus();
 }

@@ -110,7 +110,7 @@ private:
     void ShowStatus();
     void ShowNotice();
     void TakeUpPalette();
-    void TakeNoteOfAlarm(int channel);
+    void TakeNoteOfAlarm(std::size_t channel);
     void cmdAcknowledge_Click();
     void TakeRemark(const QString& text);
     void chkResume_Click(bool checked);

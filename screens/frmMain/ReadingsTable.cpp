@@ -19,7 +19,7 @@ constexpr int smallestFigure_pt = 16; ///< as the form is designed
 constexpr int largestFigure_pt = 36;
 
 /// Where the labels of each quantity begin in lblEntry.
-constexpr std::array<std::pair<Quantity, int>, quantityCount> labels = {
+constexpr std::array<std::pair<Quantity, std::size_t>, quantityCount> labels = {
     {{Quantity::mV, ReadingsTable::mV},
      {Quantity::pH, ReadingsTable::pH},
      {Quantity::ppm, ReadingsTable::ppm},
@@ -49,8 +49,8 @@ ReadingsTable::ReadingsTable(QWidget& page)
       lblSensor(page, "lblSensor"), lblMark(page, "lblMark") {}
 
 void ReadingsTable::Prepare() {
-    for (int i = 0; i < maxChannels; ++i) {
-        const bool inUse = i < mWinInit::HardwareSettings.ChannelCount;
+    for (std::size_t i = 0; i < maxChannels; ++i) {
+        const bool inUse = i < mWinInit::ChannelsInUse();
         for (const auto& [quantity, label] : labels) {
             FixRoom(lblEntry(label + i));
             lblEntry(label + i).setVisible(inUse);
@@ -94,7 +94,7 @@ void ReadingsTable::FitFigures(QSize cellSize) {
             metrics.height() + FrameOf(sample) <= cellSize.height())
             break;
     }
-    for (int i = 0; i < maxChannels; ++i)
+    for (std::size_t i = 0; i < maxChannels; ++i)
         for (const auto& [quantity, label] : labels) {
             QLabel& cell = lblEntry(label + i);
             font.setBold(cell.font().bold());
@@ -102,8 +102,8 @@ void ReadingsTable::FitFigures(QSize cellSize) {
         }
 }
 
-void ReadingsTable::ShowSetup(int channel, bool selected) {
-    const auto& setup = mWinInit::ChannelSetup[static_cast<std::size_t>(channel)];
+void ReadingsTable::ShowSetup(std::size_t channel, bool selected) {
+    const auto& setup = mWinInit::ChannelSetup[channel];
     ShowValue(lblElectrode(channel), OrElse(setup.Electrode, "None"));
     ShowValue(lblSerialNo(channel), OrElse(setup.SerialNo, "N/A"));
     ShowValue(lblSensor(channel), QString::number(std::max<int>(setup.TempSensor, 0)));
@@ -112,18 +112,17 @@ void ReadingsTable::ShowSetup(int channel, bool selected) {
         label->setEnabled(selected);
 }
 
-void ReadingsTable::Show(int channel, const ChannelDisplay::Cells& cells) {
-    const auto row = static_cast<std::size_t>(channel);
+void ReadingsTable::Show(std::size_t channel, const ChannelDisplay::Cells& cells) {
     for (const auto& [quantity, label] : labels) {
-        displayed_[row][quantity] = cells[quantity].text;
-        errors_[row][quantity] = cells[quantity].error;
+        displayed_[channel][quantity] = cells[quantity].text;
+        errors_[channel][quantity] = cells[quantity].error;
         ShowValue(lblEntry(label + channel), Text::ToQt(cells[quantity].text));
     }
     ShowLooks(channel);
 }
 
-void ReadingsTable::ShowWatch(int channel, const ReadingWatch::Row& row) {
-    watched_[static_cast<std::size_t>(channel)] = row;
+void ReadingsTable::ShowWatch(std::size_t channel, const ReadingWatch::Row& row) {
+    watched_[channel] = row;
     QString mark = Text::ToQt(row.mark);
     mark.replace(' ', '\n'); // number and unit, one above the other
     lblMark(channel).ShowMark(mark, row.steady);
@@ -133,27 +132,25 @@ void ReadingsTable::ShowWatch(int channel, const ReadingWatch::Row& row) {
 void ReadingsTable::ShowStale(bool stale) {
     if (std::exchange(stale_, stale) == stale)
         return;
-    for (int i = 0; i < maxChannels; ++i)
+    for (std::size_t i = 0; i < maxChannels; ++i)
         ShowLooks(i);
 }
 
-ReadingsTable::Look ReadingsTable::LookOf(int channel, Quantity quantity) const {
-    const auto row = static_cast<std::size_t>(channel);
-    if (watched_[row].alarm == quantity)
+ReadingsTable::Look ReadingsTable::LookOf(std::size_t channel, Quantity quantity) const {
+    if (watched_[channel].alarm == quantity)
         return Look::alarm;
     if (stale_)
         return Look::stale;
-    if (errors_[row][quantity])
+    if (errors_[channel][quantity])
         return Look::error;
-    return watched_[row].outsideStandards == quantity ? Look::outsideStandards : Look::normal;
+    return watched_[channel].outsideStandards == quantity ? Look::outsideStandards : Look::normal;
 }
 
-void ReadingsTable::ShowLooks(int channel) {
-    const auto row = static_cast<std::size_t>(channel);
+void ReadingsTable::ShowLooks(std::size_t channel) {
     for (const auto& [quantity, label] : labels) {
         QLabel& cell = lblEntry(label + channel);
         const Look look = LookOf(channel, quantity);
-        if (std::exchange(shown_[row][quantity], look) != look)
+        if (std::exchange(shown_[channel][quantity], look) != look)
             ShowLook(cell, look);
         ShowReason(cell, channel, look);
     }
@@ -176,8 +173,8 @@ void ReadingsTable::ShowLook(QLabel& cell, Look look) {
     cell.setPalette(colours);
 }
 
-void ReadingsTable::ShowReason(QLabel& cell, int channel, Look look) const {
-    const ReadingWatch::Row& row = watched_[static_cast<std::size_t>(channel)];
+void ReadingsTable::ShowReason(QLabel& cell, std::size_t channel, Look look) const {
+    const ReadingWatch::Row& row = watched_[channel];
     QString reason;
     if (look == Look::outsideStandards)
         reason = Text::ToQt(row.standardsText);
@@ -190,10 +187,9 @@ void ReadingsTable::ShowReason(QLabel& cell, int channel, Look look) const {
 }
 
 void ReadingsTable::ClickAlarm(const QObject* cell) {
-    for (int i = 0; i < maxChannels; ++i)
+    for (std::size_t i = 0; i < maxChannels; ++i)
         for (const auto& [quantity, label] : labels)
-            if (cell == &lblEntry(label + i) &&
-                watched_[static_cast<std::size_t>(i)].alarm == quantity)
+            if (cell == &lblEntry(label + i) && watched_[i].alarm == quantity)
                 Q_EMIT AlarmClicked(i);
 }
 
@@ -209,7 +205,7 @@ void ReadingsTable::BlinkTitle(bool red) {
 
 void ReadingsTable::ShowColours() {
     BlinkTitle(titleRed_);
-    for (int i = 0; i < maxChannels; ++i)
+    for (std::size_t i = 0; i < maxChannels; ++i)
         for (const auto& [quantity, label] : labels)
-            ShowLook(lblEntry(label + i), shown_[static_cast<std::size_t>(i)][quantity]);
+            ShowLook(lblEntry(label + i), shown_[i][quantity]);
 }

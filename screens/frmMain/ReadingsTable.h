@@ -28,12 +28,12 @@ public:
     void Prepare();
 
     /// Names the channel's electrode and sensor; what is not selected is greyed.
-    void ShowSetup(int channel, bool selected);
+    void ShowSetup(std::size_t channel, bool selected);
 
-    void Show(int channel, const ChannelDisplay::Cells& cells);
+    void Show(std::size_t channel, const ChannelDisplay::Cells& cells);
 
     /// Shows the channel's mark, and colours what lies outside standards or limits.
-    void ShowWatch(int channel, const ReadingWatch::Row& row);
+    void ShowWatch(std::size_t channel, const ReadingWatch::Row& row);
 
     /// The values are of an earlier moment: they turn grey.
     void ShowStale(bool stale);
@@ -51,16 +51,16 @@ public:
 
 Q_SIGNALS:
     /// A cell was clicked whose channel's limits have been passed.
-    void AlarmClicked(int channel);
+    void AlarmClicked(std::size_t channel);
 
 private:
     /// How a cell looks, and why.
     enum class Look { normal, error, outsideStandards, alarm, stale };
 
-    Look LookOf(int channel, Quantity quantity) const;
-    void ShowLooks(int channel);
+    Look LookOf(std::size_t channel, Quantity quantity) const;
+    void ShowLooks(std::size_t channel);
     static void ShowLook(QLabel& cell, Look look);
-    void ShowReason(QLabel& cell, int channel, Look look) const;
+    void ShowReason(QLabel& cell, std::size_t channel, Look look) const;
     void ClickAlarm(const QObject* cell);
     void FixRoom(QLabel& cell) const;
     void FitFigures(QSize cellSize);

@@ -31,10 +31,6 @@
 
 namespace {
 
-int ChannelCount() {
-    return mWinInit::HardwareSettings.ChannelCount;
-}
-
 std::string TextOf(const QLineEdit& box) {
     return Text::FromQt(box.text());
 }
@@ -93,7 +89,8 @@ void SetupPage::Load(FileOpr::MeasurementDialog& dialog) {
 }
 
 void SetupPage::PrepareBoxes() {
-    for (const int box : {averagingForCalibration, averagingForMeasurement, project, analyst})
+    for (const std::size_t box :
+         {averagingForCalibration, averagingForMeasurement, project, analyst})
         AcceptCodePageOnly(rows_.txtEntry(box));
     TakeWheelOnlyWithFocus(*ui_->scrSetup);
     // A mnemonic in the frame's title would go to the box of the frame that had the focus last.
@@ -127,10 +124,11 @@ void SetupPage::ShowRecords() {
     ui_->txtPortNumber->setValue(ShownPortNumber());
     ui_->txtDataFolder->setText(Text::ToQt(mWinInit::ProjectInfo.MeasurementFileLocation));
     ShowExperimentDate();
-    for (int i = 0; i < maxChannels; ++i) {
+    for (std::size_t i = 0; i < maxChannels; ++i) {
         rows_.Show(i);
         const int electrode = rows_.cboEntry(ChannelRows::electrode + i).currentIndex();
-        rows_.chkSelect(i).setChecked(i < ChannelCount() && electrode != Electrode::noneIndex);
+        rows_.chkSelect(i).setChecked(i < mWinInit::ChannelsInUse() &&
+                                      electrode != Electrode::noneIndex);
     }
 }
 
@@ -184,7 +182,7 @@ void SetupPage::StoreEntries() {
         hardware.HardwarePortNumber = static_cast<std::int16_t>(ui_->txtPortNumber->value());
     mWinInit::ProjectInfo.ProjectName = TextOf(txtEntry(project));
     mWinInit::ProjectInfo.Experimentator = TextOf(txtEntry(analyst));
-    for (int i = 0; i < ChannelCount(); ++i)
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
         rows_.Store(i);
     History::NoteSettings();
 }
@@ -196,9 +194,9 @@ SetupChecks::Entries SetupPage::EntriesNow() const {
     entries.averagingForMeasurement = TextOf(txtEntry(averagingForMeasurement));
     entries.projectName = TextOf(txtEntry(project));
     entries.analyst = TextOf(txtEntry(analyst));
-    entries.channelCount = mWinInit::HardwareSettings.ChannelCount;
-    for (int i = 0; i < ChannelCount(); ++i)
-        entries.channels[static_cast<std::size_t>(i)] = rows_.EntryOf(i);
+    entries.channelCount = mWinInit::ChannelsInUse();
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
+        entries.channels[i] = rows_.EntryOf(i);
     return entries;
 }
 
@@ -245,7 +243,7 @@ bool SetupPage::FocusBoxOf(int key) {
     return false;
 }
 
-void SetupPage::cboEntry_Click(int Index) {
+void SetupPage::cboEntry_Click(std::size_t Index) {
     if (Index < maxChannels) // reference types and sensors are stored with the page
         rows_.ElectrodeChosen(Index);
 }
@@ -262,7 +260,7 @@ void SetupPage::ShowCalibration(Screen* screen) {
     screen->show();
 }
 
-void SetupPage::ShowStored(int channel) {
+void SetupPage::ShowStored(std::size_t channel) {
     rows_.Show(channel);
 }
 
@@ -273,7 +271,7 @@ void SetupPage::CalibrationClosed() {
     CommPort::ShowPresentStatus();
 }
 
-void SetupPage::cmdCalib_Click(int Index) {
+void SetupPage::cmdCalib_Click(std::size_t Index) {
     const BusyPointer busy;
     StoreEntries();
     ShowCalibration(new frmCalib(Index, this));
@@ -291,7 +289,7 @@ void SetupPage::cmdSimult_Click() {
 }
 
 /// The electrode and the serial number count as they stand in the row.
-void SetupPage::lblCalibDate_Menu(int Index) {
+void SetupPage::lblCalibDate_Menu(std::size_t Index) {
     rows_.Store(Index);
     Q_EMIT HistoryRequested(Index);
 }

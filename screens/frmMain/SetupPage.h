@@ -52,7 +52,7 @@ public:
     /// Checks the entries; shows the first finding and goes to its box.
     bool IsComplete();
 
-    bool IsSelected(int channel) const { return rows_.chkSelect(channel).isChecked(); }
+    bool IsSelected(std::size_t channel) const { return rows_.chkSelect(channel).isChecked(); }
 
     /// Moves the focus to the box of an Alt + letter; false where the letter has none.
     bool FocusBoxOf(int key);
@@ -62,7 +62,7 @@ Q_SIGNALS:
     void PortSettingsRequested();
 
     /// The calibrations of the electrode in this channel (0-based) are wanted.
-    void HistoryRequested(int channel);
+    void HistoryRequested(std::size_t channel);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -76,13 +76,13 @@ private:
     void ShowExperimentDate();
     SetupChecks::Entries EntriesNow() const;
     QWidget& ControlOf(const SetupChecks::Finding& finding);
-    void cboEntry_Click(int Index);
-    void cmdCalib_Click(int Index);
+    void cboEntry_Click(std::size_t Index);
+    void cmdCalib_Click(std::size_t Index);
     void cmdSimult_Click();
     void cmdBrowse_Click();
-    void lblCalibDate_Menu(int Index);
+    void lblCalibDate_Menu(std::size_t Index);
     void txtExperimentDate_Change(QDate date);
-    void ShowStored(int channel);
+    void ShowStored(std::size_t channel);
     void CalibrationClosed();
     template <class Screen>
     void ShowCalibration(Screen* screen);

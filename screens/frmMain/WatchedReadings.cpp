@@ -7,14 +7,6 @@
 #include "settings/StoredLimits.h"
 #include "settings/mWinInit.h"
 
-namespace {
-
-int ChannelCount() {
-    return mWinInit::HardwareSettings.ChannelCount;
-}
-
-} // namespace
-
 void WatchedReadings::LoadLimits() {
     watch_.WatchLimits(mWinInit::LoadLimits());
 }
@@ -24,7 +16,7 @@ bool WatchedReadings::ChooseLimits(QWidget& page) {
     if (limits.exec() != QDialog::Accepted)
         return false;
     watch_.WatchLimits(limits.Accepted());
-    for (int i = 0; i < ChannelCount(); ++i)
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
         ShowWatch(i);
     return true;
 }
@@ -32,33 +24,32 @@ bool WatchedReadings::ChooseLimits(QWidget& page) {
 MeasuringCycle::Source WatchedReadings::Begin(const Selection& selected) {
     selected_ = selected;
     MeasuringCycle::Source source{mWinInit::ConversionTables(), {}, {}, {}};
-    for (int i = 0; i < ChannelCount(); ++i) {
-        const auto position = static_cast<std::size_t>(i);
-        source.selected[position] = selected[position] ? -1 : 0;
-        source.tempSensor[position] = mWinInit::ChannelSetup[position].TempSensor;
-        source.molarMass_g_per_mol[position] = mWinInit::ChannelSetup[position].MolarMass;
-        table_.ShowSetup(i, selected[position]);
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i) {
+        source.selected[i] = selected[i] ? -1 : 0;
+        source.tempSensor[i] = mWinInit::ChannelSetup[i].TempSensor;
+        source.molarMass_g_per_mol[i] = mWinInit::ChannelSetup[i].MolarMass;
+        table_.ShowSetup(i, selected[i]);
     }
     watch_.Begin(source);
-    for (int i = 0; i < ChannelCount(); ++i)
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
         ShowRow(i, {});
     return source;
 }
 
 bool WatchedReadings::Show(const MeasuringCycle::Outcome& outcome) {
     const bool alarm = watch_.Add(outcome);
-    for (int i = 0; i < ChannelCount(); ++i)
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
         ShowRow(i, outcome);
     return alarm;
 }
 
-void WatchedReadings::ShowRow(int channel, const MeasuringCycle::Outcome& outcome) {
-    table_.Show(channel, outcome.cells[static_cast<std::size_t>(channel)]);
+void WatchedReadings::ShowRow(std::size_t channel, const MeasuringCycle::Outcome& outcome) {
+    table_.Show(channel, outcome.cells[channel]);
     ShowWatch(channel);
 }
 
-void WatchedReadings::ShowWatch(int channel) {
-    table_.ShowWatch(channel, watch_.RowOf(static_cast<std::size_t>(channel)));
+void WatchedReadings::ShowWatch(std::size_t channel) {
+    table_.ShowWatch(channel, watch_.RowOf(channel));
 }
 
 std::vector<int> WatchedReadings::ChannelsToCheck() const {
@@ -79,20 +70,20 @@ bool WatchedReadings::HasAlarm() const {
     return false;
 }
 
-void WatchedReadings::Acknowledge(int channel) {
-    watch_.Acknowledge(static_cast<std::size_t>(channel));
+void WatchedReadings::Acknowledge(std::size_t channel) {
+    watch_.Acknowledge(channel);
     ShowWatch(channel);
 }
 
 void WatchedReadings::AcknowledgeAll() {
-    for (int i = 0; i < ChannelCount(); ++i)
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
         Acknowledge(i);
 }
 
 QStringList WatchedReadings::Remarks() const {
     QStringList remarks;
-    for (int i = 0; i < ChannelCount(); ++i) {
-        const ReadingWatch::Row& row = watch_.RowOf(static_cast<std::size_t>(i));
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i) {
+        const ReadingWatch::Row& row = watch_.RowOf(i);
         for (const std::string& text : {row.limitsText, row.standardsText})
             if (!text.empty())
                 remarks << QString("Channel %1: ").arg(i + 1) + Text::ToQt(text);

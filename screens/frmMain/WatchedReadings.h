@@ -44,15 +44,15 @@ public:
     /// Some channel's limits have been passed, and nobody has taken note of it.
     bool HasAlarm() const;
 
-    void Acknowledge(int channel);
+    void Acknowledge(std::size_t channel);
     void AcknowledgeAll();
 
     /// For the status line: what lies outside standards or limits, and since when.
     QStringList Remarks() const;
 
 private:
-    void ShowRow(int channel, const MeasuringCycle::Outcome& outcome);
-    void ShowWatch(int channel);
+    void ShowRow(std::size_t channel, const MeasuringCycle::Outcome& outcome);
+    void ShowWatch(std::size_t channel);
 
     ReadingsTable& table_;
     Selection selected_{};

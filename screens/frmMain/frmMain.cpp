@@ -132,7 +132,7 @@ void frmMain::ShowPage(Page page) {
     const bool measuring = page == Page::measuring;
     ui_->stkPages->setCurrentIndex(measuring ? 1 : 0);
     cmdPage(switchPage).setText(measuring ? "< &Back" : "&Measure >");
-    for (const int index : {run, report, averaging})
+    for (const std::size_t index : {run, report, averaging})
         cmdPage(index).setVisible(measuring);
     ShowCaption();
 }
@@ -154,7 +154,7 @@ void frmMain::ShowRun() {
     ShowCaption();
 }
 
-void frmMain::cmdPage_Click(int Index) {
+void frmMain::cmdPage_Click(std::size_t Index) {
     if (ui_->pgeMeasure->IsBusy() && Index != switchPage && Index != leave)
         return;
     switch (Index) {
@@ -189,8 +189,8 @@ void frmMain::EnterMeasuringPage() {
     ui_->pgeSetup->StoreEntries();
     ShowPage(Page::measuring);
     MeasuringPage::Selection selected{};
-    for (int i = 0; i < mWinInit::HardwareSettings.ChannelCount; ++i)
-        selected[static_cast<std::size_t>(i)] = ui_->pgeSetup->IsSelected(i);
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
+        selected[i] = ui_->pgeSetup->IsSelected(i);
     ui_->pgeMeasure->Enter(selected);
     cmdPage(run).setFocus(Qt::OtherFocusReason);
 }
@@ -202,7 +202,7 @@ void frmMain::LeaveMeasuringPage() {
     cmdPage(switchPage).setFocus(Qt::OtherFocusReason);
 }
 
-void frmMain::mnuFileItem_Click(int Index) {
+void frmMain::mnuFileItem_Click(std::size_t Index) {
     if (Index == newFile)
         ui_->pgeMeasure->RecordingControls().NewFile();
     else if (Index == exitProgram)
@@ -228,7 +228,7 @@ void frmMain::OpenReport(const std::filesystem::path& file) {
            [this, &file] { ui_->pgeMeasure->RecordingControls().OpenReport(file); });
 }
 
-void frmMain::mnuHelp_Click(int Index) {
+void frmMain::mnuHelp_Click(std::size_t Index) {
     if (Index == helpText) {
         const char* const text = page_ == Page::setup ? "SetupHlp.txt" : "AcqurHlp.txt";
         platform::Current().desktop.ShowHelpText(platform::Current().places.ProgramFolder() / text);
@@ -242,8 +242,8 @@ void frmMain::mnuHistory_Click() {
     OpenHistory();
 }
 
-void frmMain::ShowHistoryOf(int channel) {
-    const auto& setup = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel));
+void frmMain::ShowHistoryOf(std::size_t channel) {
+    const auto& setup = mWinInit::ChannelSetup.at(channel);
     if (frmHistory* form = OpenHistory())
         form->ShowElectrode({setup.Electrode, setup.SerialNo});
 }

@@ -68,13 +68,13 @@ private:
     void Form_Load();
     QSize FirstSize() const;
     void Form_QueryUnload(bool& cancel);
-    void cmdPage_Click(int Index);
-    void mnuFileItem_Click(int Index);
+    void cmdPage_Click(std::size_t Index);
+    void mnuFileItem_Click(std::size_t Index);
     void mnuRecent_Show();
     void mnuRecent_Click(QAction* item);
-    void mnuHelp_Click(int Index);
+    void mnuHelp_Click(std::size_t Index);
     void mnuHistory_Click();
-    void ShowHistoryOf(int channel);
+    void ShowHistoryOf(std::size_t channel);
     frmHistory* OpenHistory();
     void SwitchPage();
     void EnterMeasuringPage();

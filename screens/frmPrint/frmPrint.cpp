@@ -72,7 +72,7 @@ void frmPrint::cboList_Click() {
     lblRange(lastBox).setText(QString::number(listed_.last));
 }
 
-void frmPrint::optPrintOpt_Click(int /*Index*/) {
+void frmPrint::optPrintOpt_Click(std::size_t /*Index*/) {
     AllowChoices();
 }
 
@@ -89,7 +89,7 @@ void frmPrint::AllowChoices() {
 }
 
 /// Who types a number means a range.
-void frmPrint::txtRange_Change(int /*Index*/) {
+void frmPrint::txtRange_Change(std::size_t /*Index*/) {
     optRange(someRecords).setChecked(true);
 }
 

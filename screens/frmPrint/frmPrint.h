@@ -40,14 +40,14 @@ public:
 private:
     void Form_Load();
     void cboList_Click();
-    void optPrintOpt_Click(int Index);
+    void optPrintOpt_Click(std::size_t Index);
     void chkCompact_Click();
     void AllowChoices();
     std::array<std::pair<const char*, QCheckBox*>, 3> RememberedBoxes() const;
     void RememberChoices();
     void cmdPrint_Click();
     void cmdClose_Click();
-    void txtRange_Change(int Index);
+    void txtRange_Change(std::size_t Index);
 
     int ChosenPage() const;
     /// The range to print; nothing after it was refused.

@@ -14,11 +14,10 @@ const std::array<const char*, 4> ordinaryElectrodes = {"Ca", "H (pH)", "NO3", "R
 
 } // namespace
 
-SimulatedChannel AtStart(int channel, const QString& setupElectrode) {
+SimulatedChannel AtStart(std::size_t channel, const QString& setupElectrode) {
     const bool none = Electrode::KindOf(Text::FromQt(setupElectrode)) == Electrode::Kind::none;
     SimulatedChannel made;
-    made.electrode =
-        none ? ordinaryElectrodes.at(static_cast<std::size_t>(channel)) : setupElectrode;
+    made.electrode = none ? ordinaryElectrodes.at(channel) : setupElectrode;
     made.temperature_C = "25";
     Dip(made);
     return made;
@@ -51,7 +50,7 @@ QStringList UnitsOf(const QString& content) {
     return {"ppm", "mol/l", "mmol/l"};
 }
 
-QStringList CommandsFor(int channel, const SimulatedChannel& wanted) {
+QStringList CommandsFor(std::size_t channel, const SimulatedChannel& wanted) {
     const QString number = " " + QString::number(channel + 1) + " ";
     QString solution = "solution" + number + wanted.content;
     if (wanted.content != water)

@@ -19,7 +19,7 @@ inline const QString water = QStringLiteral("water");
 
 /// The electrode of the setup page in a solution of ordinary strength at 25 °C; where the setup
 /// page has none, one of those that stand in tap water.
-SimulatedChannel AtStart(int channel, const QString& setupElectrode);
+SimulatedChannel AtStart(std::size_t channel, const QString& setupElectrode);
 
 /// A solution of ordinary strength for an electrode.
 void Dip(SimulatedChannel& channel);
@@ -28,7 +28,7 @@ void Dip(SimulatedChannel& channel);
 QStringList UnitsOf(const QString& content);
 
 /// The commands that bring a channel (from 0) there: electrode, solution, temperature.
-QStringList CommandsFor(int channel, const SimulatedChannel& wanted);
+QStringList CommandsFor(std::size_t channel, const SimulatedChannel& wanted);
 
 /// What a command is about, "electrode 1"; a later one of the same subject replaces it.
 QString SubjectOf(const QString& command);

@@ -33,8 +33,8 @@ constexpr std::array<FaultEntry, 10> faults = {{
     {"unplug", "the cable comes off within an answer", nullptr},
 }};
 
-QString SetupElectrode(int channel) {
-    return Text::ToQt(mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel)).Electrode);
+QString SetupElectrode(std::size_t channel) {
+    return Text::ToQt(mWinInit::ChannelSetup.at(channel).Electrode);
 }
 
 } // namespace
@@ -49,7 +49,7 @@ frmSimulated::frmSimulated(platform::SimulatedInstrument& instrument, int port, 
     cboUnit = ControlArray<QComboBox>(*this, "cboUnit");
     txtTemperature = ControlArray<QLineEdit>(*this, "txtTemperature");
     cmdBtn = ControlArray<QPushButton>(*this, "cmdBtn");
-    for (int channel = 0; channel < channels; ++channel)
+    for (std::size_t channel = 0; channel < channels; ++channel)
         ShowChannel(channel, Simulated::AtStart(channel, SetupElectrode(channel)));
     for (const FaultEntry& fault : faults)
         ui_->cboFault->addItem(fault.text, fault.name);
@@ -68,14 +68,14 @@ frmSimulated::~frmSimulated() = default;
 
 QStringList frmSimulated::CommandsAtStart() {
     QStringList commands;
-    for (int channel = 0; channel < channels; ++channel)
+    for (std::size_t channel = 0; channel < channels; ++channel)
         commands << Simulated::CommandsFor(channel, ChannelOf(channel));
     for (const QString& command : commands)
         inForce_[Simulated::SubjectOf(command)] = command;
     return commands;
 }
 
-void frmSimulated::ShowChannel(int channel, const SimulatedChannel& shown) {
+void frmSimulated::ShowChannel(std::size_t channel, const SimulatedChannel& shown) {
     for (const Electrode::Type& type : Electrode::types) {
         const QString name = Text::ToQt(type.name);
         cboElectrode(channel).addItem(name);
@@ -92,7 +92,7 @@ void frmSimulated::ShowChannel(int channel, const SimulatedChannel& shown) {
 }
 
 /// The unit of an ion can be chosen; that of the others follows.
-void frmSimulated::ShowUnits(int channel) {
+void frmSimulated::ShowUnits(std::size_t channel) {
     const QString content = cboContent(channel).currentText();
     const QStringList units = Simulated::UnitsOf(content);
     const bool chosen = cboUnit(channel).isEnabled() && !units.isEmpty();
@@ -107,7 +107,7 @@ void frmSimulated::ShowUnits(int channel) {
 }
 
 /// An electrode is put into a solution that it responds to; another can be chosen then.
-void frmSimulated::cboElectrode_Click(int Index) {
+void frmSimulated::cboElectrode_Click(std::size_t Index) {
     SimulatedChannel shown = ChannelOf(Index);
     Simulated::Dip(shown);
     cboContent(Index).setCurrentText(shown.content);
@@ -122,13 +122,13 @@ void frmSimulated::cboFault_Click() {
     ui_->txtSeconds->setText(seconds);
 }
 
-SimulatedChannel frmSimulated::ChannelOf(int channel) const {
+SimulatedChannel frmSimulated::ChannelOf(std::size_t channel) const {
     return {cboElectrode(channel).currentText(), cboContent(channel).currentText(),
             txtAmount(channel).text(), cboUnit(channel).currentText(),
             txtTemperature(channel).text()};
 }
 
-void frmSimulated::cmdBtn_Click(int Index) {
+void frmSimulated::cmdBtn_Click(std::size_t Index) {
     switch (Index) {
     case Button::apply:
         return Apply();
@@ -148,7 +148,7 @@ void frmSimulated::cmdBtn_Click(int Index) {
 /// Only what has changed is sent: an electrode that is put in anew has to settle anew.
 void frmSimulated::Apply() {
     ui_->txtAnswer->clear();
-    for (int channel = 0; channel < channels; ++channel)
+    for (std::size_t channel = 0; channel < channels; ++channel)
         for (const QString& command : Simulated::CommandsFor(channel, ChannelOf(channel)))
             if (inForce_.value(Simulated::SubjectOf(command)) != command)
                 instrument_.Send(command);

@@ -34,13 +34,13 @@ public:
     QStringList CommandsAtStart();
 
 private:
-    void ShowChannel(int channel, const SimulatedChannel& shown);
-    void ShowUnits(int channel);
-    void cboElectrode_Click(int Index);
+    void ShowChannel(std::size_t channel, const SimulatedChannel& shown);
+    void ShowUnits(std::size_t channel);
+    void cboElectrode_Click(std::size_t Index);
     void cboFault_Click();
-    void cmdBtn_Click(int Index);
+    void cmdBtn_Click(std::size_t Index);
     void instrument_Answered(const QString& command, bool ok, const QString& text);
-    SimulatedChannel ChannelOf(int channel) const;
+    SimulatedChannel ChannelOf(std::size_t channel) const;
     void Apply();
     void SetFault();
     void Send(const QString& command);

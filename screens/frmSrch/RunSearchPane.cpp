@@ -51,8 +51,8 @@ void RunSearchPane::showEvent(QShowEvent* event) {
     FillSeries();
 }
 
-int RunSearchPane::By() const {
-    for (const int index : optSearch.Indices())
+std::size_t RunSearchPane::By() const {
+    for (const std::size_t index : optSearch.Indices())
         if (optSearch(index).isChecked())
             return index;
     return byNumber;
@@ -62,7 +62,7 @@ bool RunSearchPane::ByNumber() const {
     return By() == byNumber;
 }
 
-void RunSearchPane::optSearch_Click(int Index) {
+void RunSearchPane::optSearch_Click(std::size_t Index) {
     if (Index != By()) // the one that was left
         return;
     const bool number = Index == byNumber;
@@ -72,7 +72,7 @@ void RunSearchPane::optSearch_Click(int Index) {
         part->setVisible(!number);
     ui_->chkFromEnd->setEnabled(Index != byTime); // the nearest in the whole file
     if (!number)
-        ui_->stkWish->setCurrentIndex(Index - byComment);
+        ui_->stkWish->setCurrentIndex(static_cast<int>(Index - byComment));
     WishChanged();
     Q_EMIT ByNumberChanged(number);
 }

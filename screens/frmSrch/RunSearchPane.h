@@ -56,7 +56,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void optSearch_Click(int Index);
+    void optSearch_Click(std::size_t Index);
     void cboSeries_Click(int Index);
     void WishChanged();
     void tmrSearch_Timer();
@@ -64,7 +64,7 @@ private:
     void FillQuantities();
     std::optional<Mreport::RunSearchWish> Wish();
     std::optional<Mreport::RunSearchWish> ValueWish();
-    int By() const;
+    std::size_t By() const;
 
     EventGuard guard_{"Unexpected error - "};
     const Mreport::ViewedFile& file_;

@@ -10,7 +10,7 @@ using Recorded = CalibrationSession::Recorded;
 
 namespace {
 
-CalibrationSession SessionOf(std::vector<int> channels, bool isPH = false) {
+CalibrationSession SessionOf(std::vector<std::size_t> channels, bool isPH = false) {
     CalibrationSession session;
     session.Start(isPH, StandardUnit::ppm);
     session.SetChannels(std::move(channels));
@@ -21,7 +21,7 @@ CalibrationSession SessionOf(std::vector<int> channels, bool isPH = false) {
 Recorded RecordPoint(CalibrationSession& session, float standard, float potential_mV) {
     session.SetStandard(session.CurrentPoint(), standard);
     session.BeginReading();
-    for (const int channel : session.Channels())
+    for (const std::size_t channel : session.Channels())
         session.SetLive(channel, potential_mV);
     return session.Record();
 }

@@ -19,13 +19,13 @@ protected:
     static float OnLinearScale(const std::vector<float>& input, const std::vector<float>& output,
                                float reading) {
         Measure::IsPHMode = true;
-        return Measure::InterpolateReading(static_cast<int>(input.size()), input, output, reading);
+        return Measure::InterpolateReading(input.size(), input, output, reading);
     }
 
     static float OnLogarithmicScale(const std::vector<float>& input,
                                     const std::vector<float>& output, float reading) {
         Measure::IsPHMode = false;
-        return Measure::InterpolateReading(static_cast<int>(input.size()), input, output, reading);
+        return Measure::InterpolateReading(input.size(), input, output, reading);
     }
 
     static std::string ErrorOf(bool linear, int points, const std::vector<float>& input,

@@ -64,7 +64,7 @@ protected:
                                    : relations[0].first->object()->objectName().toStdString();
     }
 
-    std::unique_ptr<frmCalib> OpenSingle(int channel) {
+    std::unique_ptr<frmCalib> OpenSingle(std::size_t channel) {
         auto form = std::make_unique<frmCalib>(channel);
         Show(*form);
         return form;
@@ -100,7 +100,7 @@ protected:
     void WalkSimultaneous(const QString& suffix) {
         SimultCalib form;
         Show(form);
-        for (const int channel : {firstCa, secondCa})
+        for (const std::size_t channel : {firstCa, secondCa})
             Element<QCheckBox>(form, "chkSimult", channel).click();
         Picture(form, "simult-choice" + suffix);
         Click(form, "cmdSys", SimultCalib::nextButton);
@@ -163,7 +163,7 @@ TEST_F(Appearance, No_two_controls_share_a_key) {
     SimultCalib simultaneous;
     Show(simultaneous);
     EXPECT_EQ(SharedMnemonics(simultaneous), std::vector<std::string>());
-    for (const int channel : {firstCa, secondCa})
+    for (const std::size_t channel : {firstCa, secondCa})
         Element<QCheckBox>(simultaneous, "chkSimult", channel).click();
     Click(simultaneous, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(SharedMnemonics(simultaneous), std::vector<std::string>());
@@ -179,7 +179,7 @@ TEST_F(Appearance, Both_forms_fit_the_smallest_screen) {
     ExpectFitsAtDoubleScale(*single);
     SimultCalib simultaneous;
     Show(simultaneous);
-    for (int channel = 0; channel < 8; ++channel)
+    for (std::size_t channel = 0; channel < 8; ++channel)
         Element<QCheckBox>(simultaneous, "chkSimult", channel).click();
     Click(simultaneous, "cmdSys", SimultCalib::nextButton);
     Picture(simultaneous, "simult-eight");
@@ -205,7 +205,7 @@ TEST_F(Appearance, A_screen_reader_says_each_value_with_its_caption) {
 TEST_F(Appearance, A_screen_reader_says_each_value_of_a_simultaneous_calibration) {
     SimultCalib form;
     Show(form);
-    for (const int channel : {firstCa, secondCa})
+    for (const std::size_t channel : {firstCa, secondCa})
         Element<QCheckBox>(form, "chkSimult", channel).click();
     Click(form, "cmdSys", SimultCalib::nextButton);
     ReadPoint(form, "txtDat_0", "1", SimultCalib::mainButton, 100);

@@ -8,8 +8,8 @@
 CalibTest::CalibTest() {
     mWinInit::HardwareSettings.AveragingForCalibration = 1;
     mWinInit::ChannelSetup[pHChannel].Electrode = "H (pH)";
-    for (const int channel : {firstCa, secondCa}) {
-        auto& setup = mWinInit::ChannelSetup[static_cast<std::size_t>(channel)];
+    for (const std::size_t channel : {firstCa, secondCa}) {
+        auto& setup = mWinInit::ChannelSetup[channel];
         setup.Electrode = "Ca";
         setup.MolarMass = 40.078F;
     }
@@ -17,8 +17,8 @@ CalibTest::CalibTest() {
     CommPort::fncInitializeComPort();
 }
 
-CalibrationRecord& CalibTest::Stored(int channel) {
-    return mWinInit::Calibration.at(static_cast<std::size_t>(channel));
+CalibrationRecord& CalibTest::Stored(std::size_t channel) {
+    return mWinInit::Calibration.at(channel);
 }
 
 void CalibTest::ReadingArrives(const QWidget& form, double potential_mV) {
@@ -27,8 +27,8 @@ void CalibTest::ReadingArrives(const QWidget& form, double potential_mV) {
     Tick(form, "tmrRead");
 }
 
-std::string CalibTest::LibraryLine(int channel) const {
-    const auto& electrode = mWinInit::ChannelSetup.at(static_cast<std::size_t>(channel)).Electrode;
+std::string CalibTest::LibraryLine(std::size_t channel) const {
+    const auto& electrode = mWinInit::ChannelSetup.at(channel).Electrode;
     return platform.profile->GetString("All Calibration Info",
                                        "Chan" + std::to_string(channel + 1) + "_Cali_" + electrode,
                                        "", 1000);

@@ -12,22 +12,22 @@
 /// average.
 class CalibTest : public ScreenTest {
 protected:
-    static constexpr int pHChannel = 0;
-    static constexpr int firstCa = 1;
-    static constexpr int secondCa = 2;
-    static constexpr int clChannel = 3;
+    static constexpr std::size_t pHChannel = 0;
+    static constexpr std::size_t firstCa = 1;
+    static constexpr std::size_t secondCa = 2;
+    static constexpr std::size_t clChannel = 3;
     static constexpr const char* connectionMessage =
         "There are some problem on connection.\nClick on button Start to start reading again.";
 
     CalibTest();
 
-    static CalibrationRecord& Stored(int channel);
+    static CalibrationRecord& Stored(std::size_t channel);
 
     /// A frame with the same reading on every electrode, in mV, and the tick that shows it.
     void ReadingArrives(const QWidget& form, double potential_mV);
 
     /// The library's line of a channel and its electrode.
-    std::string LibraryLine(int channel) const;
+    std::string LibraryLine(std::size_t channel) const;
 
     static std::string TextOf(const QWidget& form, const QString& name);
     static std::string Caption(const QWidget& form, int button);

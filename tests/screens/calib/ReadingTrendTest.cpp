@@ -23,7 +23,7 @@ protected:
         mWinInit::TempSensor[0] = table;
     }
 
-    void OpenSingle(int channel) {
+    void OpenSingle(std::size_t channel) {
         form = std::make_unique<frmCalib>(channel);
         Show(*form);
     }
@@ -31,7 +31,7 @@ protected:
     void OpenSimultaneous() {
         form = std::make_unique<SimultCalib>();
         Show(*form);
-        for (const int channel : {firstCa, secondCa})
+        for (const std::size_t channel : {firstCa, secondCa})
             Element<QCheckBox>(*form, "chkSimult", channel).click();
         Click(*form, "cmdSys", SimultCalib::nextButton);
     }

@@ -18,7 +18,9 @@ protected:
         Show(*form);
     }
 
-    QCheckBox& Box(int channel) const { return Element<QCheckBox>(*form, "chkSimult", channel); }
+    QCheckBox& Box(std::size_t channel) const {
+        return Element<QCheckBox>(*form, "chkSimult", channel);
+    }
 
     QString Page() const {
         return Find<QStackedWidget>(*form, "picPage").currentWidget()->objectName();
@@ -148,7 +150,7 @@ TEST_F(SimultaneousChoice, Eight_channels_are_offered_by_the_larger_instrument) 
     for (const std::size_t channel : {4U, 5U, 6U, 7U})
         mWinInit::ChannelSetup[channel].Electrode = "Ca";
     Open();
-    for (const int channel : {1, 2, 4, 5, 6, 7})
+    for (const std::size_t channel : {1U, 2U, 4U, 5U, 6U, 7U})
         Box(channel).click();
     Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_TRUE(Find<QLabel>(*form, "lblHead_7").isVisible());
@@ -156,8 +158,8 @@ TEST_F(SimultaneousChoice, Eight_channels_are_offered_by_the_larger_instrument) 
 }
 
 TEST_F(SimultaneousChoice, A_tool_cannot_tick_a_channel_that_cannot_be_calibrated) {
-    for (const int channel : {firstCa, clChannel})
-        mWinInit::ChannelSetup[static_cast<std::size_t>(channel)].Electrode = "None";
+    for (const std::size_t channel : {firstCa, clChannel})
+        mWinInit::ChannelSetup[channel].Electrode = "None";
     Open();
     Box(firstCa).setChecked(true);
     Box(clChannel).setChecked(true);

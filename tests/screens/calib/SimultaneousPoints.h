@@ -13,10 +13,10 @@
 /// A simultaneous calibration of the two Ca electrodes, step by step.
 class SimultaneousPoints : public CalibTest {
 protected:
-    void OpenWith(std::initializer_list<int> channels) {
+    void OpenWith(std::initializer_list<std::size_t> channels) {
         form = std::make_unique<SimultCalib>();
         Show(*form);
-        for (const int channel : channels)
+        for (const std::size_t channel : channels)
             Element<QCheckBox>(*form, "chkSimult", channel).click();
         Click(*form, "cmdSys", SimultCalib::nextButton);
     }
@@ -64,7 +64,7 @@ protected:
     }
 
     std::string Text(const QString& name) const { return TextOf(*form, name); }
-    std::string Signal(int channel, int point) const {
+    std::string Signal(std::size_t channel, std::size_t point) const {
         return Text("lblSig_" + QString::number(point * 8 + channel));
     }
     QString Page() const {

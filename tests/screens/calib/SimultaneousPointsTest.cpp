@@ -43,7 +43,7 @@ TEST_F(SimultaneousPoints, A_unit_that_a_tool_chooses_before_the_channels_is_in_
     form = std::make_unique<SimultCalib>();
     Show(*form);
     Find<QComboBox>(*form, "cboUnits").setCurrentIndex(1);
-    for (const int channel : {firstCa, secondCa})
+    for (const std::size_t channel : {firstCa, secondCa})
         Element<QCheckBox>(*form, "chkSimult", channel).click();
     Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(Find<QComboBox>(*form, "cboUnits").currentText(), "Concentration (mol/l)");
@@ -244,7 +244,7 @@ TEST_F(SimultaneousPoints, Another_kind_of_electrode_starts_anew) {
     OpenWith({firstCa, secondCa});
     RecordPoint(0, "1", 100, 80);
     Click(*form, "cmdSys", SimultCalib::nextButton);
-    for (const int channel : {firstCa, secondCa, pHChannel, clChannel})
+    for (const std::size_t channel : {firstCa, secondCa, pHChannel, clChannel})
         Element<QCheckBox>(*form, "chkSimult", channel).click();
     Click(*form, "cmdSys", SimultCalib::nextButton);
     EXPECT_EQ(Text("txtDat_0"), "");

@@ -121,8 +121,8 @@ TEST_F(SimultaneousPoints, Finish_waits_for_the_third_channel_s_summary_too) {
 }
 
 TEST_F(SimultaneousPoints, PH_electrodes_keep_their_stored_unit) {
-    for (const int channel : {firstCa, secondCa}) {
-        mWinInit::ChannelSetup[static_cast<std::size_t>(channel)].Electrode = "H (pH)";
+    for (const std::size_t channel : {firstCa, secondCa}) {
+        mWinInit::ChannelSetup[channel].Electrode = "H (pH)";
         Stored(channel).StdUnit = 1;
     }
     OpenWith({firstCa, secondCa});
@@ -207,7 +207,7 @@ TEST_F(SimultaneousPoints, A_box_that_a_tool_changes_while_a_point_is_read_ends_
 }
 
 TEST_F(SimultaneousPoints, Fewer_points_leave_the_stored_entries_behind_them) {
-    for (const int channel : {firstCa, secondCa}) {
+    for (const std::size_t channel : {firstCa, secondCa}) {
         Stored(channel).PointCount = 3;
         Stored(channel).Standard = {2, 20, 200};
         Stored(channel).CaliData = {1, 30, 59};

@@ -9,7 +9,7 @@
 /// The calibration of one electrode, point by point.
 class SingleCalibration : public CalibTest {
 protected:
-    void Open(int channel) {
+    void Open(std::size_t channel) {
         form = std::make_unique<frmCalib>(channel);
         Show(*form);
     }

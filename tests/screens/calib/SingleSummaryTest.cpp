@@ -18,7 +18,7 @@ constexpr char separator = '\x0F';
 
 class SingleSummary : public CalibTest {
 protected:
-    void Open(int channel) {
+    void Open(std::size_t channel) {
         form = std::make_unique<frmCalib>(channel);
         Show(*form);
     }
@@ -205,7 +205,7 @@ TEST_F(SingleSummary, An_entry_spoilt_after_recording_is_refused_at_Continue) {
 
 TEST_F(SingleSummary, Equal_standards_are_incorrect_data_and_are_not_stored) {
     for (const bool isPH : {false, true}) {
-        const int channel = isPH ? pHChannel : firstCa;
+        const std::size_t channel = isPH ? pHChannel : firstCa;
         Open(channel);
         RecordPoint(0, "7", 100);
         RecordPoint(1, "7", 129);

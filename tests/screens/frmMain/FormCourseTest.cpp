@@ -64,10 +64,12 @@ protected:
             Timer(owner, name).start(1ms);
     }
 
-    QAbstractButton& Button(int index) { return Element<QAbstractButton>(*form, "cmdPage", index); }
+    QAbstractButton& Button(std::size_t index) {
+        return Element<QAbstractButton>(*form, "cmdPage", index);
+    }
 
     /// A press of the analyst, where he can.
-    void Press(int index) {
+    void Press(std::size_t index) {
         if (Button(index).isEnabled() && Button(index).isVisibleTo(form.get()))
             QTest::mouseClick(&Button(index), Qt::LeftButton);
     }
@@ -155,9 +157,9 @@ protected:
 
     /// Events run between the channels of a reading, so each may be of another frame.
     void JudgeValues() {
-        for (int channel = 0; channel < usedChannels; ++channel) {
+        for (std::size_t channel = 0; channel < usedChannels; ++channel) {
             const auto shown = Tenths(CellText(firstCell_mV + channel));
-            auto& judged = judged_.at(static_cast<std::size_t>(channel));
+            auto& judged = judged_.at(channel);
             EXPECT_TRUE(!shown || shown == judged || instrument.HasCarried(*shown))
                 << *shown << " tenths of a mV were in no frame, " << Place();
             judged = shown;

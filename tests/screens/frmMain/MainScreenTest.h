@@ -35,7 +35,7 @@ protected:
     /// Time goes on by whole ms, and the clock's timer ticks.
     void TimePasses(std::chrono::milliseconds time);
 
-    QString CellText(int index) { return Element<QLabel>(*form, "lblEntry", index).text(); }
+    QString CellText(std::size_t index) { return Element<QLabel>(*form, "lblEntry", index).text(); }
     QString RunButton() { return Element<QPushButton>(*form, "cmdPage", frmMain::run).text(); }
 
     /// E1 188.5 mV, T1 745.8 (25 °C), E2 59.0 mV, T2 799.6 (20 °C), E3 230.0 mV, E4 -12.3 mV.

@@ -16,13 +16,13 @@ protected:
     const std::string connectionMessage = "There are some problem on connection.\n"
                                           "Click on button Start to start reading again.";
 
-    void ExpectCells(int channel, const std::array<const char*, 5>& texts) {
+    void ExpectCells(std::size_t channel, const std::array<const char*, 5>& texts) {
         const std::array<int, 5> labels = {16, 24, 32, 64, 56}; // mV, pH, ppm, mol/l, °C
         for (std::size_t i = 0; i < labels.size(); ++i)
             EXPECT_EQ(CellText(labels[i] + channel), texts[i]) << "label " << labels[i] + channel;
     }
 
-    QLabel& Cell(int index) { return Element<QLabel>(*form, "lblEntry", index); }
+    QLabel& Cell(std::size_t index) { return Element<QLabel>(*form, "lblEntry", index); }
     QColor TitleColour() { return Cell(47).palette().color(QPalette::WindowText); }
     bool ReadTimerRuns() { return form->findChild<QTimer*>("tmrRead")->isActive(); }
 
@@ -58,12 +58,12 @@ TEST_F(MeasuringPageTest, Names_each_channels_electrode_and_sensor) {
 TEST_F(MeasuringPageTest, Shows_the_rows_of_the_channels_in_use_only) {
     OpenMeasuring();
     EXPECT_TRUE(Cell(19).isVisibleTo(form.get()));
-    for (const int index : {20, 28, 39, 60, 68, 71})
+    for (const std::size_t index : {20U, 28U, 39U, 60U, 68U, 71U})
         EXPECT_FALSE(Cell(index).isVisibleTo(form.get())) << index;
     form.reset();
     mWinInit::HardwareSettings.ChannelCount = 8;
     OpenMeasuring();
-    for (const int index : {20, 28, 39, 60, 68, 71})
+    for (const std::size_t index : {20U, 28U, 39U, 60U, 68U, 71U})
         EXPECT_TRUE(Cell(index).isVisibleTo(form.get())) << index;
 }
 
@@ -272,7 +272,7 @@ TEST_F(MeasuringPageTest, A_device_that_was_unplugged_is_reopened_by_Start) {
 
 TEST_F(MeasuringPageTest, While_busy_run_report_and_averaging_do_nothing) {
     OpenMeasuring();
-    for (const int index : {frmMain::run, frmMain::report, frmMain::averaging})
+    for (const std::size_t index : {frmMain::run, frmMain::report, frmMain::averaging})
         Click(*form, "cmdPage", index);
     EXPECT_EQ(RunButton(), "&Record");
     EXPECT_TRUE(platform.dialogs.events.empty());

@@ -14,8 +14,8 @@ using namespace std::chrono_literals;
 /// What the measuring page tells of its readings beside their values.
 class ReadingMarks : public MainScreenTest {
 protected:
-    QLabel& Cell(int index) { return Element<QLabel>(*form, "lblEntry", index); }
-    QString Mark(int channel) {
+    QLabel& Cell(std::size_t index) { return Element<QLabel>(*form, "lblEntry", index); }
+    QString Mark(std::size_t channel) {
         return Element<QLabel>(*form, "lblMark", channel).text().simplified();
     }
     QString Status() { return form->statusBar()->currentMessage(); }

@@ -18,7 +18,7 @@ const std::string boxesMessage = "Please complete all appropriate boxes for the 
 const std::string selectionMessage =
     "There has not channel being selected, please at least select one of those.";
 
-std::string CalibrationMessage(int channel) {
+std::string CalibrationMessage(std::size_t channel) {
     return "The electrode in channel " + std::to_string(channel) +
            " has not been calibrated.\nYou must either calibrate it or de-select it before "
            "continuing to measure.";
@@ -139,14 +139,14 @@ TEST_F(SetupChecksTest, A_selected_channel_without_electrode_needs_neither_seria
 
 TEST_F(SetupChecksTest, At_least_one_channel_must_be_selected) {
     Open();
-    for (int channel = 0; channel < 3; ++channel)
+    for (std::size_t channel = 0; channel < 3; ++channel)
         Click(*form, "chkSelect", channel);
     ExpectRefusal(selectionMessage, "chkSelect_0");
 }
 
 TEST_F(SetupChecksTest, The_checks_come_in_their_order) {
     Open();
-    for (int channel = 0; channel < 3; ++channel)
+    for (std::size_t channel = 0; channel < 3; ++channel)
         Click(*form, "chkSelect", channel);
     Type(*form, "txtEntry_2", "");
     Type(*form, "txtEntry_0", "");

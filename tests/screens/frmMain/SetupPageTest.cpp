@@ -73,7 +73,7 @@ TEST_F(SetupPageTest, Shows_eight_rows_in_8_channel_mode) {
 
 TEST_F(SetupPageTest, Offers_the_electrodes_in_their_fixed_order_in_every_channel) {
     Open();
-    for (int channel = 0; channel < 8; ++channel) {
+    for (std::size_t channel = 0; channel < 8; ++channel) {
         const auto& box = Element<QComboBox>(*form, "cboEntry", channel);
         ASSERT_EQ(box.count(), 27);
         EXPECT_EQ(box.itemText(0), "Ag");

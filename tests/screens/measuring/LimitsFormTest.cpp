@@ -27,7 +27,7 @@ protected:
         form = std::make_unique<frmLimits>();
         Show(*form);
     }
-    QStringList Units(int channel) {
+    QStringList Units(std::size_t channel) {
         auto& box = Element<QComboBox>(*form, "cboLimit", channel);
         QStringList units;
         for (int i = 0; i < box.count(); ++i)

@@ -24,7 +24,7 @@ protected:
         dialog = std::make_unique<frmSrch>(form->File());
         Show(*dialog);
     }
-    void By(int index) { Element<QRadioButton>(*dialog, "optSearch", index).click(); }
+    void By(std::size_t index) { Element<QRadioButton>(*dialog, "optSearch", index).click(); }
     void Enter(const char* entry, const QString& text) {
         Find<QLineEdit>(*dialog, entry).setText(text);
     }
@@ -66,7 +66,7 @@ TEST_F(RunSearchDialog, A_way_that_a_tool_chooses_is_shown_as_one_chosen_by_hand
 TEST_F(RunSearchDialog, The_ways_of_searching_are_named) {
     Open();
     std::vector<QString> names;
-    for (const int index : {0, 1, 2, 3})
+    for (const std::size_t index : {0U, 1U, 2U, 3U})
         names.push_back(Element<QRadioButton>(*dialog, "optSearch", index).text());
     EXPECT_EQ(names, (std::vector<QString>{"&Number", "Co&mment text", "&Time", "&Value"}));
     EXPECT_EQ(Find<QPushButton>(*dialog, "cmdFindNext").text(), "Find ne&xt");
@@ -165,7 +165,7 @@ TEST_F(RunSearchDialog, A_search_ends_before_another_file_is_opened) {
 
 TEST_F(RunSearchDialog, Every_way_of_searching_has_names_and_mnemonics_of_its_own_and_fits) {
     Open();
-    for (const int index : {0, 1, 2, 3}) {
+    for (const std::size_t index : {0U, 1U, 2U, 3U}) {
         By(index);
         Settle();
         EXPECT_EQ(ControlsWithoutName(*dialog), std::vector<std::string>()) << index;

@@ -21,7 +21,7 @@ protected:
     std::unique_ptr<frmCommon> dialog;
     int redraws = 0;
 
-    QCheckBox& Box(int index) { return Element<QCheckBox>(*dialog, "chkChan", index); }
+    QCheckBox& Box(std::size_t index) { return Element<QCheckBox>(*dialog, "chkChan", index); }
     QString Heading() { return Find<QLabel>(*dialog, "lblChan_8").text(); }
 };
 

@@ -33,7 +33,9 @@ protected:
         return nullptr;
     }
 
-    QLabel& Line(int index) { return Element<QLabel>(*Form("frmSplash"), "lblLabel", index); }
+    QLabel& Line(std::size_t index) {
+        return Element<QLabel>(*Form("frmSplash"), "lblLabel", index);
+    }
 
     theMain::Program program;
 };

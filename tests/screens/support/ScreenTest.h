@@ -43,7 +43,7 @@ protected:
 
     /// The element of a control array.
     template <class Control>
-    static Control& Element(const QWidget& form, const QString& name, int index) {
+    static Control& Element(const QWidget& form, const QString& name, std::size_t index) {
         return Find<Control>(form, name + "_" + QString::number(index));
     }
 
@@ -52,7 +52,7 @@ protected:
 
     /// A click of the user: the button must be one that he could reach.
     static void Click(const QWidget& form, const QString& name);
-    static void Click(const QWidget& form, const QString& name, int index) {
+    static void Click(const QWidget& form, const QString& name, std::size_t index) {
         Click(form, name + "_" + QString::number(index));
     }
 
