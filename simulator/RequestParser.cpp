@@ -15,11 +15,9 @@ std::optional<Request> RequestParser::Feed(std::uint8_t byte) {
     case State::idle:
         return FeedIdle(byte);
     case State::firstAddress:
-        coming_[0] = byte;
         state_ = State::secondAddress;
         return std::nullopt;
     case State::secondAddress:
-        coming_[1] = byte;
         state_ = State::selectEnd;
         return std::nullopt;
     case State::selectEnd:
@@ -28,7 +26,6 @@ std::optional<Request> RequestParser::Feed(std::uint8_t byte) {
     state_ = State::idle;
     if (byte != startOfText)
         return FeedIdle(byte); // a broken select: the byte begins something new
-    address_ = coming_;
     return Request::select;
 }
 

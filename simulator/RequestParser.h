@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 
@@ -16,9 +15,6 @@ public:
     /// The request that this byte completes.
     std::optional<Request> Feed(std::uint8_t byte);
 
-    /// The two bytes of the last select.
-    std::array<std::uint8_t, 2> Address() const { return address_; }
-
     /// Forgets a select that has begun.
     void Reset() { state_ = State::idle; }
 
@@ -28,8 +24,6 @@ private:
     std::optional<Request> FeedIdle(std::uint8_t byte);
 
     State state_ = State::idle;
-    std::array<std::uint8_t, 2> coming_{};
-    std::array<std::uint8_t, 2> address_{};
 };
 
 } // namespace simulator
