@@ -3,6 +3,7 @@
 #include "app/Mcommon.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -33,7 +34,7 @@ float ChannelReader::GetChannelValue(std::size_t channel) {
 }
 
 void ChannelReader::ReadChannels(std::span<float, cyclePositions> result) {
-    if (AveragePrimed && History.size() == static_cast<std::size_t>(AverageCount))
+    if (AveragePrimed && std::cmp_equal(History.size(), AverageCount))
         ReadNext(result);
     else
         Prime(result);

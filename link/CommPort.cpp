@@ -27,7 +27,7 @@ std::int16_t PortNumber() {
 }
 
 bool PortAvailable(int number) {
-    return TheLink().port.PortAvailable.at(static_cast<std::size_t>(number));
+    return TheLink().port.IsAvailable(number);
 }
 
 bool PortOK() {

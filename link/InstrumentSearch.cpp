@@ -30,7 +30,7 @@ void InstrumentSearch::Start(std::int32_t likelyBitRate) {
     Stop();
     toTry_.clear();
     for (std::int16_t number = 1; number <= maxPortNumber; ++number) {
-        if (!port_.PortAvailable[static_cast<std::size_t>(number)])
+        if (!port_.IsAvailable(number))
             continue;
         for (const auto rate : BitRates(likelyBitRate))
             toTry_.push_back({rate, number});

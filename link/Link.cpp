@@ -4,7 +4,6 @@
 #include "base/NumberText.h"
 #include "base/RunTimeError.h"
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -66,8 +65,7 @@ void Link::Initialize() {
     keptChoice_.reset();
     if (!TryOpen())
         transfer.Fail(openProblem_);
-    SelectBitRate();
-    SelectPort();
+    display_.Select(choice, port.AvailablePorts());
 }
 
 void Link::OpenPort(const PortChoice& portChoice) {
@@ -106,8 +104,7 @@ void Link::Scan() {
     port.Scan();
     if (wasOpen)
         Reopen();
-    if (controls.SetPortList)
-        controls.SetPortList(port.AvailablePorts());
+    display_.ShowPorts(port.AvailablePorts());
 }
 
 void Link::CheckForValidPort() {
@@ -117,7 +114,7 @@ void Link::CheckForValidPort() {
         status.Set("Please select a COM port.");
         return;
     }
-    if (number > maxPortNumber || !port.PortAvailable[static_cast<std::size_t>(number)]) {
+    if (!port.IsAvailable(number)) {
         status.Set(PortName::Of(number) + " is unavailable. Please select a different port.");
         return;
     }
@@ -174,16 +171,15 @@ void Link::SimulatedEnded() {
         return;
     choice = *std::exchange(keptChoice_, std::nullopt);
     Reopen();
-    SelectBitRate();
-    SelectPort();
+    display_.Select(choice, port.AvailablePorts());
 }
 
 void Link::AskInstrument() {
     if (!controls.tmrProbe || transfer.IsReading()) // else its own polling shows the answer
         return;
-    ShowAnswer("The instrument is asked...");
+    display_.ShowAnswer("The instrument is asked...");
     probe.Start(CommPort::transferTimeout,
-                [this](const Probe::Answer& answer) { ShowAnswer(TextOf(answer)); });
+                [this](const Probe::Answer& answer) { display_.ShowAnswer(TextOf(answer)); });
 }
 
 void Link::FindInstrument() {
@@ -191,8 +187,8 @@ void Link::FindInstrument() {
         return;
     wasOpenBeforeSearch_ = port.IsOpen();
     Scan();
-    ShowAnswer({});
-    ShowSearching(true);
+    display_.ShowAnswer({});
+    display_.ShowSearching(true);
     transfer.Cancel();
     search.Start(choice.BitRate);
 }
@@ -201,14 +197,14 @@ void Link::StopSearch() {
     if (!search.IsRunning())
         return;
     search.Stop();
-    ShowSearching(false);
+    display_.ShowSearching(false);
     if (wasOpenBeforeSearch_)
         Reopen();
     status.Set("The search was stopped.");
 }
 
 void Link::SearchEnded(const std::optional<InstrumentSearch::Found>& found) {
-    ShowSearching(false);
+    display_.ShowSearching(false);
     if (!found) {
         if (wasOpenBeforeSearch_)
             Reopen();
@@ -218,33 +214,22 @@ void Link::SearchEnded(const std::optional<InstrumentSearch::Found>& found) {
     choice = found->choice;
     keptChoice_.reset();
     transfer.PortOpened();
-    SelectBitRate();
-    SelectPort();
+    display_.Select(choice, port.AvailablePorts());
     status.Set("The instrument was found on " + PortName::Of(choice.PortNumber) + " at " +
                NumberText::Plain(choice.BitRate) + " bit/s.");
-    ShowAnswer(TextOf(found->values));
+    display_.ShowAnswer(TextOf(found->values));
     Keep(choice);
 }
 
 /// Before the port is opened, scanned or closed for something else.
 void Link::EndProbing() {
     if (search.IsRunning())
-        ShowSearching(false);
+        display_.ShowSearching(false);
     search.Stop();
     if (!probe.IsRunning())
         return;
     probe.Stop();
-    ShowAnswer({});
-}
-
-void Link::ShowSearching(bool searching) const {
-    if (controls.SetSearching)
-        controls.SetSearching(searching);
-}
-
-void Link::ShowAnswer(const std::string& text) const {
-    if (controls.SetAnswerText)
-        controls.SetAnswerText(text);
+    display_.ShowAnswer({});
 }
 
 void Link::BeginReading() {
@@ -267,26 +252,18 @@ void Link::Keep(const PortChoice& portChoice) const {
 }
 
 void Link::ShowPresent() {
-    ShowAnswer({});
+    display_.ShowAnswer({});
     transfer.ForgetOutcome();
     if (!transfer.IsReading())
         status.Set(port.IsOpen() ? std::string() : openProblem_);
 }
 
 void Link::SelectBitRate() const {
-    const auto* const entry = std::find(offeredBitRates.begin(), offeredBitRates.end(),
-                                        NumberText::Plain(choice.BitRate));
-    if (entry != offeredBitRates.end() && controls.SelectBitRate)
-        controls.SelectBitRate(static_cast<int>(entry - offeredBitRates.begin()));
+    display_.SelectBitRate(choice);
 }
 
 void Link::SelectPort() const {
-    const auto list = port.AvailablePorts();
-    const auto entry = std::find_if(list.begin(), list.end(), [this](const std::string& name) {
-        return PortName::NumberOf(name) == choice.PortNumber;
-    });
-    if (entry != list.end() && controls.SelectPort)
-        controls.SelectPort(static_cast<int>(entry - list.begin()));
+    display_.SelectPort(choice, port.AvailablePorts());
 }
 
 /// That the instrument answers is said only while it is asked.

@@ -4,6 +4,7 @@
 #include "link/InstrumentSearch.h"
 #include "link/LinkStatus.h"
 #include "link/Port.h"
+#include "link/PortDisplay.h"
 #include "link/Probe.h"
 #include "link/Transfer.h"
 
@@ -92,11 +93,10 @@ private:
     void ConnectSearch();
     void AskInstrument();
     void SearchEnded(const std::optional<InstrumentSearch::Found>& found);
-    void ShowSearching(bool searching) const;
-    void ShowAnswer(const std::string& text) const;
     void EndProbing();
     void Keep(const PortChoice& portChoice) const;
 
+    PortDisplay display_{controls};
     std::optional<PortChoice> keptChoice_; ///< of the store, while the simulated one is in use
     bool wasOpenBeforeSearch_ = false;
     std::string openProblem_; ///< why the last opening failed; empty where it succeeded

@@ -76,6 +76,11 @@ void Port::Try(int number) {
     }
 }
 
+bool Port::IsAvailable(int number) const {
+    const auto index = static_cast<std::size_t>(number);
+    return index < PortAvailable.size() && PortAvailable[index];
+}
+
 std::vector<std::string> Port::AvailablePorts() const {
     std::vector<std::string> names;
     for (std::size_t n = 1; n < PortAvailable.size(); ++n) {

@@ -48,6 +48,9 @@ public:
     /// had before. A failure is kept as the port's problem.
     void Scan();
 
+    /// What the last scan found of a port; false for a number that is no port's.
+    bool IsAvailable(int number) const;
+
     /// The names of the ports that the last scan could open.
     std::vector<std::string> AvailablePorts() const;
 
