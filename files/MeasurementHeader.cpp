@@ -78,7 +78,7 @@ void TakeRow(MeasurementHeader& header, std::string_view line) {
     header.hasElectrodes = header.hasElectrodes || electrodes;
     if (electrodes || label == Text::channelRow)
         header.channelCount = cells.count;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i)
+    for (std::size_t i = 0; i < cells.count; ++i)
         *FieldOf(header.channels[i], label) = Trimmed(cells.cell[i]);
 }
 

@@ -29,9 +29,9 @@ struct MeasurementHeader {
     std::string projectName;
     std::string analyst;
     std::string createdAt;
-    int channelCount = 0;        ///< columns of the channel table
-    bool hasElectrodes = false;  ///< the file has the row of electrodes
-    bool hasCalibration = false; ///< the file has a calibration block
+    std::size_t channelCount = 0; ///< columns of the channel table
+    bool hasElectrodes = false;   ///< the file has the row of electrodes
+    bool hasCalibration = false;  ///< the file has a calibration block
     std::array<Channel, maxChannels> channels;
 
     /// Takes a line of the header, without its line end. A line that is no row of a header is

@@ -65,7 +65,7 @@ Cells SplitCells(std::string_view line) {
     while (tab != std::string_view::npos && cells.count < maxChannels) {
         line.remove_prefix(tab + 1);
         tab = line.find('\t');
-        cells.cell[static_cast<std::size_t>(cells.count++)] = line.substr(0, tab);
+        cells.cell[cells.count++] = line.substr(0, tab);
     }
     return cells;
 }

@@ -54,7 +54,13 @@ std::string_view Label(std::string_view line);
 /// Cells behind the label column, untrimmed; at most eight.
 struct Cells {
     std::array<std::string_view, maxChannels> cell;
-    int count = 0;
+    std::size_t count = 0;
+
+    /// The cell of a channel by its number, from 1; nothing where the row ends before it.
+    std::optional<std::string_view> OfChannel(int number) const {
+        const auto index = static_cast<std::size_t>(number - 1);
+        return index < count ? std::optional(cell[index]) : std::nullopt;
+    }
 };
 Cells SplitCells(std::string_view line);
 

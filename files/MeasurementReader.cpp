@@ -17,7 +17,7 @@ void ReadValues(MeasurementRecord& record, std::string_view line) {
     if (!quantity)
         return;
     const auto cells = SplitCells(line);
-    for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
+    for (std::size_t i = 0; i < cells.count; ++i) {
         auto& cell = record.cells[i][*quantity];
         cell.assign(cells.cell[i].substr(0, MeasurementTexts::cellWidth));
         cell.resize(MeasurementTexts::cellWidth, ' ');

@@ -74,7 +74,7 @@ int ChannelHeader::Finish() {
     header.projectName = Mcommon::TrimControl(header.projectName);
     if (header.hasElectrodes)
         file_.channelCount = header.channelCount;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(file_.channelCount); ++i)
+    for (std::size_t i = 0; i < file_.channelCount; ++i)
         TakeCell(i, header.channels[i].electrode);
     for (std::size_t i = 0; i < header.channels.size(); ++i)
         if (!header.channels[i].tempSensor.empty()) // the row may be missing
@@ -83,7 +83,7 @@ int ChannelHeader::Finish() {
         InferFromFirstRecord();
     shown_.channelWanted = shown_.channelInUse;
     if (file_.channelCount == 0)
-        file_.channelCount = mWinInit::HardwareSettings.ChannelCount;
+        file_.channelCount = mWinInit::ChannelsInUse();
     return static_cast<int>(maxChannels - unusedChannels_);
 }
 
@@ -105,8 +105,8 @@ void ChannelHeader::TakeInferredRow(std::string_view line) {
     if (!quantity)
         return;
     const auto cells = MeasurementLines::SplitCells(line);
-    file_.channelCount = std::max(file_.channelCount, static_cast<int>(cells.count));
-    for (std::size_t i = 0; i < static_cast<std::size_t>(cells.count); ++i) {
+    file_.channelCount = std::max(file_.channelCount, cells.count);
+    for (std::size_t i = 0; i < cells.count; ++i) {
         if (MeasurementLines::IsMissing(Mcommon::TrimControl(cells.cell[i])))
             continue;
         if (*quantity != Quantity::celsius)

@@ -60,7 +60,7 @@ private:
 /// Which rows the records have, and how many columns.
 struct Shape {
     Rows rows{};
-    int channels = 0;
+    std::size_t channels = 0;
 };
 
 /// Lines looked at between two looks at the event queue: some tenths of a millisecond. The pages
@@ -124,12 +124,10 @@ private:
     void WriteHeading() {
         std::string row = "Record,Time,Comment";
         for (const auto& each : Quantities::table)
-            for (std::size_t i = 0; shape_.rows[each.quantity] && i < ChannelColumns(); ++i)
+            for (std::size_t i = 0; shape_.rows[each.quantity] && i < shape_.channels; ++i)
                 AddField(row, Heading(i, each.label));
         lines_.Add(row);
     }
-
-    std::size_t ChannelColumns() const { return static_cast<std::size_t>(shape_.channels); }
 
     /// "Chan 1 Ca (mV)".
     std::string Heading(std::size_t channel, std::string_view unit) const {
@@ -160,7 +158,7 @@ private:
 
     void KeepRow(Quantity quantity, std::string_view line) {
         const auto found = MeasurementLines::SplitCells(line);
-        for (std::size_t i = 0; i < static_cast<std::size_t>(found.count); ++i) {
+        for (std::size_t i = 0; i < found.count; ++i) {
             std::string cell = Mcommon::TrimControl(found.cell[i]);
             if (MeasurementLines::IsMissing(cell))
                 cell = Quantities::IsOfSensors(quantity) ? OfSharedSensor(found, i) : "";
@@ -202,7 +200,7 @@ private:
         AddField(row, IsoTime(Mcommon::TrimControl(MeasurementLines::TimeStamp(recordLine_))));
         AddField(row, comment_);
         for (const auto& each : Quantities::table)
-            for (std::size_t i = 0; shape_.rows[each.quantity] && i < ChannelColumns(); ++i)
+            for (std::size_t i = 0; shape_.rows[each.quantity] && i < shape_.channels; ++i)
                 AddField(row, cells_[each.quantity][i]);
         lines_.Add(row);
         ++records_;

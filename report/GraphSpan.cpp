@@ -21,8 +21,8 @@ std::optional<double> ValueOf(const ViewedFile& file, Quantity unit,
         const auto cell = file.SensorCell(cells, number);
         return cell ? CellValue(*cell) : std::nullopt;
     }
-    return number <= cells.count ? CellValue(cells.cell[static_cast<std::size_t>(number - 1)])
-                                 : std::nullopt;
+    const auto cell = cells.OfChannel(number);
+    return cell ? CellValue(*cell) : std::nullopt;
 }
 
 /// Plots the records of one span as their lines come.

@@ -21,10 +21,11 @@ constexpr int signatureColumns = 30;
 
 class FirstPage {
 public:
-    FirstPage(platform::Printer& printer, int channels)
-        : printer_(printer), channels_(static_cast<std::size_t>(channels)),
-          size_pt_(PrintColumns::FittingSize(printer, labelColumns + channels * cellColumns,
-                                             largestText_pt, smallestText_pt)) {}
+    FirstPage(platform::Printer& printer, std::size_t channels)
+        : printer_(printer), channels_(channels),
+          size_pt_(PrintColumns::FittingSize(
+              printer, labelColumns + static_cast<int>(channels) * cellColumns, largestText_pt,
+              smallestText_pt)) {}
 
     void Title(std::string_view text) {
         printer_.SetFont({size_pt_ * titleScale, true});

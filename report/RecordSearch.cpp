@@ -27,9 +27,9 @@ std::string TimeStampOf(std::string_view recordLine) {
 
 std::vector<RecordSearch::Entry> RecordSearch::Entries() const {
     std::vector<Entry> entries;
-    for (int channel = 0; channel < file_.channelCount; ++channel)
-        if (file_.channelKind[static_cast<std::size_t>(channel)] != Electrode::Kind::none)
-            entries.push_back({channel, "Chan. " + std::to_string(channel + 1)});
+    for (std::size_t channel = 0; channel < file_.channelCount; ++channel)
+        if (file_.channelKind[channel] != Electrode::Kind::none)
+            entries.push_back({static_cast<int>(channel), "Chan. " + std::to_string(channel + 1)});
     for (int sensor = 1; sensor <= tempSensorCount; ++sensor) {
         const auto has = [sensor](int number) { return number == sensor; };
         if (std::any_of(file_.channelNumber.begin(), file_.channelNumber.end(), has))
@@ -101,14 +101,14 @@ void RecordSearch::KeepRow(Quantity unit, std::string_view valueLine) {
     const auto cells = MeasurementLines::SplitCells(valueLine);
     if (Quantities::IsOfSensors(unit))
         return KeepTemperatures(cells);
-    const int columns = std::min<int>(cells.count, file_.channelCount);
-    for (std::size_t channel = 0; channel < static_cast<std::size_t>(columns); ++channel)
+    const std::size_t columns = std::min(cells.count, file_.channelCount);
+    for (std::size_t channel = 0; channel < columns; ++channel)
         if (KindGives(file_.channelKind[channel], unit))
             values_[channel][unit] = Mcommon::TrimControl(cells.cell[channel]);
 }
 
 void RecordSearch::KeepTemperatures(const MeasurementLines::Cells& cells) {
-    for (std::size_t channel = 0; channel < static_cast<std::size_t>(cells.count); ++channel) {
+    for (std::size_t channel = 0; channel < cells.count; ++channel) {
         const int sensor = file_.channelNumber[channel];
         if (sensor < 1 || sensor > tempSensorCount)
             continue;

@@ -169,10 +169,7 @@ void RecordTable::TakeRow(std::string_view line, std::vector<std::string>& cells
 std::string RecordTable::CellOf(const Column& column, const MeasurementLines::Cells& cells) const {
     if (Quantities::IsOfSensors(column.quantity))
         return file_.SensorCell(cells, column.series).value_or("");
-    if (column.series > cells.count)
-        return {};
-    const std::string text =
-        Letters::TrimControl(cells.cell[static_cast<std::size_t>(column.series - 1)]);
+    const std::string text = Letters::TrimControl(cells.OfChannel(column.series).value_or(""));
     return MeasurementLines::IsMissing(text) ? std::string() : text;
 }
 

@@ -32,7 +32,7 @@ Selection::Box Selection::SensorBox(std::size_t index) const {
 }
 
 Selection::Box Selection::ChannelBox(std::size_t index) const {
-    if (index >= static_cast<std::size_t>(file_.channelCount))
+    if (index >= file_.channelCount)
         return {};
     const bool enabled = KindGives(file_.channelKind[index], unit_);
     // What another unit could not show has not been deselected.
@@ -70,7 +70,7 @@ void Selection::Accept(ShownGraph& shown) const {
             shown.sensorInUse[i] = boxes_[i].checked;
         return;
     }
-    for (std::size_t i = 0; i < static_cast<std::size_t>(file_.channelCount); ++i)
+    for (std::size_t i = 0; i < file_.channelCount; ++i)
         TakeBox(shown, i);
 }
 

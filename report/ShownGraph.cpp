@@ -24,11 +24,9 @@ std::vector<int> Series(const ViewedFile& file, const ShownGraph& shown, Quantit
                 numbers.push_back(sensor);
         return numbers;
     }
-    for (int channel = 1; channel <= file.channelCount; ++channel) {
-        const auto index = static_cast<std::size_t>(channel - 1);
-        if (file.channelKind[index] != Electrode::Kind::none && shown.channelInUse[index])
-            numbers.push_back(channel);
-    }
+    for (std::size_t i = 0; i < file.channelCount; ++i)
+        if (file.channelKind[i] != Electrode::Kind::none && shown.channelInUse[i])
+            numbers.push_back(static_cast<int>(i + 1));
     return numbers;
 }
 

@@ -34,7 +34,7 @@ std::string_view Trimmed(std::string_view cell) {
 /// The rows that the program writes for these electrodes.
 PerQuantity<bool> RowsDue(const FileOpr::MeasurementHeader& header) {
     std::array<mWinInit::ChannelSetupRecord, maxChannels> channels;
-    const auto count = static_cast<std::size_t>(header.hasElectrodes ? header.channelCount : 0);
+    const auto count = header.hasElectrodes ? header.channelCount : std::size_t{0};
     for (std::size_t i = 0; i < count; ++i)
         channels[i].Electrode = header.channels[i].electrode;
     const auto rows = MeasurementFormat::RowsOf(std::span(channels).first(count));
@@ -62,8 +62,7 @@ std::uint64_t EndOf(const ReportPages& pages) {
 Verification::Verification(TextSource& source, std::uint64_t end,
                            const FileOpr::MeasurementHeader& header)
     : scanner_(source), end_(end), hasHeader_(header.hasElectrodes),
-      channelCount_(hasHeader_ ? static_cast<std::size_t>(header.channelCount) : maxChannels),
-      due_(RowsDue(header)) {
+      channelCount_(hasHeader_ ? header.channelCount : maxChannels), due_(RowsDue(header)) {
     for (std::size_t i = 0; i < channelCount_; ++i) {
         channels_[i].rules = ChannelOf(header, i);
         channels_[i].otherUnit = channels_[i].rules.OtherUnit();
@@ -139,7 +138,7 @@ Verification::Cells Verification::CellsOf(std::size_t channel) const {
     Cells cells;
     for (const Quantity quantity : {Quantity::mV, Quantity::pH, Quantity::ppm, Quantity::mol_l}) {
         const auto& found = rows_[quantity];
-        if (!taken_[quantity] || channel >= static_cast<std::size_t>(found.count))
+        if (!taken_[quantity] || channel >= found.count)
             continue;
         const auto cell = Trimmed(found.cell[channel]);
         if (!MeasurementLines::IsMissing(cell))

@@ -27,7 +27,7 @@ std::int32_t LastRecordBefore(const ReportPages& pages, int pageIndex) {
 } // namespace
 
 bool ViewedFile::SensorUsed(int sensor) const {
-    for (std::size_t channel = 0; channel < static_cast<std::size_t>(channelCount); ++channel)
+    for (std::size_t channel = 0; channel < channelCount; ++channel)
         if (channelKind[channel] != Electrode::Kind::none && channelNumber[channel] == sensor)
             return true;
     return false;
@@ -35,7 +35,7 @@ bool ViewedFile::SensorUsed(int sensor) const {
 
 std::optional<std::string> ViewedFile::SensorCell(const MeasurementLines::Cells& cells,
                                                   int sensor) const {
-    for (std::size_t channel = 0; channel < static_cast<std::size_t>(cells.count); ++channel) {
+    for (std::size_t channel = 0; channel < cells.count; ++channel) {
         if (channelKind[channel] == Electrode::Kind::none || channelNumber[channel] != sensor)
             continue;
         std::string cell = Letters::TrimControl(cells.cell[channel]);

@@ -31,7 +31,7 @@ struct ViewedFile {
 
     FileOpr::MeasurementHeader header; ///< empty where the file has none
 
-    int channelCount = 0; ///< channel columns of the file
+    std::size_t channelCount = 0; ///< channel columns of the file
     std::array<Electrode::Kind, maxChannels> channelKind{};
     std::array<int, maxChannels> channelNumber{}; ///< temperature sensor, 0 for none
 

@@ -33,9 +33,9 @@ std::vector<int> Series(const ViewedFile& file, Quantity quantity) {
                 numbers.push_back(sensor);
         return numbers;
     }
-    for (int channel = 1; channel <= file.channelCount; ++channel)
-        if (KindGives(file.channelKind[static_cast<std::size_t>(channel - 1)], quantity))
-            numbers.push_back(channel);
+    for (std::size_t i = 0; i < file.channelCount; ++i)
+        if (KindGives(file.channelKind[i], quantity))
+            numbers.push_back(static_cast<int>(i + 1));
     return numbers;
 }
 

@@ -108,7 +108,7 @@ std::string JsonOf(std::size_t channel, const HeaderCells& cells) {
 }
 
 std::size_t Channels(const Mreport::ViewedFile& viewed) {
-    return static_cast<std::size_t>(viewed.header.hasElectrodes ? viewed.header.channelCount : 0);
+    return viewed.header.hasElectrodes ? viewed.header.channelCount : 0;
 }
 
 std::string JsonOf(const std::filesystem::path& file, const Mreport::ViewedFile& viewed,

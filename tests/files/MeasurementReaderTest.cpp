@@ -226,7 +226,7 @@ protected:
     static void CheckRecord(const MeasurementRecord& record, const MeasurementFormat::RunRows& rows,
                             const FileOpr::DisplayedChannels& displayed) {
         const PerQuantity<bool> present{true, rows.pH, rows.ion, rows.ion, true};
-        const auto channels = static_cast<std::size_t>(mWinInit::HardwareSettings.ChannelCount);
+        const std::size_t channels = mWinInit::ChannelsInUse();
         for (std::size_t i = 0; i < maxChannels; ++i)
             for (const auto& row : Quantities::table) {
                 const Quantity q = row.quantity;
@@ -239,10 +239,10 @@ protected:
     }
 
     static void CheckHeader(const FileOpr::MeasurementHeader& header) {
-        const auto channels = static_cast<std::size_t>(mWinInit::HardwareSettings.ChannelCount);
+        const std::size_t channels = mWinInit::ChannelsInUse();
         EXPECT_EQ(header.projectName, mWinInit::ProjectInfo.ProjectName);
         EXPECT_EQ(header.analyst, mWinInit::ProjectInfo.Experimentator);
-        EXPECT_EQ(header.channelCount, mWinInit::HardwareSettings.ChannelCount);
+        EXPECT_EQ(header.channelCount, channels);
         for (std::size_t i = 0; i < channels; ++i) {
             EXPECT_EQ(header.channels[i].electrode, ChannelSetup[i].Electrode);
             EXPECT_EQ(header.channels[i].serialNo, Trimmed(Cell(ChannelSetup[i].SerialNo)));
@@ -253,7 +253,7 @@ protected:
 
     static void CheckCalibration(const FileOpr::MeasurementHeader::Channel& channel,
                                  const CalibrationRecord& record) {
-        const auto points = static_cast<std::size_t>(record.PointCount);
+        const std::size_t points = record.Points();
         if (points == 0) {
             EXPECT_EQ(channel.pointCount, "N/A");
             return;
