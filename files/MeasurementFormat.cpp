@@ -172,16 +172,9 @@ private:
     std::string text_;
 };
 
-bool IsPresent(Quantity quantity, const RunRows& rows) {
-    switch (quantity) {
-    case Quantity::pH:
-        return rows.pH;
-    case Quantity::ppm:
-    case Quantity::mol_l:
-        return rows.ion;
-    default:
-        return true;
-    }
+/// Potential and temperature are of every run, the rest of those whose electrodes give it.
+bool IsPresent(const Quantities::Givers& givers, const RunRows& rows) {
+    return givers.none || givers.sensor || (givers.pH && rows.pH) || (givers.ion && rows.ion);
 }
 
 } // namespace
@@ -238,7 +231,7 @@ std::string RecordText(const FileOpr::MeasurementRecord& record, const RunRows& 
     text += record.comment;
     text += Text::lineEnd;
     for (const auto& row : Quantities::table) {
-        if (!IsPresent(row.quantity, rows))
+        if (!IsPresent(row.givers, rows))
             continue;
         AddField(text, row.label, Text::labelWidth);
         for (std::size_t i = 0; i < channelCount; ++i) {

@@ -19,17 +19,11 @@ constexpr int longestRecord = 16; // lines that are looked at
 
 /// The kind of electrode that a value in this quantity tells of.
 Electrode::Kind KindTold(Quantity quantity) {
-    switch (quantity) {
-    case Quantity::pH:
-        return Electrode::Kind::pH;
-    case Quantity::ppm:
-    case Quantity::mol_l:
-        return Electrode::Kind::ion;
-    case Quantity::mV:
-    case Quantity::celsius:
-        break;
-    }
-    return Electrode::Kind::redox;
+    using enum Electrode::Kind;
+    for (const Electrode::Kind kind : {redox, pH, ion})
+        if (Quantities::Gives(kind, quantity))
+            return kind;
+    return redox;
 }
 
 } // namespace

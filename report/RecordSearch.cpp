@@ -41,11 +41,11 @@ std::vector<RecordSearch::Entry> RecordSearch::Entries() const {
 std::vector<Quantity> RecordSearch::Units(int entryIndex) const {
     if (entryIndex >= maxChannels)
         return {Quantity::celsius};
-    std::vector<Quantity> units = {Quantity::mV};
+    std::vector<Quantity> units;
     const Electrode::Kind kind = file_.channelKind[static_cast<std::size_t>(entryIndex)];
-    for (const auto unit : {Quantity::pH, Quantity::ppm, Quantity::mol_l})
-        if (KindGives(kind, unit))
-            units.push_back(unit);
+    for (const auto& row : Quantities::table)
+        if (Quantities::Gives(kind, row.quantity))
+            units.push_back(row.quantity);
     return units;
 }
 
