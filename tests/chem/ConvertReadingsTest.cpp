@@ -10,7 +10,8 @@ namespace {
 CalibrationRecord Calibration(std::initializer_list<std::array<float, 2>> readingAndStandard) {
     CalibrationRecord record;
     for (const auto& [reading, standard] : readingAndStandard) {
-        const auto point = static_cast<std::size_t>(record.PointCount++);
+        const std::size_t point = record.Points();
+        ++record.PointCount;
         record.CaliData[point] = reading;
         record.Standard[point] = standard;
     }
@@ -20,7 +21,8 @@ CalibrationRecord Calibration(std::initializer_list<std::array<float, 2>> readin
 TempSensorCalibration SensorTable(std::initializer_list<std::array<float, 2>> readingAndCelsius) {
     TempSensorCalibration sensor;
     for (const auto& [reading, celsius] : readingAndCelsius) {
-        const auto row = static_cast<std::size_t>(sensor.PointCount++);
+        const std::size_t row = sensor.Rows();
+        ++sensor.PointCount;
         sensor.Reading[row] = reading;
         sensor.Temperature[row] = celsius;
     }

@@ -15,7 +15,8 @@ protected:
     static CalibrationRecord Record(std::initializer_list<std::array<float, 2>> standardAndMv) {
         CalibrationRecord record;
         for (const auto& [standard, mV] : standardAndMv) {
-            const auto point = static_cast<std::size_t>(record.PointCount++);
+            const std::size_t point = record.Points();
+            ++record.PointCount;
             record.Standard[point] = standard;
             record.CaliData[point] = mV;
         }

@@ -2,6 +2,7 @@
 #include "faults/FailingCalls.h"
 #include "report/CsvExport.h"
 #include "report/support/LoadedReport.h"
+#include "support/FilesIn.h"
 
 namespace {
 
@@ -20,10 +21,7 @@ protected:
         Mreport::ExportCsv(viewed, Target(), Mreport::CsvReader::any, [] { return false; });
     }
 
-    std::size_t FilesBesideTarget() const {
-        const fs::directory_iterator files(platform.folder.Path());
-        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
-    }
+    std::size_t FilesBesideTarget() const { return FilesIn(platform.folder.Path()); }
 };
 
 } // namespace

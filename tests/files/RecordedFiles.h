@@ -4,6 +4,7 @@
 #include "files/MeasuringRun.h"
 #include "files/SetUpRun.h"
 #include "support/FakePlatform.h"
+#include "support/FilesIn.h"
 
 #include <gtest/gtest.h>
 
@@ -34,8 +35,7 @@ protected:
     }
 
     std::size_t FilesInTemporaryFolder() const {
-        const std::filesystem::directory_iterator files(platform.places.TemporaryFolder());
-        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+        return FilesIn(platform.places.TemporaryFolder());
     }
 
     fake::Platform platform;

@@ -1,6 +1,7 @@
 #include "base/RunTimeError.h"
 #include "platform/System.h"
 #include "support/FakePlatform.h"
+#include "support/FilesIn.h"
 
 #include <gtest/gtest.h>
 
@@ -11,10 +12,7 @@ namespace {
 class FileStoreTest : public testing::Test {
 protected:
     std::filesystem::path File() const { return folder.Path() / "run.4ch"; }
-    std::size_t FilesInFolder() const {
-        const std::filesystem::directory_iterator files(folder.Path());
-        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
-    }
+    std::size_t FilesInFolder() const { return FilesIn(folder.Path()); }
 
     fake::TemporaryFolder folder;
     std::unique_ptr<platform::FileStore> store = platform::MakeFileStore();

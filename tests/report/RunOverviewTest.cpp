@@ -245,16 +245,15 @@ TEST(RunOverview, Random_files_look_as_when_every_value_is_looked_at) {
         std::string text = random.Text(20 + random.Below(400));
         if (random.Below(2) == 0)
             random.Damage(text, 1 + random.Below(10));
-        OverviewOf run(text, static_cast<std::size_t>(1 + random.Below(90)));
+        OverviewOf run(text, 1 + random.Below(std::size_t{90}));
         const auto records = static_cast<int>(run.records.size());
         RecordSpan span{random.Below(records), 0};
         span.end = span.first + 1 + random.Below(records - static_cast<int>(span.first));
         const auto& series = random.Below(3) == 0 ? twoSensors : fourChannels;
-        const Quantity quantity =
-            Quantities::table[static_cast<std::size_t>(random.Below(quantityCount))].quantity;
+        const Quantity quantity = Quantities::table[random.Below(quantityCount)].quantity;
         run.Start(quantity, series, random.Below(2) == 0 ? run.All() : span, random.Below(records));
         run.Fill(static_cast<std::uint64_t>(1 + random.Below(20'000)));
         EXPECT_EQ(run.overview.Share(), 1);
-        run.ExpectAsPlain(series, span, static_cast<std::size_t>(1 + random.Below(300)));
+        run.ExpectAsPlain(series, span, 1 + random.Below(std::size_t{300}));
     }
 }

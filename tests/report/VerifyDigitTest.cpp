@@ -34,8 +34,7 @@ bool ChangeDigit(MeasuredRun& run, std::string& text) {
             places.push_back(i);
     if (places.empty())
         return false;
-    char& digit =
-        text[places[static_cast<std::size_t>(run.Below(static_cast<int>(places.size())))]];
+    char& digit = text[places[run.Below(places.size())]];
     digit = static_cast<char>('0' + (digit - '0' + 1 + run.Below(9)) % 10);
     return true;
 }
@@ -87,20 +86,20 @@ bool AnyIsImpossible(const MeasuredRun& run) {
 
 /// Changes a digit of a cell or of the calibration of a channel.
 bool ChangeAnywhere(MeasuredRun& run) {
-    const auto channel = static_cast<std::size_t>(run.Below(3));
+    const std::size_t channel = run.Below(std::size_t{3});
     if (run.Below(4) == 0) {
         auto& record = run.calibration[channel];
         auto& table = run.Below(2) == 0 ? record.Standard : record.CaliData;
-        float& number = table[static_cast<std::size_t>(run.Below(record.PointCount))];
+        float& number = table[run.Below(record.Points())];
         std::string text = NumberText::Plain(number);
         const bool changed = ChangeDigit(run, text);
         number = static_cast<float>(NumberText::Leading(text));
         return changed;
     }
-    auto& cells = run.records[static_cast<std::size_t>(run.Below(records))][channel];
+    auto& cells = run.records[run.Below(run.records.size())][channel];
     constexpr std::array<Quantity, 4> rows = {Quantity::mV, Quantity::pH, Quantity::ppm,
                                               Quantity::mol_l};
-    return ChangeDigit(run, cells[rows[static_cast<std::size_t>(run.Below(4))]]);
+    return ChangeDigit(run, cells[rows[run.Below(rows.size())]]);
 }
 
 /// A small change of the unit that needs a molar mass may fit one that is near the built-in one.

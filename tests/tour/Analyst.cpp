@@ -26,7 +26,7 @@ using namespace stage;
 
 namespace {
 
-QString Element(const char* array, int index) {
+QString Element(const char* array, std::size_t index) {
     return QString("%1_%2").arg(array).arg(index);
 }
 
@@ -61,8 +61,8 @@ std::filesystem::path Analyst::PrintedGraph() const {
     return std::filesystem::path(Folder().toStdString()) / "graph.pdf";
 }
 
-void Analyst::ChooseElectrode(int channel, const QString& electrode, const QString& serialNo,
-                              int tempSensor) {
+void Analyst::ChooseElectrode(std::size_t channel, const QString& electrode,
+                              const QString& serialNo, int tempSensor) {
     Pick(Main(), Element("cboEntry", ChannelRows::electrode + channel), electrode);
     Type(Main(), Element("txtEntry", ChannelRows::serialNo + channel), serialNo);
     Pick(Main(), Element("cboEntry", ChannelRows::tempSensor + channel),
@@ -91,8 +91,8 @@ void Analyst::CalibratePH() {
     QWidget& calibration = Window("frmCalib");
     Pick(calibration, "cboCalibPtrs", "3");
     const std::vector<std::string> buffers = {"4.01", "7.00", "10.01"};
-    for (int point = 0; point < 3; ++point) {
-        const std::string& buffer = buffers[static_cast<std::size_t>(point)];
+    for (std::size_t point = 0; point < buffers.size(); ++point) {
+        const std::string& buffer = buffers[point];
         instrument_.Command("solution 1 pH " + buffer);
         Type(calibration, Element("txtEntry", point), QString::fromStdString(buffer));
         PressEnter(calibration, Element("txtEntry", point));
@@ -126,8 +126,8 @@ void Analyst::CalibrateCalcium() {
     Click(calibration, Element("cmdSys", SimultCalib::nextButton)); // "&Next >"
     Pick(calibration, "cboCalibPtrs", "3");
     const std::vector<std::string> standards = {"1", "10", "100"};
-    for (int point = 0; point < 3; ++point) {
-        const std::string& standard = standards[static_cast<std::size_t>(point)];
+    for (std::size_t point = 0; point < standards.size(); ++point) {
+        const std::string& standard = standards[point];
         instrument_.Command("solution 2 Ca " + standard + " ppm");
         instrument_.Command("solution 3 Ca " + standard + " ppm");
         Type(calibration, Element("txtDat", point), QString::fromStdString(standard));
@@ -163,7 +163,7 @@ void Analyst::BeginMeasuring() {
 }
 
 void Analyst::SetLimits() {
-    constexpr int calcium = 1;
+    constexpr std::size_t calcium = 1;
     answers_.Other("frmLimits", [](QWidget& dialog) {
         Pick(dialog, Element("cboLimit", calcium), "ppm");
         Type(dialog, Element("txtHigh", calcium), "40");
@@ -231,7 +231,7 @@ void Analyst::RecordByClock(int records, int period_s) {
             [this] { return Main().windowTitle() == "4-Channel Vantrel: Setup"; });
 }
 
-void Analyst::SelectQuantity(QWidget& report, int unit, const QString& pictureName) {
+void Analyst::SelectQuantity(QWidget& report, std::size_t unit, const QString& pictureName) {
     answers_.Other("frmCommon", [=](QWidget& dialog) {
         Click(dialog, Element("optData", unit));
         if (unit == 0)

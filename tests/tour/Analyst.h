@@ -48,10 +48,10 @@ public:
 
 private:
     QWidget& Main() const;
-    void ChooseElectrode(int channel, const QString& electrode, const QString& serialNo,
+    void ChooseElectrode(std::size_t channel, const QString& electrode, const QString& serialNo,
                          int tempSensor);
     void WaitForRecords(int count, int period_s);
-    void SelectQuantity(QWidget& report, int unit, const QString& pictureName);
+    void SelectQuantity(QWidget& report, std::size_t unit, const QString& pictureName);
     void FindRecord(QWidget& report, int record);
     void Print(QWidget& report, int option, const std::filesystem::path& pdf,
                const QString& pictureName);

@@ -28,7 +28,7 @@ void MeasuredRun::Calibrate(std::size_t channel, bool isPH) {
     record.PointCount = static_cast<std::int16_t>(2 + Below(5));
     const float slope = (Below(2) == 0 ? -1.0F : 1.0F) * Between(20, 60);
     float potential_mV = Between(-200, 200);
-    for (std::size_t k = 0; k < static_cast<std::size_t>(record.PointCount); ++k) {
+    for (std::size_t k = 0; k < record.Points(); ++k) {
         record.Standard[k] =
             isPH ? 2 + 2 * static_cast<float>(k) : std::pow(10.0F, static_cast<float>(k) - 2);
         record.CaliData[k] = potential_mV;

@@ -4,6 +4,7 @@
 #include "files/MeasurementRecord.h"
 
 #include <array>
+#include <concepts>
 #include <cstddef>
 #include <random>
 #include <string>
@@ -33,7 +34,10 @@ public:
     /// The file.
     std::string Text() const;
 
-    int Below(int bound) { return std::uniform_int_distribution<int>(0, bound - 1)(chance_); }
+    template <std::integral Number>
+    Number Below(Number bound) {
+        return std::uniform_int_distribution<Number>(0, bound - 1)(chance_);
+    }
     float Between(float low, float high) {
         return std::uniform_real_distribution<float>(low, high)(chance_);
     }

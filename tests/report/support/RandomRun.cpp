@@ -8,7 +8,7 @@ std::string RandomRun::Cell() {
     constexpr std::array<const char*, 9> odd = {"NA",  "N/A",   "",   "Error",   "12.5 x",
                                                 "1E5", "+3.25", "-0", "1.5E+400"};
     if (Below(12) == 0)
-        return odd[static_cast<std::size_t>(Below(odd.size()))];
+        return odd[Below(odd.size())];
     const std::string sign = Below(3) == 0 ? "-" : "";
     const std::string number = sign + std::to_string(Below(5000)) + "." + std::to_string(Below(10));
     return Below(5) == 0 ? number + "E-0" + std::to_string(Below(10)) : number;
@@ -28,13 +28,13 @@ void RandomRun::Damage(std::string& text, int places) {
     constexpr std::array<const char*, 8> pieces = {"\n",  "\r\n",       "\t", "Record 7\tAt\n",
                                                    "mV ", "\n------\n", "-",  "Comment:\n"};
     for (int i = 0; i < places && !text.empty(); ++i) {
-        const auto at = static_cast<std::size_t>(Below(static_cast<int>(text.size())));
+        const std::size_t at = Below(text.size());
         switch (Below(3)) {
         case 0:
-            text.erase(at, static_cast<std::size_t>(Below(300)));
+            text.erase(at, Below(std::size_t{300}));
             break;
         case 1:
-            text.insert(at, pieces[static_cast<std::size_t>(Below(pieces.size()))]);
+            text.insert(at, pieces[Below(pieces.size())]);
             break;
         default:
             text[at] = static_cast<char>(Below(128));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -9,7 +10,10 @@ class RandomRun {
 public:
     explicit RandomRun(std::uint32_t seed) : chance_(seed) {}
 
-    int Below(int bound) { return std::uniform_int_distribution<int>(0, bound - 1)(chance_); }
+    template <std::integral Number>
+    Number Below(Number bound) {
+        return std::uniform_int_distribution<Number>(0, bound - 1)(chance_);
+    }
 
     /// A header and so many records, some with a comment, some cells missing or no number.
     std::string Text(int records);
