@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr const char* application = "CommPort";
-constexpr const char* section = "Startup";
-constexpr const char* bitRateKey = "BitRate";
-constexpr const char* portNumberKey = "PortNumber";
+const std::string application = "CommPort";
+const std::string section = "Startup";
+const std::string bitRateKey = "BitRate";
+const std::string portNumberKey = "PortNumber";
 
 std::int32_t LeadingInteger32(const std::string& text) {
     constexpr double lowest = std::numeric_limits<std::int32_t>::min();

@@ -3,12 +3,13 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace platform {
 
 /// Bytes as digits 0-9 a-f.
 inline std::string HexText(std::span<const std::uint8_t> bytes) {
-    constexpr auto digits = "0123456789abcdef";
+    constexpr std::string_view digits = "0123456789abcdef";
     constexpr unsigned base = 16;
     std::string text;
     for (const std::uint8_t byte : bytes) {

@@ -13,7 +13,7 @@ namespace platform {
 
 namespace {
 
-constexpr auto folderName = "Vantrel";
+constexpr const char* folderName = "Vantrel";
 
 QString UserFolder(QStandardPaths::StandardLocation location) {
     const QDir folder(QStandardPaths::writableLocation(location) + "/" + folderName);

@@ -8,7 +8,7 @@
 namespace platform {
 
 namespace {
-constexpr auto organisation = "Vantrel";
+constexpr const char* organisation = "Vantrel";
 
 QString KeyOf(const std::string& section, const std::string& key) {
     return Text::ToQt(section) + "/" + Text::ToQt(key);

@@ -13,7 +13,7 @@ namespace platform {
 
 namespace {
 
-constexpr auto programName = "vantrel-instrument";
+constexpr const char* programName = "vantrel-instrument";
 constexpr std::chrono::seconds longestStart{10};
 constexpr int longestEnd_ms = 2000;
 

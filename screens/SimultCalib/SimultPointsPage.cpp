@@ -16,7 +16,8 @@ namespace {
 
 constexpr int entryWidth_px = 110;
 constexpr int readingWidth_px = 78;
-constexpr auto widestMark = "-00.0 mV/min"; // columns do not jump about while a reading settles
+constexpr const char* widestMark =
+    "-00.0 mV/min"; // columns do not jump about while a reading settles
 
 /// Columns and rows of the grid: headings, the points, the marks.
 enum GridColumn { captionColumn, unitColumn, entryColumn, firstReadingColumn };

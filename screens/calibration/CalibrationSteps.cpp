@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr auto averagingPrompt = "Input new averaging number for the calibration.";
+constexpr const char* averagingPrompt = "Input new averaging number for the calibration.";
 
 } // namespace
 

@@ -19,8 +19,9 @@ inline constexpr std::string_view summaryTitle = "Calibration Summary";
 inline constexpr std::string_view helpFile = "CalibHlp.txt";
 
 /// What the mark beside a reading means.
-inline constexpr auto markTip = "\"steady\" when the last ten readings lie within 0.2 mV; before "
-                                "that, how much they change in a minute";
+inline constexpr const char* markTip =
+    "\"steady\" when the last ten readings lie within 0.2 mV; before "
+    "that, how much they change in a minute";
 
 /// Shown in red on the summary page and in a message box when no slope can be computed.
 inline constexpr std::string_view invalidData = "Incorrect calibration data encountered.";

@@ -14,7 +14,7 @@ namespace {
 
 constexpr auto elapsedInterval = std::chrono::milliseconds(250);
 
-constexpr auto noTemperature = "Error";
+constexpr const char* noTemperature = "Error";
 
 /// The position of a channel's temperature sensor in a cycle; nothing where it has none.
 std::optional<std::size_t> SensorOf(std::size_t channel) {

@@ -15,7 +15,7 @@ constexpr int entryWidth_px = 190;
 constexpr int readingWidth_px = 110;
 constexpr int markWidth_px = 72;
 constexpr int readingSize_pt = 12;
-constexpr auto firstReading = "0.0"; // stands until the first value has arrived
+constexpr const char* firstReading = "0.0"; // stands until the first value has arrived
 
 /// Columns of the grid; its first row is that of the headings.
 enum Column { captionColumn, entryColumn, readingColumn, markColumn };
