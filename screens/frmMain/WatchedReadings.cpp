@@ -54,12 +54,10 @@ void WatchedReadings::ShowWatch(std::size_t channel) {
 
 std::vector<int> WatchedReadings::ChannelsToCheck() const {
     std::vector<int> channels;
-    for (int i = 0; i < ChannelCount(); ++i) {
-        const auto index = static_cast<std::size_t>(i);
-        if (selected_[index] &&
-            Electrode::KindOf(mWinInit::ChannelSetup[index].Electrode) != Electrode::Kind::none)
-            channels.push_back(i);
-    }
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
+        if (selected_[i] &&
+            Electrode::KindOf(mWinInit::ChannelSetup[i].Electrode) != Electrode::Kind::none)
+            channels.push_back(static_cast<int>(i));
     return channels;
 }
 
