@@ -27,7 +27,7 @@ void SetUpEightChannels() {
                : CalibrationRecord{
                      "", 6, 0, {0.1F, 1, 10, 100, 1000, 1E4F}, {-100, -41, 18, 77, 136, 195}, {}};
     }
-    for (int sensor = 0; sensor < tempSensorCount; ++sensor)
+    for (std::size_t sensor = 0; sensor < tempSensorCount; ++sensor)
         mWinInit::LoadTempSensorMatrix(sensor, "");
 }
 

@@ -21,11 +21,11 @@ constexpr std::array<const char*, maxChannels> electrodes = {"Ca", "H (pH)", "NO
                                                              "K",  "Na",     "Cl",  "F"};
 constexpr std::size_t writeBlock = 1 << 20;
 
-void SetUp(int channels) {
+void SetUp(std::size_t channels) {
     mWinInit::HardwareSettings.ChannelCount = static_cast<std::int16_t>(channels);
     mWinInit::ProjectInfo.ProjectName = "Generated measurement";
     mWinInit::ProjectInfo.Experimentator = "Generator";
-    for (std::size_t i = 0; i < static_cast<std::size_t>(channels); ++i) {
+    for (std::size_t i = 0; i < channels; ++i) {
         mWinInit::ChannelSetup[i].Electrode = electrodes[i];
         mWinInit::ChannelSetup[i].SerialNo = "S" + std::to_string(i + 1);
         mWinInit::ChannelSetup[i].TempSensor = static_cast<std::int16_t>(i % 4 + 1);
@@ -49,9 +49,9 @@ std::string Decimal(double value) {
 }
 
 /// Slow waves, so that a graph of them has a shape.
-FileOpr::DisplayedChannels ValuesOf(std::int32_t record, int channels) {
+FileOpr::DisplayedChannels ValuesOf(std::int32_t record, std::size_t channels) {
     FileOpr::DisplayedChannels values;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(channels); ++i) {
+    for (std::size_t i = 0; i < channels; ++i) {
         const double wave = std::sin(record / (300.0 + 40.0 * static_cast<double>(i)));
         const double level = 20.0 * static_cast<double>(i + 1);
         values[i] = {Decimal(level + 10 * wave), Decimal(7 + wave), Decimal(level / 2 + wave),
@@ -60,13 +60,12 @@ FileOpr::DisplayedChannels ValuesOf(std::int32_t record, int channels) {
     return values;
 }
 
-void Write(std::int32_t records, const std::string& file, int channels) {
+void Write(std::int32_t records, const std::string& file, std::size_t channels) {
     SetUp(channels);
-    const auto setup = std::span(mWinInit::ChannelSetup).first(static_cast<std::size_t>(channels));
+    const auto setup = std::span(mWinInit::ChannelSetup).first(channels);
     std::ofstream out(file, std::ios::binary | std::ios::trunc);
     std::string text = MeasurementFormat::HeaderText(
-        {mWinInit::ProjectInfo, setup,
-         std::span(mWinInit::Calibration).first(static_cast<std::size_t>(channels))},
+        {mWinInit::ProjectInfo, setup, std::span(mWinInit::Calibration).first(channels)},
         TimeOf(0));
     const MeasurementFormat::RunRows rows = MeasurementFormat::RowsOf(setup);
     for (std::int32_t record = 1; record <= records; ++record) {

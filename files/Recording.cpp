@@ -58,7 +58,7 @@ void Recording::BeginRun(float period_s, Outcome& outcome) {
     period_s_ = period_s;
     automaticOn_ = true;
     runStart_ = lastRecordTime_ = WholeSeconds();
-    recordBytes_ = RecordBytes(run_.Rows(), mWinInit::HardwareSettings.ChannelCount);
+    recordBytes_ = RecordBytes(run_.Rows(), mWinInit::ChannelsInUse());
     awake_ = platform::Current().desktop.KeepAwake("Measurements are being recorded");
     if (!awake_ && !std::exchange(sleepIsTold_, true))
         outcome.remark = std::string(sleepMessage);
@@ -170,7 +170,7 @@ RecordingProgress Recording::Progress() const {
 std::string Recording::ChangesSinceHeader() const {
     if (!header_ || run_.targetFile.empty())
         return {};
-    return HeaderDifferences(*header_, RecordsInForce(), mWinInit::HardwareSettings.ChannelCount);
+    return HeaderDifferences(*header_, RecordsInForce(), mWinInit::ChannelsInUse());
 }
 
 void Recording::ReportOpened() {

@@ -138,7 +138,7 @@ std::optional<Mreport::RecordRange> frmPrint::ChosenRange() {
     return range;
 }
 
-void frmPrint::Refuse(std::string_view message, int box) {
+void frmPrint::Refuse(std::string_view message, std::size_t box) {
     Mcommon::Warn(message);
     txtRange(box).setFocus();
     txtRange(box).selectAll();

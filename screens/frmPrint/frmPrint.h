@@ -52,7 +52,7 @@ private:
     int ChosenPage() const;
     /// The range to print; nothing after it was refused.
     std::optional<Mreport::RecordRange> ChosenRange();
-    void Refuse(std::string_view message, int box);
+    void Refuse(std::string_view message, std::size_t box);
     platform::PrintOutcome PrintTable(Mreport::RecordRange range);
     platform::PrintOutcome PrintGraph(Mreport::RecordRange range);
     void ShowBusy(const QString& busy, const QString& status);

@@ -28,7 +28,7 @@ protected:
         return Measure::InterpolateReading(input.size(), input, output, reading);
     }
 
-    static std::string ErrorOf(bool linear, int points, const std::vector<float>& input,
+    static std::string ErrorOf(bool linear, std::size_t points, const std::vector<float>& input,
                                const std::vector<float>& output, float reading) {
         Measure::IsPHMode = linear;
         try {

@@ -8,9 +8,9 @@ class SelectionOf : public LoadedReport {
 protected:
     static std::vector<int> Enabled(const Mreport::Selection& selection) {
         std::vector<int> boxes;
-        for (int i = 0; i < 8; ++i)
+        for (std::size_t i = 0; i < 8; ++i)
             if (selection.BoxAt(i).enabled)
-                boxes.push_back(i);
+                boxes.push_back(static_cast<int>(i));
         return boxes;
     }
 };

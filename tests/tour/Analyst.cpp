@@ -255,7 +255,7 @@ void Analyst::FindRecord(QWidget& report, int record) {
 
 /// Answers come from a timer's tick, in which no further dialog may be opened: the presses that do
 /// so wait for the next pass of the event loop.
-void Analyst::Print(QWidget& report, int option, const std::filesystem::path& pdf,
+void Analyst::Print(QWidget& report, std::size_t option, const std::filesystem::path& pdf,
                     const QString& pictureName) {
     answers_.Other("frmPrint", [=](QWidget& form) {
         Click(form, Element("optPrintOpt", option));
@@ -282,8 +282,9 @@ void Analyst::ViewReport() {
     Choose(report, Element("mnuFileItem", ReportMenus::openFile));
     WaitFor("the loaded file", [&] { return TextOf(report, "lblStatus") == "Ready"; });
     const QStringList quantities = {"mV", "pH", "ppm", "mol-l", "celsius"};
-    for (int unit = 0; unit < quantities.size(); ++unit)
-        SelectQuantity(report, unit, "report-" + quantities[unit]);
+    std::size_t unit = 0;
+    for (const QString& quantity : quantities)
+        SelectQuantity(report, unit++, "report-" + quantity);
     FindRecord(report, 3);
     Choose(report, Element("mnuViewItem", ReportMenus::tableView));
     Picture(report, "report-table");

@@ -53,7 +53,7 @@ private:
     void WaitForRecords(int count, int period_s);
     void SelectQuantity(QWidget& report, std::size_t unit, const QString& pictureName);
     void FindRecord(QWidget& report, int record);
-    void Print(QWidget& report, int option, const std::filesystem::path& pdf,
+    void Print(QWidget& report, std::size_t option, const std::filesystem::path& pdf,
                const QString& pictureName);
 
     const InstrumentProcess& instrument_;

@@ -70,8 +70,8 @@ protected:
         return form;
     }
 
-    void ReadPoint(const QWidget& form, const QString& entry, const QString& standard, int button,
-                   double potential_mV) {
+    void ReadPoint(const QWidget& form, const QString& entry, const QString& standard,
+                   std::size_t button, double potential_mV) {
         Type(form, entry, standard);
         Click(form, "cmdSys", button);
         constexpr int readings = 30;

@@ -17,7 +17,7 @@ protected:
                                           "Click on button Start to start reading again.";
 
     void ExpectCells(std::size_t channel, const std::array<const char*, 5>& texts) {
-        const std::array<int, 5> labels = {16, 24, 32, 64, 56}; // mV, pH, ppm, mol/l, °C
+        const std::array<std::size_t, 5> labels = {16, 24, 32, 64, 56}; // mV, pH, ppm, mol/l, °C
         for (std::size_t i = 0; i < labels.size(); ++i)
             EXPECT_EQ(CellText(labels[i] + channel), texts[i]) << "label " << labels[i] + channel;
     }

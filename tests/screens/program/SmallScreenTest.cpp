@@ -8,7 +8,7 @@ namespace {
 
 class ManagedScreen : public Bench {
 protected:
-    explicit ManagedScreen(QSize screen) : Bench(screen), screen(screen) {
+    explicit ManagedScreen(QSize size) : Bench(size), screen(size) {
         manager.setProcessEnvironment(environment);
         manager.start("openbox", QStringList());
         EXPECT_TRUE(manager.waitForStarted()) << manager.errorString().toStdString();

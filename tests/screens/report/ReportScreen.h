@@ -65,10 +65,12 @@ protected:
     QString Status() const { return Find<QLabel>(*form, "lblStatus").text(); }
     GraphControl& Graph() const { return Find<GraphControl>(*form, "graReport"); }
     QScrollBar& Scroll() const { return Find<QScrollBar>(*form, "HScroll"); }
-    LineListView& List(int page) const { return Element<LineListView>(*form, "lstData", page); }
+    LineListView& List(std::size_t page) const {
+        return Element<LineListView>(*form, "lstData", page);
+    }
 
 private:
-    QAction& MenuItem(const char* name, int index) const {
+    QAction& MenuItem(const char* name, std::size_t index) const {
         return Element<QAction>(*form, name, index);
     }
 };

@@ -103,7 +103,7 @@ TEST_F(StartTest, The_splash_names_the_product_and_the_version) {
 TEST_F(StartTest, The_splash_s_lines_are_centred_and_two_stand_above_the_button) {
     program.Main();
     const int width = Form("frmSplash")->width();
-    for (int i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i)
         EXPECT_EQ(Line(i).x(), (width - Line(i).width()) / 2) << i;
     const auto& button = Find<QAbstractButton>(*Form("frmSplash"), "cmdCommand1");
     EXPECT_EQ(button.x(), (width - button.width()) / 2);
