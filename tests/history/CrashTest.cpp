@@ -13,6 +13,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <random>
+#include <string>
 #include <thread>
 
 extern char** environ;
@@ -57,7 +58,7 @@ std::int64_t WriteUntilKilled(const std::filesystem::path& file, std::chrono::mi
         continue;
     ::close(ends[0]);
     said.resize(said.rfind('\n'));
-    return std::atoll(said.c_str() + said.rfind('\n') + 1);
+    return std::stoll(said.substr(said.rfind('\n') + 1)); // of the last whole line
 }
 
 } // namespace
