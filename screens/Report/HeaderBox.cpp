@@ -3,11 +3,10 @@
 #include <QFontDatabase>
 #include <QScrollBar>
 
-#include <cmath>
-
 namespace {
 constexpr auto widestColumn = "+1.33E+13";
 constexpr int lines = 4;
+constexpr int margin_px = 4;
 } // namespace
 
 HeaderBox::HeaderBox(QWidget* parent) : QPlainTextEdit(parent) {
@@ -16,6 +15,11 @@ HeaderBox::HeaderBox(QWidget* parent) : QPlainTextEdit(parent) {
     setLineWrapMode(NoWrap);
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     setFont(fixed);
+    // A margin of the document's own would show a part of the next line.
+    document()->setDocumentMargin(0);
+    setViewportMargins(margin_px, margin_px, margin_px, margin_px);
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
     setTabStopDistance(QFontMetrics(fixed).horizontalAdvance(widestColumn));
     connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, &HeaderBox::FitLines);
     FitLines();
@@ -23,9 +27,8 @@ HeaderBox::HeaderBox(QWidget* parent) : QPlainTextEdit(parent) {
 
 /// Where the form is small, the bar lies over the last line.
 void HeaderBox::FitLines() {
-    const double beside = 2 * (frameWidth() + document()->documentMargin());
     const int lines_px =
-        QFontMetrics(font()).lineSpacing() * lines + static_cast<int>(std::ceil(beside));
+        QFontMetrics(font()).lineSpacing() * lines + 2 * (frameWidth() + margin_px);
     const bool bar = horizontalScrollBar()->maximum() > 0;
     setMinimumHeight(lines_px);
     setMaximumHeight(lines_px + (bar ? horizontalScrollBar()->sizeHint().height() : 0));
