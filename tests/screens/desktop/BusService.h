@@ -21,5 +21,6 @@ protected:
 
 private:
     QString connectionName_;
+    QString path_;
     QThread thread_;
 };
