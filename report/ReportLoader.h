@@ -1,15 +1,15 @@
 #pragma once
 
 #include "files/MeasuringRun.h"
-#include "report/LineScanner.h"
-#include "report/PageFiller.h"
-#include "report/ReportView.h"
-#include "report/ShownGraph.h"
+#include "report/LoadProgress.h"
+#include "report/LoadState.h"
+#include "report/PageReading.h"
+#include "report/ShownRecords.h"
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
-#include <string>
 
 namespace Mreport {
 
@@ -21,7 +21,8 @@ public:
     /// `run` tells which file is being recorded.
     ReportLoader(const FileOpr::MeasuringRun& run, ViewedFile& file, ShownGraph& shown,
                  ReportView& view)
-        : run_(run), file_(file), shown_(shown), view_(view), filler_(file.pages) {}
+        : run_(run), file_(file), shown_(shown), view_(view), records_(file, shown, view),
+          filler_(file.pages) {}
 
     /// Opens the file in the viewer and returns when it is loaded or ESC has stopped it. Throws
     /// RunTimeError when it cannot be opened; the file shown before then stays. Refused with a
@@ -45,70 +46,57 @@ public:
     void ReadNew();
 
     /// Draws the graph's span that ends with this record of its page.
-    void Redraw(PageRecord endRecord);
+    void Redraw(PageRecord endRecord) { records_.DrawUpTo(endRecord); }
 
     /// Brings the page's records into graph and scroll bar; a graph that follows a recording stays
     /// with the newest page.
-    void SelectPage(int page);
+    void SelectPage(int page) { records_.SelectPage(page); }
 
     /// Switches the live graph on or off.
     void SetAutoUpdate(bool on);
 
     /// ESC: ends a running load at the next line; nothing otherwise.
-    void RequestStop();
+    void RequestStop() { load_.RequestStop(); }
 
-    bool Idle() const { return state_ == State::idle; }
+    bool Idle() const { return load_.Idle(); }
 
 private:
-    class Running;
-    enum class State {
-        idle,
-        loading,
-        stopping, ///< ESC has asked for the end of the load
-    };
-
     /// Reads the header up to the first record; the number of graph series.
     int GetChanInfo();
-    void FillList(bool firstLoad);
-    void ReadRecords(bool firstLoad);
-    void ReadLines(bool firstLoad);
-    void TakeLine(const ScannedLine& line, bool firstLoad);
-    bool TakeRecord(LineScanner& scanner, bool firstLoad);
-    void CountRecord();
-    void FinishFirstLoad();
-    void FinishReload();
-    void CreateNewPage(bool selectNew);
-    RecordWalk::Step AddLine(const ScannedLine& line);
-    void LetEventsRun();
+    void FillList();
+    void ReadFile();
     void ShowProgress(std::uint64_t length);
+    void CountRecord();
     void DrawFirst();
-    void ResetScroll(bool setValue);
-    void CatchUp();
+    void FinishLoad();
     void CatchUpAfterLoad();
-    bool MayCatchUp() const { return Idle() && !restUnread_; }
+
+    void ReadOn();
     void ReadRest();
+    void CatchUp();
     void FollowNewestPage();
-    void FollowLive(FileRecord before, int newestPage);
     void ContinueWhenFull();
-    FileRecord NewestOfGraph() const;
+    bool MayCatchUp() const { return Idle() && !restUnread_; }
+
+    PageReading StartReading();
+    void KeepWhatIsRead(const std::function<void()>& read);
+    std::optional<PageReading::Taken> Note(std::optional<PageReading::Taken> taken);
+    void TellPage();
     bool RefuseWhileLoading() const;
     bool StoppedShort() const;
-    LineScanner MakeScanner();
 
     const FileOpr::MeasuringRun& run_;
     ViewedFile& file_;
     ShownGraph& shown_;
     ReportView& view_;
+    ShownRecords records_;
     PageFiller filler_;
-    State state_ = State::idle;
+    LoadState load_;
+    LoadProgress progress_;
     bool graphDrawn_ = false;
     bool restUnread_ = false; ///< ESC or a failing medium has ended the load; what is recorded
                               ///< since does not follow on
     std::int32_t recordsRead_ = 0;
-    std::uint64_t bytesRead_ = 0;
-    std::uint64_t fileLength_ = 0;
-    std::uint64_t nextProgress_ = 0; ///< bytesRead at which the shown percentage changes
-    int linesToClockRead_ = 0;
 };
 
 } // namespace Mreport

@@ -27,8 +27,8 @@ public:
     /// A status that the next one follows soon; a viewer may leave some out.
     virtual void ShowProgress(const std::string& text) = 0;
 
-    /// A list page and its tab are to be added; `selectNew` brings it to the front.
-    virtual void PageAdded(int page, bool selectNew) = 0;
+    /// A list page and its tab are to be added; the one in front stays there.
+    virtual void PageAdded(int page) = 0;
 
     /// The newest page has got lines; called now and then, not for each.
     virtual void LinesAdded() = 0;

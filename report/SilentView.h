@@ -41,7 +41,7 @@ public:
     void ShowHead(const std::string&) override {}
     void ShowStatus(const std::string&) override {}
     void ShowProgress(const std::string&) override {}
-    void PageAdded(int, bool) override {}
+    void PageAdded(int) override {}
     void LinesAdded() override {}
     void FileRead() override {}
     void SelectShownPage() override {}

@@ -44,8 +44,8 @@ void LoadView::ShowProgress(const std::string& text) {
     sinceProgress_.start();
 }
 
-void LoadView::PageAdded(int /*page*/, bool selectNew) {
-    controls_.lists.Add(selectNew);
+void LoadView::PageAdded(int /*page*/) {
+    controls_.lists.Add();
 }
 
 void LoadView::LinesAdded() {

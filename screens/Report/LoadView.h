@@ -36,7 +36,7 @@ public:
     void ShowHead(const std::string& headerLines) override;
     void ShowStatus(const std::string& text) override;
     void ShowProgress(const std::string& text) override;
-    void PageAdded(int page, bool selectNew) override;
+    void PageAdded(int page) override;
     void LinesAdded() override;
     void FileRead() override { Q_EMIT RecordsRead(); }
     void SelectShownPage() override;

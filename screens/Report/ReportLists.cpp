@@ -31,11 +31,9 @@ void ReportLists::Reset() {
     AddList();
 }
 
-void ReportLists::Add(bool select) {
+void ReportLists::Add() {
     const QSignalBlocker quiet(tabs_);
     AddList();
-    if (select)
-        Show(static_cast<int>(lstData_.size()) - 1);
 }
 
 void ReportLists::AddList() {

@@ -19,7 +19,8 @@ public:
 
     /// Back to one tab "List &1" over the first page.
     void Reset();
-    void Add(bool select);
+    /// A list for the newest page, behind the others.
+    void Add();
     void Show(int page);
 
     bool Has(int page) const { return page >= 0 && page < static_cast<int>(lstData_.size()); }

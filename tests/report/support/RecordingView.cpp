@@ -35,11 +35,9 @@ void RecordingView::ResetPages() {
     graph.SetLeftTitle("mV");
 }
 
-void RecordingView::PageAdded(int page, bool selectNew) {
+void RecordingView::PageAdded(int page) {
     EXPECT_EQ(page, static_cast<int>(tabs.size()));
     tabs.push_back("List &" + std::to_string(page + 1));
-    if (selectNew)
-        selectedTab = page;
 }
 
 void RecordingView::FileRead() {

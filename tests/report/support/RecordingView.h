@@ -82,7 +82,7 @@ public:
     void ShowHead(const std::string& headerLines) override { head = headerLines; }
     void ShowStatus(const std::string& text) override { statuses.push_back(text); }
     void ShowProgress(const std::string& text) override { statuses.push_back(text); }
-    void PageAdded(int page, bool selectNew) override;
+    void PageAdded(int page) override;
     void LinesAdded() override {}
     void FileRead() override;
     void SelectShownPage() override { selectedTab = shown_.shownPageIndex; }
