@@ -15,8 +15,22 @@ QString LoadView::Caption() const {
     return "Report - " + Text::FromPath(file_.path);
 }
 
-void LoadView::ShowCaption(const std::filesystem::path& file) {
+void LoadView::CaptionFile() {
     controls_.form.setWindowTitle(Caption());
+}
+
+void LoadView::CaptionSpanEnd(Mreport::FileRecord end) {
+    controls_.form.setWindowTitle(Caption() + " [End With Record " + QString::number(end.number) +
+                                  "]");
+}
+
+void LoadView::NoticeDamage() {
+    if (file_.pages.Damaged())
+        ShowStatus("The file has become shorter since it was loaded; what is gone is shown blank.");
+}
+
+void LoadView::ShowCaption(const std::filesystem::path& file) {
+    CaptionFile();
     Q_EMIT FileShown(file);
 }
 

@@ -10,7 +10,7 @@ class QLabel;
 class QPlainTextEdit;
 class ReportLists;
 
-/// What the loader shows in the viewer.
+/// What the viewer says of its file: in caption, header and status, and what the loader shows.
 class LoadView : public QObject, public Mreport::ReportView {
     Q_OBJECT
 
@@ -28,8 +28,14 @@ public:
              const Controls& controls)
         : file_(file), shown_(shown), controls_(controls) {}
 
-    /// "Report - " and the file's name, as the caption has it.
-    QString Caption() const;
+    /// The caption "Report - " and the file's name.
+    void CaptionFile();
+
+    /// While the scroll bar's thumb is dragged the caption tells where the span will end.
+    void CaptionSpanEnd(Mreport::FileRecord end);
+
+    /// Says in the status where the file could not be read back whole.
+    void NoticeDamage();
 
     void ShowCaption(const std::filesystem::path& file) override;
     void ResetPages() override;
@@ -59,6 +65,8 @@ Q_SIGNALS:
     void FileGone();
 
 private:
+    QString Caption() const;
+
     const Mreport::ViewedFile& file_;
     const Mreport::ShownGraph& shown_;
     Controls controls_;

@@ -1,9 +1,7 @@
 #include "screens/Report/Report.h"
 
 #include "app/Mcommon.h"
-#include "files/MeasurementLines.h"
 #include "report/RecentFiles.h"
-#include "report/WholeRun.h"
 #include "screens/Report/RecentMenu.h"
 #include "screens/Report/ReportPlace.h"
 #include "screens/Report/ReportTools.h"
@@ -11,10 +9,8 @@
 #include "screens/controls/GraphControl.h"
 #include "screens/controls/LineListView.h"
 #include "screens/controls/Placement.h"
-#include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
 #include "screens/frmCommon/frmCommon.h"
-#include "screens/frmVerify/frmVerify.h"
 #include "ui_Report.h"
 
 #include <QCloseEvent>
@@ -22,11 +18,7 @@
 #include <QScopeGuard>
 #include <QShortcut>
 
-#include <array>
-
 namespace {
-
-constexpr double zoomStep = 1.25;
 
 std::unique_ptr<Ui::Report> SetUp(QMainWindow& form) {
     auto ui = std::make_unique<Ui::Report>();
@@ -39,25 +31,25 @@ std::unique_ptr<Ui::Report> SetUp(QMainWindow& form) {
 Report::Report(FileOpr::MeasuringRun& run, QWidget* parent)
     : QMainWindow(parent), run_(run), ui_(SetUp(*this)), menus_(*this),
       lists_(*ui_->Pages, *ui_->stkLists, file_.pages),
+      views_(file_, {*ui_->TabStrip, *ui_->Pages, *ui_->picGraph, *ui_->picMode, *ui_->tblRecords},
+             lists_, menus_),
       output_({*this, file_, shown_, *ui_->picGraph, *ui_->lblStatus}), search_(file_, *this),
-      view_(file_, shown_, {*this, *ui_->txtHead, *ui_->lblStatus, *ui_->picGraph, lists_}),
-      loader_(run_, file_, shown_, view_), follower_(run_, file_, loader_) {
+      verify_(file_, *this),
+      loadView_(file_, shown_, {*this, *ui_->txtHead, *ui_->lblStatus, *ui_->picGraph, lists_}),
+      loader_(run_, file_, shown_, loadView_), follower_(run_, file_, loader_) {
     guard_("Report - Form_Load", [this] { Form_Load(); });
     WireControls();
     WireParts();
+    WireViews();
     WireMenus();
 }
 
 Report::~Report() = default;
 
 void Report::Form_Load() {
-    ui_->TabStrip->addTab("&Graph");
-    ui_->TabStrip->addTab("&Table");
-    ui_->TabStrip->addTab("&Records");
-    ui_->TabStrip->setExpanding(false);
     ui_->picGraph->Attach(file_, shown_);
     ui_->tblRecords->Attach(file_);
-    view_.ResetPages();
+    loadView_.ResetPages();
     ForgetFile();
     Mcommon::FitOntoScreen(*this);
     ReportPlace::Restore(*this);
@@ -69,11 +61,8 @@ void Report::WireControls() {
     wire(ui_->Pages, &QTabBar::currentChanged, "Pages", &Report::Pages_Click);
     GraphPage* graph = ui_->picGraph;
     wire(graph, &GraphPage::SpanWanted, "HScroll", &Report::GraphSpanWanted);
-    wire(graph, &GraphPage::ThumbMoved, "HScroll", &Report::HScroll_Scroll);
-    wire(graph, &GraphPage::ThumbReleased, "HScroll", &Report::HScroll_Release);
     wire(graph, &GraphPage::PointClicked, "graReport", &Report::graReport_Click);
     wire(graph, &GraphPage::PageWanted, "graOverview", &Report::GraphPageWanted);
-    wire(graph, &GraphPage::RecordWanted, "graOverview", &Report::RecordWanted);
     wire(graph, &GraphPage::Told, "graReport", &Report::TellInfo);
     auto* next = new QShortcut(QKeySequence::FindNext, this);
     wire(next, &QShortcut::activated, "mnuToolItem", &Report::FindNext);
@@ -81,15 +70,25 @@ void Report::WireControls() {
 
 void Report::WireParts() {
     const Wiring wire(*this, guard_, "Report");
-    wire(&view_, &LoadView::FileShown, "ViewFile", &Report::TakeFile);
-    wire(&view_, &LoadView::FileGone, "ViewFile", &Report::ForgetFile);
-    wire(&view_, &LoadView::LinesCame, "FillList", &Report::LinesCame);
-    wire(&view_, &LoadView::RecordsRead, "FillList", &Report::RecordsRead);
-    wire(ui_->tblRecords, &RecordTableView::RecordChosen, "tblRecords", &Report::RecordChosen);
-    wire(&search_, &ReportSearch::RecordFound, "frmSrch", &Report::GoTo);
+    wire(&loadView_, &LoadView::FileShown, "ViewFile", &Report::TakeFile);
+    wire(&loadView_, &LoadView::FileGone, "ViewFile", &Report::ForgetFile);
+    wire(&loadView_, &LoadView::RecordsRead, "FillList", &Report::RecordsRead);
+    wire(ui_->tblRecords, &RecordTableView::RecordChosen, "tblRecords",
+         &Report::tblRecords_RecordChosen);
     wire(&follower_, &RunFollower::Grown, "DynUpdate", &Report::FileGrown);
     wire(&follower_, &RunFollower::LiveChanged, "DynUpdate", &Report::AllowMenus);
     wire(&follower_, &RunFollower::BegunAnew, "ViewFile", &Report::FileBegunAnew);
+}
+
+void Report::WireViews() {
+    const Wiring wire(views_, guard_, "Report");
+    wire(ui_->picGraph, &GraphPage::RecordWanted, "graOverview", &ReportViews::BringRecordAt);
+    wire(&search_, &ReportSearch::RecordFound, "frmSrch", &ReportViews::BringRecord);
+    wire(&verify_, &ReportVerify::RecordWanted, "frmVerify", &ReportViews::BringRecordAt);
+    wire(&loadView_, &LoadView::LinesCame, "FillList", &ReportViews::FileGrown);
+    const Wiring caption(loadView_, guard_, "Report");
+    caption(ui_->picGraph, &GraphPage::ThumbMoved, "HScroll", &LoadView::CaptionSpanEnd);
+    caption(ui_->picGraph, &GraphPage::ThumbReleased, "HScroll", &LoadView::CaptionFile);
 }
 
 void Report::WireMenus() {
@@ -125,8 +124,7 @@ void Report::OpenFile(const std::filesystem::path& fileName) {
     WholeRunPanel& run = ui_->picGraph->Run();
     run.Clear();
     search_.Stop();
-    if (verify_)
-        verify_->Stop();
+    verify_.Stop();
     auto failed = qScopeGuard([&run] { // the old file has stayed, or a part of the new one
         if (!run.IsOpen())
             run.FileReady();
@@ -135,7 +133,7 @@ void Report::OpenFile(const std::filesystem::path& fileName) {
     failed.dismiss();
     run.FileGrown(); // by what was recorded during the load
     AllowMenus();
-    NoticeDamage();
+    loadView_.NoticeDamage();
 }
 
 /// While the load still shows its last progress.
@@ -151,36 +149,25 @@ void Report::TakeFile(const std::filesystem::path& fileName) {
 /// The file shown before has gone, and with it what was found in it.
 void Report::ForgetFile() {
     search_.Forget();
-    delete verify_;
+    verify_.Close();
     ui_->tblRecords->Forget();
-    ShowView(graphTab);
+    views_.Show(ReportViews::graphTab);
     AllowMenus();
 }
 
 void Report::FileGrown() {
     ui_->picGraph->Run().FileGrown();
-    LinesCame();
-}
-
-void Report::LinesCame() {
-    if (ui_->tblRecords->isVisible())
-        ui_->tblRecords->FileGrown();
+    views_.FileGrown();
 }
 
 /// Shows a record of the compact table as the file has it.
-void Report::RecordChosen(int page, int line) {
-    GoTo(page, line);
-    ShowView(tableTab);
+void Report::tblRecords_RecordChosen(int page, int line) {
+    views_.BringRecord(page, line);
+    views_.Show(ReportViews::tableTab);
 }
 
 void Report::FileBegunAnew() {
     OpenFile(file_.path);
-}
-
-void Report::NoticeDamage() {
-    if (file_.pages.Damaged())
-        ShowValue(*ui_->lblStatus,
-                  "The file has become shorter since it was loaded; what is gone is shown blank.");
 }
 
 void Report::AllowMenus() {
@@ -230,37 +217,24 @@ bool Report::Form_QueryUnload() {
 /// The next showing starts empty, and the file is free for others.
 void Report::Form_Unload() {
     search_.Close();
-    delete verify_;
+    verify_.Close();
     ui_->picGraph->Run().Clear();
     ReportPlace::Remember(*this);
     file_ = {};
     shown_ = {};
-    view_.ResetPages();
+    loadView_.ResetPages();
     ui_->txtHead->clear();
     ui_->txtInfo->clear();
     ui_->picGraph->Graph().SetGraphTitle({});
     setWindowTitle("Report");
 }
 
-void Report::ShowView(View view) {
-    ui_->picMode->setVisible(view == tableTab);
-    ui_->picGraph->setVisible(view == graphTab);
-    ui_->tblRecords->setVisible(view == recordsTab);
-    if (view == recordsTab)
-        ui_->tblRecords->ShowFile();
-    const QSignalBlocker quiet(ui_->TabStrip);
-    ui_->TabStrip->setCurrentIndex(view);
-    constexpr std::array items{ReportMenus::graphView, ReportMenus::tableView,
-                               ReportMenus::recordsView};
-    menus_.ShowView(items[view]);
-}
-
 void Report::TabStrip_Click(int tab) {
-    ShowView(static_cast<View>(tab));
+    views_.Show(static_cast<ReportViews::View>(tab));
     AllowMenus();
-    if (tab == tableTab)
-        view_.SelectShownPage();
-    NoticeDamage();
+    if (tab == ReportViews::tableTab)
+        loadView_.SelectShownPage();
+    loadView_.NoticeDamage();
 }
 
 void Report::Pages_Click(int page) {
@@ -270,7 +244,7 @@ void Report::Pages_Click(int page) {
     lists_.At(page).LinesChanged();
     ui_->picGraph->Run().BackToPageSpan();
     loader_.SelectPage(page);
-    NoticeDamage();
+    loadView_.NoticeDamage();
 }
 
 void Report::graReport_Click(const std::string& text) {
@@ -286,43 +260,12 @@ void Report::TellInfo(const QString& text) {
 
 void Report::GraphSpanWanted(Mreport::PageRecord end) {
     loader_.Redraw(end);
-    NoticeDamage();
+    loadView_.NoticeDamage();
 }
 
 void Report::GraphPageWanted(int page) {
     loader_.SelectPage(page);
-    view_.SelectShownPage();
-}
-
-/// While the thumb is dragged the caption tells where the span will end.
-void Report::HScroll_Scroll(Mreport::FileRecord end) {
-    setWindowTitle(view_.Caption() + " [End With Record " + QString::number(end.number) + "]");
-}
-
-void Report::HScroll_Release() {
-    setWindowTitle(view_.Caption());
-}
-
-/// Brings the record into graph and list.
-void Report::RecordWanted(std::int64_t place, std::uint64_t offset) {
-    const auto at = Mreport::WholeRun::PlaceInLists(file_.pages, place);
-    if (!at)
-        return;
-    GoTo(at->page, static_cast<int>(file_.pages.LineAt(at->page, offset)));
-    ui_->picGraph->Run().BringIntoSpan(place);
-}
-
-/// Brings a record that was found into the list and the graph.
-void Report::GoTo(int page, int line) {
-    if (!lists_.Has(page))
-        return;
-    ui_->Pages->setCurrentIndex(page);
-    LineListView& list = lists_.At(page);
-    list.LinesChanged();
-    list.SetCurrentLine(line, Mreport::CountLinesPerRecord(file_.pages) - 1);
-    ui_->tblRecords->SelectRecord(page, line);
-    const std::string text = file_.pages.Text(page, static_cast<std::size_t>(line));
-    ui_->picGraph->BringIntoSpan({MeasurementLines::RecordNumber(text)});
+    loadView_.SelectShownPage();
 }
 
 /// F3: the search again, from the record found last.
@@ -346,20 +289,7 @@ void Report::mnuFileItem_Click(std::size_t Index) {
         return;
     default:
         if (!Refuse(Mreport::loadingText))
-            PutOut(Index);
-    }
-}
-
-void Report::PutOut(std::size_t fileItem) {
-    switch (fileItem) {
-    case ReportMenus::printReport:
-        return output_.Print();
-    case ReportMenus::printShownGraph:
-        return output_.PrintShownGraph();
-    case ReportMenus::exportRecords:
-        return output_.ExportRecords();
-    default:
-        output_.ExportShownGraph();
+            output_.PutOut(Index);
     }
 }
 
@@ -384,59 +314,36 @@ void Report::mnuRecent_Click(QAction* item) {
 }
 
 void Report::mnuViewItem_Click(std::size_t Index) {
-    switch (Index) {
-    case ReportMenus::selectChannels:
-        return SelectChannels();
-    case ReportMenus::graphView:
-        return ChooseView(graphTab);
-    case ReportMenus::tableView:
-        return ChooseView(tableTab);
-    case ReportMenus::recordsView:
-        return ChooseView(recordsTab);
-    case ReportMenus::zoomIn:
-        return ui_->picGraph->Zoom(zoomStep);
-    case ReportMenus::zoomOut:
-        return ui_->picGraph->Zoom(1 / zoomStep);
-    default:
-        ui_->picGraph->ShowWholeSpan();
-    }
-}
-
-void Report::ChooseView(View view) {
-    ui_->TabStrip->setCurrentIndex(view);
-    ShowView(view); // the entry stays checked, chosen twice
+    if (Index == ReportMenus::selectChannels)
+        SelectChannels();
+    else
+        views_.Choose(static_cast<ReportMenus::ViewItem>(Index));
 }
 
 void Report::SelectChannels() {
     if (Refuse(Mreport::loadingText))
         return;
     frmCommon form(file_, shown_, ui_->picGraph->Graph(), this);
-    form.Redraw = [this] { loader_.Redraw(view_.ScrollValue()); };
+    form.Redraw = [this] { loader_.Redraw(loadView_.ScrollValue()); };
     if (form.exec() == QDialog::Accepted)
         ui_->picGraph->Run().FileReady();
 }
 
 void Report::mnuToolItem_Click(std::size_t Index) {
-    if (Index == ReportMenus::findRecord)
-        search_.Show();
-    else if (Index == ReportMenus::verifyFile)
-        VerifyFile();
-    else if (Index == ReportMenus::copyLines && ui_->tblRecords->isVisible())
-        ui_->tblRecords->CopySelection();
-    else if (Index == ReportMenus::selectAllLines && ui_->tblRecords->isVisible())
-        ui_->tblRecords->selectAll();
-    else
-        ReportTools::Run(Index, lists_);
-}
-
-void Report::VerifyFile() {
-    if (Refuse(Mreport::loadingText))
+    switch (Index) {
+    case ReportMenus::findRecord:
+        return search_.Show();
+    case ReportMenus::verifyFile:
+        if (!Refuse(Mreport::loadingText))
+            verify_.Show();
         return;
-    delete verify_;
-    verify_ = new frmVerify(file_, this);
-    const Wiring wire(*this, guard_, "Report");
-    wire(verify_.data(), &frmVerify::RecordWanted, "frmVerify", &Report::RecordWanted);
-    verify_->show();
+    case ReportMenus::copyLines:
+        return views_.CopySelection();
+    case ReportMenus::selectAllLines:
+        return views_.SelectAll();
+    default:
+        ReportTools::Run(Index);
+    }
 }
 
 void Report::mnuUpdateItem_Click(std::size_t Index) {

@@ -7,11 +7,12 @@
 #include "screens/Report/ReportMenus.h"
 #include "screens/Report/ReportOutput.h"
 #include "screens/Report/ReportSearch.h"
+#include "screens/Report/ReportVerify.h"
+#include "screens/Report/ReportViews.h"
 #include "screens/Report/RunFollower.h"
 #include "screens/controls/EventGuard.h"
 
 #include <QMainWindow>
-#include <QPointer>
 
 #include <filesystem>
 #include <memory>
@@ -19,7 +20,6 @@
 namespace Ui {
 class Report;
 }
-class frmVerify;
 
 /// The viewer of one measurement file: its lines as list pages and its values as a graph. Loading
 /// runs inside ViewFile while events go on; the form must not be deleted before it has returned,
@@ -28,8 +28,6 @@ class Report : public QMainWindow {
     Q_OBJECT
 
 public:
-    enum View { graphTab, tableTab, recordsTab }; ///< of TabStrip
-
     /// The run is what may be recorded meanwhile; it must outlive the viewer.
     explicit Report(FileOpr::MeasuringRun& run, QWidget* parent = nullptr);
     ~Report() override;
@@ -65,6 +63,7 @@ private:
     void Form_Load();
     void WireControls();
     void WireParts();
+    void WireViews();
     void WireMenus();
     void Form_KeyDown(int keyCode);
     bool Form_QueryUnload();
@@ -84,29 +83,18 @@ private:
     void TellInfo(const QString& text);
     void GraphSpanWanted(Mreport::PageRecord end);
     void GraphPageWanted(int page);
-    void RecordWanted(std::int64_t place, std::uint64_t offset);
-    void HScroll_Scroll(Mreport::FileRecord end);
-    void HScroll_Release();
     void TakeFile(const std::filesystem::path& fileName);
     void ForgetFile();
     void FileGrown();
-    void LinesCame();
     void RecordsRead();
-    void RecordChosen(int page, int line);
+    void tblRecords_RecordChosen(int page, int line);
     void FileBegunAnew();
     void FindNext();
 
     void OpenFile(const std::filesystem::path& fileName);
     std::optional<std::filesystem::path> AskForFile();
-    void ChooseView(View view);
     void SelectChannels();
-    void VerifyFile();
-    void GoTo(int page, int line);
-    void ShowView(View view);
     void AllowMenus();
-    void NoticeDamage();
-    /// Prints or exports what the entry of the file menu says.
-    void PutOut(std::size_t fileItem);
     /// False, and it is said, while a load or an export runs.
     bool Refuse(std::string_view message);
 
@@ -117,10 +105,11 @@ private:
     std::unique_ptr<Ui::Report> ui_;
     ReportMenus menus_;
     ReportLists lists_;
+    ReportViews views_;
     ReportOutput output_;
     ReportSearch search_;
-    QPointer<frmVerify> verify_; ///< of the file that is shown
-    LoadView view_;
+    ReportVerify verify_;
+    LoadView loadView_;
     Mreport::ReportLoader loader_;
     RunFollower follower_;
     bool updateEnabled_ = true;

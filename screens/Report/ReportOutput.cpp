@@ -3,10 +3,25 @@
 #include "platform/qt/QtPrinter.h"
 #include "report/PrintJob.h"
 #include "screens/Report/GraphPage.h"
+#include "screens/Report/ReportMenus.h"
 #include "screens/Report/WholeRunPanel.h"
 #include "screens/controls/PaperGraph.h"
 #include "screens/frmPrint/frmPrint.h"
 
+void ReportOutput::PutOut(std::size_t fileItem) {
+    switch (fileItem) {
+    case ReportMenus::printReport:
+        return Print();
+    case ReportMenus::printShownGraph:
+        return PrintShownGraph();
+    case ReportMenus::exportRecords:
+        return export_.WriteRecords(parts_.graph.Run().Span());
+    default:
+        export_.WriteGraph(parts_.graph.ShownGraph());
+    }
+}
+
+/// Opens the dialog that prints records.
 void ReportOutput::Print() {
     frmPrint(parts_.file, parts_.shown, &parts_.form).exec();
 }
@@ -16,12 +31,4 @@ void ReportOutput::PrintShownGraph() {
     const platform::QtPicture picture(
         [&graph](QPainter& painter, const QRectF& area) { graph.PaintOnPaper(painter, area); });
     Mreport::PrintGraph(parts_.file, picture);
-}
-
-void ReportOutput::ExportRecords() {
-    export_.WriteRecords(parts_.graph.Run().Span());
-}
-
-void ReportOutput::ExportShownGraph() {
-    export_.WriteGraph(parts_.graph.ShownGraph());
 }

@@ -23,17 +23,17 @@ public:
     /// All must outlive the object.
     explicit ReportOutput(const Parts& parts) : parts_(parts), export_(parts.file, parts.status) {}
 
-    /// Opens the dialog that prints records.
-    void Print();
-    void PrintShownGraph();
-    void ExportRecords();
-    void ExportShownGraph();
+    /// What an entry of the file menu that prints or exports says.
+    void PutOut(std::size_t fileItem);
 
     /// True while an export runs; ESC ends it.
     bool Running() const { return export_.Running(); }
     void RequestStop() { export_.RequestStop(); }
 
 private:
+    void Print();
+    void PrintShownGraph();
+
     Parts parts_;
     ReportExport export_;
 };

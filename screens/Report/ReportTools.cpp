@@ -1,25 +1,18 @@
 #include "screens/Report/ReportTools.h"
 
 #include "platform/Platform.h"
-#include "screens/Report/ReportLists.h"
 #include "screens/Report/ReportMenus.h"
-#include "screens/controls/LineListView.h"
 
 namespace {
 constexpr auto helpFile = "ViewHlp.txt";
 }
 
-void ReportTools::Run(std::size_t toolItem, const ReportLists& lists) {
-    switch (toolItem) {
-    case ReportMenus::calculator:
-        return platform::Current().desktop.ShowCalculator();
-    case ReportMenus::notepad:
-        return platform::Current().desktop.ShowNotepad();
-    case ReportMenus::copyLines:
-        return lists.InFront().CopySelection();
-    default:
-        lists.InFront().SelectAll();
-    }
+void ReportTools::Run(std::size_t toolItem) {
+    platform::Desktop& desktop = platform::Current().desktop;
+    if (toolItem == ReportMenus::calculator)
+        desktop.ShowCalculator();
+    else
+        desktop.ShowNotepad();
 }
 
 void ReportTools::ShowHelp() {

@@ -1,12 +1,10 @@
 #pragma once
 
-class ReportLists;
-
-/// What the viewer has beside its file: the desktop's programs, the help, the clipboard.
+/// What the viewer has beside its file: the desktop's programs and the help.
 namespace ReportTools {
 
-/// The entries of the tools menu but for the search.
-void Run(std::size_t toolItem, const ReportLists& lists);
+/// The entries of the tools menu that start a program.
+void Run(std::size_t toolItem);
 void ShowHelp();
 
 } // namespace ReportTools

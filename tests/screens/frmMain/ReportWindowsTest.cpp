@@ -70,8 +70,8 @@ TEST_F(ReportWindowsTest, A_file_opens_in_a_window_of_its_own_beside_the_first) 
     EXPECT_EQ(LastRecord(*second), 120);
     EXPECT_NE(first->pos(), second->pos()) << "one lies not over the other";
     Find<QScrollBar>(*second, "HScroll").setValue(90);
-    Find<QTabBar>(*first, "TabStrip").setCurrentIndex(Report::tableTab);
-    EXPECT_EQ(Find<QTabBar>(*second, "TabStrip").currentIndex(), Report::graphTab);
+    Find<QTabBar>(*first, "TabStrip").setCurrentIndex(ReportViews::tableTab);
+    EXPECT_EQ(Find<QTabBar>(*second, "TabStrip").currentIndex(), ReportViews::graphTab);
 }
 
 TEST_F(ReportWindowsTest, A_window_that_is_closed_leaves_the_other) {

@@ -22,7 +22,7 @@ protected:
     QTabBar& Views() const { return Find<QTabBar>(*form, "TabStrip"); }
 
     void ShowRecords() const {
-        Views().setCurrentIndex(Report::recordsTab);
+        Views().setCurrentIndex(ReportViews::recordsTab);
         Settle();
     }
     QString Cell(int row, int column) const {
@@ -79,10 +79,10 @@ TEST_F(RecordsTab, A_heading_of_values_bears_its_channels_mark_and_no_other_does
 
 TEST_F(RecordsTab, Graph_and_list_stay_as_they_were) {
     View(MeasurementText().File(120));
-    EXPECT_EQ(Views().currentIndex(), Report::graphTab);
-    EXPECT_EQ(Views().tabText(Report::recordsTab), "&Records");
+    EXPECT_EQ(Views().currentIndex(), ReportViews::graphTab);
+    EXPECT_EQ(Views().tabText(ReportViews::recordsTab), "&Records");
     EXPECT_FALSE(Table().isVisible());
-    Views().setCurrentIndex(Report::tableTab);
+    Views().setCurrentIndex(ReportViews::tableTab);
     EXPECT_TRUE(List(0).isVisible());
     EXPECT_FALSE(Table().isVisible());
 }
@@ -177,7 +177,7 @@ TEST_F(RecordsTab, A_row_that_is_activated_is_shown_in_its_list) {
     ShowRecords();
     Table().setCurrentIndex(Table().model()->index(4089, 0));
     QTest::keyClick(&Table(), Qt::Key_Return);
-    EXPECT_EQ(Views().currentIndex(), Report::tableTab);
+    EXPECT_EQ(Views().currentIndex(), ReportViews::tableTab);
     EXPECT_TRUE(List(1).isVisible());
     EXPECT_EQ(List(1).CurrentLine(), 8 * 3);
     EXPECT_TRUE(List(1).LineText(8 * 3).startsWith("Record 4090"));
@@ -187,7 +187,7 @@ TEST_F(RecordsTab, Another_file_leaves_nothing_of_the_first) {
     View(MeasurementText().File(50));
     ShowRecords();
     View(MeasurementText().File(7), "other.4ch");
-    EXPECT_EQ(Views().currentIndex(), Report::graphTab);
+    EXPECT_EQ(Views().currentIndex(), ReportViews::graphTab);
     EXPECT_EQ(Table().model()->rowCount(), 0);
     ShowRecords();
     EXPECT_EQ(Table().model()->rowCount(), 7);

@@ -39,7 +39,7 @@ TEST_F(ReportScreen, The_table_view_shows_the_lines_in_lists_with_tabs) {
     View(MeasurementText().File(recordsOfFirstPage + 3));
     auto& views = Find<QTabBar>(*form, "TabStrip");
     EXPECT_EQ(Texts(views), (std::vector<QString>{"&Graph", "&Table", "&Records"}));
-    views.setCurrentIndex(Report::tableTab);
+    views.setCurrentIndex(ReportViews::tableTab);
     EXPECT_TRUE(Find<QWidget>(*form, "picMode").isVisible());
     EXPECT_FALSE(Graph().isVisible());
     auto& pages = Find<QTabBar>(*form, "Pages");
