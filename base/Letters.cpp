@@ -6,12 +6,6 @@ namespace Letters {
 
 namespace {
 
-constexpr int firstPrintableCode = 33;
-
-bool IsControlOrBlank(char c) {
-    return static_cast<unsigned char>(c) < firstPrintableCode;
-}
-
 bool SameLetter(char left, char right) {
     return Lower(left) == Lower(right);
 }
@@ -37,7 +31,7 @@ bool Contains(std::string_view text, std::string_view part) {
 }
 
 std::string TrimControl(std::string_view text) {
-    return std::string(Trimmed(text, IsControlOrBlank));
+    return std::string(WithoutControl(text));
 }
 
 } // namespace Letters

@@ -36,6 +36,11 @@ std::string_view Trimmed(std::string_view text, Predicate isBlank) {
 }
 
 /// Without the characters below code 33 at both ends.
+inline std::string_view WithoutControl(std::string_view text) {
+    constexpr unsigned char firstPrintable = 33;
+    return Trimmed(text,
+                   [](char letter) { return static_cast<unsigned char>(letter) < firstPrintable; });
+}
 std::string TrimControl(std::string_view text);
 
 } // namespace Letters

@@ -37,11 +37,6 @@ std::string_view TimeStamp(std::string_view line) {
     return line;
 }
 
-bool IsMissing(std::string_view cell) {
-    return cell.empty() || cell == MeasurementTexts::noRecordValue ||
-           cell == MeasurementTexts::noHeaderValue;
-}
-
 std::string_view CommentText(std::string_view line) {
     if (!IsComment(line))
         return {};

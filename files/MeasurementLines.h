@@ -11,7 +11,7 @@
 /// without their line end.
 namespace MeasurementLines {
 
-// The three tests that each line of a file goes through stand here, for they must cost next to
+// The tests that each line of or cell of a file goes through stand here, for they must cost next to
 // nothing: a file of a week has millions of lines.
 
 /// The first line of a record: "Record " and a digit.
@@ -28,7 +28,21 @@ std::int32_t RecordNumber(std::string_view line);
 std::string_view TimeStamp(std::string_view line);
 
 /// A trimmed cell without a value: blank, "NA" or "N/A".
-bool IsMissing(std::string_view cell);
+inline bool IsMissing(std::string_view cell) {
+    return cell.empty() ||
+           (cell.front() == MeasurementTexts::noRecordValue.front() &&
+            (cell == MeasurementTexts::noRecordValue || cell == MeasurementTexts::noHeaderValue));
+}
+
+/// A cell without the blanks that pad it to the width of its column: most of them go at once.
+inline std::string_view WithoutPadding(std::string_view cell) {
+    constexpr std::string_view blanks = "        ";
+    while (cell.ends_with(blanks))
+        cell.remove_suffix(blanks.size());
+    while (cell.ends_with(' '))
+        cell.remove_suffix(1);
+    return cell;
+}
 
 /// The second line of a record.
 inline bool IsComment(std::string_view line) {

@@ -1,11 +1,12 @@
 #include "report/CsvExport.h"
 
 #include "app/Mcommon.h"
-#include "base/CodePage.h"
-#include "base/DateText.h"
+#include "base/Letters.h"
 #include "base/Utf8.h"
-#include "files/MeasurementLines.h"
 #include "platform/Platform.h"
+#include "report/CsvLines.h"
+#include "report/IsoTime.h"
+#include "report/RunReader.h"
 #include "report/ViewedFile.h"
 
 #include <algorithm>
@@ -15,89 +16,48 @@ namespace Mreport {
 
 namespace {
 
-using Rows = PerQuantity<bool>;
-using Cells = PerQuantity<std::array<std::string, maxChannels>>;
-
-constexpr std::string_view timePattern = "00:00:00 00.aaa.0000";
-
-bool FitsPattern(std::string_view text) {
-    const auto fits = [](char c, char pattern) {
-        const bool digit = c >= '0' && c <= '9';
-        return pattern == '0' ? digit : pattern == 'a' || c == pattern;
-    };
-    return text.size() == timePattern.size() &&
-           std::equal(text.begin(), text.end(), timePattern.begin(), fits);
-}
-
-/// The same in UTF-8, and never quoted.
-bool IsPlain(char letter) {
-    return letter >= ' ' && letter <= '~' && letter != ',' && letter != '"';
-}
-
-/// Gathers the lines that are written: each is small, and there are many.
-class BufferedLines {
-public:
-    explicit BufferedLines(const CsvSink& sink) : sink_(sink) {}
-
-    void Add(std::string_view line) {
-        pending_ += line;
-        pending_ += "\r\n";
-        if (pending_.size() >= blockSize)
-            Flush();
-    }
-    void Flush() {
-        sink_(pending_);
-        pending_.clear();
-    }
-
-private:
-    static constexpr std::size_t blockSize = std::size_t{64} * 1024;
-
-    const CsvSink& sink_;
-    std::string pending_;
-};
-
 /// Which rows the records have, and how many columns.
 struct Shape {
-    Rows rows{};
+    PerQuantity<bool> rows{};
     std::size_t channels = 0;
 };
 
-/// Lines looked at between two looks at the event queue: some tenths of a millisecond. The pages
-/// may grow meanwhile, so no walk over them is under way when events run.
-constexpr std::size_t linesPerStep = 512;
+/// Bytes read between two looks at the event queue: some hundredths of a millisecond, or tenths
+/// where the lines come one by one. The pages may grow meanwhile.
+constexpr std::uint64_t bytesPerStep = std::uint64_t{32} * 1024;
 
-/// Visits all lines of all pages until `stop` says so; false then.
-template <class Visit>
-bool ForEachLineOfFile(const ReportPages& pages, Visit visit, const std::function<bool()>& stop) {
-    for (int page = 0; page < pages.Count(); ++page) {
-        for (std::size_t line = 0; line < pages.LineCount(page); line += linesPerStep) {
-            Mcommon::LetEventsRun();
-            if (stop())
-                return false;
-            pages.ForEachLine(page, line, line + linesPerStep,
-                              [&visit](ReportPages::Line, std::string_view text) {
-                                  visit(text);
-                                  return true;
-                              });
-        }
+/// What the pages hold at a moment, whatever they gain from then on.
+class PagesText : public TextSource {
+public:
+    explicit PagesText(const ReportPages& pages) : pages_(pages), end_(pages.NextOffset()) {}
+
+    std::uint64_t Size() override { return end_; }
+    std::size_t Read(std::uint64_t offset, std::span<char> buffer) override {
+        if (offset >= end_)
+            return 0;
+        const auto length = std::min<std::uint64_t>(end_ - offset, buffer.size());
+        return pages_.ReadHeld(offset, buffer.first(static_cast<std::size_t>(length)));
     }
-    return true;
-}
+
+private:
+    const ReportPages& pages_;
+    std::uint64_t end_;
+};
 
 class Exporter {
 public:
     Exporter(const ViewedFile& file, const CsvWish& wish, const CsvSink& sink,
              const std::function<bool()>& stop)
-        : file_(file), wish_(wish), lines_(sink), stop_(stop) {}
+        : file_(file), text_(file.pages), wish_(wish), lines_(sink), stop_(stop) {}
 
     /// False when it was stopped.
     bool Run() {
         if (!FindShape())
             return false;
         WriteHeading();
-        if (!ForEachLineOfFile(
-                file_.pages, [this](std::string_view line) { TakeLine(line); }, stop_))
+        const auto takeRecord = [this](RunReader& reader) { TakeRecord(reader); };
+        const auto takeLine = [this](const RunReader& reader) { TakeLine(reader); };
+        if (!ForAll(takeRecord, takeLine))
             return false;
         WriteRecord();
         lines_.Flush();
@@ -107,26 +67,69 @@ public:
     std::int32_t Records() const { return records_; }
 
 private:
+    /// Visits each record or line until `stop` says so; false then.
+    template <class TakeRecord, class TakeLine>
+    bool ForAll(TakeRecord takeRecord, TakeLine takeLine) {
+        RunReader reader(text_, file_.pages.Bytes(0).begin, text_.Size());
+        if (file_.pages.IsUtf8())
+            reader.ReadLinesAlone();
+        std::uint64_t step = 0;
+        for (;;) {
+            if (reader.NextOffset() >= step) {
+                step = reader.NextOffset() + bytesPerStep;
+                Mcommon::LetEventsRun();
+                if (stop_())
+                    return false;
+            }
+            switch (reader.Next()) {
+            case RunReader::Found::record:
+                takeRecord(reader);
+                break;
+            case RunReader::Found::line:
+                takeLine(reader);
+                break;
+            case RunReader::Found::end:
+                return true;
+            }
+        }
+    }
+
+    /// As Windows-1252, until the next line.
+    std::string_view TextOf(const ScannedLine& line) {
+        if (!file_.pages.IsUtf8())
+            return line.text;
+        decoded_ = file_.pages.Decoded(line.text);
+        return decoded_;
+    }
+
     bool FindShape() {
         shape_.channels = file_.channelCount;
-        const auto note = [this, walk = RecordWalk()](std::string_view line) mutable {
-            if (walk.Take(line) != RecordWalk::Step::row)
-                return;
-            if (const auto quantity = MeasurementLines::QuantityOf(line)) {
-                shape_.rows[*quantity] = true;
-                shape_.channels =
-                    std::max(shape_.channels, MeasurementLines::SplitCells(line).count);
-            }
+        const auto note = [this](Quantity quantity, std::size_t cells) {
+            shape_.rows[quantity] = true;
+            shape_.channels = std::max(shape_.channels, cells);
         };
-        return ForEachLineOfFile(file_.pages, note, stop_);
+        const auto noteRecord = [&note](RunReader& reader) {
+            if (reader.Record().cellsAsBefore)
+                return;
+            for (const RowCells& row : reader.Rows())
+                note(row.quantity, row.cells.count);
+        };
+        const auto noteLine = [this, &note](const RunReader& reader) {
+            const std::string_view line = TextOf(reader.Line());
+            if (reader.Step() != RecordWalk::Step::row)
+                return;
+            if (const auto quantity = MeasurementLines::QuantityOf(line))
+                note(*quantity, MeasurementLines::SplitCells(line).count);
+        };
+        return ForAll(noteRecord, noteLine);
     }
 
     void WriteHeading() {
-        std::string row = "Record,Time,Comment";
+        lines_.AddReady("Record,Time,Comment");
         for (const auto& each : Quantities::table)
             for (std::size_t i = 0; shape_.rows[each.quantity] && i < shape_.channels; ++i)
-                AddField(row, Heading(i, each.label));
-        lines_.Add(row);
+                lines_.Add(Heading(i, each.label));
+        lines_.EndLine();
     }
 
     /// "Chan 1 Ca (mV)".
@@ -136,16 +139,27 @@ private:
                " (" + std::string(unit) + ")";
     }
 
-    void TakeLine(std::string_view line) {
-        switch (walk_.Take(line)) {
+    void TakeRecord(RunReader& reader) {
+        if (!IsWanted(place_++))
+            return;
+        for (const RowCells& row : reader.Rows())
+            KeepRow(row.quantity, row.cells);
+        const AlikeRecord& record = reader.Record();
+        AddRecord(record.first, MeasurementLines::CommentText(record.comment));
+        cells_ = {};
+    }
+
+    void TakeLine(const RunReader& reader) {
+        const std::string_view line = TextOf(reader.Line());
+        switch (reader.Step()) {
         case RecordWalk::Step::begins:
             WriteRecord(); // one that was cut off
-            recordLine_ = walk_.FirstLine();
+            recordLine_ = file_.pages.Decoded(reader.Walk().FirstLine());
             comment_ = MeasurementLines::CommentText(line);
             break;
         case RecordWalk::Step::row:
             if (const auto quantity = MeasurementLines::QuantityOf(line))
-                KeepRow(*quantity, line);
+                TakeRow(*quantity, MeasurementLines::SplitCells(line));
             break;
         case RecordWalk::Step::ends:
             WriteRecord();
@@ -156,90 +170,76 @@ private:
         }
     }
 
-    void KeepRow(Quantity quantity, std::string_view line) {
-        const auto found = MeasurementLines::SplitCells(line);
+    void KeepRow(Quantity quantity, const MeasurementLines::Cells& found) {
         for (std::size_t i = 0; i < found.count; ++i) {
-            std::string cell = Mcommon::TrimControl(found.cell[i]);
+            std::string_view cell =
+                Letters::WithoutControl(MeasurementLines::WithoutPadding(found.cell[i]));
             if (MeasurementLines::IsMissing(cell))
                 cell = Quantities::IsOfSensors(quantity) ? OfSharedSensor(found, i) : "";
-            cells_[quantity][i] = std::move(cell);
+            cells_[quantity][i] = cell;
+        }
+    }
+
+    /// The line is gone when the record is written.
+    void TakeRow(Quantity quantity, const MeasurementLines::Cells& found) {
+        KeepRow(quantity, found);
+        for (std::size_t i = 0; i < found.count; ++i) {
+            kept_[quantity][i] = cells_[quantity][i];
+            cells_[quantity][i] = kept_[quantity][i];
         }
     }
 
     /// An idle channel's sensor may have been read through another channel.
-    std::string OfSharedSensor(const MeasurementLines::Cells& cells, std::size_t channel) const {
+    std::string_view OfSharedSensor(const MeasurementLines::Cells& cells,
+                                    std::size_t channel) const {
         const int sensor = file_.channelNumber[channel];
         if (sensor < 1 || file_.channelKind[channel] == Electrode::Kind::none)
             return {};
         return file_.SensorCell(cells, sensor).value_or("");
     }
 
-    static void AddField(std::string& row, std::string_view text) {
-        row += ',';
-        if (std::ranges::all_of(text, IsPlain)) // nearly every field; a week has millions
-            row += text;
-        else
-            row += CsvField(CodePage::ToUtf8(text));
-    }
-
     bool IsWanted(std::int64_t place) const {
         return !wish_.span || (place >= wish_.span->first && place < wish_.span->end);
     }
 
+    /// The record whose lines were taken one by one.
     void WriteRecord() {
         if (recordLine_.empty())
             return;
         if (IsWanted(place_++))
-            AddRecord();
+            AddRecord(recordLine_, comment_);
         recordLine_.clear();
         cells_ = {};
     }
 
-    void AddRecord() {
-        std::string row = std::to_string(MeasurementLines::RecordNumber(recordLine_));
-        AddField(row, IsoTime(Mcommon::TrimControl(MeasurementLines::TimeStamp(recordLine_))));
-        AddField(row, comment_);
+    void AddRecord(std::string_view firstLine, std::string_view comment) {
+        lines_.Add(std::to_string(MeasurementLines::RecordNumber(firstLine)));
+        lines_.Add(times_.Of(Letters::WithoutControl(MeasurementLines::TimeStamp(firstLine))));
+        lines_.Add(comment);
         for (const auto& each : Quantities::table)
             for (std::size_t i = 0; shape_.rows[each.quantity] && i < shape_.channels; ++i)
-                AddField(row, cells_[each.quantity][i]);
-        lines_.Add(row);
+                lines_.Add(cells_[each.quantity][i]);
+        lines_.EndLine();
         ++records_;
     }
 
     const ViewedFile& file_;
+    PagesText text_;
     const CsvWish& wish_;
-    BufferedLines lines_;
+    CsvLines lines_;
     const std::function<bool()>& stop_;
     Shape shape_;
-    RecordWalk walk_;
     std::string recordLine_;
     std::string comment_;
-    Cells cells_;
+    std::string decoded_; ///< the line at hand of a file that is coded otherwise
+    PerQuantity<std::array<std::string_view, maxChannels>> cells_; ///< of the record at hand
+    PerQuantity<std::array<std::string, maxChannels>> kept_;       ///< behind them, if need be
+    IsoTimes times_;
     std::int64_t place_ = 0; ///< of the next record in the run
     std::int32_t records_ = 0;
 };
 
 } // namespace
-
-std::string IsoTime(std::string_view timeStamp) {
-    if (!FitsPattern(timeStamp))
-        return std::string(timeStamp);
-    const int month = DateText::MonthOf(timeStamp.substr(12, 3));
-    if (month == 0)
-        return std::string(timeStamp);
-    const auto number = std::to_string(100 + month).substr(1);
-    return std::string(timeStamp.substr(16, 4)) + "-" + number + "-" +
-           std::string(timeStamp.substr(9, 2)) + "T" + std::string(timeStamp.substr(0, 8));
-}
-
-std::string CsvField(std::string_view utf8) {
-    if (utf8.find_first_of(",\"\r\n") == std::string_view::npos)
-        return std::string(utf8);
-    std::string quoted = "\"";
-    for (const char c : utf8)
-        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return quoted + "\"";
-}
 
 std::optional<std::int32_t> WriteCsv(const ViewedFile& viewed, const CsvWish& wish,
                                      const CsvSink& sink, const std::function<bool()>& stop) {
@@ -248,6 +248,7 @@ std::optional<std::int32_t> WriteCsv(const ViewedFile& viewed, const CsvWish& wi
     Exporter exporter(viewed, wish, sink, stop);
     if (!exporter.Run())
         return std::nullopt;
+    viewed.pages.RefuseDamaged();
     return exporter.Records();
 }
 
@@ -259,7 +260,6 @@ std::int32_t ExportCsv(const ViewedFile& viewed, const std::filesystem::path& fi
         viewed, wish, [&](std::string_view text) { replacement->Write(text); }, stop);
     if (!records)
         return 0;
-    viewed.pages.RefuseDamaged();
     replacement->Commit();
     return *records;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "report/CsvLines.h"
 #include "report/RunOverview.h"
 
 #include <cstdint>
@@ -26,13 +27,10 @@ struct CsvWish {
     std::optional<RecordSpan> span; ///< all where it is not told
 };
 
-/// Takes the text of a CSV file, block by block.
-using CsvSink = std::function<void(std::string_view)>;
-
 /// Writes the records of the list pages as CSV: UTF-8, comma-separated, CR LF, a heading with
 /// electrodes and units, one row a record, the time as ISO 8601, an empty cell for a missing value.
 /// Lets events run; `stop` is asked after them. Returns the number of records, nothing where it was
-/// stopped.
+/// stopped. Throws RunTimeError where the file can no longer be read as it was loaded.
 std::optional<std::int32_t> WriteCsv(const ViewedFile& viewed, const CsvWish& wish,
                                      const CsvSink& sink, const std::function<bool()>& stop);
 
@@ -40,11 +38,5 @@ std::optional<std::int32_t> WriteCsv(const ViewedFile& viewed, const CsvWish& wi
 /// the file cannot be written; an older file of that name then stays.
 std::int32_t ExportCsv(const ViewedFile& viewed, const std::filesystem::path& file,
                        const CsvWish& wish, const std::function<bool()>& stop);
-
-/// "14:05:33 07.Mar.2026" as "2026-03-07T14:05:33"; any other text as it is.
-std::string IsoTime(std::string_view timeStamp);
-
-/// A CSV field, quoted where it must be.
-std::string CsvField(std::string_view utf8);
 
 } // namespace Mreport

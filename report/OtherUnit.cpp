@@ -58,12 +58,11 @@ void OtherUnit::Exceptions::AddTo(VerifyResult& result) const {
     result.divergences.insert(result.divergences.end(), listed.begin(), listed.end());
 }
 
-bool OtherUnit::IsExplained(std::string_view cell, const HeaderChannel& rules,
-                            const Expected& expected) {
-    if (cell == errorText)
-        return expected.calibrated.error;
-    const auto meant = NumberText::MeantBy(cell);
-    if (!meant || meant->high < 0 || expected.calibrated.values.empty())
+bool OtherUnit::IsExplained(std::string_view cell, const std::optional<NumberInterval>& meant,
+                            const HeaderChannel& rules, const Expected& expected) {
+    if (!meant)
+        return cell == errorText && expected.calibrated.error;
+    if (meant->high < 0 || expected.calibrated.values.empty())
         return false;
     return mass_.Take(MassesOf(expected.calibrated, rules.record.StdUnit == 0, *meant));
 }
@@ -77,7 +76,7 @@ void OtherUnit::Take(const RecordedCell& cell, const HeaderChannel& rules,
         meant ? MeetsAny(expected.builtIn.values, *meant) : error && expected.builtIn.error;
     if (!byBuiltIn)
         ofBuiltIn_.Add(cell, expected.builtIn);
-    if (IsExplained(cell.text, rules, expected))
+    if (IsExplained(cell.text, meant, rules, expected))
         return;
     withoutMass_ += error ? 1 : 0;
     ofMass_.Add(cell, expected.builtIn);

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "base/NumberInterval.h"
 #include "report/ExpectedCells.h"
 #include "report/MassFit.h"
 #include "report/VerifyResult.h"
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -35,7 +37,8 @@ private:
         void AddTo(VerifyResult& result) const;
     };
 
-    bool IsExplained(std::string_view cell, const HeaderChannel& rules, const Expected& expected);
+    bool IsExplained(std::string_view cell, const std::optional<NumberInterval>& meant,
+                     const HeaderChannel& rules, const Expected& expected);
 
     std::int64_t taken_ = 0;
     std::int64_t withoutMass_ = 0; ///< "Error", as where the setup held no mass

@@ -1,9 +1,9 @@
 #include "report/RecordLayout.h"
 
 #include "files/MeasurementLines.h"
+#include "report/ByteCount.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 
 namespace Mreport {
@@ -18,25 +18,6 @@ std::size_t LineLength(std::string_view text) {
     return end == nullptr
                ? 0
                : static_cast<std::size_t>(static_cast<const char*>(end) - text.data()) + 1;
-}
-
-/// Counted in lanes, which the compiler takes at once: every byte of a long file is looked at here.
-std::size_t LineEndsIn(std::string_view text) {
-    constexpr std::size_t lanes = 32;
-    constexpr std::size_t mostRounds = 255; // that a lane can count
-    std::size_t count = 0;
-    while (text.size() >= lanes) {
-        std::array<std::uint8_t, lanes> ends{};
-        const std::size_t rounds = std::min(text.size() / lanes, mostRounds);
-        const char* round = text.data();
-        for (std::size_t i = 0; i < rounds; ++i, round += lanes)
-            for (std::size_t lane = 0; lane < lanes; ++lane)
-                ends[lane] = static_cast<std::uint8_t>(ends[lane] + (round[lane] == '\n'));
-        for (const std::uint8_t lane : ends)
-            count += lane;
-        text.remove_prefix(rounds * lanes);
-    }
-    return count + static_cast<std::size_t>(std::ranges::count(text, '\n'));
 }
 
 } // namespace
@@ -103,7 +84,7 @@ bool RecordLayout::Fits(std::string_view text, const Head& head) const {
         return false;
     // As many line ends as lines: none lies elsewhere.
     constexpr std::size_t firstAndComment = 2;
-    return LineEndsIn(text.substr(0, head.Length() + rowsLength_)) ==
+    return CountOf('\n', text.substr(0, head.Length() + rowsLength_)) ==
            rows_.size() + firstAndComment;
 }
 

@@ -168,7 +168,7 @@ void RecordTable::TakeRow(std::string_view line, std::vector<std::string>& cells
 
 std::string RecordTable::CellOf(const Column& column, const MeasurementLines::Cells& cells) const {
     if (Quantities::IsOfSensors(column.quantity))
-        return file_.SensorCell(cells, column.series).value_or("");
+        return std::string(file_.SensorCell(cells, column.series).value_or(""));
     const std::string text = Letters::TrimControl(cells.OfChannel(column.series).value_or(""));
     return MeasurementLines::IsMissing(text) ? std::string() : text;
 }

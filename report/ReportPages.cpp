@@ -181,6 +181,12 @@ std::size_t ReportPages::ReadBack(std::uint64_t offset, std::span<char> buffer) 
     }
 }
 
+std::size_t ReportPages::ReadHeld(std::uint64_t offset, std::span<char> buffer) const {
+    const std::size_t read = ReadBack(offset, buffer);
+    damaged_ = damaged_ || read < buffer.size();
+    return read;
+}
+
 void ReportPages::RefuseDamaged() const {
     if (damaged_)
         throw RunTimeError("The file can no longer be read as it was loaded");

@@ -111,6 +111,9 @@ public:
     using RecordVisitor = std::function<bool(RecordWalk::Step step, std::string_view text)>;
     void ForEachLineOfRecord(Page page, Line first, const RecordVisitor& visit) const;
 
+    /// Fills the buffer from the offset on, with bytes that the pages hold; fewer where Damaged.
+    std::size_t ReadHeld(std::uint64_t offset, std::span<char> buffer) const;
+
     /// True once a line could not be read back whole: the file has shrunk or gone, or its medium
     /// fails. The line is blank then.
     bool Damaged() const { return damaged_; }

@@ -1,5 +1,6 @@
 #include "report/Verify.h"
 
+#include "base/Letters.h"
 #include "files/MeasurementFormat.h"
 #include "files/MeasurementLines.h"
 #include "report/ViewedFile.h"
@@ -25,10 +26,8 @@ bool IsRead(Quantity quantity) {
 }
 
 std::string_view Trimmed(std::string_view cell) {
-    const auto first = cell.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return cell.substr(first, cell.find_last_not_of(' ') - first + 1);
+    return Letters::WithoutLeading(MeasurementLines::WithoutPadding(cell),
+                                   [](char letter) { return letter == ' '; });
 }
 
 /// The rows that the program writes for these electrodes.
@@ -61,7 +60,7 @@ std::uint64_t EndOf(const ReportPages& pages) {
 
 Verification::Verification(TextSource& source, std::uint64_t end,
                            const FileOpr::MeasurementHeader& header)
-    : scanner_(source), end_(end), hasHeader_(header.hasElectrodes),
+    : reader_(source, 0, end), end_(end), hasHeader_(header.hasElectrodes),
       channelCount_(hasHeader_ ? header.channelCount : maxChannels), due_(RowsDue(header)) {
     for (std::size_t i = 0; i < channelCount_; ++i) {
         channels_[i].rules = ChannelOf(header, i);
@@ -75,12 +74,17 @@ Verification::Verification(const ViewedFile& file)
     : Verification(file.pages.Source(), EndOf(file.pages), file.header) {}
 
 bool Verification::Step(std::uint64_t bytes) {
-    const std::uint64_t begin = std::min(end_, scanner_.NextOffset());
+    const std::uint64_t begin = std::min(end_, reader_.NextOffset());
     const std::uint64_t stop = begin + std::min(bytes, end_ - begin);
-    ScannedLine line;
-    while (scanner_.NextOffset() < stop && scanner_.Next(line))
-        TakeLine(line);
-    if (scanner_.NextOffset() < end_ && scanner_.NextOffset() >= stop)
+    auto found = RunReader::Found::line;
+    while (found != RunReader::Found::end && reader_.NextOffset() < stop) {
+        found = reader_.Next();
+        if (found == RunReader::Found::record)
+            TakeRecord();
+        else if (found == RunReader::Found::line)
+            TakeLine();
+    }
+    if (reader_.NextOffset() < end_ && reader_.NextOffset() >= stop)
         return true;
     EndRecord(false);
     return false;
@@ -88,22 +92,29 @@ bool Verification::Step(std::uint64_t bytes) {
 
 double Verification::Share() const {
     return end_ == 0 ? 1
-                     : std::min(1.0, static_cast<double>(scanner_.NextOffset()) /
+                     : std::min(1.0, static_cast<double>(reader_.NextOffset()) /
                                          static_cast<double>(end_));
 }
 
-void Verification::TakeLine(const ScannedLine& line) {
-    switch (walk_.Take(line.text)) {
+void Verification::TakeRecord() {
+    BeginRecord(reader_.Record().offset);
+    for (const RowCells& row : reader_.Rows())
+        TakeRow(row.quantity, row.cells);
+    EndRecord(true);
+}
+
+void Verification::TakeLine() {
+    const ScannedLine& line = reader_.Line();
+    switch (reader_.Step()) {
     case RecordWalk::Step::begins:
         EndRecord(false);
-        BeginRecord();
+        BeginRecord(lastLine_);
         break;
     case RecordWalk::Step::row:
         if (const auto quantity = MeasurementLines::QuantityOf(line.text);
             quantity && IsRead(*quantity)) {
             lines_[*quantity] = line.text;
-            rows_[*quantity] = MeasurementLines::SplitCells(lines_[*quantity]);
-            taken_[*quantity] = true;
+            TakeRow(*quantity, MeasurementLines::SplitCells(lines_[*quantity]));
         }
         break;
     case RecordWalk::Step::ends:
@@ -116,12 +127,17 @@ void Verification::TakeLine(const ScannedLine& line) {
     lastLine_ = line.offset;
 }
 
-void Verification::BeginRecord() {
+void Verification::TakeRow(Quantity quantity, const MeasurementLines::Cells& cells) {
+    rows_[quantity] = cells;
+    taken_[quantity] = true;
+}
+
+void Verification::BeginRecord(std::uint64_t offset) {
     open_ = true;
     taken_ = {};
-    record_.offset = lastLine_;
+    record_.offset = offset;
     record_.place = result_.records;
-    record_.number = walk_.Number();
+    record_.number = reader_.Walk().Number();
     ++result_.records;
 }
 

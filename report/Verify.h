@@ -1,10 +1,9 @@
 #pragma once
 
 #include "base/Channels.h"
-#include "files/RecordWalk.h"
 #include "report/ExpectedCells.h"
-#include "report/LineScanner.h"
 #include "report/OtherUnit.h"
+#include "report/RunReader.h"
 #include "report/VerifyResult.h"
 
 #include <array>
@@ -66,8 +65,10 @@ private:
     };
     using Cells = PerQuantity<std::string_view>; ///< of a channel, without blanks around them
 
-    void TakeLine(const ScannedLine& line);
-    void BeginRecord();
+    void TakeRecord();
+    void TakeLine();
+    void BeginRecord(std::uint64_t offset);
+    void TakeRow(Quantity quantity, const MeasurementLines::Cells& cells);
     void EndRecord(bool whole);
     Cells CellsOf(std::size_t channel) const;
     void JudgeChannel(std::size_t channel, const Cells& cells, bool whole);
@@ -75,15 +76,14 @@ private:
     void JudgeAlone(const RecordedCell& cell, const HeaderChannel& rules);
     const PerQuantity<ExpectedCell>* ExpectationsOf(Channel& channel, std::string_view potential);
 
-    LineScanner scanner_;
+    RunReader reader_;
     std::uint64_t end_;
     bool hasHeader_;
     std::array<Channel, maxChannels> channels_;
     std::size_t channelCount_;
-    RecordWalk walk_;
     PerQuantity<bool> due_{}; ///< rows that a whole record has
     PerQuantity<MeasurementLines::Cells> rows_;
-    PerQuantity<std::string> lines_; ///< of the record at hand, behind rows_
+    PerQuantity<std::string> lines_; ///< behind rows_, of a record taken line by line
     PerQuantity<bool> taken_{};      ///< rows that the record at hand has
     bool open_ = false;
     std::uint64_t lastLine_ = 0; ///< offset

@@ -33,12 +33,12 @@ bool ViewedFile::SensorUsed(int sensor) const {
     return false;
 }
 
-std::optional<std::string> ViewedFile::SensorCell(const MeasurementLines::Cells& cells,
-                                                  int sensor) const {
+std::optional<std::string_view> ViewedFile::SensorCell(const MeasurementLines::Cells& cells,
+                                                       int sensor) const {
     for (std::size_t channel = 0; channel < cells.count; ++channel) {
         if (channelKind[channel] == Electrode::Kind::none || channelNumber[channel] != sensor)
             continue;
-        std::string cell = Letters::TrimControl(cells.cell[channel]);
+        const std::string_view cell = Letters::WithoutControl(cells.cell[channel]);
         if (!MeasurementLines::IsMissing(cell))
             return cell;
     }

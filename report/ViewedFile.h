@@ -42,8 +42,10 @@ struct ViewedFile {
     bool SensorUsed(int sensor) const;
 
     /// The trimmed cell of a sensor (1..4) in a record's row of temperatures: that of its first
-    /// channel with an electrode that has a value. Nothing where none has.
-    std::optional<std::string> SensorCell(const MeasurementLines::Cells& cells, int sensor) const;
+    /// channel with an electrode that has a value. Nothing where none has. Lives as long as the
+    /// row.
+    std::optional<std::string_view> SensorCell(const MeasurementLines::Cells& cells,
+                                               int sensor) const;
 
     /// True when the file's name stands for a shorter file than was loaded: a new run has begun
     /// under the same name.

@@ -1,5 +1,6 @@
 #include "report/CsvExport.h"
 
+#include "base/CodePage.h"
 #include "base/RunTimeError.h"
 #include "report/support/LoadedReport.h"
 
@@ -104,4 +105,30 @@ TEST_F(Csv, An_idle_channel_has_the_temperature_that_another_gives_for_its_senso
     };
     View(text.File(1));
     EXPECT_NE(Export().find(",21.5,21.5,\r\n"), std::string::npos) << Export();
+}
+
+TEST_F(Csv, A_file_coded_in_UTF_8_gives_what_the_same_file_gives_as_it_was_recorded) {
+    MeasurementText text;
+    text.comment = [](int record) { return record == 2 ? "30 \xB0, warm" : ""; };
+    View(text.File(30));
+    const std::string csv = Export();
+    EXPECT_NE(csv.find("2,2003-03-07T14:05:33,\"30 \xC2\xB0, warm\","), std::string::npos) << csv;
+    View(CodePage::ToUtf8(text.File(30)));
+    EXPECT_EQ(Export(), csv);
+}
+
+TEST_F(Csv, A_cell_that_a_record_lacks_is_not_taken_from_the_record_before) {
+    std::string text = MeasurementText().File(4);
+    const auto row = text.find("\r\npH", text.find("Record 3")) + 2;
+    const auto end = text.find("\r\n", row);
+    std::string line = text.substr(row, end - row);
+    const auto tab = line.rfind('\t');
+    line[tab] = ' '; // as long as before, with a cell less
+    text.replace(row, line.size(), line);
+    View(text);
+    const std::string csv = Export();
+    const auto third = csv.find("\r\n3,");
+    const auto fourth = csv.find("\r\n4,");
+    EXPECT_LT(csv.find("3.5,,0.5,", third), fourth) << csv;
+    EXPECT_NE(csv.find("2.5,3.5,0.5,", fourth), std::string::npos) << csv;
 }
