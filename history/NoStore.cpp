@@ -10,4 +10,8 @@ std::unique_ptr<Store> OpenStore(const std::filesystem::path& /*file*/) {
     throw RunTimeError("The program for this system keeps no history");
 }
 
+std::unique_ptr<const Store> OpenStoreToRead(const std::filesystem::path& file) {
+    return OpenStore(file);
+}
+
 } // namespace History

@@ -101,11 +101,21 @@ private:
     }
 
 public:
-    explicit SqliteStore(const std::filesystem::path& file) try
+    enum class Purpose { keep, read };
+
+    /// SQLite is asked to write even for who only reads: its last reader clears away what it keeps
+    /// beside the file. A file that is write-protected it opens for reading.
+    SqliteStore(const std::filesystem::path& file, Purpose purpose) try
         : file_(file),
-          database_(file, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, busyTimeout_ms) {
+          database_(file,
+                    purpose == Purpose::keep ? SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE
+                                             : SQLite::OPEN_READWRITE,
+                    busyTimeout_ms) {
         Check();
-        Prepare();
+        if (purpose == Purpose::keep)
+            Prepare();
+        else if (Pragma("user_version") != version)
+            throw Damaged(CodePage::NameOf(file_) + ": This is no history");
     } catch (const SQLite::Exception& error) {
         Rethrow(error, file);
     }
@@ -223,7 +233,11 @@ bool CanBeKept() {
 }
 
 std::unique_ptr<Store> OpenStore(const std::filesystem::path& file) {
-    return std::make_unique<SqliteStore>(file);
+    return std::make_unique<SqliteStore>(file, SqliteStore::Purpose::keep);
+}
+
+std::unique_ptr<const Store> OpenStoreToRead(const std::filesystem::path& file) {
+    return std::make_unique<SqliteStore>(file, SqliteStore::Purpose::read);
 }
 
 } // namespace History

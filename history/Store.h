@@ -55,4 +55,7 @@ bool CanBeKept();
 /// also where none can be kept; Damaged where the file is no history.
 std::unique_ptr<Store> OpenStore(const std::filesystem::path& file);
 
+/// The same of a file that is there, for who only reads: none is made, and nothing is written.
+std::unique_ptr<const Store> OpenStoreToRead(const std::filesystem::path& file);
+
 } // namespace History

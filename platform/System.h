@@ -29,6 +29,10 @@ std::string DeviceOfPort(int number, const std::filesystem::path& configurationF
 /// The name under which the system knows its user; empty where it does not tell.
 std::string UserName();
 
+/// The folder of the user's in which the program, installed for all, keeps what outlives a run.
+/// Empty where the system's program keeps nothing there.
+std::filesystem::path UserDataFolder();
+
 /// The temporary folder that survives a restart.
 std::filesystem::path SystemTemporaryFolder();
 

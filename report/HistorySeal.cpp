@@ -34,10 +34,16 @@ std::optional<Seal> SealFromHistory(const std::filesystem::path& file) {
     History::Log* log = History::Log::Current();
     if (log == nullptr || !History::CanBeKept())
         return std::nullopt;
+    return SealFromHistory(log->Opened(), file);
+}
+
+std::optional<Seal> SealFromHistory(const History::Store& history,
+                                    const std::filesystem::path& file) {
     History::Wish wish;
     wish.file = History::FileText(file);
     Seal seal;
-    for (const auto& [number, entry] : log->Entries(wish)) {
+    for (const History::Row& row : history.Rows(wish)) {
+        const History::Entry entry = History::EntryOf(row).entry;
         if (History::FactOf(entry.data, "new file") == "yes")
             seal.points.clear(); // what comes is of another file of that name
         const auto point = PointOf(entry);

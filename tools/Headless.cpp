@@ -98,7 +98,7 @@ public:
         : recordings_(std::move(recordings)) {}
 
     std::filesystem::path ProgramFolder() const override { Refuse(); }
-    std::filesystem::path DataParentFolder() const override { Refuse(); }
+    std::filesystem::path DataParentFolder() const override { return platform::UserDataFolder(); }
     std::filesystem::path ConfigurationFolder() const override { Refuse(); }
     std::filesystem::path TemporaryFolder() const override { return recordings_; }
 

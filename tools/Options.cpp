@@ -48,6 +48,8 @@ void TakeOption(Options& options, std::string_view option,
         options.force = true;
     } else if (option == "--output" || option == "-o") {
         options.output = TakeValue(option, rest);
+    } else if (option == "--history") {
+        options.history = TakeValue(option, rest);
     } else if (option == "--from") {
         options.recordings = TakeValue(option, rest);
     } else {
@@ -65,6 +67,8 @@ void CheckTogether(const Options& options) {
         throw RunTimeError("--force belongs to csv and seal");
     if (options.recordings && options.task != Options::Task::recover)
         throw RunTimeError("--from belongs to recover");
+    if (options.history && options.task != Options::Task::verify)
+        throw RunTimeError("--history belongs to verify");
     if (options.output && options.files.size() > 1)
         throw RunTimeError("--output takes one measurement file");
     if (options.json && csv)
@@ -106,7 +110,8 @@ Measurement files without a display.
 info      tell project, channels, calibrations, records and times
 csv       write the records as comma-separated values, into FILE with the ending .csv
 verify    compute each pH, ppm and mol/l anew and name the values that diverge
-          and, where FILE.seal is there, whether the file is what was sealed
+          and, where FILE.seal is there or the history knows the file, whether it is
+          what was sealed
 seal      write FILE.seal, by which verify knows the file again
 recover   bring records into FILE that were left behind when a recording was cut off
 
@@ -114,6 +119,7 @@ recover   bring records into FILE that were left behind when a recording was cut
 -o, --output FILE  csv: write here; - is standard output
 --spreadsheet      csv: begin with a byte order mark
 -f, --force        csv, seal: replace a file that is there
+--history FILE     verify: ask this history, not that of the user's own program
 --from FOLDER      recover: where the records were left behind, if not in /var/tmp
 --help, --version
 

@@ -19,6 +19,7 @@ struct Options {
     std::optional<std::string> output;               ///< of csv; "-" is standard output
     bool spreadsheet = false;                        ///< csv begins with a byte order mark
     std::optional<std::filesystem::path> recordings; ///< where recover looks for them
+    std::optional<std::filesystem::path> history;    ///< that verify asks, if not the user's own
     bool force = false;                              ///< csv and seal may replace a file
 };
 

@@ -1,7 +1,5 @@
 #include "tools/SealFile.h"
 
-#include "report/Seal.h"
-
 namespace tools {
 
 namespace {
@@ -13,11 +11,13 @@ constexpr std::uint64_t wholeFile = ~std::uint64_t{0} / 2;
 std::optional<SealFound> CheckSeal(const std::filesystem::path& file,
                                    const Mreport::ViewedFile& viewed) {
     const auto seal = Mreport::LoadSeal(Mreport::SealBeside(file));
-    if (!seal)
-        return std::nullopt;
-    Mreport::SealCheck check(viewed.pages.Source(), *seal);
+    return seal ? std::optional(HeldAgainst(*seal, viewed)) : std::nullopt;
+}
+
+SealFound HeldAgainst(const Mreport::Seal& seal, const Mreport::ViewedFile& viewed) {
+    Mreport::SealCheck check(viewed.pages.Source(), seal);
     check.Step(wholeFile);
-    return SealFound{check.Result() == Mreport::SealCheck::State::changed, check.Text()};
+    return {check.Result() == Mreport::SealCheck::State::changed, check.Text()};
 }
 
 } // namespace tools

@@ -1,6 +1,7 @@
 #include "report/Verify.h"
 #include "report/ViewedFile.h"
 #include "tools/Commands.h"
+#include "tools/HistoryOfFile.h"
 #include "tools/OpenedFile.h"
 #include "tools/SealFile.h"
 
@@ -44,7 +45,7 @@ std::string JsonOf(const Mreport::NotComputed& reason) {
 }
 
 std::string JsonOf(const std::filesystem::path& file, const Mreport::VerifyResult& result,
-                   const std::optional<SealFound>& seal) {
+                   const std::optional<SealFound>& seal, const std::optional<SealFound>& history) {
     JsonArray divergences;
     for (const auto& found : result.divergences)
         divergences.Add(JsonOf(found));
@@ -61,7 +62,18 @@ std::string JsonOf(const std::filesystem::path& file, const Mreport::VerifyResul
         .Raw("reasons", reasons.Text());
     if (seal)
         json.Text("seal", Utf8(seal->text));
+    if (history)
+        json.Text("history", Utf8(history->text));
     return json.Object();
+}
+
+void Print(const char* caption, const std::optional<SealFound>& seal) {
+    if (seal)
+        std::cout << "  " << caption << ": " << Utf8(seal->text) << '\n';
+}
+
+bool IsChanged(const std::optional<SealFound>& seal) {
+    return seal && seal->changed;
 }
 
 void Print(const std::filesystem::path& file, const Mreport::VerifyResult& result) {
@@ -84,13 +96,15 @@ int Verify(const Options& options, const std::filesystem::path& file, JsonArray&
     verification.Step(wholeFile);
     const auto result = verification.Result();
     const auto seal = CheckSeal(file, viewed);
-    if (options.json)
-        answers.Add(JsonOf(file, result, seal));
-    else
+    const auto history = CheckHistory(options, file, viewed);
+    if (options.json) {
+        answers.Add(JsonOf(file, result, seal, history));
+    } else {
         Print(file, result);
-    if (seal && !options.json)
-        std::cout << "  Seal: " << Utf8(seal->text) << '\n';
-    return result.diverged > 0 || (seal && seal->changed) ? notFine : fine;
+        Print("Seal", seal);
+        Print("History", history);
+    }
+    return result.diverged > 0 || IsChanged(seal) || IsChanged(history) ? notFine : fine;
 }
 
 } // namespace tools

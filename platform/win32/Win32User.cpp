@@ -16,4 +16,8 @@ std::string UserName() {
     return CodePage::NameOf(std::wstring(name.data()));
 }
 
+std::filesystem::path UserDataFolder() {
+    return {};
+}
+
 } // namespace platform

@@ -3,12 +3,14 @@
 #include "files/MeasuringRun.h"
 #include "files/Recovery.h"
 #include "files/SetUpRun.h"
+#include "files/TargetSeal.h"
 #include "report/CsvExport.h"
 #include "report/ReportLoader.h"
 #include "report/SilentView.h"
 #include "report/support/MeasuredRun.h"
 #include "report/support/RecordingView.h"
 #include "support/FakePlatform.h"
+#include "support/NotedEntries.h"
 
 #include <gtest/gtest.h>
 
@@ -36,9 +38,9 @@ protected:
 
     /// Runs it in the folder of the test. The arguments are words of the shell.
     Ran Run(const std::string& arguments) const {
-        const std::string command = "cd '" + Folder().string() +
-                                    "' && '" VANTREL_FILE_PROGRAM "' " + arguments +
-                                    " >output 2>errors";
+        const std::string command = "cd '" + Folder().string() + "' && XDG_DATA_HOME='" +
+                                    File("data").string() + "' '" VANTREL_FILE_PROGRAM "' " +
+                                    arguments + " >output 2>errors";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadBytes(Folder() / "output"),
                 ReadBytes(Folder() / "errors")};
@@ -57,7 +59,7 @@ TEST_F(FileProgram, Wrong_use_is_told_and_gives_2) {
     for (const char* arguments :
          {"", "mend run.4ch", "info", "info --loud run.4ch", "csv --json run.4ch",
           "verify --force run.4ch", "seal -o - run.4ch", "csv -o", "csv -o - a.4ch b.4ch",
-          "info --from . run.4ch"}) {
+          "info --from . run.4ch", "seal --history a run.4ch"}) {
         const Ran ran = Run(arguments);
         EXPECT_EQ(ran.code, 2) << arguments;
         EXPECT_EQ(ran.output, "") << arguments;
@@ -74,8 +76,9 @@ TEST_F(FileProgram, Help_and_version_are_told) {
 
 TEST_F(FileProgram, The_completion_offers_every_command_and_option_of_the_help) {
     const std::string completion = ReadBytes(VANTREL_FILE_COMPLETION);
-    for (const char* word : {"info", "csv", "verify", "seal", "recover", "--json", "--output",
-                             "--spreadsheet", "--force", "--from", "--help", "--version"}) {
+    for (const char* word :
+         {"info", "csv", "verify", "seal", "recover", "--json", "--output", "--spreadsheet",
+          "--force", "--history", "--from", "--help", "--version"}) {
         EXPECT_TRUE(Holds(Run("--help").output, word)) << word;
         EXPECT_TRUE(Holds(completion, word)) << word;
     }
@@ -225,6 +228,62 @@ TEST_F(FileProgram, A_seal_is_replaced_only_when_it_is_wanted_and_a_broken_one_i
     EXPECT_EQ(ReadBytes(File("run.4ch.seal")), "wax");
     EXPECT_EQ(Run("seal --force run.4ch").code, 0);
     EXPECT_EQ(Run("verify run.4ch").code, 0);
+}
+
+TEST_F(FileProgram, Verify_tells_what_the_history_knows_of_the_file) {
+    if (!History::CanBeKept())
+        GTEST_SKIP() << "no history on this system";
+    const std::string text = MeasuredRun(3, 5).Text();
+    WriteBytes(File(), text);
+    {
+        const NotedEntries noted;
+        FileOpr::TargetSeal seal;
+        FileOpr::NoteSealed(seal, File());
+    }
+    const fs::path kept = History::UsualFile();
+    const std::string told = "  History: unchanged since 07.Mar.2003 14:05:33\n";
+    EXPECT_FALSE(Holds(Run("verify run.4ch").output, "History"));
+    EXPECT_FALSE(fs::exists(File("data"))) << "none is made";
+    const std::string named = "verify --history '" + kept.string() + "' ";
+    const Ran same = Run(named + "run.4ch");
+    EXPECT_EQ(same.code, 0);
+    EXPECT_TRUE(Holds(same.output, told)) << same.output;
+    fs::create_directories(File("data") / "Vantrel");
+    fs::copy_file(kept, File("data") / "Vantrel/Vantrel.history");
+    EXPECT_TRUE(Holds(Run("verify run.4ch").output, told)) << "the user's own";
+
+    WriteBytes(File("other.4ch"), text);
+    const Ran other = Run(named + "other.4ch");
+    EXPECT_EQ(other.code, 0);
+    EXPECT_FALSE(Holds(other.output, "History")) << "it does not know the file";
+    WriteBytes(File(), text + "more");
+    EXPECT_TRUE(Holds(Run(named + "run.4ch").output, "  History: grown since "));
+    std::string changed = text;
+    changed[changed.find("14:05:33", changed.find("Record 1\t"))] = '2'; // no value diverges
+    WriteBytes(File(), changed);
+    const Ran edited = Run(named + "--json run.4ch");
+    EXPECT_EQ(edited.code, 1);
+    EXPECT_TRUE(Holds(edited.output, "\"diverged\":0,")) << edited.output;
+    EXPECT_TRUE(Holds(edited.output, "\"history\":\"changed since 07.Mar.2003 14:05:33: byte "))
+        << edited.output;
+}
+
+TEST_F(FileProgram, A_history_that_cannot_be_read_is_told_and_left_as_it_is) {
+    if (!History::CanBeKept())
+        GTEST_SKIP() << "no history on this system";
+    WriteBytes(File(), MeasuredRun(3, 2).Text());
+    const std::string wax(5000, 'x');
+    WriteBytes(File("kept"), wax);
+    const Ran broken = Run("verify --history kept run.4ch");
+    EXPECT_EQ(broken.code, 0) << "the file itself is fine";
+    EXPECT_TRUE(Holds(broken.output, "  History: kept: ")) << broken.output;
+    EXPECT_EQ(ReadBytes(File("kept")), wax);
+    WriteBytes(File("empty"), "");
+    EXPECT_TRUE(Holds(Run("verify --history empty run.4ch").output, "empty: This is no history\n"));
+    EXPECT_EQ(fs::file_size(File("empty")), 0U);
+    const Ran gone = Run("verify --history gone run.4ch");
+    EXPECT_EQ(gone.code, 1);
+    EXPECT_TRUE(Holds(gone.errors, "Opening gone: File not found")) << gone.errors;
 }
 
 TEST_F(FileProgram, Recover_brings_in_what_a_recording_left_behind) {
