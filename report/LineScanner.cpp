@@ -39,14 +39,14 @@ bool LineScanner::Next(ScannedLine& line) {
         return false;
     const char* stop =
         lineFeed == nullptr ? buffer_.data() + end_ : static_cast<const char*>(lineFeed);
-    const std::string_view whole =
-        WithoutCarriageReturn({start, static_cast<std::size_t>(stop - start)});
+    const std::string_view upToLineFeed(start, stop);
+    const std::string_view whole = WithoutCarriageReturn(upToLineFeed);
     line.terminated = lineFeed != nullptr;
     line.offset = bufferOffset_ + begin_;
     line.length = whole.size();
+    line.lengthWithEnd = upToLineFeed.size() + (line.terminated ? 1 : 0);
     line.text = whole.substr(0, longestLineText);
-    begin_ = static_cast<std::size_t>(stop - buffer_.data()) + (line.terminated ? 1 : 0);
-    line.next = bufferOffset_ + begin_;
+    begin_ += line.lengthWithEnd;
     return true;
 }
 
@@ -71,26 +71,25 @@ bool LineScanner::Refill() {
 bool LineScanner::FinishLongLine(ScannedLine& line) {
     constexpr std::size_t skipped = blockSize - longestLineText;
     line.offset = bufferOffset_;
-    std::uint64_t place = bufferOffset_ + end_;
+    std::size_t length = end_;
     bool carriageReturn = buffer_[end_ - 1] == '\r';
     line.terminated = false;
     const std::span<char> rest = std::span(buffer_).last(skipped);
     std::size_t read = 0;
-    while (!line.terminated && (read = source_.Read(place, rest)) > 0) {
-        const auto* lineFeed = static_cast<const char*>(std::memchr(rest.data(), '\n', read));
-        const std::size_t used =
-            lineFeed == nullptr ? read : static_cast<std::size_t>(lineFeed - rest.data());
+    while (!line.terminated && (read = source_.Read(line.offset + length, rest)) > 0) {
+        const std::size_t lineFeed = std::string_view(rest.data(), read).find('\n');
+        const std::size_t used = std::min(lineFeed, read);
         if (used > 0)
             carriageReturn = rest[used - 1] == '\r';
-        place += used;
-        line.terminated = lineFeed != nullptr;
+        length += used;
+        line.terminated = used < read;
         if (onLongLine && onLongLine())
             return false;
     }
-    line.length = place - line.offset - (carriageReturn ? 1 : 0);
+    line.length = length - (carriageReturn ? 1 : 0);
+    line.lengthWithEnd = length + (line.terminated ? 1 : 0);
     line.text = {buffer_.data(), longestLineText};
-    line.next = place + (line.terminated ? 1 : 0);
-    bufferOffset_ = line.next;
+    bufferOffset_ = line.Next();
     begin_ = end_ = 0;
     return true;
 }

@@ -16,10 +16,13 @@ inline constexpr std::size_t longestLineText = 16384;
 /// One line found by the scanner.
 struct ScannedLine {
     std::uint64_t offset = 0; ///< of its first byte in the source
-    std::uint64_t next = 0;   ///< of the byte behind its line end
     std::string_view text;    ///< without CR LF or LF, at most longestLineText; until the next call
-    std::uint64_t length = 0; ///< of the whole line without its end
-    bool terminated = false;  ///< false for a last line without a line end
+    std::size_t length = 0;   ///< of the whole line without its end
+    std::size_t lengthWithEnd = 0;
+    bool terminated = false; ///< false for a last line without a line end
+
+    /// Of the byte behind its line end.
+    std::uint64_t Next() const { return offset + lengthWithEnd; }
 };
 
 /// Reads a source line by line in blocks, from any offset on.

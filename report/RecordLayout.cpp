@@ -14,10 +14,8 @@ constexpr std::size_t mostRows = 12; // of a layout worth learning
 
 /// The length of the text's first line with its line end; 0 where that is not in the text.
 std::size_t LineLength(std::string_view text) {
-    const void* end = std::memchr(text.data(), '\n', text.size());
-    return end == nullptr
-               ? 0
-               : static_cast<std::size_t>(static_cast<const char*>(end) - text.data()) + 1;
+    const std::size_t end = text.find('\n');
+    return end == std::string_view::npos ? 0 : end + 1;
 }
 
 } // namespace
@@ -36,15 +34,15 @@ void RecordLayout::AddRow(const ScannedLine& row) {
         return;
     Row& added = rows_.emplace_back();
     std::copy_n(row.text.begin(), added.label.size(), added.label.begin());
-    added.length = static_cast<std::size_t>(row.next - row.offset);
+    added.length = row.lengthWithEnd;
     rowsLength_ += added.length;
-    rowEnds_ += added.length - static_cast<std::size_t>(row.length);
+    rowEnds_ += added.length - row.length;
 }
 
 void RecordLayout::End(const ScannedLine& separator) {
-    separatorLength_ = static_cast<std::size_t>(separator.next - separator.offset);
+    separatorLength_ = separator.lengthWithEnd;
     length_ = rowsLength_ + separatorLength_;
-    lineEnds_ = rowEnds_ + separatorLength_ - static_cast<std::size_t>(separator.length);
+    lineEnds_ = rowEnds_ + separatorLength_ - separator.length;
     known_ = regular_ && separator.terminated && length_ < usualRecord;
 }
 

@@ -75,7 +75,7 @@ bool RecordScan::NextByWalk(FoundRecord& record) {
             TakeRow(line);
         } else if (step == RecordWalk::Step::ends) {
             layout_.End(line);
-            Give(record, true, line.next);
+            Give(record, true, line.Next());
             return true;
         }
     }

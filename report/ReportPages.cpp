@@ -73,7 +73,7 @@ ReportPages::Added ReportPages::AddLine(const ScannedLine& line) {
     else
         beforeOpenLine_ = BeforeOpenLine{page.records, walk_};
     page.lines.Add(static_cast<std::uint32_t>(line.offset - page.base));
-    page.end = nextOffset_ = line.next;
+    page.end = nextOffset_ = line.Next();
     added.step = walk_.Take(line.text);
     const bool begins = added.step == RecordWalk::Step::begins;
     if (begins && page.lines.Count() >= 2) // else its first line stands on the page before

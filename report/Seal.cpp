@@ -30,7 +30,7 @@ bool TakeNumber(std::string_view& text, Number& number) {
     const auto result = std::from_chars(text.data(), end, number);
     if (result.ec != std::errc() || result.ptr == end || *result.ptr != ' ' || number < Number{})
         return false;
-    text.remove_prefix(static_cast<std::size_t>(result.ptr - text.data()) + 1);
+    text = std::string_view(result.ptr + 1, end);
     return true;
 }
 

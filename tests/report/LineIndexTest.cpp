@@ -14,8 +14,8 @@ protected:
     LineIndexTest() {
         layout.Begin();
         for (const std::string row : {"mV             \t20.0", "pH             \t7.0"})
-            layout.AddRow({0, row.size() + 2, row, row.size(), true});
-        layout.End({0, 152, separator, separator.size(), true});
+            layout.AddRow({0, row, row.size(), row.size() + 2, true});
+        layout.End({0, separator, separator.size(), 152, true});
     }
 
     void AddLine(std::uint32_t length) {

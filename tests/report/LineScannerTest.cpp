@@ -54,11 +54,11 @@ TEST(LineScanner, Offsets_tell_where_a_line_begins_and_the_next_one) {
     Mreport::ScannedLine line;
     ASSERT_TRUE(scanner.Next(line));
     EXPECT_EQ(line.offset, 4U);
-    EXPECT_EQ(line.next, 7U);
+    EXPECT_EQ(line.Next(), 7U);
     EXPECT_TRUE(line.terminated);
     ASSERT_TRUE(scanner.Next(line));
     EXPECT_EQ(line.offset, 7U);
-    EXPECT_EQ(line.next, 9U);
+    EXPECT_EQ(line.Next(), 9U);
     EXPECT_FALSE(line.terminated);
     EXPECT_FALSE(scanner.Next(line));
 }
@@ -73,7 +73,7 @@ TEST(LineScanner, A_line_longer_than_a_block_gives_its_beginning_and_its_length)
         ASSERT_TRUE(scanner.Next(line));
         EXPECT_EQ(line.length, length);
         EXPECT_EQ(line.text, std::string(Mreport::longestLineText, 'x'));
-        EXPECT_EQ(line.next, 6 + length + 2);
+        EXPECT_EQ(line.Next(), 6 + length + 2);
         ASSERT_TRUE(scanner.Next(line)) << length;
         EXPECT_EQ(line.text, "last");
         EXPECT_FALSE(scanner.Next(line));

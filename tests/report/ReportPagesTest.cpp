@@ -148,13 +148,13 @@ TEST_F(Pages, A_page_ends_before_its_lines_lie_4_gib_apart) {
     pages.Open(std::make_unique<EndlessSource>());
     Mreport::ScannedLine line;
     line.terminated = true;
-    line.next = 2;
+    line.lengthWithEnd = 2;
     EXPECT_FALSE(pages.AddLine(line).newPage);
     line.offset = std::numeric_limits<std::uint32_t>::max();
-    line.next = line.offset + 1;
+    line.lengthWithEnd = 1;
     EXPECT_FALSE(pages.AddLine(line).newPage);
-    line.offset = line.next;
-    line.next += 2;
+    line.offset = line.Next();
+    line.lengthWithEnd = 2;
     EXPECT_TRUE(pages.AddLine(line).newPage);
     EXPECT_EQ(pages.Count(), 2);
     EXPECT_EQ(pages.Text(1, 0), "x");
