@@ -1,5 +1,7 @@
 #include "report/PrintColumns.h"
 
+#include <algorithm>
+
 namespace PrintColumns {
 
 namespace {
@@ -18,6 +20,10 @@ float FittingSize(platform::Printer& printer, int columns, int largest_pt, int s
 
 float X(const platform::Printer& printer, int column) {
     return static_cast<float>(column) * printer.TextWidth("0");
+}
+
+std::size_t Fitting(const platform::Printer& printer, float width) {
+    return static_cast<std::size_t>(std::max(width / printer.TextWidth("0"), 0.0F));
 }
 
 float LineHeight(const platform::Printer& printer) {

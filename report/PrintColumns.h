@@ -2,6 +2,7 @@
 
 #include "platform/Printer.h"
 
+#include <cstddef>
 #include <string_view>
 
 /// Places on a printed page counted in characters and lines of the printer's font.
@@ -13,6 +14,9 @@ float FittingSize(platform::Printer& printer, int columns, int largest_pt, int s
 
 /// Column 0 is the left edge.
 float X(const platform::Printer& printer, int column);
+
+/// Characters that fit this width.
+std::size_t Fitting(const platform::Printer& printer, float width);
 
 /// Distance of two lines of text.
 float LineHeight(const platform::Printer& printer);

@@ -47,9 +47,7 @@ public:
     }
 
 private:
-    std::size_t Characters() const {
-        return static_cast<std::size_t>(printer_.PageWidth() / printer_.TextWidth("0"));
-    }
+    std::size_t Characters() const { return PrintColumns::Fitting(printer_, printer_.PageWidth()); }
 
     void At(int column, std::string_view text) {
         if (!text.empty())
@@ -82,8 +80,9 @@ private:
         const std::string page =
             "Page " + std::to_string(printer_.PageNumber()) + "   " + report_.date;
         const float right = printer_.PageWidth() - printer_.TextWidth(page);
-        const float room = right / printer_.TextWidth("0") - 2;
-        At(0, std::string_view(report_.title).substr(0, static_cast<std::size_t>(room)));
+        constexpr std::size_t gap = 2;
+        const std::size_t room = std::max(PrintColumns::Fitting(printer_, right), gap) - gap;
+        At(0, std::string_view(report_.title).substr(0, room));
         PrintColumns::PrintAt(printer_, {right, 0}, page);
         NextLine();
         At(0, "Record");
@@ -120,7 +119,7 @@ std::vector<Group> ColumnGroups(const std::vector<RecordTable::Column>& columns,
     for (std::size_t column = 0; column < columns.size(); ++column) {
         if (columns[column].kind != Kind::value)
             continue;
-        if (groups.back().size() == static_cast<std::size_t>(fitting))
+        if (std::ssize(groups.back()) == fitting)
             groups.emplace_back();
         groups.back().push_back(column);
     }
@@ -132,12 +131,13 @@ void PrintCompactTable(platform::Printer& printer, const CompactReport& report,
     Mcommon::errorLocation = "PrintTable";
     CompactPrint table(printer, report);
     const auto rows = static_cast<std::size_t>(report.endRow - report.firstRow);
+    std::size_t printed = 0;
     for (std::int64_t row = report.firstRow; row < report.endRow; ++row) {
         Mcommon::LetEventsRun();
         if (printer.StopRequested())
             return;
         table.Row(row);
-        progress({static_cast<std::size_t>(row - report.firstRow) + 1, rows, printer.PageNumber()});
+        progress({++printed, rows, printer.PageNumber()});
     }
 }
 

@@ -173,7 +173,7 @@ private:
     float ColumnX(std::size_t part) const { return PrintColumns::X(printer_, columns_[part]); }
 
     std::size_t CharactersIn(float width) const {
-        return static_cast<std::size_t>(std::max(1.0F, width / printer_.TextWidth("0")));
+        return std::max<std::size_t>(1, PrintColumns::Fitting(printer_, width));
     }
 
     platform::Printer& printer_;

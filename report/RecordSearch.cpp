@@ -29,20 +29,20 @@ std::vector<RecordSearch::Entry> RecordSearch::Entries() const {
     std::vector<Entry> entries;
     for (std::size_t channel = 0; channel < file_.channelCount; ++channel)
         if (file_.channelKind[channel] != Electrode::Kind::none)
-            entries.push_back({static_cast<int>(channel), "Chan. " + std::to_string(channel + 1)});
+            entries.push_back({channel, "Chan. " + std::to_string(channel + 1)});
     for (int sensor = 1; sensor <= tempSensorCount; ++sensor) {
         const auto has = [sensor](int number) { return number == sensor; };
         if (std::any_of(file_.channelNumber.begin(), file_.channelNumber.end(), has))
-            entries.push_back({maxChannels + sensor - 1, "Temp. " + std::to_string(sensor)});
+            entries.push_back({*SensorPosition(sensor), "Temp. " + std::to_string(sensor)});
     }
     return entries;
 }
 
-std::vector<Quantity> RecordSearch::Units(int entryIndex) const {
+std::vector<Quantity> RecordSearch::Units(std::size_t entryIndex) const {
     if (entryIndex >= maxChannels)
         return {Quantity::celsius};
     std::vector<Quantity> units;
-    const Electrode::Kind kind = file_.channelKind[static_cast<std::size_t>(entryIndex)];
+    const Electrode::Kind kind = file_.channelKind[entryIndex];
     for (const auto& row : Quantities::table)
         if (Quantities::Gives(kind, row.quantity))
             units.push_back(row.quantity);
@@ -109,10 +109,10 @@ void RecordSearch::KeepRow(Quantity unit, std::string_view valueLine) {
 
 void RecordSearch::KeepTemperatures(const MeasurementLines::Cells& cells) {
     for (std::size_t channel = 0; channel < cells.count; ++channel) {
-        const int sensor = file_.channelNumber[channel];
-        if (sensor < 1 || sensor > tempSensorCount)
+        const auto position = SensorPosition(file_.channelNumber[channel]);
+        if (!position)
             continue;
-        std::string& kept = temperatures_[static_cast<std::size_t>(sensor - 1)];
+        std::string& kept = temperatures_[*position - maxChannels];
         const std::string cell = Mcommon::TrimControl(cells.cell[channel]);
         if (kept.empty() ||
             MeasurementLines::IsMissing(kept)) // an idle channel may share the sensor
@@ -120,11 +120,9 @@ void RecordSearch::KeepTemperatures(const MeasurementLines::Cells& cells) {
     }
 }
 
-std::string RecordSearch::ValueText(int entryIndex, Quantity unit) const {
-    const std::string& text =
-        entryIndex >= maxChannels
-            ? temperatures_.at(static_cast<std::size_t>(entryIndex - maxChannels))
-            : values_.at(static_cast<std::size_t>(entryIndex))[unit];
+std::string RecordSearch::ValueText(std::size_t entryIndex, Quantity unit) const {
+    const std::string& text = entryIndex >= maxChannels ? temperatures_.at(entryIndex - maxChannels)
+                                                        : values_.at(entryIndex)[unit];
     if (!text.empty() && MeasurementLines::IsMissing(text)) // a missing value is not 0
         return "NA";
     const auto value = static_cast<float>(NumberText::Leading(text));

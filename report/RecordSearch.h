@@ -20,7 +20,7 @@ public:
     /// An entry of the list of channels and sensors. `index` is 0..7 for a channel, 8..11 for
     /// temperature sensor 1..4.
     struct Entry {
-        int index = 0;
+        std::size_t index = 0;
         std::string text; ///< "Chan. 1", "Temp. 1"
     };
 
@@ -28,7 +28,7 @@ public:
     std::vector<Entry> Entries() const;
 
     /// The units that an entry has values in.
-    std::vector<Quantity> Units(int entryIndex) const;
+    std::vector<Quantity> Units(std::size_t entryIndex) const;
 
     /// Searches the first page whose last record is not below the number; its first line with the
     /// prefix "Record " and the number wins. False when there is none.
@@ -43,7 +43,7 @@ public:
     ReportPages::Line Line() const { return line_; }
 
     /// The kept value as it is shown, with its unit: "12.3 mV".
-    std::string ValueText(int entryIndex, Quantity unit) const;
+    std::string ValueText(std::size_t entryIndex, Quantity unit) const;
 
 private:
     std::optional<int> PageOf(FileRecord record) const;

@@ -47,19 +47,9 @@ void RecordTable::AddColumn(Quantity quantity, int series) {
 }
 
 std::int64_t RecordTable::Update() {
-    firstRows_.clear();
-    rows_ = 0;
-    for (int page = 0; page < file_.pages.Count(); ++page) {
-        firstRows_.push_back(rows_);
-        rows_ += file_.pages.RecordCount(page);
-    }
+    rows_ = WholeRun::Records(file_.pages);
     records_.clear(); // the last record may have got its rows
     return rows_;
-}
-
-int RecordTable::PageOf(std::int64_t row) const {
-    const auto behind = std::ranges::upper_bound(firstRows_, row);
-    return static_cast<int>(behind - firstRows_.begin()) - 1;
 }
 
 /// Finding the records of a page takes a walk over its text, some milliseconds; the pages used last
@@ -96,24 +86,25 @@ void RecordTable::ReadOn(PageRecords& page) const {
 }
 
 std::optional<RecordTable::Place> RecordTable::PlaceOf(std::int64_t row) {
-    if (row < 0 || row >= rows_)
+    const auto at = WholeRun::PlaceInLists(file_.pages, row);
+    if (!at || row >= rows_)
         return std::nullopt;
-    const int page = PageOf(row);
-    const PageRecords& records = RecordsOf(page);
-    const auto inPage = static_cast<std::size_t>(row - firstRows_[static_cast<std::size_t>(page)]);
-    if (inPage >= records.lines.size()) // the file has shrunk
+    const PageRecords& records = RecordsOf(at->page);
+    if (at->inPage >= std::ssize(records.lines)) // the file has shrunk
         return std::nullopt;
-    return Place{page, records.lines[inPage]};
+    return Place{at->page, *(records.lines.begin() + at->inPage)};
 }
 
 std::optional<std::int64_t> RecordTable::RowOf(const Place& place) {
-    if (place.page < 0 || place.page >= static_cast<int>(firstRows_.size()))
+    if (place.page < 0 || place.page >= file_.pages.Count())
         return std::nullopt;
     const auto& lines = RecordsOf(place.page).lines;
     const auto behind = std::ranges::upper_bound(lines, place.line);
     if (behind == lines.begin())
         return std::nullopt;
-    return firstRows_[static_cast<std::size_t>(place.page)] + (behind - lines.begin()) - 1;
+    const std::int64_t row =
+        WholeRun::FirstOfPage(file_.pages, place.page) + (behind - lines.begin()) - 1;
+    return row < rows_ ? std::optional(row) : std::nullopt;
 }
 
 std::string RecordTable::Text(std::int64_t row, std::size_t column) {
@@ -174,7 +165,7 @@ std::string RecordTable::CellOf(const Column& column, const MeasurementLines::Ce
 }
 
 RecordSpan RecordTable::RowsOf(int page, RecordRange range) {
-    const auto pageRow = firstRows_[static_cast<std::size_t>(page)];
+    const std::int64_t pageRow = WholeRun::FirstOfPage(file_.pages, page);
     const std::int64_t pageEnd = pageRow + file_.pages.RecordCount(page);
     const auto number = [this](std::int64_t row) { return TypedRecordNumber(Text(row, 0)); };
     RecordSpan rows{pageRow, pageRow};

@@ -81,11 +81,9 @@ private:
     std::vector<std::string> CellsOf(const Place& place, std::size_t endLine) const;
     void TakeRow(std::string_view line, std::vector<std::string>& cells) const;
     std::string CellOf(const Column& column, const MeasurementLines::Cells& cells) const;
-    int PageOf(std::int64_t row) const;
 
     const ViewedFile& file_;
     std::vector<Column> columns_;
-    std::vector<std::int64_t> firstRows_; ///< of each page
     std::int64_t rows_ = 0;
     std::deque<PageRecords> pages_; ///< used latest in front
     std::deque<Record> records_;    ///< read latest in front

@@ -9,6 +9,7 @@ namespace Mreport {
 namespace {
 
 using Group = RunOverview::Group;
+using Groups = RunOverview::Groups;
 
 /// A run is taken for interrupted where so many times its usual step passes between two groups.
 constexpr double stepsOfGap = 5;
@@ -16,22 +17,6 @@ constexpr double shortestGap_s = 2;
 
 double Seconds(RecordTime time) {
     return static_cast<double>(time.time_since_epoch().count());
-}
-
-/// The groups of a run that lie in a span.
-struct Groups {
-    std::size_t first = 0;
-    std::size_t end = 0;
-};
-
-Groups GroupsIn(const RunOverview& run, const RecordSpan& shown) {
-    const std::int64_t start = run.Span().first;
-    const std::int64_t size = run.RecordsPerGroup();
-    const auto count = static_cast<std::int64_t>(run.GroupCount());
-    const std::int64_t first = std::clamp((shown.first - start) / size, std::int64_t{0}, count);
-    const std::int64_t end =
-        std::clamp((shown.end - start + size - 1) / size, std::int64_t{0}, count);
-    return {static_cast<std::size_t>(first), static_cast<std::size_t>(std::max(first, end))};
 }
 
 /// The time from one group to the next that half of the groups keep.
@@ -53,7 +38,7 @@ double UsualStep_s(const RunOverview& run, const Groups& groups) {
 /// Puts the groups into columns one after the other.
 class CurveMaker {
 public:
-    CurveMaker(const CurveExtent& extent, std::size_t width)
+    CurveMaker(const CurveExtent& extent, int width)
         : begin_(extent.begin),
           columnsPerUnit_(static_cast<double>(width) / std::max(extent.end - extent.begin, 1e-9)) {}
 
@@ -104,7 +89,7 @@ std::optional<std::size_t> NearestGroup(const RunOverview& run, RunAxis axis, do
 }
 
 CurveExtent ExtentOf(const RunOverview& run, const RecordSpan& shown, RunAxis axis) {
-    const Groups groups = GroupsIn(run, shown);
+    const Groups groups = run.GroupsOf(shown);
     CurveExtent extent;
     bool found = false;
     for (std::size_t i = groups.first; i < groups.end; ++i) {
@@ -123,8 +108,8 @@ CurveExtent ExtentOf(const RunOverview& run, const RecordSpan& shown, RunAxis ax
 }
 
 std::vector<CurvePoint> CurveOf(const RunOverview& run, std::size_t series, const RecordSpan& shown,
-                                RunAxis axis, std::size_t width) {
-    const Groups groups = GroupsIn(run, shown);
+                                RunAxis axis, int width) {
+    const Groups groups = run.GroupsOf(shown);
     CurveMaker maker(ExtentOf(run, shown, axis), width);
     const double gap =
         axis == RunAxis::time ? std::max(stepsOfGap * UsualStep_s(run, groups), shortestGap_s) : 0;

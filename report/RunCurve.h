@@ -38,6 +38,6 @@ CurveExtent ExtentOf(const RunOverview& run, const RecordSpan& shown, RunAxis ax
 /// records, in the order of the records, and an empty one where the curve is interrupted: records
 /// without a value, and by time a real gap. Records without a time are left out by time.
 std::vector<CurvePoint> CurveOf(const RunOverview& run, std::size_t series, const RecordSpan& shown,
-                                RunAxis axis, std::size_t width);
+                                RunAxis axis, int width);
 
 } // namespace Mreport

@@ -73,7 +73,7 @@ void RunOverview::FitGroups() {
     const std::int64_t records = std::max<std::int64_t>(plan_.span.Count(), 0);
     while ((records + perGroup_ - 1) / perGroup_ > mostGroups)
         MergePairs();
-    const auto count = static_cast<std::size_t>((records + perGroup_ - 1) / perGroup_);
+    const std::size_t count = GroupAt(records + perGroup_ - 1);
     groups_.resize(count);
     ranges_.resize(count * SeriesCount());
 }
@@ -174,7 +174,7 @@ bool RunOverview::TakeNext() {
 
 void RunOverview::Take(std::int64_t place, const FoundRecord& record, bool isNew) {
     const std::int64_t within = place - plan_.span.first;
-    const auto index = static_cast<std::size_t>(within / perGroup_);
+    const std::size_t index = GroupAt(within);
     Group& group = groups_[index];
     if (within % perGroup_ == 0) {
         group.number = record.number;
@@ -202,25 +202,27 @@ double RunOverview::Share() const {
     return records <= 0 ? 1 : std::min(static_cast<double>(read_) / records, 1.0);
 }
 
-std::size_t RunOverview::FirstGroup(const RecordSpan& shown) const {
-    const std::int64_t first = std::max(shown.first - plan_.span.first, std::int64_t{0});
-    return static_cast<std::size_t>(first / perGroup_);
+/// The group of a record by its place in the span, which is not negative.
+std::size_t RunOverview::GroupAt(std::int64_t withinSpan) const {
+    return static_cast<std::size_t>(withinSpan / perGroup_);
 }
 
-std::size_t RunOverview::EndGroup(const RecordSpan& shown) const {
+RunOverview::Groups RunOverview::GroupsOf(const RecordSpan& shown) const {
+    const std::int64_t first = std::max(shown.first - plan_.span.first, std::int64_t{0});
     const std::int64_t end = std::max(shown.end - plan_.span.first, std::int64_t{0});
-    return std::min(static_cast<std::size_t>((end + perGroup_ - 1) / perGroup_), groups_.size());
+    Groups groups{GroupAt(first), std::min(GroupAt(end + perGroup_ - 1), groups_.size())};
+    groups.end = std::max(groups.end, groups.first);
+    return groups;
 }
 
 std::vector<RunOverview::Column> RunOverview::Columns(std::size_t series, const RecordSpan& shown,
-                                                      std::size_t width) const {
+                                                      std::int64_t width) const {
     std::vector<Column> columns;
-    const std::size_t end = EndGroup(shown);
-    for (std::size_t i = FirstGroup(shown); i < end; ++i) {
+    const Groups groups = GroupsOf(shown);
+    for (std::size_t i = groups.first; i < groups.end; ++i) {
         const std::int64_t first = plan_.span.first + static_cast<std::int64_t>(i) * perGroup_;
         const std::int64_t ahead = std::max(first - shown.first, std::int64_t{0});
-        const auto column =
-            static_cast<std::size_t>(ahead) * width / static_cast<std::size_t>(shown.Count());
+        const std::int64_t column = ahead * width / shown.Count();
         if (columns.empty() || columns.back().column != column)
             columns.push_back({column, {}});
         columns.back().range.Take(At(i, series));
@@ -230,8 +232,8 @@ std::vector<RunOverview::Column> RunOverview::Columns(std::size_t series, const 
 
 RunOverview::Range RunOverview::RangeOf(std::size_t series, const RecordSpan& shown) const {
     Range range;
-    const std::size_t end = EndGroup(shown);
-    for (std::size_t i = FirstGroup(shown); i < end; ++i)
+    const Groups groups = GroupsOf(shown);
+    for (std::size_t i = groups.first; i < groups.end; ++i)
         range.Take(At(i, series));
     return range;
 }

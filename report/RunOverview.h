@@ -80,7 +80,7 @@ public:
 
     /// One point of a drawn series: what lies in a column of pixels.
     struct Column {
-        std::size_t column = 0;
+        std::int64_t column = 0;
         Range range; ///< nothing where the column's records have no value: the line is interrupted
         bool operator==(const Column&) const = default;
     };
@@ -119,10 +119,17 @@ public:
     /// The series over `width` columns of pixels that show these records. A group lies in the
     /// column of its first record; columns without a group are left out.
     std::vector<Column> Columns(std::size_t series, const RecordSpan& shown,
-                                std::size_t width) const;
+                                std::int64_t width) const;
 
     /// The smallest and the largest value of a series in these records, by groups.
     Range RangeOf(std::size_t series, const RecordSpan& shown) const;
+
+    /// The groups that hold these records, from the first to before the end.
+    struct Groups {
+        std::size_t first = 0;
+        std::size_t end = 0;
+    };
+    Groups GroupsOf(const RecordSpan& shown) const;
 
     std::size_t Bytes() const; ///< of memory
 
@@ -143,8 +150,7 @@ private:
     void Take(std::int64_t place, const FoundRecord& record, bool isNew);
     void FitGroups();
     void MergePairs();
-    std::size_t FirstGroup(const RecordSpan& shown) const;
-    std::size_t EndGroup(const RecordSpan& shown) const;
+    std::size_t GroupAt(std::int64_t withinSpan) const;
 
     TextSource* source_ = nullptr;
     Plan plan_;

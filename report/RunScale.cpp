@@ -9,8 +9,8 @@ namespace Mreport {
 void RunScale::Take(const RunOverview& run, std::size_t series, const RecordSpan& shown) {
     if (!log_)
         return range_.Take(run.RangeOf(series, shown));
-    const auto finest = static_cast<std::size_t>(std::max(shown.Count(), std::int64_t{1}));
-    for (const auto& [column, values] : run.Columns(series, shown, finest))
+    const std::int64_t columnForEach = std::max(shown.Count(), std::int64_t{1});
+    for (const auto& [column, values] : run.Columns(series, shown, columnForEach))
         for (const float value : {values.low, values.high})
             if (values.Any() && value > 0)
                 range_.Take(value);

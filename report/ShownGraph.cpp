@@ -19,9 +19,11 @@ ScrollLimits ResetScroll(const ViewedFile& file, const ShownGraph& shown, bool s
 std::vector<int> Series(const ViewedFile& file, const ShownGraph& shown, Quantity unit) {
     std::vector<int> numbers;
     if (Quantities::IsOfSensors(unit)) {
-        for (int sensor = 1; sensor <= tempSensorCount; ++sensor)
-            if (shown.sensorInUse[static_cast<std::size_t>(sensor - 1)] && file.SensorUsed(sensor))
+        for (int sensor = 1; const bool inUse : shown.sensorInUse) {
+            if (inUse && file.SensorUsed(sensor))
                 numbers.push_back(sensor);
+            ++sensor;
+        }
         return numbers;
     }
     for (std::size_t i = 0; i < file.channelCount; ++i)

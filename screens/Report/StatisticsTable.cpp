@@ -30,10 +30,8 @@ void StatisticsTable::Show(std::string_view unit, const std::vector<Series>& ser
         heading << Text::ToQt(text);
     setHorizontalHeaderLabels(heading);
     setRowCount(static_cast<int>(series.size()));
-    for (int row = 0; const Series& of : series) {
-        ShowRow(row, of, statistics.Of(static_cast<std::size_t>(row)));
-        ++row;
-    }
+    for (std::size_t i = 0; i < series.size(); ++i)
+        ShowRow(static_cast<int>(i), series[i], statistics.Of(i));
     ShowMarks();
     resizeColumnsToContents();
     resizeRowsToContents();

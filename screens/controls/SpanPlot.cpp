@@ -87,8 +87,7 @@ void SpanPlot::DrawCurve(const Series& series, const RunScale& scale, int width_
         const double share = scale.ShareOf(value); // not-a-number: it has no place
         return picture_.ownScales || std::isnan(share) ? share : value;
     };
-    const auto curve = CurveOf(*picture_.run, series.index, picture_.span, picture_.axis,
-                               static_cast<std::size_t>(width_px));
+    const auto curve = CurveOf(*picture_.run, series.index, picture_.span, picture_.axis, width_px);
     QVector<QCPGraphData> points;
     for (const auto& [x, range] : curve) {
         points.append(QCPGraphData(x, range.Any() ? y(range.low) : qQNaN()));

@@ -89,7 +89,7 @@ void RunSearchPane::FillSeries() {
         const QSignalBlocker quiet(ui_->cboSeries);
         ui_->cboSeries->clear();
         for (const auto& entry : Mreport::RecordSearch(file_).Entries())
-            ui_->cboSeries->addItem(Text::ToQt(entry.text), entry.index);
+            ui_->cboSeries->addItem(Text::ToQt(entry.text), QVariant::fromValue(entry.index));
         ui_->cboSeries->setCurrentIndex(std::max(0, ui_->cboSeries->findData(chosen)));
     }
     FillQuantities();
@@ -101,7 +101,7 @@ void RunSearchPane::FillQuantities() {
     if (ui_->cboSeries->currentIndex() < 0)
         return;
     for (const auto unit :
-         Mreport::RecordSearch(file_).Units(ui_->cboSeries->currentData().toInt()))
+         Mreport::RecordSearch(file_).Units(ui_->cboSeries->currentData().toUInt()))
         ui_->cboQuantity->addItem(Text::ToQt(Mreport::UnitText(unit)), static_cast<int>(unit));
 }
 
@@ -140,7 +140,7 @@ std::optional<Mreport::RunSearchWish> RunSearchPane::ValueWish() {
         return std::nullopt;
     }
     const auto quantity = static_cast<Quantity>(ui_->cboQuantity->currentData().toInt());
-    const int index = ui_->cboSeries->currentData().toInt();
+    const int index = ui_->cboSeries->currentData().toUInt();
     const int number = index >= maxChannels ? index - maxChannels + 1 : index + 1;
     Mreport::RunSearchWish wish;
     wish.utf8 = file_.pages.IsUtf8();

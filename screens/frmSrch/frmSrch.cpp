@@ -141,7 +141,7 @@ void frmSrch::FillChannels() {
     const QVariant chosen = ui_->cboChan->currentData();
     ui_->cboChan->clear();
     for (const auto& entry : search_.Entries())
-        ui_->cboChan->addItem(Text::ToQt(entry.text), entry.index);
+        ui_->cboChan->addItem(Text::ToQt(entry.text), QVariant::fromValue(entry.index));
     ui_->cboChan->setCurrentIndex(std::max(0, ui_->cboChan->findData(chosen)));
 }
 
@@ -150,7 +150,7 @@ void frmSrch::FillUnits() {
     ui_->cboUnit->clear();
     if (ui_->cboChan->currentIndex() < 0)
         return;
-    for (const auto unit : search_.Units(ui_->cboChan->currentData().toInt()))
+    for (const auto unit : search_.Units(ui_->cboChan->currentData().toUInt()))
         ui_->cboUnit->addItem(Text::ToQt(Mreport::UnitText(unit)), static_cast<int>(unit));
     ui_->cboUnit->setCurrentIndex(0);
 }
@@ -163,7 +163,7 @@ void frmSrch::ShowFoundValue() {
     QString text = Text::ToQt(search_.TimeStamp());
     if (ui_->cboChan->currentIndex() >= 0 && ui_->cboUnit->currentIndex() >= 0)
         text += "    " + Text::ToQt(search_.ValueText(
-                             ui_->cboChan->currentData().toInt(),
+                             ui_->cboChan->currentData().toUInt(),
                              static_cast<Quantity>(ui_->cboUnit->currentData().toInt())));
     ShowValue(*ui_->lblRtn, text);
 }

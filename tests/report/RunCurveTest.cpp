@@ -38,7 +38,7 @@ struct TimedRun {
         while (run.Step(100'000)) {
         }
     }
-    std::vector<CurvePoint> Curve(RunAxis axis, std::size_t width, std::size_t series = 0) const {
+    std::vector<CurvePoint> Curve(RunAxis axis, int width, std::size_t series = 0) const {
         return CurveOf(run, series, all, axis, width);
     }
 

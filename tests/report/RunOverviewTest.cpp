@@ -39,7 +39,7 @@ struct OverviewOf {
 
     /// What the columns must be, from every value.
     std::vector<RunOverview::Column> Plainly(const Mreport::SeriesColumns& series, RecordSpan span,
-                                             std::size_t width) const {
+                                             std::int64_t width) const {
         constexpr double largest = std::numeric_limits<float>::max();
         std::vector<RunOverview::Column> columns;
         const std::int64_t group = overview.RecordsPerGroup();
@@ -49,8 +49,7 @@ struct OverviewOf {
             if (first + group <= span.first || first >= span.end)
                 continue;
             const std::int64_t ahead = std::max(first - span.first, std::int64_t{0});
-            const auto column =
-                static_cast<std::size_t>(ahead * static_cast<std::int64_t>(width) / span.Count());
+            const std::int64_t column = ahead * width / span.Count();
             if (columns.empty() || columns.back().column != column)
                 columns.push_back({column, {}});
             if (const auto value = ValueAt(place, series))
@@ -67,7 +66,7 @@ struct OverviewOf {
         return std::nullopt;
     }
     void ExpectAsPlain(const std::vector<Mreport::SeriesColumns>& series, RecordSpan span,
-                       std::size_t width) const {
+                       std::int64_t width) const {
         for (std::size_t s = 0; s < series.size(); ++s) {
             const auto columns = overview.Columns(s, span, width);
             const auto plain = Plainly(series[s], span, width);
