@@ -65,16 +65,14 @@ bool RecordSearch::Find(FileRecord record) {
                                                         std::to_string(record.number));
     if (!line)
         return false;
-    page_ = *page;
-    line_ = *line;
+    place_ = {*page, *line};
     ReadRecord();
     return true;
 }
 
-void RecordSearch::TakeRecordAt(int page, ReportPages::Line line) {
+void RecordSearch::TakeRecordAt(const LinePlace& place) {
     Forget();
-    page_ = page;
-    line_ = line;
+    place_ = place;
     ReadRecord();
 }
 
@@ -86,9 +84,9 @@ void RecordSearch::Forget() {
 }
 
 void RecordSearch::ReadRecord() {
-    timeStamp_ = TimeStampOf(file_.pages.Text(page_, line_));
+    timeStamp_ = TimeStampOf(file_.pages.Text(place_.page, place_.line));
     file_.pages.ForEachLineOfRecord(
-        page_, line_, [this](RecordWalk::Step step, std::string_view text) {
+        place_.page, place_.line, [this](RecordWalk::Step step, std::string_view text) {
             if (step == RecordWalk::Step::begins)
                 comment_ = MeasurementLines::CommentText(text);
             else if (const auto unit = MeasurementLines::QuantityOf(text))

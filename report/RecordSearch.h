@@ -35,12 +35,11 @@ public:
     bool Find(FileRecord record);
 
     /// Takes the record that begins at this line of a page.
-    void TakeRecordAt(int page, ReportPages::Line line);
+    void TakeRecordAt(const LinePlace& place);
 
     const std::string& TimeStamp() const { return timeStamp_; } ///< "Not valid" without one
     const std::string& Comment() const { return comment_; }
-    int Page() const { return page_; }
-    ReportPages::Line Line() const { return line_; }
+    const LinePlace& Place() const { return place_; } ///< of its first line
 
     /// The kept value as it is shown, with its unit: "12.3 mV".
     std::string ValueText(std::size_t entryIndex, Quantity unit) const;
@@ -53,8 +52,7 @@ private:
     void KeepTemperatures(const MeasurementLines::Cells& cells);
 
     const ViewedFile& file_;
-    int page_ = 0;
-    ReportPages::Line line_ = 0;
+    LinePlace place_;
     std::string timeStamp_;
     std::string comment_;
     std::array<FileOpr::DisplayedCells, maxChannels> values_;

@@ -85,17 +85,17 @@ void RecordTable::ReadOn(PageRecords& page) const {
     page.linesRead = file_.pages.LineCount(page.page);
 }
 
-std::optional<RecordTable::Place> RecordTable::PlaceOf(std::int64_t row) {
+std::optional<LinePlace> RecordTable::PlaceOf(std::int64_t row) {
     const auto at = WholeRun::PlaceInLists(file_.pages, row);
     if (!at || row >= rows_)
         return std::nullopt;
     const PageRecords& records = RecordsOf(at->page);
     if (at->inPage >= std::ssize(records.lines)) // the file has shrunk
         return std::nullopt;
-    return Place{at->page, *(records.lines.begin() + at->inPage)};
+    return LinePlace{at->page, *(records.lines.begin() + at->inPage)};
 }
 
-std::optional<std::int64_t> RecordTable::RowOf(const Place& place) {
+std::optional<std::int64_t> RecordTable::RowOf(const LinePlace& place) {
     if (place.page < 0 || place.page >= file_.pages.Count())
         return std::nullopt;
     const auto& lines = RecordsOf(place.page).lines;
@@ -129,7 +129,7 @@ const RecordTable::Record& RecordTable::Read(std::int64_t row) {
     return records_.front();
 }
 
-std::vector<std::string> RecordTable::CellsOf(const Place& place, std::size_t endLine) const {
+std::vector<std::string> RecordTable::CellsOf(const LinePlace& place, std::size_t endLine) const {
     std::vector<std::string> cells(columns_.size());
     RecordWalk walk;
     file_.pages.ForEachLine(

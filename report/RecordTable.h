@@ -26,14 +26,6 @@ public:
         std::string title;                ///< "Record", "Ch. 1 Ca (mV)"
     };
 
-    /// A record in the lists.
-    struct Place {
-        int page = 0;
-        ReportPages::Line line = 0; ///< of its first line
-
-        bool operator==(const Place&) const = default;
-    };
-
     /// The file must outlive the table.
     explicit RecordTable(const ViewedFile& file) : file_(file) {}
 
@@ -49,10 +41,11 @@ public:
     /// The text of a cell; empty where the record has no value, or could not be read back.
     std::string Text(std::int64_t row, std::size_t column);
 
-    std::optional<Place> PlaceOf(std::int64_t row);
+    /// Where the record of a row begins in the lists.
+    std::optional<LinePlace> PlaceOf(std::int64_t row);
 
     /// The row of the record that holds this line; nothing before a page's first record.
-    std::optional<std::int64_t> RowOf(const Place& place);
+    std::optional<std::int64_t> RowOf(const LinePlace& place);
 
     /// The rows of a list page, from the first whose number is in the range to before the first
     /// behind it. Throws RunTimeError where the page has none.
@@ -78,7 +71,7 @@ private:
     const PageRecords& RecordsOf(int page);
     void ReadOn(PageRecords& page) const;
     const Record& Read(std::int64_t row);
-    std::vector<std::string> CellsOf(const Place& place, std::size_t endLine) const;
+    std::vector<std::string> CellsOf(const LinePlace& place, std::size_t endLine) const;
     void TakeRow(std::string_view line, std::vector<std::string>& cells) const;
     std::string CellOf(const Column& column, const MeasurementLines::Cells& cells) const;
 

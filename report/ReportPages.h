@@ -160,4 +160,12 @@ private:
     mutable bool damaged_ = false;
 };
 
+/// A line of a list.
+struct LinePlace {
+    ReportPages::Page page = 0;
+    ReportPages::Line line = 0;
+
+    bool operator==(const LinePlace&) const = default;
+};
+
 } // namespace Mreport

@@ -54,7 +54,7 @@ void RecordTableView::ShowFile() {
     ShowColumns();
     FitColumns();
     if (wanted_)
-        SelectRecord(wanted_->page, static_cast<int>(wanted_->line));
+        SelectRecord(*wanted_);
 }
 
 void RecordTableView::FileGrown() {
@@ -73,11 +73,11 @@ void RecordTableView::Forget() {
     model_->Forget();
 }
 
-void RecordTableView::SelectRecord(int page, int line) {
-    wanted_ = {page, static_cast<std::size_t>(line)};
+void RecordTableView::SelectRecord(const Mreport::LinePlace& place) {
+    wanted_ = place;
     if (!shown_)
         return;
-    const auto row = model_->Records().RowOf(*wanted_);
+    const auto row = model_->Records().RowOf(place);
     if (!row)
         return;
     const QModelIndex index = model_->index(static_cast<int>(*row), 0);
@@ -87,7 +87,7 @@ void RecordTableView::SelectRecord(int page, int line) {
 
 void RecordTableView::Row_Activated(const QModelIndex& index) {
     if (const auto place = model_->Records().PlaceOf(index.row()))
-        Q_EMIT RecordChosen(place->page, static_cast<int>(place->line));
+        Q_EMIT RecordChosen(*place);
 }
 
 std::vector<std::size_t> RecordTableView::ShownColumns() const {
@@ -112,9 +112,8 @@ void RecordTableView::CopySelection() {
 }
 
 void RecordTableView::ShowColumns() {
-    for (int column = 0; column < model_->columnCount(); ++column)
-        setColumnHidden(column,
-                        !RecordColumns::Shown(model_->Columns()[static_cast<std::size_t>(column)]));
+    for (int place = 0; const auto& column : model_->Columns())
+        setColumnHidden(place++, !RecordColumns::Shown(column));
 }
 
 void RecordTableView::Header_Menu(const QPoint& place) {
@@ -149,19 +148,18 @@ void RecordTableView::FitRows() {
 }
 
 void RecordTableView::FitColumns() {
-    for (int column = 0; column < model_->columnCount(); ++column)
-        FitColumn(column);
+    for (int place = 0; const auto& column : model_->Columns())
+        FitColumn(place++, column);
 }
 
-void RecordTableView::FitColumn(int column) {
+void RecordTableView::FitColumn(int place, const Mreport::RecordTable::Column& column) {
     using Kind = Mreport::RecordTable::Column::Kind;
-    const Kind kind = model_->Columns()[static_cast<std::size_t>(column)].kind;
-    const char* widest = kind == Kind::time      ? widestTime
-                         : kind == Kind::comment ? usualComment
-                                                 : widestValue;
+    const char* widest = column.kind == Kind::time      ? widestTime
+                         : column.kind == Kind::comment ? usualComment
+                                                        : widestValue;
     const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 3);
-    setColumnWidth(column, std::max(fontMetrics().horizontalAdvance(widest) + margin,
-                                    horizontalHeader()->sectionSizeHint(column)));
+    setColumnWidth(place, std::max(fontMetrics().horizontalAdvance(widest) + margin,
+                                   horizontalHeader()->sectionSizeHint(place)));
 }
 
 void RecordTableView::changeEvent(QEvent* event) {

@@ -24,13 +24,13 @@ public:
     void Forget();
 
     /// Selects the row of a record that begins at this line of a list.
-    void SelectRecord(int page, int line);
+    void SelectRecord(const Mreport::LinePlace& place);
 
     void CopySelection();
 
 Q_SIGNALS:
     /// A row was activated; its record begins at this line of a list.
-    void RecordChosen(int page, int line);
+    void RecordChosen(const Mreport::LinePlace& place);
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
@@ -39,7 +39,7 @@ protected:
 private:
     void FitRows();
     void FitColumns();
-    void FitColumn(int column);
+    void FitColumn(int place, const Mreport::RecordTable::Column& column);
     void ShowColumns();
     void ShowColumnMenu(const QPoint& place);
     void Header_Menu(const QPoint& place);
@@ -49,5 +49,5 @@ private:
     EventGuard guard_{"Unexpected error - "};
     std::unique_ptr<RecordTableModel> model_;
     bool shown_ = false;
-    std::optional<Mreport::RecordTable::Place> wanted_; ///< selected once the table is shown
+    std::optional<Mreport::LinePlace> wanted_; ///< selected once the table is shown
 };

@@ -161,8 +161,8 @@ void Report::FileGrown() {
 }
 
 /// Shows a record of the compact table as the file has it.
-void Report::tblRecords_RecordChosen(int page, int line) {
-    views_.BringRecord(page, line);
+void Report::tblRecords_RecordChosen(const Mreport::LinePlace& place) {
+    views_.BringRecord(place);
     views_.Show(ReportViews::tableTab);
 }
 

@@ -87,7 +87,7 @@ private:
     void ForgetFile();
     void FileGrown();
     void RecordsRead();
-    void tblRecords_RecordChosen(int page, int line);
+    void tblRecords_RecordChosen(const Mreport::LinePlace& place);
     void FileBegunAnew();
     void FindNext();
 

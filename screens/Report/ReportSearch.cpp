@@ -1,5 +1,6 @@
 #include "screens/Report/ReportSearch.h"
 
+#include "report/ReportPages.h"
 #include "screens/frmSrch/frmSrch.h"
 
 ReportSearch::ReportSearch(const Mreport::ViewedFile& file, QWidget& form)

@@ -4,8 +4,9 @@
 #include <QPointer>
 
 namespace Mreport {
+struct LinePlace;
 struct ViewedFile;
-}
+} // namespace Mreport
 class QWidget;
 class frmSrch;
 
@@ -33,7 +34,7 @@ public:
 
 Q_SIGNALS:
     /// Where the record that was found begins.
-    void RecordFound(int page, int line);
+    void RecordFound(const Mreport::LinePlace& place);
 
 private:
     const Mreport::ViewedFile& file_;

@@ -84,15 +84,16 @@ void ReportViews::SelectAll() {
         lists_.InFront().SelectAll();
 }
 
-void ReportViews::BringRecord(int page, int line) {
-    if (!lists_.Has(page))
+void ReportViews::BringRecord(const Mreport::LinePlace& place) {
+    if (!lists_.Has(place.page))
         return;
-    parts_.pages.setCurrentIndex(page);
-    LineListView& list = lists_.At(page);
+    parts_.pages.setCurrentIndex(place.page);
+    LineListView& list = lists_.At(place.page);
     list.LinesChanged();
-    list.SetCurrentLine(line, Mreport::CountLinesPerRecord(file_.pages) - 1);
-    parts_.records.SelectRecord(page, line);
-    const std::string text = file_.pages.Text(page, static_cast<std::size_t>(line));
+    list.SetCurrentLine(static_cast<int>(place.line),
+                        Mreport::CountLinesPerRecord(file_.pages) - 1);
+    parts_.records.SelectRecord(place);
+    const std::string text = file_.pages.Text(place.page, place.line);
     parts_.graph.BringIntoSpan({MeasurementLines::RecordNumber(text)});
 }
 
@@ -100,6 +101,6 @@ void ReportViews::BringRecordAt(std::int64_t place, std::uint64_t offset) {
     const auto at = Mreport::WholeRun::PlaceInLists(file_.pages, place);
     if (!at)
         return;
-    BringRecord(at->page, static_cast<int>(file_.pages.LineAt(at->page, offset)));
+    BringRecord({at->page, file_.pages.LineAt(at->page, offset)});
     parts_.graph.Run().BringIntoSpan(place);
 }

@@ -47,7 +47,7 @@ public:
     void SelectAll();
 
     /// Brings the record that begins at this line of a list into every view.
-    void BringRecord(int page, int line);
+    void BringRecord(const Mreport::LinePlace& place);
 
     /// The same with the record that begins at this offset, the file's `place`th from 0.
     void BringRecordAt(std::int64_t place, std::uint64_t offset);

@@ -185,7 +185,7 @@ void RunSearchPane::tmrSearch_Timer() {
     }
     last_ = found->place;
     const int page = static_cast<int>(found->piece);
-    Q_EMIT Found(page, static_cast<int>(file_.pages.LineAt(page, found->offset)));
+    Q_EMIT Found({page, file_.pages.LineAt(page, found->offset)});
 }
 
 void RunSearchPane::Stop() {

@@ -46,7 +46,7 @@ public:
 Q_SIGNALS:
     void ByNumberChanged(bool byNumber);
     void Searching();
-    void Found(int page, int line);
+    void Found(const Mreport::LinePlace& place);
     void NotFound();
     void Stopped();
     /// What was entered cannot be searched for.

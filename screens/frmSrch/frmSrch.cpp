@@ -54,8 +54,8 @@ void frmSrch::ShowEntry(bool byNumber) {
         part->setVisible(byNumber);
 }
 
-void frmSrch::ShowFoundAt(int page, int line) {
-    search_.TakeRecordAt(page, static_cast<Mreport::ReportPages::Line>(line));
+void frmSrch::ShowFoundAt(const Mreport::LinePlace& place) {
+    search_.TakeRecordAt(place);
     ShowFound();
 }
 
@@ -116,7 +116,7 @@ void frmSrch::ShowFound() {
     ShowFoundValue();
     ShowStatus("Ready");
     AllowChoice(true);
-    Q_EMIT RecordFound(search_.Page(), static_cast<int>(search_.Line()));
+    Q_EMIT RecordFound(search_.Place());
 }
 
 void frmSrch::ShowNotFound() {

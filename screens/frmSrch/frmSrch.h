@@ -32,7 +32,7 @@ public:
 
 Q_SIGNALS:
     /// Where the record that was found begins.
-    void RecordFound(int page, int line);
+    void RecordFound(const Mreport::LinePlace& place);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -53,7 +53,7 @@ private:
     void AllowChoice(bool allowed);
     void MakeSearchPane(const Mreport::ViewedFile& file);
     void ShowEntry(bool byNumber);
-    void ShowFoundAt(int page, int line);
+    void ShowFoundAt(const Mreport::LinePlace& place);
 
     EventGuard guard_{"Unexpected error - "};
     std::unique_ptr<Ui::frmSrch> ui_;

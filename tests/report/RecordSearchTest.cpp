@@ -48,7 +48,7 @@ TEST_F(Search, Every_record_of_several_pages_is_found_in_its_page) {
     for (int record = 1; record <= recordsOfFirstPage + 300; record += 97) {
         ASSERT_TRUE(search.Find({record})) << record;
         EXPECT_EQ(search.ValueText(0, Quantity::mV), std::to_string(record) + ".0 mV");
-        EXPECT_EQ(search.Page(), record > recordsOfFirstPage ? 1 : 0);
+        EXPECT_EQ(search.Place().page, record > recordsOfFirstPage ? 1 : 0);
     }
 }
 

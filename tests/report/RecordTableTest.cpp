@@ -6,7 +6,7 @@
 
 namespace {
 
-using Place = Mreport::RecordTable::Place;
+using Place = Mreport::LinePlace;
 
 class RecordTable : public LoadedReport {
 protected:

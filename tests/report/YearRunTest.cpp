@@ -78,13 +78,13 @@ protected:
         EXPECT_EQ(line, (at->page == 0 ? MeasurementText::headerLines : 0) +
                             at->inPage * MeasurementText::recordLines);
         EXPECT_EQ(table.Text(place, 0), std::to_string(number));
-        EXPECT_EQ(table.PlaceOf(place), (Mreport::RecordTable::Place{at->page, line}));
+        EXPECT_EQ(table.PlaceOf(place), (Mreport::LinePlace{at->page, line}));
         EXPECT_EQ(table.RowOf({at->page, line}), place);
         Mreport::RecordSearch search(viewed);
         ASSERT_TRUE(search.Find({static_cast<std::int32_t>(number)}));
         EXPECT_EQ(search.TimeStamp(), run.TimeOf(number));
-        EXPECT_EQ(search.Page(), at->page);
-        EXPECT_EQ(search.Line(), line);
+        EXPECT_EQ(search.Place().page, at->page);
+        EXPECT_EQ(search.Place().line, line);
     }
 
     void ExpectPageRanges() const {

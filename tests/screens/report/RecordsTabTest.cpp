@@ -160,14 +160,14 @@ TEST_F(RecordsTab, It_follows_a_growing_file_when_it_is_scrolled_to_its_end) {
 TEST_F(RecordsTab, A_record_that_was_found_is_selected) {
     View(MeasurementText().File(5000));
     ShowRecords();
-    Table().SelectRecord(1, 8);
+    Table().SelectRecord({1, 8});
     EXPECT_EQ(Table().currentIndex().row(), 4087);
     EXPECT_EQ(Cell(Table().currentIndex().row(), 0), "4088");
 }
 
 TEST_F(RecordsTab, A_record_found_before_is_selected_when_the_tab_is_opened) {
     View(MeasurementText().File(5000));
-    Table().SelectRecord(0, MeasurementText::headerLines + 8 * 41);
+    Table().SelectRecord({0, MeasurementText::headerLines + 8 * 41});
     ShowRecords();
     EXPECT_EQ(Table().currentIndex().row(), 41);
 }
