@@ -28,9 +28,8 @@ public:
     void operator()(Sender* sender, Signal signal, const char* control,
                     void (Form::*handler)(Arguments...)) const {
         QObject::connect(sender, signal, &form_,
-                         [&form = form_, &guard = guard_, location = name_ + " - " + control,
-                          handler](Arguments... arguments) {
-                             guard(location, [&] { (form.*handler)(arguments...); });
+                         [run = Runner(control), handler](Arguments... arguments) {
+                             run([&](Form& form) { (form.*handler)(arguments...); });
                          });
     }
 
@@ -38,13 +37,22 @@ public:
     template <class Control, class Signal>
     void operator()(const ControlArray<Control>& controls, Signal signal, const char* name,
                     void (Form::*handler)(std::size_t Index)) const {
-        controls.Connect(
-            form_, signal,
-            [&form = form_, &guard = guard_, location = name_ + " - " + name,
-             handler](std::size_t Index) { guard(location, [&] { (form.*handler)(Index); }); });
+        controls.Connect(form_, signal, [run = Runner(name), handler](std::size_t Index) {
+            run([&](Form& form) { (form.*handler)(Index); });
+        });
     }
 
 private:
+    /// Runs a step with the form as long as it is whole: a control that goes with its form may send
+    /// a signal while only the form's base is left.
+    auto Runner(const char* control) const {
+        return [object = static_cast<QObject*>(&form_), &guard = guard_,
+                location = name_ + " - " + control](const auto& step) {
+            if (Form* const form = qobject_cast<Form*>(object))
+                guard(location, [&] { step(*form); });
+        };
+    }
+
     Form& form_;
     EventGuard& guard_;
     std::string name_;
