@@ -298,3 +298,94 @@ TEST(CalibrationSession, What_it_does_not_write_stays_as_stored) {
         EXPECT_EQ(record.StdUnit, isPH ? 1.0F : 0.0F) << "a pH electrode has no unit";
     }
 }
+
+TEST(CalibrationSession, A_new_start_forgets_what_was_recorded_before) {
+    auto session = SessionOf({0});
+    session.SetPointCount(3);
+    RecordPoint(session, 1, 100);
+    session.Start(false, StandardUnit::mol_per_litre);
+    EXPECT_EQ(session.PointCount(), 2);
+    EXPECT_EQ(session.CurrentPoint(), 0);
+    EXPECT_EQ(session.Reading(0, 0), std::nullopt);
+    session.SetChannels({0});
+    RecordPoint(session, 0.1F, 100);
+    RecordPoint(session, 1, 159);
+    EXPECT_EQ(session.OutcomeOf(0, {}).record.StdUnit,
+              static_cast<float>(StandardUnit::mol_per_litre));
+}
+
+TEST(CalibrationSession, A_cleared_point_has_no_value) {
+    auto session = SessionOf({0});
+    RecordPoint(session, 1, 100);
+    RecordPoint(session, 10, 159);
+    session.ClearPoint(0);
+    EXPECT_EQ(session.Reading(0, 0), std::nullopt);
+    EXPECT_FALSE(session.IsRecorded(0));
+    EXPECT_FALSE(session.IsRecordedHere(0));
+    EXPECT_FALSE(session.IsComplete());
+    EXPECT_EQ(session.Reading(0, 1), 159.0F);
+}
+
+TEST(CalibrationSession, A_point_behind_the_last_is_not_chosen) {
+    auto session = SessionOf({0});
+    session.SetCurrentPoint(2);
+    EXPECT_EQ(session.CurrentPoint(), 0);
+    session.SetCurrentPoint(1);
+    EXPECT_EQ(session.CurrentPoint(), 1);
+}
+
+TEST(CalibrationSession, The_point_that_is_read_shows_what_arrives_and_another_what_was_recorded) {
+    auto session = SessionOf({0});
+    RecordPoint(session, 1, 100);
+    session.SetStandard(1, 10);
+    session.BeginReading();
+    session.SetLive(0, 140);
+    EXPECT_EQ(session.Shown(0, 0), 100.0F);
+    EXPECT_EQ(session.Shown(0, 1), 140.0F);
+    session.StopReading();
+    EXPECT_EQ(session.Shown(0, 1), std::nullopt);
+}
+
+TEST(CalibrationSession, A_calibration_of_two_points_is_loaded_whole_and_no_third_one_with_it) {
+    auto session = SessionOf({0});
+    CalibrationRecord record = StoredRecord();
+    record.PointCount = 2;
+    session.Load(0, record);
+    EXPECT_EQ(session.Reading(0, 1), 2.1F);
+    EXPECT_EQ(session.Standard(1), 0.01F);
+    EXPECT_EQ(session.Reading(0, 2), std::nullopt);
+    EXPECT_EQ(session.Standard(2), std::nullopt);
+}
+
+TEST(CalibrationSession, What_arrives_while_nothing_is_read_is_not_recorded) {
+    auto session = SessionOf({0});
+    session.SetStandard(0, 1);
+    session.BeginReading();
+    session.SetLive(0, 100);
+    EXPECT_EQ(session.Record(), Recorded::nextPoint);
+    EXPECT_EQ(session.Record(), Recorded::nothing) << "the next point is not read yet";
+    EXPECT_EQ(session.CurrentPoint(), 1);
+    EXPECT_EQ(session.Reading(0, 1), std::nullopt);
+}
+
+TEST(CalibrationSession, A_recorded_point_without_its_standard_is_not_complete) {
+    auto session = SessionOf({0});
+    RecordPoint(session, 1, 100);
+    session.BeginReading();
+    session.SetLive(0, 159);
+    EXPECT_EQ(session.Record(), Recorded::nextPoint);
+    EXPECT_FALSE(session.IsComplete());
+    const auto outcome = session.OutcomeOf(0, {});
+    EXPECT_FALSE(outcome.usable);
+    EXPECT_EQ(outcome.record.Standard[1], 0.0F);
+}
+
+TEST(CalibrationSession, A_point_recorded_once_more_takes_the_end_back) {
+    auto session = SessionOf({0});
+    RecordPoint(session, 1, 100);
+    RecordPoint(session, 10, 159);
+    session.SetFinished();
+    session.SetCurrentPoint(0);
+    RecordPoint(session, 1, 100);
+    EXPECT_FALSE(session.IsFinished());
+}

@@ -142,6 +142,18 @@ TEST_F(Flush, A_target_in_a_folder_that_is_missing_is_refused_before_anything_is
     EXPECT_EQ(ReadBytes(temporary), "");
 }
 
+TEST_F(Flush, A_target_that_the_system_cannot_look_at_leaves_the_one_before) {
+    run.BeginTarget(target);
+    Record(1);
+    EXPECT_THROW(run.BeginTarget(platform.folder.Path() / std::string(300, 'x')), RunTimeError);
+    EXPECT_EQ(run.targetFile, target);
+    EXPECT_FALSE(run.HasWaitingRecords());
+    EXPECT_EQ(NumbersIn(target), (Numbers{1}));
+    Record(2);
+    run.FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
+}
+
 TEST_F(Flush, While_the_report_follows_records_go_straight_into_the_target_in_order) {
     run.BeginTarget(target);
     Record(1);
