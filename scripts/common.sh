@@ -10,6 +10,7 @@ run_packages=(xvfb xauth fonts-dejavu-core libqt6svg6)
 test_packages=(poppler-utils cups cups-client cups-filters ghostscript dbus-daemon shared-mime-info
     at-spi2-core openbox)
 clang_packages=(clang clang-tidy clang-format libclang-rt-14-dev)
+mutation_packages=(clang libclang1-14 python3 python3-clang-14)
 windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64)
 windows_packaging_packages=(librsvg2-bin icoutils nsis zip)
 packaging_packages=(dpkg-dev fakeroot file lintian appstream desktop-file-utils shared-mime-info)

@@ -4,7 +4,6 @@
 
 #include <QTimer>
 
-#include <cstdlib>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -21,11 +20,6 @@ CourseInstrument::CourseInstrument(fs::path link) : link_(std::move(link)) {
 }
 
 CourseInstrument::~CourseInstrument() = default;
-
-std::chrono::seconds CourseInstrument::Length(std::chrono::seconds usual) {
-    const char* const asked = std::getenv("VANTREL_COURSE_SECONDS");
-    return asked ? std::chrono::seconds(std::atoi(asked)) : usual;
-}
 
 void CourseInstrument::LeadTo(const fs::path& device) {
     fs::remove(link_);

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "PtyPeer.h"
+#include "support/Search.h"
 
 #include <QObject>
 
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -48,10 +48,7 @@ public:
         return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_);
     }
 
-    /// How long a course shall be: VANTREL_COURSE_SECONDS, else `usual`.
-    static std::chrono::seconds Length(std::chrono::seconds usual);
-
-    static constexpr unsigned seed = 6444;
+    const unsigned long seed = search::Seed();
 
 private:
     using Bytes = std::vector<std::uint8_t>;
@@ -64,7 +61,7 @@ private:
     void LeadTo(const std::filesystem::path& device);
 
     std::filesystem::path link_;
-    std::mt19937 random_{seed};
+    std::mt19937 random_{static_cast<std::mt19937::result_type>(seed)};
     std::unique_ptr<PtyPeer> peer_;
     QObject later_; ///< of the rest of a frame in pieces
     Bytes waiting_; ///< that rest, and what comes behind it

@@ -1,0 +1,20 @@
+#include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char* argv[]) {
+    ::testing::InitGoogleTest(&argc, argv);
+    // Nothing of the user's is reached: neither his folders nor his printers nor his programs.
+    const QTemporaryDir home;
+    for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_DOCUMENTS_DIR"})
+        qputenv(variable, home.path().toLocal8Bit());
+    qputenv("CUPS_SERVER", home.filePath("no-print-server").toLocal8Bit());
+    qputenv("PATH", home.filePath("no-programs").toLocal8Bit());
+    qputenv("VANTREL_WALK_HOME", home.path().toLocal8Bit());
+    QDir::setCurrent(home.path());
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    return RUN_ALL_TESTS();
+}
