@@ -212,12 +212,11 @@ class Build:
         names = run(["git", "ls-files", "-z"], cwd=self.project, check=True).stdout
         subprocess.run(["cp", "-p", "--parents", "-t", self.tree, *filter(None, names.split("\0"))],
                        cwd=self.project, check=True)
-        header = os.path.join(self.tree, "tests/mutations/Mutant.h")
         cache = ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
         configured = run(["cmake", "-S", self.tree, "-B", self.binaries, "-G", "Ninja",
                           "-DCMAKE_BUILD_TYPE=Debug", "-DVANTREL_SCREENS=OFF",
                           "-DVANTREL_BENCH=OFF", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON",
-                          f"-DCMAKE_CXX_FLAGS=-include {header} -w", *cache])
+                          "-DCMAKE_CXX_FLAGS=-w", *cache])
         if configured.returncode:
             sys.exit(configured.stdout)
         self.originals = {}
@@ -230,7 +229,6 @@ class Build:
     def compile(self):
         """Builds; what the compiler refuses in a file is dropped, and the file is tried anew."""
         todo = sorted(self.originals)
-        numbers = {path: 1 + 3000 * i for i, path in enumerate(todo)}
         numbers = {path: 1 + 500 * i for i, path in enumerate(todo)}
         for _ in range(12):
             for path in todo:
@@ -263,7 +261,7 @@ class Build:
         for number, (line, what) in source.faults.items():
             self.faults[number] = (path, line, what)
         with open(path, "wb") as file:
-            file.write(source.mutated())
+            file.write(b'#include "tests/mutations/Mutant.h"\n' + source.mutated())
 
     def drop_refused(self, log):
         refused = {(m[1], int(m[2])) for m in re.finditer(r"^(/\S+?):(\d+):\d+: error:", log, re.M)}
