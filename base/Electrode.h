@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -44,7 +45,7 @@ inline constexpr double Pb = 207.2;
 } // namespace weight
 
 /// The list of the setup page; the positions are fixed. Dissolved NH3 has no charge.
-inline constexpr std::array<Type, 27> types = {{
+inline constexpr auto types = std::to_array<Type>({
     {"Ag", weight::Ag, 1},
     {"Ba", weight::Ba, 2},
     {"Br", weight::Br, -1},
@@ -72,11 +73,11 @@ inline constexpr std::array<Type, 27> types = {{
     {pHName, 0, 1},
     {redoxName, 0, 0},
     {noneName, 0, 0},
-}};
+});
 
 /// Position of "None" in the list.
-inline constexpr int noneIndex = 26;
-static_assert(types[noneIndex].name == noneName);
+inline constexpr int noneIndex =
+    static_cast<int>(std::ranges::find(types, noneName, &Type::name) - types.begin());
 
 /// The kind that a name tells: "Redox" in it, "(pH" in it, exactly "None" (or empty), else an ion.
 Kind KindOf(std::string_view electrode);

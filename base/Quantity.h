@@ -47,26 +47,39 @@ struct Givers {
     bool sensor = false;
 };
 
+/// The least that an axis shows: the noise of a steady reading must not fill a graph.
+struct LeastRange {
+    double value = 0;        ///< in the quantity's unit
+    double shareOfValue = 0; ///< of the value in the middle of the axis
+};
+
 struct Row {
     Quantity quantity;
     std::string_view label;      ///< in the files, the lists and on the axis; Windows-1252
     NumberText::Pattern pattern; ///< of a value that stands alone
     Givers givers;
+    LeastRange leastRange;
 };
 
 inline constexpr std::array<Row, quantityCount> table = {{
     {Quantity::mV,
      "mV",
      NumberText::Pattern::oneDecimal,
-     {.none = true, .redox = true, .pH = true, .ion = true}},
-    {Quantity::pH, "pH", NumberText::Pattern::twoDecimals, {.pH = true}},
-    {Quantity::ppm, "ppm", NumberText::Pattern::oneDecimal, {.ion = true}},
-    {Quantity::mol_l, "mol/l", NumberText::Pattern::scientific, {.ion = true}},
+     {.none = true, .redox = true, .pH = true, .ion = true},
+     {.value = 2}},
+    {Quantity::pH, "pH", NumberText::Pattern::twoDecimals, {.pH = true}, {.value = 0.1}},
+    {Quantity::ppm, "ppm", NumberText::Pattern::oneDecimal, {.ion = true}, {.shareOfValue = 0.05}},
+    {Quantity::mol_l,
+     "mol/l",
+     NumberText::Pattern::scientific,
+     {.ion = true},
+     {.shareOfValue = 0.05}},
     {Quantity::celsius,
      "\xB0"
      "C",
      NumberText::Pattern::oneDecimal,
-     {.sensor = true}},
+     {.sensor = true},
+     {.value = 1}},
 }};
 
 constexpr const Row& Of(Quantity quantity) {
@@ -75,6 +88,12 @@ constexpr const Row& Of(Quantity quantity) {
 
 constexpr std::string_view Label(Quantity quantity) {
     return Of(quantity).label;
+}
+
+/// The least range of an axis whose middle stands for this value.
+constexpr double LeastRangeAt(Quantity quantity, double value) {
+    const LeastRange& least = Of(quantity).leastRange;
+    return std::max(least.value, least.shareOfValue * std::max(value, -value));
 }
 
 /// The quantity of a label, letter by letter; nothing for any other text.

@@ -14,22 +14,6 @@ constexpr double lineWidth_px = 1.5;
 constexpr double markSize_px = 6;
 constexpr double spaceAboveValues = 0.08; ///< of the range of the values, on either side
 
-/// The least that the axis shows: the noise of a steady reading must not fill the graph.
-double LeastRange(Quantity quantity, double value) {
-    switch (quantity) {
-    case Quantity::mV:
-        return 2;
-    case Quantity::pH:
-        return 0.1;
-    case Quantity::celsius:
-        return 1;
-    case Quantity::ppm:
-    case Quantity::mol_l:
-        return std::abs(value) / 20;
-    }
-    return 0;
-}
-
 double Seconds(std::chrono::milliseconds time) {
     return std::chrono::duration<double>(time).count();
 }
@@ -119,8 +103,8 @@ void TrendGraph::FitValues(Quantity quantity) {
     }
     if (!found)
         return;
-    const double wanted =
-        std::max(range.size() * (1 + 2 * spaceAboveValues), LeastRange(quantity, range.center()));
+    const double wanted = std::max(range.size() * (1 + 2 * spaceAboveValues),
+                                   Quantities::LeastRangeAt(quantity, range.center()));
     const double least = std::max(std::abs(range.center()) * 1e-6, 1e-12); // flat, and near 0
     const double half = std::max(wanted, least) / 2;
     yAxis->setRange(range.center() - half, range.center() + half);

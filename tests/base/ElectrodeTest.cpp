@@ -28,6 +28,7 @@ TEST(Electrode, The_kind_looks_at_the_exact_letters) {
 TEST(Electrode, The_named_positions_are_those_of_the_list) {
     EXPECT_EQ(Electrode::types[25].name, Electrode::redoxName);
     EXPECT_EQ(Electrode::types[Electrode::noneIndex].name, Electrode::noneName);
+    EXPECT_EQ(Electrode::noneIndex, 26);
     EXPECT_EQ(Electrode::types[24].name, Electrode::pHName);
 }
 

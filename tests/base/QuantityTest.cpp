@@ -35,4 +35,12 @@ TEST(Quantity, Degrees_are_the_sensors_alone) {
     EXPECT_FALSE(Quantities::Gives(Kind::ion, Quantity::celsius));
 }
 
+TEST(Quantity, The_noise_of_a_steady_reading_does_not_fill_an_axis) {
+    EXPECT_EQ(Quantities::LeastRangeAt(Quantity::mV, -180), 2);
+    EXPECT_EQ(Quantities::LeastRangeAt(Quantity::pH, 7), 0.1);
+    EXPECT_EQ(Quantities::LeastRangeAt(Quantity::celsius, 25), 1);
+    EXPECT_DOUBLE_EQ(Quantities::LeastRangeAt(Quantity::ppm, 40), 2); // a twentieth
+    EXPECT_DOUBLE_EQ(Quantities::LeastRangeAt(Quantity::mol_l, -1e-3), 5e-5);
+}
+
 } // namespace
