@@ -13,7 +13,7 @@ constexpr int version = 1;
 constexpr int busyTimeout_ms = 500; ///< another program's write lasts as long as its flush
 constexpr int primaryCode = 0xFF;   ///< what an extended result code keeps in its low byte
 
-constexpr auto schema = R"(
+constexpr const char* schema = R"(
 CREATE TABLE IF NOT EXISTS entries (
   number INTEGER PRIMARY KEY AUTOINCREMENT,
   at TEXT NOT NULL, kind TEXT NOT NULL, analyst TEXT NOT NULL, user TEXT NOT NULL,
@@ -31,8 +31,8 @@ CREATE TRIGGER IF NOT EXISTS noReplacement BEFORE INSERT ON entries
   BEGIN SELECT RAISE(ABORT, 'the history only grows'); END;
 )";
 
-constexpr auto columns = "number, at, kind, analyst, user, channel, electrode, serialNo, file, "
-                         "text, data, before, sum";
+const std::string columns = "number, at, kind, analyst, user, channel, electrode, serialNo, file, "
+                            "text, data, before, sum";
 constexpr int firstField = 1;
 constexpr int columnBefore = firstField + static_cast<int>(Row::fieldCount);
 constexpr int columnSum = columnBefore + 1;
@@ -128,7 +128,7 @@ public:
             row.before = LastSum();
             row.number = LastNumber();
             SQLite::Statement insert(database_,
-                                     std::string("INSERT INTO entries (") + columns +
+                                     "INSERT INTO entries (" + columns +
                                          ") VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
             for (const Row::Fields& fields : rows) {
                 ++row.number;
@@ -145,8 +145,8 @@ public:
     std::vector<Row> Rows(const Wish& wish) const override {
         return Guarded([&] {
             const Condition condition(wish);
-            SQLite::Statement select(database_, std::string("SELECT ") + columns + " FROM entries" +
-                                                    condition.sql);
+            SQLite::Statement select(database_,
+                                     "SELECT " + columns + " FROM entries" + condition.sql);
             int place = 1;
             for (const std::string& value : condition.values)
                 select.bind(place++, value);

@@ -10,8 +10,8 @@ namespace RecentFiles {
 
 namespace {
 
-constexpr auto application = "Report";
-constexpr auto section = "Recent";
+const std::string application = "Report";
+const std::string section = "Recent";
 
 std::string Key(std::size_t index) {
     return "File" + std::to_string(index + 1);

@@ -4,7 +4,7 @@
 #include <QScrollBar>
 
 namespace {
-constexpr auto widestColumn = "+1.33E+13";
+constexpr const char* widestColumn = "+1.33E+13";
 constexpr int lines = 4;
 constexpr int margin_px = 4;
 } // namespace

@@ -8,7 +8,7 @@ namespace {
 
 using Column = Mreport::RecordTable::Column;
 
-constexpr auto section = "Records";
+const std::string section = "Records";
 
 /// "Time", "Comment", "mV 1", "Temperature 2".
 std::string KeyOf(const Column& column) {

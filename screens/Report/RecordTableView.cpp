@@ -17,9 +17,9 @@
 namespace {
 
 constexpr int mostCopied = 50'000; // rows; some tenths of a second
-constexpr auto widestTime = "00:00:00 00.Mmm.0000";
-constexpr auto widestValue = "+1.33E+13";
-constexpr auto usualComment = "a comment of usual length";
+constexpr const char* widestTime = "00:00:00 00.Mmm.0000";
+constexpr const char* widestValue = "+1.33E+13";
+constexpr const char* usualComment = "a comment of usual length";
 
 } // namespace
 

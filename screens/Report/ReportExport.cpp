@@ -12,22 +12,23 @@
 
 namespace {
 
-constexpr auto csvFilters = "Comma-separated values (*.csv)|*.csv|"
-                            "Comma-separated values for spreadsheets (*.csv)|*.csv|"
-                            "Comma-separated values, records shown (*.csv)|*.csv|"
-                            "Comma-separated values for spreadsheets, records shown (*.csv)|*.csv";
+constexpr std::string_view csvFilters =
+    "Comma-separated values (*.csv)|*.csv|"
+    "Comma-separated values for spreadsheets (*.csv)|*.csv|"
+    "Comma-separated values, records shown (*.csv)|*.csv|"
+    "Comma-separated values for spreadsheets, records shown (*.csv)|*.csv";
 enum CsvFilter { anyReader, spreadsheet, shownAnyReader, shownSpreadsheet }; // in their order
-constexpr auto pictureFilters =
+constexpr std::string_view pictureFilters =
     "Picture (*.png)|*.png|Vector graphic (*.svg)|*.svg|PDF document (*.pdf)|*.pdf";
 
 /// Asks for a file beside the shown one; the proposal is the shown file's name with another ending.
-platform::FileDialogRequest Request(const std::filesystem::path& shown, const char* title,
-                                    const char* extension, const char* filter) {
+platform::FileDialogRequest Request(const std::filesystem::path& shown, std::string_view title,
+                                    std::string_view extension, std::string_view filter) {
     platform::FileDialogRequest request;
     request.kind = platform::FileDialogRequest::Kind::save;
     request.title = title;
     request.fileName = CodePage::FromPath(shown.filename().replace_extension(extension))
-                           .value_or(std::string("report.") + extension);
+                           .value_or(std::string("report.").append(extension));
     request.defaultExtension = extension;
     request.filter = filter;
     request.initialFolder = shown.parent_path();

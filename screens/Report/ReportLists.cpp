@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr auto widestFirstColumn = "Rec. 31000";
-constexpr auto widestColumn = "+1.33E+13";
+constexpr const char* widestFirstColumn = "Rec. 31000";
+constexpr const char* widestColumn = "+1.33E+13";
 
 } // namespace
 

@@ -9,8 +9,8 @@
 #include <string>
 
 namespace {
-constexpr auto application = "Report";
-constexpr auto section = "Window";
+const std::string application = "Report";
+const std::string section = "Window";
 } // namespace
 
 void ReportPlace::Restore(QWidget& form) {

@@ -4,7 +4,7 @@
 #include "screens/Report/ReportMenus.h"
 
 namespace {
-constexpr auto helpFile = "ViewHlp.txt";
+constexpr std::string_view helpFile = "ViewHlp.txt";
 }
 
 void ReportTools::Run(std::size_t toolItem) {

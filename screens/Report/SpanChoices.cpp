@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr auto section = "Report";
-constexpr auto keyAxis = "Axis";
-constexpr auto keyLog = "Log";
-constexpr auto keyOwnScales = "OwnScales";
-constexpr auto keyStatistics = "Statistics";
+const std::string section = "Report";
+const std::string keyAxis = "Axis";
+const std::string keyLog = "Log";
+const std::string keyOwnScales = "OwnScales";
+const std::string keyStatistics = "Statistics";
 
 } // namespace
 
@@ -38,7 +38,7 @@ void SpanChoices::ConnectControls() {
 
 void SpanChoices::Recall() {
     const platform::ProfileFile& profile = platform::Current().profile;
-    const auto chosen = [&profile](const char* key) {
+    const auto chosen = [&profile](const std::string& key) {
         return profile.GetInt(section, key, 0) == 1;
     };
     const QSignalBlocker axis(ui_->cboAxis);
@@ -53,7 +53,7 @@ void SpanChoices::Recall() {
 
 void SpanChoices::Remember() {
     platform::ProfileFile& profile = platform::Current().profile;
-    const auto write = [&profile](const char* key, bool chosen) {
+    const auto write = [&profile](const std::string& key, bool chosen) {
         profile.Write(section, key, chosen ? "1" : "0");
     };
     write(keyAxis, ui_->cboAxis->currentIndex() == axisTime);
