@@ -9,6 +9,7 @@
 #include <QEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -68,7 +69,8 @@ QSize HistoryGraph::sizeHint() const {
     return {0, heightHint_px};
 }
 
-void HistoryGraph::ShowCalibrations(const std::vector<History::PastCalibration>& calibrations) {
+void HistoryGraph::ShowCalibrations(const std::vector<History::PastCalibration>& calibrations,
+                                    const QString& whyNone) {
     slope_->data()->clear();
     offset_->data()->clear();
     for (const History::PastCalibration& past : calibrations) {
@@ -80,8 +82,48 @@ void HistoryGraph::ShowCalibrations(const std::vector<History::PastCalibration>&
     setAccessibleDescription(
         QString("%1 calibrations, slope in %% of theory and offset in mV over time")
             .arg(calibrations.size()));
+    const bool isEmpty = slope_->data()->isEmpty() && offset_->data()->isEmpty();
+    if (!isEmpty)
+        ShowEmpty({});
+    else if (calibrations.empty())
+        ShowEmpty(whyNone);
+    else
+        ShowEmpty("The calibrations of this electrode give no slope and no offset.");
     FitAxes();
     replot();
+}
+
+QString HistoryGraph::EmptyText() const {
+    return emptyText_ == nullptr ? QString() : emptyText_->text();
+}
+
+/// Axes without values would show a time that nobody asked for.
+void HistoryGraph::ShowEmpty(const QString& why) {
+    const bool isEmpty = !why.isEmpty();
+    for (QCPAxis* axis : {xAxis, yAxis, yAxis2})
+        axis->setVisible(!isEmpty);
+    for (QCPItemStraightLine* bound : bounds_)
+        bound->setVisible(!isEmpty);
+    legend->setVisible(!isEmpty);
+    if (isEmpty && emptyText_ == nullptr) {
+        emptyText_ = new QCPItemText(this); // the plot owns it
+        emptyText_->position->setType(QCPItemPosition::ptAxisRectRatio);
+        emptyText_->position->setCoords(0.5, 0.5);
+        DressEmptyText();
+    } else if (!isEmpty && emptyText_ != nullptr) {
+        removeItem(std::exchange(emptyText_, nullptr));
+    }
+    if (!isEmpty)
+        return;
+    emptyText_->setText(why);
+    setAccessibleDescription(why);
+}
+
+void HistoryGraph::DressEmptyText() {
+    if (emptyText_ == nullptr)
+        return;
+    emptyText_->setColor(palette().color(QPalette::Text));
+    emptyText_->setFont(font());
 }
 
 /// The bounds stay in sight, so that a sound electrode is seen to be one.
@@ -110,6 +152,7 @@ void HistoryGraph::TakeColours() {
     };
     dress(*slope_, slopeSeries);
     dress(*offset_, offsetSeries);
+    DressEmptyText();
     for (QCPItemStraightLine* bound : bounds_)
         bound->setPen(QPen(Colours::Caution(palette()), lineWidth_px, Qt::DashLine));
 }

@@ -14,7 +14,12 @@ class HistoryGraph : public QCustomPlot {
 public:
     explicit HistoryGraph(QWidget* parent = nullptr);
 
-    void ShowCalibrations(const std::vector<History::PastCalibration>& calibrations);
+    /// `whyNone` stands in the graph where there are no calibrations.
+    void ShowCalibrations(const std::vector<History::PastCalibration>& calibrations,
+                          const QString& whyNone);
+
+    /// What stands in place of the values; empty where there are any.
+    QString EmptyText() const;
 
     QSize sizeHint() const override;
 
@@ -25,9 +30,12 @@ private:
     void MakeBound(double percent);
     void TakeColours();
     void FitAxes();
+    void ShowEmpty(const QString& why);
+    void DressEmptyText();
 
     QCPTextElement* title_;
     QCPGraph* slope_;
     QCPGraph* offset_;
     std::vector<QCPItemStraightLine*> bounds_;
+    QCPItemText* emptyText_ = nullptr; ///< where there are no values
 };

@@ -144,6 +144,7 @@ void frmHistory::Form_Load() {
         electrodes_ = History::CalibratedElectrodes(log_);
     } catch (const RunTimeError& error) {
         ui_->lblChain->setText("There is no history to show: " + Text::ToQt(error.what()));
+        ui_->graHistory->ShowCalibrations({}, "There is no history to show.");
         ui_->tabHistory->setEnabled(false);
         ui_->cmdCsv->setEnabled(false);
         return;
@@ -200,7 +201,9 @@ void frmHistory::ShowCalibrations() {
     if (chosen >= 0)
         calibrations_ =
             History::CalibrationsOf(log_, electrodes_.at(static_cast<std::size_t>(chosen)));
-    ui_->graHistory->ShowCalibrations(calibrations_);
+    ui_->graHistory->ShowCalibrations(
+        calibrations_, chosen >= 0 ? "No calibration of this electrode has been taken down."
+                                   : "No calibration has been taken down yet.");
     QTableWidget& table = *ui_->tblCalib;
     const int count = static_cast<int>(calibrations_.size());
     table.setRowCount(count);

@@ -99,6 +99,44 @@ TEST_F(HistoryForm, An_electrode_that_was_never_calibrated_has_an_empty_table) {
     EXPECT_EQ(Table(*form, "tblCalib").rowCount(), 0);
 }
 
+TEST_F(HistoryForm, A_graph_without_calibrations_says_why_instead_of_showing_axes) {
+    Open().ShowElectrode({"Cl", "C3"});
+    auto& graph = Find<HistoryGraph>(*form, "graHistory");
+    EXPECT_EQ(graph.EmptyText(), "No calibration of this electrode has been taken down.");
+    EXPECT_EQ(graph.accessibleDescription(), graph.EmptyText());
+    for (const QCPAxis* axis : {graph.xAxis, graph.yAxis, graph.yAxis2})
+        EXPECT_FALSE(axis->visible()) << axis->label().toStdString();
+    EXPECT_FALSE(graph.legend->visible());
+
+    form->ShowElectrode({"Ca", "A1"});
+    EXPECT_EQ(graph.EmptyText(), "");
+    for (const QCPAxis* axis : {graph.xAxis, graph.yAxis, graph.yAxis2})
+        EXPECT_TRUE(axis->visible()) << axis->label().toStdString();
+    EXPECT_TRUE(graph.legend->visible());
+    EXPECT_EQ(graph.itemCount(), 2) << "the bounds alone";
+}
+
+TEST_F(HistoryForm, A_history_without_any_calibration_says_so_in_the_graph) {
+    log.reset();
+    std::filesystem::remove(History::UsualFile());
+    log.emplace(History::UsualFile(), [](const std::string& text) { ADD_FAILURE() << text; });
+    Open();
+    EXPECT_EQ(Find<HistoryGraph>(*form, "graHistory").EmptyText(),
+              "No calibration has been taken down yet.");
+}
+
+TEST_F(HistoryForm, Calibrations_that_give_no_line_are_told_in_the_graph) {
+    History::Entry bare;
+    bare.kind = History::Kind::calibration;
+    bare.electrode = "Ca";
+    bare.serialNo = "E5";
+    History::Note(bare);
+    Open().ShowElectrode({"Ca", "E5"});
+    EXPECT_EQ(Table(*form, "tblCalib").rowCount(), 1);
+    EXPECT_EQ(Find<HistoryGraph>(*form, "graHistory").EmptyText(),
+              "The calibrations of this electrode give no slope and no offset.");
+}
+
 TEST_F(HistoryForm, Events_are_filtered_by_days_and_kind_and_searched) {
     Open();
     ShowEvents();
