@@ -1,5 +1,6 @@
 #include "files/TargetSeal.h"
 
+#include "app/Mcommon.h"
 #include "base/NumberText.h"
 #include "history/Notes.h"
 #include "platform/System.h"
@@ -49,7 +50,8 @@ void NoteReached(History::Kind kind, const std::string& how, const std::filesyst
 
 } // namespace
 
-std::optional<SealedLength> TargetSeal::Take(const std::filesystem::path& file) {
+std::optional<SealedLength> TargetSeal::Take(const std::filesystem::path& file,
+                                             const std::function<void()>& betweenParts) {
     std::error_code missing;
     const std::uint64_t size = std::filesystem::file_size(file, missing);
     if (missing)
@@ -58,14 +60,15 @@ std::optional<SealedLength> TargetSeal::Take(const std::filesystem::path& file) 
         digest_ = platform::MakeSha256();
         length_ = 0;
     }
-    if (!GoOn(file, size)) {
+    if (!GoOn(file, size, betweenParts)) {
         digest_.reset();
         return std::nullopt;
     }
     return SealedLength{size, LastRecord(file, size), digest_->Hex()};
 }
 
-bool TargetSeal::GoOn(const std::filesystem::path& file, std::uint64_t end) {
+bool TargetSeal::GoOn(const std::filesystem::path& file, std::uint64_t end,
+                      const std::function<void()>& betweenParts) {
     std::ifstream stream(file, std::ios::binary);
     stream.seekg(static_cast<std::streamoff>(length_));
     std::vector<char> chunk(chunkSize);
@@ -74,6 +77,8 @@ bool TargetSeal::GoOn(const std::filesystem::path& file, std::uint64_t end) {
         stream.read(chunk.data(), static_cast<std::streamsize>(wanted));
         digest_->Add(std::span(chunk).first(static_cast<std::size_t>(stream.gcount())));
         length_ += static_cast<std::uint64_t>(stream.gcount());
+        if (betweenParts)
+            betweenParts();
     }
     return length_ == end;
 }
@@ -86,8 +91,8 @@ void NoteSealed(TargetSeal& seal, const std::filesystem::path& file) {
 void NoteRecovered(const std::filesystem::path& file, const std::string& how) {
     if (!History::IsKept())
         return;
-    TargetSeal seal; // nothing of the file was read by this program
-    NoteReached(History::Kind::recovered, how, file, seal.Take(file));
+    TargetSeal seal;
+    NoteReached(History::Kind::recovered, how, file, seal.Take(file, Mcommon::LetEventsRun));
 }
 
 } // namespace FileOpr

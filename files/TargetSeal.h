@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -24,11 +25,14 @@ public:
     /// The file is a new one.
     void Begin() { digest_.reset(); }
 
-    /// All that the file holds now; nothing where it cannot be read.
-    std::optional<SealedLength> Take(const std::filesystem::path& file);
+    /// All that the file holds now; nothing where it cannot be read. `betweenParts` is called
+    /// every millisecond or less.
+    std::optional<SealedLength> Take(const std::filesystem::path& file,
+                                     const std::function<void()>& betweenParts = {});
 
 private:
-    bool GoOn(const std::filesystem::path& file, std::uint64_t end);
+    bool GoOn(const std::filesystem::path& file, std::uint64_t end,
+              const std::function<void()>& betweenParts);
 
     std::unique_ptr<platform::Digest> digest_;
     std::uint64_t length_ = 0; ///< taken so far
@@ -37,6 +41,7 @@ private:
 /// Puts the length and the sum into the history as an entry of records that have reached the file;
 /// `how` stands before them. What cannot be read is noted without them.
 void NoteSealed(TargetSeal& seal, const std::filesystem::path& file);
+/// The file was read by no one yet, and may be that of weeks: events run meanwhile.
 void NoteRecovered(const std::filesystem::path& file, const std::string& how);
 
 } // namespace FileOpr

@@ -7,6 +7,7 @@
 #include "files/MeasurementDialog.h"
 #include "files/MeasuringRun.h"
 #include "files/Recovery.h"
+#include "platform/qt/InputGate.h"
 #include "screens/controls/EventGuard.h"
 
 namespace {
@@ -29,7 +30,10 @@ void OfferRecovery(FileOpr::MeasurementDialog& dialog, const EventGuard& guard) 
         if (recording.target.empty() &&
             !dialog.ShowFileDialog(recording.target, FileOpr::DialogMode::save))
             continue;
-        guard("frmMain - OfferRecovery", [&recording] { FileOpr::Recover(recording); });
+        guard("frmMain - OfferRecovery", [&recording] {
+            const platform::InputGate gate; // events run while a long file is summed
+            FileOpr::Recover(recording);
+        });
     }
 }
 

@@ -1,12 +1,7 @@
 #include "base/RunTimeError.h"
-#include "files/MeasuringRun.h"
-#include "files/Recording.h"
+#include "files/NotedRecording.h"
 #include "files/Recovery.h"
-#include "files/SetUpRun.h"
 #include "support/FullDisk.h"
-#include "support/NotedEntries.h"
-
-#include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
 
@@ -17,31 +12,20 @@ using FileOpr::Recording;
 using Mode = Recording::Mode;
 using Texts = std::vector<std::string>;
 
-class HistoryOfRecording : public testing::Test {
+class HistoryOfRecording : public NotedRecording {
 protected:
     HistoryOfRecording() {
-        SetUpRun();
-        run.currentMeasurementPath = run.GetTempFile();
         run.targetFile = target;
         run.CreateHeadLines(run.currentMeasurementPath);
     }
     void Record(Mode mode, std::string_view period = "5") {
         recording.Record(mode, period, Taking());
     }
-    static Recording::TakeEntry Taking() {
-        return [] { return std::optional(Recording::Entry{"", DisplayedRun()}); };
-    }
     std::string Flushed(int record) const { return "Records in file: " + Reached(record); }
     std::string Reached(int record) const {
         return std::to_string(fs::file_size(target)) + " bytes, up to record " +
                std::to_string(record);
     }
-
-    fake::Platform platform;
-    const fs::path target = platform.folder.Path() / "run.4ch";
-    NotedEntries noted;
-    FileOpr::MeasuringRun run;
-    Recording recording{run};
 };
 
 } // namespace

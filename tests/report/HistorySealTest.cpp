@@ -1,18 +1,9 @@
 #include "report/HistorySeal.h"
 
-#include "files/MeasuringRun.h"
-#include "files/Recording.h"
+#include "files/NotedRecording.h"
 #include "files/Recovery.h"
-#include "files/SetUpRun.h"
 #include "files/TargetSeal.h"
 #include "platform/System.h"
-#include "support/NotedEntries.h"
-
-#include <gtest/gtest.h>
-
-#include <fstream>
-
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -20,28 +11,14 @@ namespace fs = std::filesystem;
 using FileOpr::Recording;
 using Mode = Recording::Mode;
 
-class HistorySeal : public testing::Test {
+class HistorySeal : public NotedRecording {
 protected:
-    HistorySeal() {
-        SetUpRun();
-        run.currentMeasurementPath = run.GetTempFile();
-    }
-
     void Record(int records = 1, Mode mode = Mode::manual) {
         if (run.targetFile.empty())
             platform.dialogs.ExpectFileDialog(
                 [this](const platform::FileDialogRequest&) { return target; });
         for (int i = 0; i < records; ++i)
             recording.Record(mode, "1", Taking());
-    }
-    static Recording::TakeEntry Taking() {
-        return [] { return std::optional(Recording::Entry{"", DisplayedRun()}); };
-    }
-    void RunFor(int seconds) {
-        for (int i = 0; i < seconds; ++i) {
-            platform.clock.monotonic += 1s;
-            recording.Tick(Taking());
-        }
     }
     std::vector<Mreport::SealPoint> Points() const {
         const auto seal = Mreport::SealFromHistory(target);
@@ -62,12 +39,6 @@ protected:
         digest->Add(ReadBytes(target));
         return digest->Hex();
     }
-
-    fake::Platform platform;
-    const fs::path target = platform.folder.Path() / "run.4ch";
-    NotedEntries noted;
-    FileOpr::MeasuringRun run;
-    Recording recording{run};
 };
 
 } // namespace
@@ -154,4 +125,15 @@ TEST_F(HistorySeal, Recovered_records_are_sealed_with_the_file) {
 TEST_F(HistorySeal, Of_a_file_that_was_not_recorded_here_nothing_is_known) {
     WriteBytes(target, "a text");
     EXPECT_EQ(Verdict(), "unknown");
+}
+
+TEST_F(HistorySeal, Events_run_while_a_long_file_is_summed_after_a_recovery) {
+    constexpr std::size_t length = std::size_t{4} * 1024 * 1024;
+    WriteBytes(target, std::string(length, 'x') + "\r\nRecord 7\r\n");
+    platform.clock.step = std::chrono::milliseconds(1);
+    platform.desktop.eventPasses = 0;
+    FileOpr::NoteRecovered(target, "1 record");
+    EXPECT_GE(platform.desktop.eventPasses, 16) << "one for each 256 KiB";
+    EXPECT_EQ(Points(),
+              (std::vector<Mreport::SealPoint>{{fs::file_size(target), 7, SumOfTarget()}}));
 }
