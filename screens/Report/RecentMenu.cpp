@@ -1,5 +1,6 @@
 #include "screens/Report/RecentMenu.h"
 
+#include "app/Mcommon.h"
 #include "platform/qt/Text.h"
 #include "report/RecentFiles.h"
 
@@ -16,6 +17,9 @@ void RecentMenu::Fill(QMenu& menu) {
         menu.addAction("No file yet")->setEnabled(false);
 }
 
-std::filesystem::path RecentMenu::FileOf(const QAction& entry) {
-    return Text::ToPath(entry.data().toString());
+std::filesystem::path RecentMenu::Choose(const QAction& entry) {
+    std::filesystem::path file = Text::ToPath(entry.data().toString());
+    if (!Mcommon::FileExists(file))
+        RecentFiles::Remove(file);
+    return file;
 }

@@ -11,7 +11,7 @@ namespace RecentMenu {
 /// Makes the entries anew, the newest file first.
 void Fill(QMenu& menu);
 
-/// The file that an entry stands for.
-std::filesystem::path FileOf(const QAction& entry);
+/// The file that the user has chosen with an entry. One that has gone is proposed no more.
+std::filesystem::path Choose(const QAction& entry);
 
 } // namespace RecentMenu

@@ -305,12 +305,8 @@ void Report::mnuRecent_Show() {
 }
 
 void Report::mnuRecent_Click(QAction* item) {
-    const std::filesystem::path file = RecentMenu::FileOf(*item);
-    if (Refuse(Mreport::busyText))
-        return;
-    if (!Mcommon::FileExists(file))
-        RecentFiles::Remove(file);
-    OpenFile(file);
+    if (!Refuse(Mreport::busyText))
+        OpenFile(RecentMenu::Choose(*item));
 }
 
 void Report::mnuViewItem_Click(std::size_t Index) {

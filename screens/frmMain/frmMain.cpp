@@ -5,16 +5,13 @@
 #include "base/Version.h"
 #include "files/FileOpr.h"
 #include "files/MeasuringRun.h"
-#include "history/Log.h"
 #include "link/CommPort.h"
 #include "platform/Platform.h"
 #include "platform/qt/Text.h"
-#include "report/RecentFiles.h"
 #include "screens/Report/RecentMenu.h"
 #include "screens/controls/BusyPointer.h"
 #include "screens/controls/Placement.h"
 #include "screens/controls/Wiring.h"
-#include "screens/frmHistory/frmHistory.h"
 #include "screens/frmMain/RecordSafety.h"
 #include "screens/frmMain/RecordingGroup.h"
 #include "screens/frmSplash/frmSplash.h"
@@ -81,14 +78,17 @@ void frmMain::ConnectEvents() {
     wire(ui_->mnuRecent, &QMenu::aboutToShow, "mnuRecent", &frmMain::mnuRecent_Show);
     wire(ui_->mnuRecent, &QMenu::triggered, "mnuRecent", &frmMain::mnuRecent_Click);
     wire(mnuHelp, &QAction::triggered, "mnuHelp", &frmMain::mnuHelp_Click);
-    wire(ui_->mnuHistory, &QAction::triggered, "mnuHistory", &frmMain::mnuHistory_Click);
-    wire(ui_->pgeSetup, &SetupPage::HistoryRequested, "HistoryRequested", &frmMain::ShowHistoryOf);
     wire(ui_->pgeMeasure, &MeasuringPage::RunChanged, "RunChanged", &frmMain::ShowRun);
     wire(ui_->pgeMeasure, &MeasuringPage::StatusChanged, "StatusChanged", &frmMain::ShowStatus);
     connect(ui_->pgeMeasure, &MeasuringPage::AveragingChanged, ui_->pgeSetup,
             &SetupPage::ShowAveragingForMeasurement);
     connect(ui_->pgeSetup, &SetupPage::PortSettingsRequested, this,
             &frmMain::PortSettingsRequested);
+    connect(&history_, &HistoryWindow::AgesChanged, ui_->pgeSetup, &SetupPage::ShowAges);
+    const Wiring history(history_, guard_, "frmMain");
+    history(ui_->mnuHistory, &QAction::triggered, "mnuHistory", &HistoryWindow::Show);
+    history(ui_->pgeSetup, &SetupPage::HistoryRequested, "HistoryRequested",
+            &HistoryWindow::ShowElectrodeOf);
 }
 
 void frmMain::Form_Load() {
@@ -217,10 +217,7 @@ void frmMain::mnuRecent_Show() {
 }
 
 void frmMain::mnuRecent_Click(QAction* item) {
-    const std::filesystem::path file = RecentMenu::FileOf(*item);
-    if (!Mcommon::FileExists(file))
-        RecentFiles::Remove(file);
-    OpenReport(file);
+    OpenReport(RecentMenu::Choose(*item));
 }
 
 void frmMain::OpenReport(const std::filesystem::path& file) {
@@ -236,31 +233,6 @@ void frmMain::mnuHelp_Click(std::size_t Index) {
         frmSplash box(std::string(theMain::versionText), this);
         box.exec();
     }
-}
-
-void frmMain::mnuHistory_Click() {
-    OpenHistory();
-}
-
-void frmMain::ShowHistoryOf(std::size_t channel) {
-    const auto& setup = mWinInit::ChannelSetup.at(channel);
-    if (frmHistory* form = OpenHistory())
-        form->ShowElectrode({setup.Electrode, setup.SerialNo});
-}
-
-/// A form that is open shows what was taken down when it was opened; it gives way to a new one.
-frmHistory* frmMain::OpenHistory() {
-    History::Log* log = History::Log::Current();
-    if (log == nullptr) {
-        Mcommon::Inform("No history is kept.");
-        return nullptr;
-    }
-    delete history_;
-    history_ = new frmHistory(*log, this);
-    history_->setAttribute(Qt::WA_DeleteOnClose);
-    connect(history_, &frmHistory::AgesChanged, ui_->pgeSetup, &SetupPage::ShowAges);
-    history_->show();
-    return history_;
 }
 
 void frmMain::keyPressEvent(QKeyEvent* event) {

@@ -2,10 +2,10 @@
 
 #include "screens/controls/ControlArray.h"
 #include "screens/controls/EventGuard.h"
+#include "screens/frmMain/HistoryWindow.h"
 
 #include <QLabel>
 #include <QMainWindow>
-#include <QPointer>
 #include <QPushButton>
 
 #include <filesystem>
@@ -15,7 +15,6 @@
 
 class QAction;
 class QKeyEvent;
-class frmHistory;
 
 namespace FileOpr {
 class MeasuringRun;
@@ -73,9 +72,6 @@ private:
     void mnuRecent_Show();
     void mnuRecent_Click(QAction* item);
     void mnuHelp_Click(std::size_t Index);
-    void mnuHistory_Click();
-    void ShowHistoryOf(std::size_t channel);
-    frmHistory* OpenHistory();
     void SwitchPage();
     void EnterMeasuringPage();
     void LeaveMeasuringPage();
@@ -100,5 +96,5 @@ private:
     bool unloading_ = false; ///< the closing question is open
     bool recoveryOffered_ = false;
     std::shared_ptr<void> linkObserver_;
-    QPointer<frmHistory> history_; ///< while it is open
+    HistoryWindow history_{*this};
 };
