@@ -18,6 +18,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
+#include <QTabWidget>
 #include <QTimer>
 
 #include <string>
@@ -253,6 +254,16 @@ void Analyst::FindRecord(QWidget& report, int record) {
     search.close();
 }
 
+void Analyst::VerifyFile(QWidget& report) {
+    Choose(report, Element("mnuToolItem", ReportMenus::verifyFile));
+    QWidget& verify = Window("frmVerify");
+    WaitFor("the verdict", [&] { return TextOf(verify, "lblVerdict").contains("none diverged"); });
+    WaitFor("what the history knows of the file",
+            [&] { return TextOf(verify, "lblHistory").startsWith("History: unchanged since "); });
+    Picture(verify, "verify");
+    Click(verify, "cmdClose");
+}
+
 /// Answers come from a timer's tick, in which no further dialog may be opened: the presses that do
 /// so wait for the next pass of the event loop.
 void Analyst::Print(QWidget& report, std::size_t option, const std::filesystem::path& pdf,
@@ -286,6 +297,7 @@ void Analyst::ViewReport() {
     for (const QString& quantity : quantities)
         SelectQuantity(report, unit++, "report-" + quantity);
     FindRecord(report, 3);
+    VerifyFile(report);
     Choose(report, Element("mnuViewItem", ReportMenus::tableView));
     Picture(report, "report-table");
     answers_.File("Export Records", QString::fromStdString(ExportedFile().string()));
@@ -295,6 +307,18 @@ void Analyst::ViewReport() {
     Print(report, frmPrint::asGraph, PrintedGraph(), "print-graph");
     Choose(report, "mnuBack");
     WaitFor("the viewer to close", [&] { return !report.isVisible(); });
+}
+
+void Analyst::ShowHistory() {
+    Choose(Main(), "mnuHistory");
+    QWidget& history = Window("frmHistory");
+    WaitFor("the walk through the history",
+            [&] { return TextOf(history, "lblChain").contains("all as they were written"); });
+    Pick(history, "cboElectrode", "Ca, CA-1002");
+    Picture(history, "history");
+    Find<QTabWidget>(history, "tabHistory").setCurrentIndex(1);
+    Picture(history, "history-events");
+    Click(history, "cmdClose");
 }
 
 void Analyst::Exit() {

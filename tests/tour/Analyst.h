@@ -36,8 +36,11 @@ public:
     /// notice says so and begins a new file.
     void ReplaceElectrode();
 
-    /// Through all quantities, to a record, into a CSV file and onto paper.
+    /// Through all quantities, to a record, a verification, into a CSV file and onto paper.
     void ViewReport();
+
+    /// The calibrations of an electrode, and all that has happened.
+    void ShowHistory();
 
     void Exit();
 
@@ -53,6 +56,7 @@ private:
     void WaitForRecords(int count, int period_s);
     void SelectQuantity(QWidget& report, std::size_t unit, const QString& pictureName);
     void FindRecord(QWidget& report, int record);
+    void VerifyFile(QWidget& report);
     void Print(QWidget& report, std::size_t option, const std::filesystem::path& pdf,
                const QString& pictureName);
 

@@ -101,6 +101,7 @@ TEST(Tour, An_analyst_sets_up_calibrates_measures_views_and_prints) {
     analyst.ViewReport();
     CheckExport(analyst.ExportedFile(), records);
     CheckPrints(analyst, records);
+    analyst.ShowHistory();
     analyst.Exit();
 }
 
