@@ -16,7 +16,8 @@ namespace {
 constexpr double lineWidth_px = 1.5;
 constexpr double spaceAround = 0.08; ///< of the range of the values, on either side
 constexpr int heightHint_px = 220;
-constexpr double day_s = 86400;
+constexpr int ticks = 6;
+constexpr double shortestTime_s = ticks * 86400.0; ///< below, several ticks would have one date
 constexpr int slopeSeries = 0;
 constexpr int offsetSeries = 1;
 
@@ -41,7 +42,7 @@ HistoryGraph::HistoryGraph(QWidget* parent) : QCustomPlot(parent) {
     const auto ticker = QSharedPointer<QCPAxisTickerDateTime>::create();
     ticker->setDateTimeSpec(Qt::UTC);
     ticker->setDateTimeFormat("dd.MMM\nyyyy");
-    ticker->setTickCount(6);
+    ticker->setTickCount(ticks);
     xAxis->setTicker(ticker);
     yAxis->setLabel("Slope, % of theory");
     yAxis2->setLabel("Offset, mV");
@@ -132,8 +133,10 @@ void HistoryGraph::FitAxes() {
     const QCPRange times = offset_->getKeyRange(found);
     if (!found)
         return;
-    xAxis->setRange(times.size() < day_s ? QCPRange(times.lower - day_s, times.upper + day_s)
-                                         : PlotLook::WithSpace(times.lower, times.upper, 0.04));
+    xAxis->setRange(
+        times.size() < shortestTime_s
+            ? QCPRange(times.center() - shortestTime_s / 2, times.center() + shortestTime_s / 2)
+            : PlotLook::WithSpace(times.lower, times.upper, 0.04));
     QCPRange slopes(TheoreticalSlope::lowest_percent, TheoreticalSlope::highest_percent);
     if (slope_->dataCount() > 0)
         slopes.expand(RangeOf(*slope_));

@@ -99,6 +99,17 @@ TEST_F(HistoryForm, An_electrode_that_was_never_calibrated_has_an_empty_table) {
     EXPECT_EQ(Table(*form, "tblCalib").rowCount(), 0);
 }
 
+TEST_F(HistoryForm, No_date_stands_twice_on_the_graph_of_few_days) {
+    for (const char* serialNo : {"A1", "B2"}) { // two days, one day
+        Open().ShowElectrode({"Ca", serialNo});
+        auto& graph = Find<HistoryGraph>(*form, "graHistory");
+        graph.replot();
+        auto dates = QStringList(graph.xAxis->tickVectorLabels());
+        EXPECT_GE(dates.size(), 4) << serialNo;
+        EXPECT_EQ(dates.removeDuplicates(), 0) << serialNo;
+    }
+}
+
 TEST_F(HistoryForm, A_graph_without_calibrations_says_why_instead_of_showing_axes) {
     Open().ShowElectrode({"Cl", "C3"});
     auto& graph = Find<HistoryGraph>(*form, "graHistory");
