@@ -1,14 +1,13 @@
 #include "screens/controls/GraphControl.h"
 
 #include "platform/qt/Text.h"
+#include "screens/controls/GraphMouse.h"
 #include "screens/controls/PaperSheet.h"
 #include "screens/controls/PlotLook.h"
 #include "screens/controls/PointMarker.h"
 #include "screens/controls/RecordTicker.h"
 #include "screens/controls/SeriesStyle.h"
-#include "screens/controls/WheelZoom.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -69,6 +68,11 @@ void GraphControl::MakeItems() {
     }
     marker_ = std::make_unique<PointMarker>(*plot_, points_);
     connect(marker_.get(), &PointMarker::Moved, this, &GraphControl::PointHovered);
+    mouse_ = std::make_unique<GraphMouse>(*plot_, *marker_);
+    connect(mouse_.get(), &GraphMouse::Pressed, this, [this] { setFocus(Qt::MouseFocusReason); });
+    connect(mouse_.get(), &GraphMouse::PointClicked, this, &GraphControl::PointClicked);
+    connect(mouse_.get(), &GraphMouse::WholeSpanWanted, this, &GraphControl::ResetZoom);
+    connect(mouse_.get(), &GraphMouse::SpanZoomWanted, this, &GraphControl::SpanZoomWanted);
     emptyText_ = new QCPItemText(plot_);
     emptyText_->position->setType(QCPItemPosition::ptAxisRectRatio);
     emptyText_->position->setCoords(0.5, 0.5);
@@ -245,35 +249,6 @@ void GraphControl::PaintOnPaper(QPainter& painter, const QRectF& place) {
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-/// The wheel zooms the axis below it, and both within the axes.
-void GraphControl::ZoomAxesAt(const QPointF& position) {
-    const QRectF inside = plot_->axisRect()->rect();
-    Qt::Orientations axes = Qt::Horizontal | Qt::Vertical;
-    if (position.y() > inside.bottom())
-        axes = Qt::Horizontal;
-    else if (position.x() < inside.left())
-        axes = Qt::Vertical;
-    plot_->axisRect()->setRangeZoom(axes);
-}
-
-/// True where the plot itself has nothing to do.
-bool GraphControl::Turned(const QWheelEvent& wheel) {
-    if (!wheel.modifiers().testFlag(Qt::ShiftModifier)) {
-        ZoomAxesAt(wheel.position());
-        return false;
-    }
-    const auto [factor, share] = ZoomOf(wheel, plot_->axisRect()->rect());
-    if (factor != 1)
-        Q_EMIT SpanZoomWanted(factor, share);
-    return true;
-}
-
-void GraphControl::Clicked(const QPointF& position) {
-    const PointMarker::Point hit = marker_->At(position);
-    if (hit.set != 0)
-        Q_EMIT PointClicked(hit.set, hit.point);
-}
-
 void GraphControl::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
     if (event->reason() == Qt::TabFocusReason && marker_->Marked().set == 0)
@@ -306,37 +281,9 @@ void GraphControl::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-/// The plot drags and zooms by itself; clicks and the value under the mouse are found here.
+/// The marks keep their distance on the screen.
 bool GraphControl::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != plot_)
-        return QWidget::eventFilter(watched, event);
-    const auto* mouse = dynamic_cast<QMouseEvent*>(event);
-    switch (event->type()) {
-    case QEvent::MouseButtonPress:
-        setFocus(Qt::MouseFocusReason);
-        pressed_ = mouse->position();
-        break;
-    case QEvent::MouseButtonRelease:
-        if (mouse->button() == Qt::LeftButton &&
-            (mouse->position() - pressed_).manhattanLength() < QApplication::startDragDistance())
-            Clicked(mouse->position());
-        break;
-    case QEvent::MouseButtonDblClick:
-        ResetZoom();
-        break;
-    case QEvent::Wheel:
-        if (Turned(*static_cast<QWheelEvent*>(event)))
-            return true;
-        break;
-    case QEvent::MouseMove:
-        if (mouse->buttons() == Qt::NoButton)
-            marker_->Mark(marker_->At(mouse->position()));
-        break;
-    case QEvent::Resize:
+    if (watched == plot_ && event->type() == QEvent::Resize)
         ApplyPens(palette());
-        break;
-    default:
-        break;
-    }
     return QWidget::eventFilter(watched, event);
 }

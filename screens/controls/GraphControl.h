@@ -4,12 +4,12 @@
 #include "screens/controls/GraphPoints.h"
 #include "screens/controls/PaperGraph.h"
 
-#include <QPointF>
 #include <QWidget>
 
 #include <memory>
 #include <vector>
 
+class GraphMouse;
 class PointMarker;
 class QCPGraph;
 class QCPItemText;
@@ -81,9 +81,6 @@ private:
     void ShowSet(int set);
     void FitAxes();
     void NoteZoom();
-    void ZoomAxesAt(const QPointF& position);
-    bool Turned(const QWheelEvent& wheel);
-    void Clicked(const QPointF& position);
 
     QCustomPlot* plot_ = nullptr;
     QCPTextElement* title_ = nullptr;
@@ -92,9 +89,9 @@ private:
     std::vector<QCPGraph*> graphs_; ///< one for each set
     GraphPoints points_;
     std::unique_ptr<PointMarker> marker_;
+    std::unique_ptr<GraphMouse> mouse_;
     int sheetWidth_ = 0; ///< 0 while the graph is drawn on the screen
     int minorTicks_ = 0;
     bool fitting_ = false; ///< the axes are being set to the whole span
     bool zoomed_ = false;  ///< the user has chosen what part of the span is seen
-    QPointF pressed_;
 };
