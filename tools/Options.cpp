@@ -67,8 +67,10 @@ void CheckTogether(const Options& options) {
         throw RunTimeError("--force belongs to csv and seal");
     if (options.recordings && options.task != Options::Task::recover)
         throw RunTimeError("--from belongs to recover");
-    if (options.history && options.task != Options::Task::verify)
-        throw RunTimeError("--history belongs to verify");
+    const bool asksHistory =
+        options.task == Options::Task::verify || options.task == Options::Task::recover;
+    if (options.history && !asksHistory)
+        throw RunTimeError("--history belongs to verify and recover");
     if (options.output && options.files.size() > 1)
         throw RunTimeError("--output takes one measurement file");
     if (options.json && csv)
@@ -119,7 +121,7 @@ recover   bring records into FILE that were left behind when a recording was cut
 -o, --output FILE  csv: write here; - is standard output
 --spreadsheet      csv: begin with a byte order mark
 -f, --force        csv, seal: replace a file that is there
---history FILE     verify: ask this history, not that of the user's own program
+--history FILE     verify, recover: with this history, not that of the user's own program
 --from FOLDER      recover: where the records were left behind, if not in /var/tmp
 --help, --version
 

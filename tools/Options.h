@@ -19,8 +19,8 @@ struct Options {
     std::optional<std::string> output;               ///< of csv; "-" is standard output
     bool spreadsheet = false;                        ///< csv begins with a byte order mark
     std::optional<std::filesystem::path> recordings; ///< where recover looks for them
-    std::optional<std::filesystem::path> history;    ///< that verify asks, if not the user's own
-    bool force = false;                              ///< csv and seal may replace a file
+    std::optional<std::filesystem::path> history; ///< of verify and recover, if not the user's own
+    bool force = false;                           ///< csv and seal may replace a file
 };
 
 /// Reads the arguments behind the program's name. Throws RunTimeError with a message for people.

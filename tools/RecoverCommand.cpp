@@ -1,6 +1,7 @@
 #include "base/CodePage.h"
 #include "files/Recovery.h"
 #include "tools/Commands.h"
+#include "tools/HistoryOfFile.h"
 #include "tools/OpenedFile.h"
 
 #include <iostream>
@@ -42,6 +43,7 @@ void Tell(const Options& options, const std::filesystem::path& file,
 } // namespace
 
 int Recover(const Options& options, const std::filesystem::path& file, JsonArray& answers) {
+    const auto history = InstallHistory(options);
     bool found = false;
     for (auto& recording : FileOpr::FindUnfinishedRecordings()) {
         if (!Belongs(recording, file))

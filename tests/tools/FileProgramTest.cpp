@@ -268,6 +268,25 @@ TEST_F(FileProgram, Verify_tells_what_the_history_knows_of_the_file) {
         << edited.output;
 }
 
+TEST_F(FileProgram, A_recovery_is_taken_down_in_the_history) {
+    if (!History::CanBeKept())
+        GTEST_SKIP() << "no history on this system";
+    SetUpRun();
+    {
+        const NotedEntries noted; // only begins it
+        FileOpr::MeasuringRun run;
+        run.currentMeasurementPath = run.GetTempFile();
+        run.measuring = true;
+        run.BeginTarget(File());
+        run.SaveMeasure(run.currentMeasurementPath, 1, "", DisplayedRun());
+    } // its program ends without a flush
+    const std::string history = "--history '" + History::UsualFile().string() + "' run.4ch";
+    const std::string left = platform::Current().places.TemporaryFolder().string();
+    EXPECT_EQ(Run("recover --from '" + left + "' " + history).code, 0);
+    const Ran verified = Run("verify " + history);
+    EXPECT_TRUE(Holds(verified.output, "  History: unchanged since ")) << verified.output;
+}
+
 TEST_F(FileProgram, A_history_that_cannot_be_read_is_told_and_left_as_it_is) {
     if (!History::CanBeKept())
         GTEST_SKIP() << "no history on this system";
