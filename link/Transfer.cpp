@@ -6,7 +6,6 @@
 #include "platform/Platform.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 using CommPort::LinkState;
@@ -55,20 +54,8 @@ void Transfer::Move(Event event, LinkState outcome) {
 
 /// Timers and receive threshold follow from the state.
 void Transfer::SetTimers() {
-    if (!IsAwaiting(state_))
-        EnableTimeout(false);
-    if (auto* timer = controls_.tmrTransferInterval; timer && timer->Enabled() != IsPolling(state_))
-        timer->SetEnabled(IsPolling(state_));
+    timers_.Follow(state_);
     port_.SetThreshold(TransferState::IsReading(state_) ? Frame::length : 0);
-}
-
-void Transfer::EnableTimeout(bool enabled) {
-    auto* timer = controls_.tmrTimeout;
-    if (!timer)
-        return;
-    if (enabled)
-        timer->SetInterval(CommPort::transferTimeout);
-    timer->SetEnabled(enabled);
 }
 
 void Transfer::BeginReading() {
@@ -81,10 +68,7 @@ void Transfer::BeginReading() {
 
 void Transfer::StartReading(Event event) {
     Move(event, LinkState::waiting);
-    if (auto* timer = controls_.tmrTransferInterval) {
-        ApplyTransferInterval();
-        timer->SetEnabled(true); // a full interval from now on
-    }
+    timers_.RestartInterval();
     if (OpenPort())
         StartRequest();
 }
@@ -134,7 +118,7 @@ void Transfer::StartRequest() {
     stream_.Restart();
     // Before the request, so that an instant answer is not thrown away.
     port_.Control().ClearInBuffer();
-    EnableTimeout(true);
+    timers_.StartWait();
     try {
         SendCommand(Commands::requestFrame);
     } catch (const RunTimeError& error) {
@@ -284,7 +268,7 @@ void Transfer::DropOverflow() {
 // ---- Timers ----------------------------------------------------------------------------------
 
 void Transfer::tmrTimeout_Timer() {
-    EnableTimeout(false);
+    timers_.EndWait();
     if (!IsAwaiting(state_))
         return;
     TimedOut = true;
@@ -302,23 +286,5 @@ void Transfer::tmrTransferInterval_Timer() {
 }
 
 void Transfer::ApplyTransferInterval() {
-    auto* timer = controls_.tmrTransferInterval;
-    if (!timer)
-        return;
-    const auto value = controls_.IntervalValue ? controls_.IntervalValue() : 1;
-    const auto unit = controls_.IntervalUnit ? controls_.IntervalUnit() : std::string("seconds");
-    const auto interval = CommPort::TransferInterval(value, unit);
-    if (timer->Interval() != interval)
-        timer->SetInterval(interval);
-}
-
-std::chrono::milliseconds CommPort::TransferInterval(int value, std::string_view unit) {
-    const int count = std::max(value, 1);
-    if (unit == "Hour(s)")
-        return std::min<std::chrono::milliseconds>(
-            std::chrono::hours(count),
-            std::chrono::milliseconds(std::numeric_limits<std::int32_t>::max()));
-    if (unit == "Minutes")
-        return std::chrono::minutes(count);
-    return std::chrono::seconds(count);
+    timers_.ApplyInterval();
 }

@@ -8,16 +8,14 @@
 #include "link/LinkStatus.h"
 #include "link/Port.h"
 #include "link/TransferState.h"
+#include "link/TransferTimers.h"
 
-#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace CommPort {
-
-inline constexpr std::chrono::milliseconds transferTimeout{3000};
 
 /// What the link has done since reading began. While the message about a bad frame is open the
 /// state is `waiting`, so that no screen puts its own message on top of it; then it is `failed`.
@@ -35,7 +33,7 @@ public:
     /// All of them must outlive the transfer.
     Transfer(Port& port, const PortChoice& choice, const CommPort::Controls& controls,
              LinkStatus& status)
-        : port_(port), choice_(choice), controls_(controls), status_(status) {}
+        : port_(port), choice_(choice), timers_(controls), status_(status) {}
     Transfer(const Transfer&) = delete;
     Transfer& operator=(const Transfer&) = delete;
 
@@ -117,7 +115,6 @@ private:
     void Move(TransferState::Event event);
     void Move(TransferState::Event event, CommPort::LinkState outcome);
     void SetTimers();
-    void EnableTimeout(bool enabled);
     bool OpenPort();
     void StartReading(TransferState::Event event);
     void StartRequest();
@@ -131,7 +128,7 @@ private:
 
     Port& port_;
     const PortChoice& choice_;
-    const CommPort::Controls& controls_;
+    TransferTimers timers_;
     LinkStatus& status_;
 
     TransferState::State state_ = TransferState::State::idle;
@@ -140,11 +137,3 @@ private:
     FrameStream stream_;
     std::optional<LocalTime> lastReading_;
 };
-
-namespace CommPort {
-
-/// Time between requests; the units are "seconds", "Minutes" and "Hour(s)", any other text counts
-/// as seconds, a value below 1 as 1.
-std::chrono::milliseconds TransferInterval(int value, std::string_view unit);
-
-} // namespace CommPort
