@@ -25,7 +25,10 @@ inline std::size_t CountOf(char letter, std::string_view text) {
             count += lane;
         text.remove_prefix(rounds * lanes);
     }
-    return count + static_cast<std::size_t>(std::ranges::count(text, letter));
+    for (const char c : text)
+        if (c == letter)
+            ++count;
+    return count;
 }
 
 } // namespace Mreport

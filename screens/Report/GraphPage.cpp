@@ -120,8 +120,9 @@ void GraphPage::HScroll_Scroll(int value) {
 
 int GraphPage::SeriesNumber(int set) const {
     const auto series = Mreport::Series(*file_, *shown_);
-    const auto index = static_cast<std::size_t>(set) - 1; // set 0: beyond every series
-    return index < series.size() ? series[index] : 0;
+    if (set < 1 || set > std::ssize(series))
+        return 0;
+    return *(series.begin() + set - 1);
 }
 
 std::int64_t GraphPage::RecordOf(int point) const {
