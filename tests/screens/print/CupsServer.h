@@ -29,7 +29,7 @@ private:
     void WriteConfiguration();
     QString Path(const QString& name) const { return folder_.filePath(name); }
 
-    QTemporaryDir folder_;
+    QTemporaryDir folder_{"/tmp/print-server-XXXXXX"}; ///< its paths may hold no blanks
     int port_ = 0;
     QProcess server_;
 };
