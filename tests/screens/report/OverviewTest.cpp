@@ -41,7 +41,8 @@ protected:
     /// the frame; its shade is out of the way. Smoothed lines are never all of their colour.
     std::vector<int> PixelsOf(int channel, int x) {
         Overview().SetSpan(Panel().Overview().Span());
-        const QImage strip = Overview().grab().toImage();
+        const QImage strip = Overview().grab().toImage().scaled(
+            Overview().size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         const QColor ink = SeriesStyle::Colour(channel - 1, Overview().palette());
         const QColor paper = Overview().palette().color(QPalette::Base);
         constexpr int frame_px = 4;
