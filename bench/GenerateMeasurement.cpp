@@ -111,8 +111,7 @@ private:
         source_.molarMass_g_per_mol[channel] = molarMass_g_per_mol;
     }
 
-    MeasuringCycle::Source source_{
-        {{}, mWinInit::Calibration, mWinInit::TempSensor}, {}, {}, {}};
+    MeasuringCycle::Source source_{{{}, mWinInit::Calibration, mWinInit::TempSensor}, {}, {}, {}};
     std::mt19937 chance_{2003};
     std::normal_distribution<double> noise_mV_{0, 0.2};
 };

@@ -66,7 +66,7 @@ std::vector<RunStrip::Bar> RunStrip::BarsOf(std::size_t series, const RunScale& 
     std::vector<Bar> bars;
     if (!scale.Any())
         return bars;
-    const auto columns = static_cast<std::size_t>(std::max(size_.width(), 1));
+    const std::int64_t columns = std::max(size_.width(), 1);
     const double top = flagHeight_px + margin_px;
     const double room = size_.height() - top - margin_px;
     const auto y = [&](double value) { return top + room * (1 - scale.ShareOf(value)); };

@@ -140,7 +140,7 @@ std::optional<Mreport::RunSearchWish> RunSearchPane::ValueWish() {
         return std::nullopt;
     }
     const auto quantity = static_cast<Quantity>(ui_->cboQuantity->currentData().toInt());
-    const int index = ui_->cboSeries->currentData().toUInt();
+    const int index = ui_->cboSeries->currentData().toInt();
     const int number = index >= maxChannels ? index - maxChannels + 1 : index + 1;
     Mreport::RunSearchWish wish;
     wish.utf8 = file_.pages.IsUtf8();

@@ -253,6 +253,6 @@ TEST(RunOverview, Random_files_look_as_when_every_value_is_looked_at) {
         run.Start(quantity, series, random.Below(2) == 0 ? run.All() : span, random.Below(records));
         run.Fill(static_cast<std::uint64_t>(1 + random.Below(20'000)));
         EXPECT_EQ(run.overview.Share(), 1);
-        run.ExpectAsPlain(series, span, 1 + random.Below(std::size_t{300}));
+        run.ExpectAsPlain(series, span, 1 + random.Below(300));
     }
 }

@@ -246,8 +246,7 @@ protected:
 TEST_F(FormCourse, Whatever_happens_a_good_instrument_is_read_again_and_no_value_is_made_up) {
     Open();
     const auto begin = std::chrono::steady_clock::now();
-    while (std::chrono::steady_clock::now() - begin < search::Length(20s) &&
-           !HasFailure()) {
+    while (std::chrono::steady_clock::now() - begin < search::Length(20s) && !HasFailure()) {
         for (int i = 0; i < 30; ++i)
             Step();
         JudgeRecovery();

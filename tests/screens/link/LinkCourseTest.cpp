@@ -106,8 +106,7 @@ protected:
 TEST_F(LinkCourse, Whatever_happens_a_good_instrument_is_read_again_after_a_start) {
     const auto begin = std::chrono::steady_clock::now();
     int recoveries = 0;
-    while (std::chrono::steady_clock::now() - begin < search::Length(8s) &&
-           !HasFailure()) {
+    while (std::chrono::steady_clock::now() - begin < search::Length(8s) && !HasFailure()) {
         for (int i = 0; i < 30; ++i)
             Step();
         CheckRecovery();
