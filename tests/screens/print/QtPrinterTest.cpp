@@ -1,49 +1,14 @@
+#include "QtPrinterTest.h"
+
 #include "PdfText.h"
 
 #include "base/RunTimeError.h"
-#include "platform/qt/QtPrinter.h"
-#include "platform/qt/QtPrinting.h"
-#include "report/PrintLayout.h"
-#include "report/PrintedLines.h"
-#include "support/FakePlatform.h"
-#include "support/FullDisk.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QKeyEvent>
-#include <QPrinter>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
-namespace {
 
 using platform::PrintOutcome;
-
-class QtPrinterTest : public testing::Test {
-protected:
-    QtPrinterTest() : file(folder.filePath("report.pdf")), printer(QPrinter::HighResolution) {
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setPageSize(QPageSize(QPageSize::A4));
-        platform::SetMargins(printer);
-        printer.setOutputFileName(file);
-    }
-
-    PrintOutcome PrintTable(int records, int channelCount = 4) {
-        for (int record = 1; record <= records; ++record)
-            page.AddRecord(record);
-        const Mreport::TableReport report{page, 1, 5, channelCount, "Well 7", "07-Mar-2003"};
-        return platform::PrintOn(printer, "Table", [&](platform::Printer& paper) {
-            Mreport::PrintTable(paper, report, {1, records}, [](const auto&) {});
-        });
-    }
-
-    fake::Platform platform;
-    QTemporaryDir folder;
-    QString file;
-    QPrinter printer;
-    PrintedLines page;
-};
 
 TEST_F(QtPrinterTest, A_table_stands_in_the_file_line_by_line) {
     EXPECT_EQ(PrintTable(2), PrintOutcome::printed);
@@ -139,26 +104,6 @@ TEST_F(QtPrinterTest, A_folder_that_is_not_there_is_an_error_that_names_the_docu
     }
 }
 
-TEST_F(QtPrinterTest, A_disk_that_becomes_full_is_an_error_and_leaves_the_older_file_whole) {
-    PrintTable(1);
-    QFile older(file);
-    ASSERT_TRUE(older.open(QIODevice::ReadOnly));
-    const QByteArray before = older.readAll();
-    older.close();
-    const FullDisk disk(4096);
-
-    try {
-        PrintTable(200);
-        ADD_FAILURE() << "nothing was thrown";
-    } catch (const RunTimeError& error) {
-        EXPECT_TRUE(std::string(error.what()).ends_with("report.pdf: Disk full")) << error.what();
-    }
-
-    ASSERT_TRUE(older.open(QIODevice::ReadOnly));
-    EXPECT_EQ(older.readAll(), before);
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList("report.pdf"));
-}
-
 TEST_F(QtPrinterTest, ESC_stops_the_printing_and_leaves_no_file) {
     platform.clock.step = std::chrono::milliseconds(1);
     platform.desktop.onEvents = [] { // as the event loop would deliver it
@@ -179,5 +124,3 @@ TEST_F(QtPrinterTest, What_the_document_throws_reaches_the_caller_and_leaves_no_
 
     EXPECT_TRUE(QDir(folder.path()).entryList(QDir::Files).isEmpty());
 }
-
-} // namespace
