@@ -8,6 +8,7 @@ namespace Mreport::WholeRun {
 
 std::vector<RunPiece> Pieces(const ReportPages& pages) {
     std::vector<RunPiece> pieces;
+    pieces.reserve(static_cast<std::size_t>(pages.Count()));
     for (int page = 0; page < pages.Count(); ++page)
         pieces.push_back({pages.Bytes(page), pages.RecordCount(page)});
     return pieces;
