@@ -46,7 +46,7 @@ class Source:
         self.next = first
         self.dropped = dropped
         self.faults = {}  # number: (line, what is done)
-        self.edits = []  # (offset, order at this offset, bytes that go out, bytes that come in)
+        self.edits = []  # (offset, closing or opening, order, bytes that go out, what comes in)
         self.order = 0
         unit = cindex.Index.create().parse(path, args=arguments)
         for cursor in unit.cursor.get_children():
@@ -71,7 +71,7 @@ class Source:
         self.edits.append((offset, 0, -self.order, 0, text.encode()))
 
     def wrap(self, cursor, before, after):
-        # What is inside is walked later: it opens behind this and closes before it.
+        # What is inside is walked later; it opens behind this and closes before it.
         self.open(cursor.extent.start.offset, before)
         self.close(cursor.extent.end.offset, after)
 
@@ -83,15 +83,13 @@ class Source:
         return self.text[start.offset:end.offset]
 
     def walk(self, cursor, function):
-        if cursor.kind in (Kind.STATIC_ASSERT, Kind.CXX_FOR_RANGE_STMT) and \
-                cursor.kind == Kind.STATIC_ASSERT:
+        if cursor.kind == Kind.STATIC_ASSERT:
             return
         if cursor.kind in FUNCTIONS:
             function = cursor
         if cursor.kind in FUNCTIONS | {Kind.VAR_DECL, Kind.IF_STMT} and self.is_constant(cursor):
             return
-        inside = function is not None
-        if inside and self.written(cursor):
+        if function is not None and self.written(cursor):
             self.break_here(cursor, function)
         children = list(cursor.get_children())
         if cursor.kind == Kind.CASE_STMT:
