@@ -23,11 +23,8 @@ void LoadProgress::Begin(std::uint64_t fileLength) {
     read_ = next_ = 0;
 }
 
-std::optional<std::string> LoadProgress::Take(std::uint64_t length) {
+std::string LoadProgress::Changed() {
     constexpr std::uint64_t percent = 100;
-    read_ += length;
-    if (read_ < next_)
-        return std::nullopt;
     const std::uint64_t step = std::max<std::uint64_t>(fileLength_ / percent, 1);
     const std::uint64_t half = step / 2; // a percentage is rounded, it changes between two steps
     next_ = ((read_ + half) / step + 1) * step - half;

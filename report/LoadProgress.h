@@ -18,7 +18,10 @@ public:
 
     /// Lines of this many bytes have been read. The text that is to be shown now; nothing while the
     /// percentage stays.
-    std::optional<std::string> Take(std::uint64_t length);
+    std::optional<std::string> Take(std::uint64_t length) {
+        read_ += length;
+        return read_ < next_ ? std::nullopt : std::optional(Changed());
+    }
 
     /// The text for a file read to its end.
     std::string Whole() const;
@@ -26,6 +29,8 @@ public:
     std::uint64_t FileLength() const { return fileLength_; }
 
 private:
+    std::string Changed();
+
     std::uint64_t fileLength_ = 0;
     std::uint64_t read_ = 0;
     std::uint64_t next_ = 0; ///< value of read_ at which the percentage changes

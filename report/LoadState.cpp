@@ -22,10 +22,8 @@ void LoadState::RequestStop() {
 
 /// The clock is read once for several lines, a matter of microseconds: read for each, it would take
 /// as long as the reading itself.
-void LoadState::LetEventsRun() {
+void LoadState::ReadClock() {
     constexpr int linesPerClockRead = 64;
-    if (linesToClockRead_ > 0)
-        return;
     linesToClockRead_ = linesPerClockRead;
     Mcommon::LetEventsRun();
 }

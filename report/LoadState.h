@@ -28,9 +28,14 @@ public:
     void Count(int lines) { linesToClockRead_ -= lines; }
 
     /// Called for each line: lets events run where enough lines have been counted.
-    void LetEventsRun();
+    void LetEventsRun() {
+        if (linesToClockRead_ <= 0)
+            ReadClock();
+    }
 
 private:
+    void ReadClock();
+
     enum class State { idle, loading, stopping };
 
     State state_ = State::idle;

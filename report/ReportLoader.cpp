@@ -75,12 +75,10 @@ PageReading ReportLoader::StartReading() {
             }};
 }
 
-std::optional<PageReading::Taken> ReportLoader::Note(std::optional<PageReading::Taken> taken) {
-    if (taken)
-        load_.Count(taken->lines);
-    if (taken && taken->newPage)
+void ReportLoader::Note(const PageReading::Taken& taken) {
+    load_.Count(taken.lines);
+    if (taken.newPage)
         TellPage();
-    return taken;
 }
 
 void ReportLoader::TellPage() {
@@ -95,7 +93,9 @@ int ReportLoader::GetChanInfo() {
     ChannelHeader header(file_, shown_);
     while (!load_.Stopping()) {
         load_.LetEventsRun();
-        const auto line = Note(reading.TakeLine());
+        const auto line = reading.TakeLine();
+        if (line)
+            Note(*line);
         if (!line || line->step == RecordWalk::Step::begins)
             break;
         if (!MeasurementLines::IsRecordStart(line->text))
@@ -136,9 +136,10 @@ void ReportLoader::ReadFile() {
         load_.LetEventsRun();
         if (load_.Stopping())
             return;
-        const auto taken = Note(reading.Take(progress_.UntilNext()));
+        const auto taken = reading.Take(progress_.UntilNext());
         if (!taken)
             return;
+        Note(*taken);
         ShowProgress(taken->length);
         if (taken->step == RecordWalk::Step::ends)
             CountRecord();
@@ -205,9 +206,11 @@ void ReportLoader::UpdateList() {
 void ReportLoader::ReadOn() {
     KeepWhatIsRead([this] {
         PageReading reading = StartReading();
-        do
+        load_.LetEventsRun();
+        while (const auto taken = reading.Take()) {
+            Note(*taken);
             load_.LetEventsRun();
-        while (Note(reading.Take()));
+        }
     });
     view_.LinesAdded();
 }
@@ -252,8 +255,8 @@ void ReportLoader::ReadNew() {
 void ReportLoader::CatchUp() {
     restUnread_ = true;
     PageReading reading = StartReading();
-    while (Note(reading.Take())) {
-    }
+    while (const auto taken = reading.Take())
+        Note(*taken);
     restUnread_ = false;
     view_.LinesAdded();
 }

@@ -80,7 +80,7 @@ private:
 
     PageReading StartReading();
     void KeepWhatIsRead(const std::function<void()>& read);
-    std::optional<PageReading::Taken> Note(std::optional<PageReading::Taken> taken);
+    void Note(const PageReading::Taken& taken);
     void TellPage();
     bool RefuseWhileLoading() const;
     bool StoppedShort() const;
