@@ -141,7 +141,7 @@ bool RandomAnalyst::Answer(QWidget& window) {
     else if (auto* const input = qobject_cast<QInputDialog*>(&window)) {
         Note("writes into " + input->labelText());
         input->setTextValue(QString::number(Below(2000)));
-        Below(2) == 0 ? input->accept() : input->reject();
+        input->done(Below(2) == 0 ? QDialog::Accepted : QDialog::Rejected);
     } else
         return false;
     return true;
