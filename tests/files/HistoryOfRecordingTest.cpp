@@ -75,6 +75,14 @@ TEST_F(HistoryOfRecording, A_record_that_cannot_be_written_is_noted_with_its_rea
     EXPECT_EQ(texts[1], "Recording begun: by hand, from record 1");
 }
 
+TEST_F(HistoryOfRecording, A_target_that_cannot_be_begun_is_noted_with_its_reason) {
+    const fs::path tooLong = platform.folder.Path() / std::string(300, 'x');
+    EXPECT_THROW(run.BeginTarget(tooLong), RunTimeError);
+    ASSERT_FALSE(noted.All().empty());
+    EXPECT_TRUE(noted.Texts().back().starts_with("Write failed: Writing ")) << noted.Texts().back();
+    EXPECT_EQ(noted.All().back().file, tooLong.string());
+}
+
 TEST_F(HistoryOfRecording, A_flush_that_fails_is_noted_and_tried_again) {
     Record(Mode::manual);
     run.targetFile = platform.folder.Path() / "missing" / "run.4ch";
