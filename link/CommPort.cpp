@@ -178,6 +178,14 @@ std::optional<LocalTime> LastReading() {
     return TheLink().transfer.LastReading();
 }
 
+unsigned Losses() {
+    return TheLink().transfer.Losses();
+}
+
+std::optional<LocalTime> LastReadingBeforeLoss() {
+    return TheLink().transfer.LastReadingBeforeLoss();
+}
+
 const std::string& StatusText() {
     return TheLink().status.Text();
 }

@@ -88,6 +88,11 @@ bool IsLost();
 /// When the last good frame came; nothing before the first.
 std::optional<LocalTime> LastReading();
 
+/// How often the link was lost while a screen went on, and when the last good frame before the last
+/// loss came.
+unsigned Losses();
+std::optional<LocalTime> LastReadingBeforeLoss();
+
 const std::string& StatusText();
 std::string LinkText();
 

@@ -42,6 +42,7 @@ void ReadingSeries::Start(int averageCount) {
     SetTimerInterval();
     timer_.SetEnabled(true);
     CommPort::GoOnAfterFailure(goesOn_);
+    losses_ = CommPort::Losses();
     CommPort::BeginReading();
 }
 
@@ -88,7 +89,7 @@ void ReadingSeries::Stop() {
 }
 
 bool ReadingSeries::HasValues() const {
-    return state_ == State::giving && !CommPort::HasFailed() &&
+    return state_ == State::giving && !CommPort::HasFailed() && losses_ == CommPort::Losses() &&
            CommPort::State() == CommPort::LinkState::answered;
 }
 
@@ -100,7 +101,7 @@ ReadingSeries::Tick ReadingSeries::OnTimer(std::span<float, cyclePositions> aver
         Stop();
         return Tick::failed;
     }
-    if (CommPort::IsLost())
+    if (CommPort::IsLost() || losses_ != CommPort::Losses())
         return TellLoss();
     if (CommPort::State() != CommPort::LinkState::answered)
         return Tick::nothing;
@@ -111,6 +112,7 @@ ReadingSeries::Tick ReadingSeries::OnTimer(std::span<float, cyclePositions> aver
 
 ReadingSeries::Tick ReadingSeries::TellLoss() {
     EndAwaiting();
+    losses_ = CommPort::Losses();
     return std::exchange(state_, State::lost) == State::lost ? Tick::nothing : Tick::lost;
 }
 

@@ -21,9 +21,9 @@
 ///     case ReadingSeries::Tick::lost:    mark the values as old ones; break;
 ///     }
 ///
-/// `lost` is told once; CommPort::LastReading() is then the moment of the last good frame, and at
-/// the next `values` that of the first one after the gap. A new averaging begins there, so that no
-/// average reaches over the gap.
+/// `lost` is told once, also where the instrument answers again before the tick;
+/// CommPort::LastReadingBeforeLoss() is then the moment of the last good frame. The next `values`
+/// are of a new averaging, so that no average reaches over the gap.
 class ReadingSeries {
 public:
     /// The timer's intervals until the instrument has been heard for the first time, and after.
@@ -103,5 +103,6 @@ private:
     State state_ = State::stopped;
     bool goesOn_ = false; ///< the choice for the time after a failure
     bool atWork_ = false;
+    unsigned losses_ = 0;                    ///< of the link, as far as they have been told
     std::optional<int> waitingAverageCount_; ///< of averaging begun while a tick works
 };

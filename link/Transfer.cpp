@@ -46,7 +46,12 @@ void Transfer::Move(Event event) {
 
 void Transfer::Move(Event event, LinkState outcome) {
     const auto formerOutcome = std::exchange(outcome_, outcome);
+    const bool wasLost = IsLost();
     const auto former = std::exchange(state_, Next(state_, event, afterFailure_));
+    if (IsLost() && !wasLost) {
+        ++losses_;
+        beforeLoss_ = lastReading_;
+    }
     SetTimers();
     if (former != state_ || formerOutcome != outcome_)
         status_.TellObservers();

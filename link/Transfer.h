@@ -64,6 +64,11 @@ public:
     /// When the last good frame came.
     const std::optional<LocalTime>& LastReading() const { return lastReading_; }
 
+    /// How often the link was lost, and when the last good frame before the last loss came. A loss
+    /// may be over before a screen looks.
+    unsigned Losses() const { return losses_; }
+    const std::optional<LocalTime>& LastReadingBeforeLoss() const { return beforeLoss_; }
+
     /// A screen starts to read. What an earlier reading left (request, time-out, failure, bytes) is
     /// ended, the device that the port's name stands for now is opened, the first request goes out
     /// at once, and polling goes on from then on. While the message about a bad frame is open all
@@ -136,4 +141,6 @@ private:
     CommPort::LinkState outcome_ = CommPort::LinkState::waiting; ///< what came last
     FrameStream stream_;
     std::optional<LocalTime> lastReading_;
+    std::optional<LocalTime> beforeLoss_;
+    unsigned losses_ = 0;
 };

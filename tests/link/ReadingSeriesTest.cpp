@@ -1,5 +1,6 @@
 #include "link/ReadingSeries.h"
 
+#include "base/DateText.h"
 #include "link/CommPort.h"
 #include "link/DataAcq.h"
 #include "support/FakeLink.h"
@@ -220,6 +221,26 @@ TEST_F(Series, One_that_goes_on_tells_the_loss_once_and_gives_new_values_when_it
     EXPECT_EQ(series.OnTimer(averages), Tick::values);
     EXPECT_EQ(averages[0], 40.0F) << "no average reaches over the gap";
     EXPECT_TRUE(series.HasValues());
+}
+
+TEST_F(Series, A_loss_between_two_ticks_is_told_though_the_instrument_answers_again) {
+    series.GoOnAfterFailure(true);
+    series.Start(3);
+    FrameArrives(100);
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    const auto before = DateText::Record(platform.clock.now);
+    link.IntervalTicks();
+    link.TimeoutTicks();
+    platform.clock.now.second += 4;
+    link.IntervalTicks();
+    FrameArrives(400);
+
+    EXPECT_FALSE(series.HasValues()) << "those of before the gap";
+    EXPECT_EQ(series.OnTimer(averages), Tick::lost);
+    ASSERT_TRUE(CommPort::LastReadingBeforeLoss());
+    EXPECT_EQ(DateText::Record(*CommPort::LastReadingBeforeLoss()), before);
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    EXPECT_EQ(averages[0], 40.0F) << "no average reaches over the gap";
 }
 
 TEST_F(Series, One_that_goes_on_no_longer_fails_when_the_link_is_lost) {
