@@ -132,7 +132,7 @@ void MeasuringPage::Leave() {
 
 void MeasuringPage::StartReading() {
     lessMotion_ = platform::Current().desktop.WantsLessMotion();
-    CommPort::GoOnAfterFailure(ui_->fraRecording->IsToResume());
+    series_.GoOnAfterFailure(ui_->fraRecording->IsToResume());
     supply_ = Supply::current;
     readings_->BeginSeries();
     series_.Start(mWinInit::HardwareSettings.AveragingForMeasurement);
@@ -141,7 +141,6 @@ void MeasuringPage::StartReading() {
 
 void MeasuringPage::StopReading() {
     series_.Stop();
-    CommPort::GoOnAfterFailure(false); // it is this page's choice alone
     ui_->panTrend->EndReadings();
     table_->BlinkTitle(false);
     supply_ = Supply::current;
@@ -152,14 +151,15 @@ void MeasuringPage::tmrRead_Timer() {
     if (!series_.IsRunning() || series_.IsAtWork())
         return;
     table_->BlinkTitle(lessMotion_ || !table_->IsTitleRed());
-    NoticeLink();
     std::array<float, cyclePositions> averages{};
     switch (series_.OnTimer(averages)) {
     case ReadingSeries::Tick::nothing:
-    case ReadingSeries::Tick::lost: // this page does not go on after a failure
         break;
     case ReadingSeries::Tick::values:
         ShowAverages(averages);
+        break;
+    case ReadingSeries::Tick::lost:
+        ReadingsLost();
         break;
     case ReadingSeries::Tick::failed:
         ReadingFailed();
@@ -167,32 +167,27 @@ void MeasuringPage::tmrRead_Timer() {
     }
 }
 
-/// Follows an instrument that falls silent and answers again while it is asked on.
-void MeasuringPage::NoticeLink() {
-    if (CommPort::IsLost() && supply_ != Supply::lost) {
-        supply_ = Supply::lost;
-        ui_->fraRecording->ReadingsLost(
-            CommPort::LastReading().value_or(platform::Current().clock.Now()));
-        ui_->panTrend->EndReadings();
-        table_->ShowStale(true);
-        ShowStatus();
-    } else if (!CommPort::IsLost() && supply_ == Supply::lost) {
-        supply_ = Supply::returned;
-        readings_->BeginSeries(); // nothing from before the gap goes into what comes after it
-        series_.RestartAveraging(mWinInit::HardwareSettings.AveragingForMeasurement);
-    }
+/// The instrument has fallen silent and is asked on.
+void MeasuringPage::ReadingsLost() {
+    supply_ = Supply::lost;
+    ui_->fraRecording->ReadingsLost(
+        CommPort::LastReadingBeforeLoss().value_or(platform::Current().clock.Now()));
+    ui_->panTrend->EndReadings();
+    table_->ShowStale(true);
+    ShowStatus();
 }
 
-void MeasuringPage::NoteReadings() {
-    if (supply_ == Supply::returned)
-        ui_->fraRecording->ReadingsReturned(platform::Current().clock.Now());
-    supply_ = Supply::current;
-    table_->ShowStale(false);
+/// It answers again; nothing from before the gap goes into what comes after it.
+void MeasuringPage::ReadingsReturned() {
+    readings_->BeginSeries();
+    ui_->fraRecording->ReadingsReturned(platform::Current().clock.Now());
 }
 
 void MeasuringPage::ShowAverages(std::span<const float, cyclePositions> averages) {
     const MeasuringCycle::Outcome outcome = MeasuringCycle::Run(*cycle_, averages);
-    NoteReadings();
+    if (std::exchange(supply_, Supply::current) == Supply::lost)
+        ReadingsReturned();
+    table_->ShowStale(false);
     values_ = outcome.values;
     if (readings_->Show(outcome))
         platform::Current().dialogs.Beep();
@@ -250,8 +245,7 @@ void MeasuringPage::TakeRemark(const QString& text) {
 }
 
 void MeasuringPage::chkResume_Click(bool checked) {
-    if (series_.IsRunning())
-        CommPort::GoOnAfterFailure(checked);
+    series_.GoOnAfterFailure(checked);
 }
 
 void MeasuringPage::cmdLimits_Click() {

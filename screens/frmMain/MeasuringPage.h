@@ -94,9 +94,8 @@ private:
     /// Of what moment the values are that the page shows.
     enum class Supply {
         current,
-        ended,    ///< reading has stopped at a failure
-        lost,     ///< the instrument does not answer; it is asked on
-        returned, ///< it answers again, and the first average is awaited
+        ended, ///< reading has stopped at a failure
+        lost,  ///< the instrument does not answer; it is asked on
     };
 
     void ConnectEvents();
@@ -104,8 +103,8 @@ private:
     void tmrRead_Timer();
     void tmrTime_Timer();
     void ShowAverages(std::span<const float, cyclePositions> averages);
-    void NoticeLink();
-    void NoteReadings();
+    void ReadingsLost();
+    void ReadingsReturned();
     QStringList StatusParts() const;
     void ShowStatus();
     void ShowNotice();

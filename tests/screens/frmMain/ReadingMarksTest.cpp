@@ -1,6 +1,7 @@
 #include "screens/frmMain/MainScreenTest.h"
 
 #include "link/CommPort.h"
+#include "settings/MeasuringChoices.h"
 #include "settings/StoredLimits.h"
 
 #include <QCheckBox>
@@ -156,6 +157,44 @@ TEST_F(ReadingMarks, An_instrument_that_is_waited_for_stops_nothing_and_shows_no
     ReadFrame(frame);
     EXPECT_EQ(ColourOf(Cell(16)), normal);
     EXPECT_EQ(Status(), "no readings from 14:05:33 to 14:07:00");
+}
+
+TEST_F(ReadingMarks, A_choice_to_go_on_that_was_remembered_holds_without_a_click) {
+    mWinInit::MeasuringChoices choices;
+    choices.resume = true;
+    mWinInit::SaveMeasuringChoices(choices);
+    OpenReading();
+    link->IntervalTicks();
+    TimeOut();
+    Tick(*form, "tmrRead");
+    EXPECT_TRUE(CommPort::IsLost());
+    EXPECT_EQ(RunButton(), "&Record");
+}
+
+TEST_F(ReadingMarks, A_choice_to_go_on_made_after_a_failure_holds_from_Start_on) {
+    OpenReading();
+    FailLink();
+    Click(*form, "chkResume");
+    Click(*form, "cmdPage", frmMain::run);
+    ReadFrame(frame);
+    link->IntervalTicks();
+    TimeOut();
+    Tick(*form, "tmrRead");
+    EXPECT_TRUE(CommPort::IsLost());
+    EXPECT_EQ(RunButton(), "&Record");
+}
+
+TEST_F(ReadingMarks, A_loss_that_is_over_before_the_next_tick_is_told_all_the_same) {
+    OpenReading();
+    Click(*form, "chkResume");
+    link->IntervalTicks();
+    TimeOut();
+    platform.clock.now = {2003, 3, 7, 14, 5, 37};
+    link->IntervalTicks();
+    Arrive(frame);
+    Tick(*form, "tmrRead");
+    Tick(*form, "tmrRead");
+    EXPECT_EQ(Status(), "no readings from 14:05:33 to 14:05:37");
 }
 
 TEST_F(ReadingMarks, Leaving_the_page_ends_the_waiting_for_the_instrument) {
