@@ -18,6 +18,9 @@ public:
     /// Readings have come back.
     void Answered(const LocalTime& now);
 
+    /// Reading has ended while there were none; what has not come back is no gap of a run.
+    void GiveUp() { since_.reset(); }
+
     /// Since when there are no readings; nothing while there are.
     const std::optional<LocalTime>& Since() const { return since_; }
 

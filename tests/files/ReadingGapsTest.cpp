@@ -56,6 +56,20 @@ TEST(ReadingGaps, A_gap_over_midnight_has_its_dates) {
     EXPECT_EQ(gaps.Text(), "no readings from 23:58:00 07.Mar.2003 to 00:02:00 08.Mar.2003");
 }
 
+TEST(ReadingGaps, One_that_was_given_up_is_told_nowhere_and_the_next_begins_for_itself) {
+    ReadingGaps gaps;
+    gaps.Lost(At(1, 0, 0));
+    gaps.Answered(At(1, 1, 0));
+    gaps.Lost(At(2, 0, 0));
+    gaps.GiveUp();
+    EXPECT_FALSE(gaps.Since());
+    EXPECT_EQ(gaps.Text(), "no readings from 01:00:00 to 01:01:00") << "no record tells of it yet";
+    gaps.Noted();
+    gaps.Lost(At(4, 0, 0));
+    gaps.Answered(At(4, 1, 0));
+    EXPECT_EQ(gaps.Text(), "no readings from 04:00:00 to 04:01:00");
+}
+
 TEST(ReadingGaps, An_open_gap_outlives_the_noting_of_those_before) {
     ReadingGaps gaps;
     gaps.Lost(At(1, 0, 0));
