@@ -141,6 +141,7 @@ void MeasuringPage::StartReading() {
 
 void MeasuringPage::StopReading() {
     series_.Stop();
+    ui_->fraRecording->ReadingsEnded();
     ui_->panTrend->EndReadings();
     table_->BlinkTitle(false);
     supply_ = Supply::current;

@@ -50,6 +50,9 @@ void RecordingGroup::Load(FileOpr::MeasuringRun& run, const mWinInit::MeasuringC
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     ui_->txtComment->setCompleter(completer);
     OfferComments();
+    const Wiring wire(*this, guard_, "frmMain");
+    wire(ui_->cboAcqr, &QComboBox::currentIndexChanged, "cboAcqr", &RecordingGroup::TakePressBack);
+    wire(ui_->chkSteady, &QCheckBox::toggled, "chkSteady", &RecordingGroup::TakePressBack);
 }
 
 mWinInit::MeasuringChoices RecordingGroup::Choices() const {
@@ -118,6 +121,12 @@ void RecordingGroup::Press(const TakeDisplayed& takeDisplayed, bool steady) {
         Record(takeDisplayed);
 }
 
+/// What it waited for is no longer chosen.
+void RecordingGroup::TakePressBack() {
+    if (std::exchange(awaitsSteady_, false))
+        ShowProgress();
+}
+
 void RecordingGroup::ReadingsAreSteady(const TakeDisplayed& takeDisplayed) {
     if (awaitsSteady_)
         Record(takeDisplayed);
@@ -158,6 +167,11 @@ void RecordingGroup::ReadingsLost(const LocalTime& since) {
 
 void RecordingGroup::ReadingsReturned(const LocalTime& now) {
     gaps_.Answered(now);
+    ShowProgress();
+}
+
+void RecordingGroup::ReadingsEnded() {
+    gaps_.GiveUp();
     ShowProgress();
 }
 
@@ -228,6 +242,7 @@ std::string RecordingGroup::Notice() const {
 void RecordingGroup::NewFile() {
     if (recording_->IsAutomaticOn())
         return;
+    awaitsSteady_ = false;
     recording_->Leave();
     recording_->Run().FlushTempFile();
     recording_->Run().targetFile.clear();

@@ -63,6 +63,9 @@ public:
     void ReadingsLost(const LocalTime& since);
     void ReadingsReturned(const LocalTime& now);
 
+    /// Nothing is read any more.
+    void ReadingsEnded();
+
     /// The times without readings that no record tells of yet.
     std::string GapText() const { return gaps_.Text(); }
 
@@ -94,6 +97,7 @@ Q_SIGNALS:
 private:
     void Record(const TakeDisplayed& takeDisplayed);
     FileOpr::Recording::TakeEntry Taking(const TakeDisplayed& takeDisplayed) const;
+    void TakePressBack();
     void ShowOutcome(const FileOpr::Recording::Outcome& outcome);
     void ShowRecorded();
     void ShowRun();

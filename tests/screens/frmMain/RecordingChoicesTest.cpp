@@ -92,6 +92,27 @@ TEST_F(RecordingChoices, A_run_that_waits_for_the_instrument_notes_the_gap_in_it
     EXPECT_NE(file.records[1].comment.find("stirred"), std::string::npos);
 }
 
+TEST_F(RecordingChoices, A_gap_that_was_given_up_is_no_part_of_the_next_run) {
+    OpenReading();
+    Click(*form, "chkResume");
+    StartAutomatic();
+    link->IntervalTicks();
+    TimeOut();
+    Tick(*form, "tmrRead");
+    platform.dialogs.ExpectMessage("There are some problem on connection.\n"
+                                   "Click on button Start to start reading again.",
+                                   exclamation);
+    Click(*form, "chkResume");
+    Tick(*form, "tmrRead");
+    ASSERT_EQ(RunButton(), "&Start");
+    Click(*form, "cmdPage", frmMain::run);
+    ReadFrame(frame);
+    Click(*form, "cmdPage", frmMain::run);
+    TimePasses(3s);
+    EXPECT_TRUE(Line().contains("next in 5 s")) << Line().toStdString();
+    EXPECT_FALSE(Line().contains("no readings")) << Line().toStdString();
+}
+
 TEST_F(RecordingChoices, A_new_file_takes_the_records_of_before_to_theirs_and_the_next_asks) {
     OpenReading();
     const auto first = RecordInto("first.4ch");
@@ -142,6 +163,37 @@ TEST_F(RecordingChoices, A_record_waits_until_all_channels_are_steady) {
     EXPECT_EQ(Counter(), "1");
     ReadSteadily(1);
     EXPECT_EQ(Counter(), "1");
+}
+
+TEST_F(RecordingChoices, A_press_that_waits_for_steady_readings_starts_no_run) {
+    OpenReading();
+    Click(*form, "chkSteady");
+    Click(*form, "cmdPage", frmMain::run);
+    Pick(*form, "cboAcqr", "Automatic");
+    EXPECT_EQ(Line(), "") << "another mode takes the press back";
+    ReadSteadily(27);
+    EXPECT_EQ(RunButton(), "&Record");
+    EXPECT_EQ(Counter(), "0");
+}
+
+TEST_F(RecordingChoices, A_press_waits_no_longer_when_that_is_not_chosen_any_more) {
+    OpenReading();
+    Click(*form, "chkSteady");
+    Click(*form, "cmdPage", frmMain::run);
+    Click(*form, "chkSteady");
+    EXPECT_EQ(Line(), "");
+    ReadSteadily(27);
+    EXPECT_EQ(Counter(), "0");
+}
+
+TEST_F(RecordingChoices, A_new_file_takes_back_a_press_that_waits) {
+    OpenReading();
+    RecordInto("run.4ch");
+    Click(*form, "chkSteady");
+    Click(*form, "cmdPage", frmMain::run);
+    Choose(*form, "mnuFileItem_0");
+    ReadSteadily(27);
+    EXPECT_EQ(Counter(), "0") << "no save dialog comes by itself";
 }
 
 TEST_F(RecordingChoices, A_second_press_records_at_once) {
