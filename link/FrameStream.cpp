@@ -1,6 +1,7 @@
 #include "link/FrameStream.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -15,7 +16,7 @@ void FrameStream::Feed(std::span<const std::uint8_t> bytes) {
 
 void FrameStream::Restart() {
     bytes_.clear();
-    outOfStep_ = false;
+    outOfStep_ = gapFollows_ = false;
     fed_ = 0;
 }
 
@@ -38,6 +39,8 @@ FrameStream::Event FrameStream::Next() {
             return Event::badFrame;
         }
     }
+    if (std::exchange(gapFollows_, false))
+        bytes_.clear();
     return Event::nothing;
 }
 

@@ -29,6 +29,10 @@ public:
     /// Forgets all bytes; the next one may stand anywhere in a frame.
     void Restart();
 
+    /// Bytes were lost behind those fed so far: what is no whole frame of these is dropped, and the
+    /// next byte may stand anywhere in a frame.
+    void NoteGap() { gapFollows_ = true; }
+
     /// Forgets all bytes; those up to the next EOT belong to a frame whose start was lost.
     void LoseStep();
 
@@ -44,6 +48,7 @@ private:
 
     std::vector<std::uint8_t> bytes_;
     bool outOfStep_ = false;
+    bool gapFollows_ = false;
     std::size_t fed_ = 0;
     Frame::Bytes frame_{};
 };

@@ -200,7 +200,10 @@ void Transfer::TakeArrived() {
         return;
     auto& control = port_.Control();
     port_.SetThreshold(0);
-    stream_.Feed(control.Input(control.InBufferCount()));
+    const std::size_t arrived = control.InBufferCount();
+    stream_.Feed(control.Input(arrived));
+    if (arrived >= Port::inputBufferSize) // what found no room is lost
+        stream_.NoteGap();
     while (IsAwaiting(state_) || TransferState::IsReading(state_)) {
         const auto event = stream_.Next();
         if (event == FrameStream::Event::nothing)

@@ -82,6 +82,23 @@ TEST(FrameStreamTest, A_frame_that_lacks_its_EOT_alone_is_bad) {
               (std::vector<int>{-1, 2}));
 }
 
+TEST(FrameStreamTest, What_bytes_were_lost_behind_is_dropped_and_so_is_the_tail_that_follows) {
+    for (std::ptrdiff_t lost = 1; lost < 96; ++lost) { // of the second and the third frame
+        const auto whole = Glued({FrameNumber(1), FrameNumber(2), FrameNumber(3), FrameNumber(4)});
+        FrameStream stream;
+        stream.Feed(Bytes(whole.begin(), whole.begin() + 48 + 16));
+        stream.NoteGap();
+        EXPECT_EQ(Out(stream), std::vector<int>{1}) << lost;
+        EXPECT_FALSE(stream.IsUnderWay()) << lost;
+        stream.Feed(
+            Bytes(whole.begin() + std::min<std::ptrdiff_t>(48 + 16 + lost, 144), whole.end()));
+        const auto rest = Out(stream);
+        ASSERT_FALSE(rest.empty()) << lost;
+        EXPECT_EQ(rest.back(), 4) << lost;
+        EXPECT_EQ(std::count(rest.begin(), rest.end(), -1), 0) << lost;
+    }
+}
+
 TEST(FrameStreamTest, Having_lost_step_it_goes_on_behind_the_next_EOT) {
     FrameStream stream;
     stream.LoseStep();

@@ -105,6 +105,22 @@ TEST_F(Unsolicited, Other_events_are_ignored) {
     EXPECT_EQ(CommPort::Readings()[0], 2.0F);
 }
 
+/// While the program is held up, by a disk that stands still say, more comes than the input holds.
+TEST_F(Unsolicited, An_input_that_ran_full_costs_the_frame_that_was_cut_and_no_other) {
+    Bytes held;
+    for (int n = 2; n <= 8; ++n) {
+        const auto next = FrameNumber(n);
+        held.insert(held.end(), next.begin(), next.end());
+    }
+    link.serial.Arrive(held); // 336 bytes, of which 256 find room
+    EXPECT_EQ(CommPort::Readings()[0], 6.0F);
+
+    link.serial.Arrive(FrameNumber(9));
+    EXPECT_EQ(CommPort::Readings()[0], 9.0F);
+    EXPECT_EQ(CommPort::State(), LinkState::answered);
+    EXPECT_FALSE(CommPort::HasFailed());
+}
+
 TEST_F(Unsolicited, A_request_drops_the_beginning_of_a_frame_that_came_before_it) {
     link.serial.Arrive(Bytes{'+', '0', '1'});
     link.IntervalTicks();
