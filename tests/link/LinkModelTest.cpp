@@ -36,12 +36,14 @@ enum class Act {
     flowAll,    ///< all of them do
     unplug,
     replug,
-    close, ///< the message is answered; without one, nothing
+    close,     ///< the message is answered; without one, nothing
+    beginGoOn, ///< a screen starts to read that goes on after a failure
+    giveUp,    ///< it does so no longer
 };
 
-constexpr std::array actNames = {"begin",      "end",     "tick",     "timeOut", "answer",
-                                 "sendItself", "sendBad", "sendHalf", "noise",   "flow",
-                                 "flowAll",    "unplug",  "replug",   "close"};
+constexpr std::array actNames = {
+    "begin", "end",  "tick",    "timeOut", "answer", "sendItself", "sendBad",   "sendHalf",
+    "noise", "flow", "flowAll", "unplug",  "replug", "close",      "beginGoOn", "giveUp"};
 
 struct Step {
     Act act;
@@ -96,6 +98,7 @@ private:
     void InBox() {
         Require(!std::exchange(boxOpen_, true), "two boxes are open");
         Require(disturbed_, "a box opened though the instrument was in order");
+        Require(!goesOn_ || !reading_, "a box for a screen that goes on");
         ++boxesSinceBegin_;
         Require(boxesSinceBegin_ <= 1 || !reading_, "a second box without a new start");
         while (next_ < course_.size()) {
@@ -113,7 +116,12 @@ private:
     void Do(const Step& step) {
         switch (step.act) {
         case Act::begin:
+        case Act::beginGoOn:
+            Choose(step.act == Act::beginGoOn);
             Begin();
+            break;
+        case Act::giveUp:
+            Choose(false);
             break;
         case Act::end:
             reading_ = begunInBox_ = false;
@@ -169,6 +177,12 @@ private:
         }
     }
 
+    void Choose(bool goOn) {
+        goesOn_ = goOn;
+        link_.transfer.SetAfterFailure(goOn ? Transfer::AfterFailure::goOn
+                                            : Transfer::AfterFailure::stop);
+    }
+
     void Begin() {
         reading_ = true;
         if (boxOpen_)
@@ -205,6 +219,7 @@ private:
         const auto frames = decoded_;
         link_.transfer.tmrTimeout_Timer();
         Require(frames != decoded_ || !fails || link_.transfer.HasFailed() ||
+                    link_.transfer.IsLost() ||
                     link_.transfer.Outcome() == CommPort::LinkState::answered,
                 "a time-out without a failure");
     }
@@ -236,6 +251,12 @@ private:
                 "a screen sees more than waiting while the message is open");
         Require(!transfer.HasFailed() || !interval_.Enabled(), "polled after a failure");
         Require(disturbed_ || !transfer.HasFailed(), "failed though the instrument is in order");
+        Require(disturbed_ || !transfer.IsLost(), "lost though the instrument is in order");
+        if (reading_ && goesOn_ && !boxOpen_) {
+            Require(!transfer.HasFailed(), "failed for a screen that goes on");
+            Require(interval_.Enabled(), "a screen that goes on is not polled for");
+        }
+        Require(goesOn_ || !transfer.IsLost(), "lost for a screen that does not go on");
         CheckReadings();
     }
 
@@ -276,6 +297,7 @@ private:
     std::deque<std::uint8_t> line_; ///< sent by the instrument, not arrived yet
     bool asked_ = false;
     bool reading_ = false;
+    bool goesOn_ = false; ///< the screen's choice for the time after a failure
     bool boxOpen_ = false;
     bool begunInBox_ = false;
     bool disturbed_ = false; ///< something was not in order since reading began
@@ -317,8 +339,8 @@ Course Shrunk(Boxes& boxes, Course course) {
 /// Mostly what happens all the time, now and then what should not.
 Course AnyCourse(std::mt19937& random, std::size_t length) {
     //                              begin end tick out answer itself bad half noise flow all un re
-    //                              close
-    std::discrete_distribution<int> acts({4, 3, 14, 3, 14, 6, 2, 2, 2, 20, 14, 1, 3, 6});
+    //                              close begin-and-go-on give-up
+    std::discrete_distribution<int> acts({4, 3, 14, 3, 14, 6, 2, 2, 2, 20, 14, 1, 3, 6, 3, 1});
     std::uniform_int_distribution<std::size_t> sizes(1, 47);
     Course course;
     while (course.size() < length)

@@ -97,8 +97,10 @@ protected:
             Press(frmMain::switchPage);
             break;
         case 1:
-            if (IsMeasuring())
+            if (IsMeasuring()) {
                 Find<QCheckBox>(*form, "chkResume").click();
+                chosenAfterFailure = CommPort::HasFailed();
+            }
             break;
         case 2:
             if (auto& mode = Find<QComboBox>(*form, "cboAcqr"); IsMeasuring() && mode.isEnabled())
@@ -172,6 +174,10 @@ protected:
         EXPECT_TRUE(prompt.starts_with("Data transmission uncompleted: ") ||
                     prompt.starts_with("There are some problem on connection."))
             << prompt << ", " << Place();
+        // A failure from before the choice is told all the same.
+        EXPECT_TRUE(!Find<QCheckBox>(*form, "chkResume").isChecked() ||
+                    std::exchange(chosenAfterFailure, false))
+            << "a box though the run goes on, " << Place() << ": " << prompt;
     }
 
     /// While a box is open the analyst reaches nothing else.
@@ -238,7 +244,8 @@ protected:
     int recoveries = 0;
     int boxesSeen = 0;
     bool boxOpen = false;
-    bool calm = false; ///< boxes are answered and nothing else happens
+    bool chosenAfterFailure = false; ///< going on was, and its box is still to come
+    bool calm = false;               ///< boxes are answered and nothing else happens
 };
 
 } // namespace
