@@ -8,14 +8,18 @@
 #include "platform/qt/SystemSerialControl.h"
 #include "platform/qt/Text.h"
 #include "screens/controls/ListLabels.h"
+#include "screens/controls/Placement.h"
 #include "screens/controls/ValueLabel.h"
 #include "screens/controls/Wiring.h"
 #include "screens/frmPortSettings/PortDevice.h"
 #include "screens/frmSimulated/frmSimulated.h"
 #include "ui_frmPortSettings.h"
 
+#include <QLayout>
 #include <QShowEvent>
 #include <QStringList>
+
+#include <algorithm>
 
 namespace {
 
@@ -264,4 +268,12 @@ void frmPortSettings::ShowProblems() {
     }
     ShowValue(*ui_->lblProblems, problems.join('\n'));
     ui_->lblProblems->setVisible(!problems.isEmpty());
+    GrowToContents();
+}
+
+/// A text of several lines may have appeared in a window that is already shown.
+void frmPortSettings::GrowToContents() {
+    layout()->activate();
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
+    Mcommon::FitOntoScreen(*this);
 }

@@ -56,6 +56,7 @@ private:
     void SetStatusText(const std::string& text);
     void SetPortList(const std::vector<std::string>& ports);
     void ShowProblems();
+    void GrowToContents();
 
     std::unique_ptr<Ui::frmPortSettings> ui_;
     std::shared_ptr<platform::SerialControl> MSComm1;

@@ -254,6 +254,19 @@ TEST_F(PortScreen, A_port_that_another_program_holds_is_not_offered_and_the_reas
     ::close(holder);
 }
 
+TEST_F(PortScreen, The_reason_why_a_port_is_held_is_seen_whole) {
+    Show();
+    const int holder = ::open(second.Device().c_str(), O_RDWR | O_NOCTTY);
+    ASSERT_EQ(::flock(holder, LOCK_EX), 0);
+    Click("cmdScan");
+    QTest::qWait(50);
+
+    const auto& reason = The<QLabel>("lblProblems");
+    EXPECT_GE(reason.height(), reason.heightForWidth(reason.width()));
+    EXPECT_GE(form->height(), form->layout()->heightForWidth(form->width()));
+    ::close(holder);
+}
+
 TEST_F(PortScreen, Scanning_again_finds_a_device_that_was_plugged_in_and_keeps_the_choice) {
     Show();
     Choose("cboPort", "COM7");
