@@ -134,7 +134,7 @@ void MeasuringPage::StartReading() {
     lessMotion_ = platform::Current().desktop.WantsLessMotion();
     series_.GoOnAfterFailure(ui_->fraRecording->IsToResume());
     supply_ = Supply::current;
-    readings_->BeginSeries();
+    readings_->ForgetSeries();
     series_.Start(mWinInit::HardwareSettings.AveragingForMeasurement);
     ShowNotice();
 }
@@ -168,26 +168,22 @@ void MeasuringPage::tmrRead_Timer() {
     }
 }
 
-/// The instrument has fallen silent and is asked on.
+/// The instrument has fallen silent and is asked on. Nothing from before the gap goes into what
+/// comes after it.
 void MeasuringPage::ReadingsLost() {
     supply_ = Supply::lost;
     ui_->fraRecording->ReadingsLost(
         CommPort::LastReadingBeforeLoss().value_or(platform::Current().clock.Now()));
     ui_->panTrend->EndReadings();
+    readings_->ForgetSeries();
     table_->ShowStale(true);
     ShowStatus();
-}
-
-/// It answers again; nothing from before the gap goes into what comes after it.
-void MeasuringPage::ReadingsReturned() {
-    readings_->BeginSeries();
-    ui_->fraRecording->ReadingsReturned(platform::Current().clock.Now());
 }
 
 void MeasuringPage::ShowAverages(std::span<const float, cyclePositions> averages) {
     const MeasuringCycle::Outcome outcome = MeasuringCycle::Run(*cycle_, averages);
     if (std::exchange(supply_, Supply::current) == Supply::lost)
-        ReadingsReturned();
+        ui_->fraRecording->ReadingsReturned(platform::Current().clock.Now());
     table_->ShowStale(false);
     values_ = outcome.values;
     if (readings_->Show(outcome))
@@ -201,9 +197,12 @@ void MeasuringPage::ShowAverages(std::span<const float, cyclePositions> averages
 
 QStringList MeasuringPage::StatusParts() const {
     QStringList parts;
-    const auto last = CommPort::LastReading();
-    if ((supply_ == Supply::lost || supply_ == Supply::ended) && last)
-        parts << "last reading " + Text::ToQt(DateText::TimeOfDay(*last));
+    if (supply_ == Supply::lost || supply_ == Supply::ended) {
+        if (const auto last = CommPort::LastReading())
+            parts << "last reading " + Text::ToQt(DateText::TimeOfDay(*last));
+        if (!CommPort::PortOK()) // who holds the port, say
+            parts << Text::ToQt(CommPort::StatusText());
+    }
     parts << Text::ToQt(ui_->fraRecording->GapText()) << readings_->Remarks();
     if (supply_ == Supply::current)
         parts << problem_;
@@ -224,6 +223,7 @@ void MeasuringPage::ShowStatus() {
 void MeasuringPage::ReadingFailed() {
     StopReading();
     supply_ = Supply::ended;
+    readings_->ForgetSeries();
     table_->ShowStale(true);
     ShowStatus();
     ui_->fraRecording->LinkFailed();

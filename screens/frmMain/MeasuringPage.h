@@ -104,7 +104,6 @@ private:
     void tmrTime_Timer();
     void ShowAverages(std::span<const float, cyclePositions> averages);
     void ReadingsLost();
-    void ReadingsReturned();
     QStringList StatusParts() const;
     void ShowStatus();
     void ShowNotice();

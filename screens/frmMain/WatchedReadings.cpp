@@ -36,6 +36,12 @@ MeasuringCycle::Source WatchedReadings::Begin(const Selection& selected) {
     return source;
 }
 
+void WatchedReadings::ForgetSeries() {
+    watch_.BeginSeries();
+    for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)
+        ShowWatch(i);
+}
+
 bool WatchedReadings::Show(const MeasuringCycle::Outcome& outcome) {
     const bool alarm = watch_.Add(outcome);
     for (std::size_t i = 0; i < mWinInit::ChannelsInUse(); ++i)

@@ -27,8 +27,9 @@ public:
     /// A measurement of these channels begins, with blank cells. Returns what its cycle goes by.
     MeasuringCycle::Source Begin(const Selection& selected);
 
-    /// A series of readings begins: what was steady before it counts no more.
-    void BeginSeries() { watch_.BeginSeries(); }
+    /// A series of readings begins or has ended: what was steady counts no more, and no mark is
+    /// shown before there are readings.
+    void ForgetSeries();
 
     /// Shows the next reading of all channels. True when an alarm begins with it.
     bool Show(const MeasuringCycle::Outcome& outcome);

@@ -121,6 +121,9 @@ QSize frmMain::FirstSize() const {
 void frmMain::ShowLink() {
     ui_->pgeSetup->ShowPort();
     lblLink_->setText(Text::ToQt(CommPort::LinkText()));
+    const std::string reason = CommPort::PortOK() ? std::string() : CommPort::StatusText();
+    lblLink_->setToolTip(Text::ToQt(reason));
+    lblLink_->setAccessibleDescription(lblLink_->toolTip());
 }
 
 void frmMain::ShowStatus(const QString& text) {

@@ -142,6 +142,46 @@ TEST_F(ReadingMarks, After_a_failure_the_values_turn_grey_and_the_last_reading_i
     EXPECT_EQ(Status(), "");
 }
 
+TEST_F(ReadingMarks, No_channel_is_steady_while_nothing_is_read) {
+    OpenReading();
+    Click(*form, "chkResume");
+    ReadOften(28, 0);
+    ASSERT_EQ(Mark(0), "steady");
+    link->IntervalTicks();
+    TimeOut();
+    Tick(*form, "tmrRead");
+    EXPECT_EQ(Mark(0), "") << "the instrument is silent";
+    link->IntervalTicks();
+    ReadOften(28, 0);
+    ASSERT_EQ(Mark(0), "steady");
+    Click(*form, "chkResume");
+    FailLink();
+    EXPECT_EQ(Mark(0), "") << "reading has ended";
+    Click(*form, "cmdPage", frmMain::run);
+    ReadFrame(frame);
+    EXPECT_EQ(Mark(0), "drifting");
+}
+
+TEST_F(ReadingMarks, A_port_that_cannot_be_opened_is_told_with_its_reason) {
+    Open();
+    link->serial.ports = {};
+    link->serial.openError = "Opening COM1: in use by another program: vantrel (process 7)";
+    platform.dialogs.ExpectMessage("There are some problem on connection.\n"
+                                   "Click on button Start to start reading again.",
+                                   exclamation);
+    link->serial.SetPortOpen(false);
+    Click(*form, "cmdPage", frmMain::switchPage);
+    Tick(*form, "tmrRead");
+    EXPECT_EQ(Status(), "Opening COM1: in use by another program: vantrel (process 7)");
+    auto& port = Find<QLabel>(*form, "lblLink");
+    EXPECT_EQ(port.toolTip(), Status());
+    link->serial.ports = {1};
+    Click(*form, "cmdPage", frmMain::run);
+    ReadFrame(frame);
+    EXPECT_EQ(Status(), "");
+    EXPECT_EQ(port.toolTip(), "");
+}
+
 TEST_F(ReadingMarks, An_instrument_that_is_waited_for_stops_nothing_and_shows_no_box) {
     OpenReading();
     const QColor normal = ColourOf(Cell(16));
