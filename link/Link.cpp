@@ -159,6 +159,7 @@ bool Link::UseSimulated(std::int16_t number) {
         return false;
     if (!keptChoice_)
         keptChoice_ = former;
+    simulatedHasEnded_ = false;
     SelectPort();
     status.Set("The simulated instrument is " + PortName::Of(number) + " until this program ends.");
     AskInstrument();
@@ -167,7 +168,8 @@ bool Link::UseSimulated(std::int16_t number) {
 
 /// A screen that reads keeps its port, so that it never goes on with another instrument's values.
 void Link::SimulatedEnded() {
-    if (!keptChoice_ || transfer.IsReading() || transfer.IsLost())
+    simulatedHasEnded_ = keptChoice_ && (transfer.IsReading() || transfer.IsLost());
+    if (!keptChoice_ || simulatedHasEnded_)
         return;
     choice = *std::exchange(keptChoice_, std::nullopt);
     Reopen();
@@ -252,6 +254,8 @@ void Link::Keep(const PortChoice& portChoice) const {
 }
 
 void Link::ShowPresent() {
+    if (simulatedHasEnded_)
+        SimulatedEnded();
     display_.ShowAnswer({});
     transfer.ForgetOutcome();
     if (!transfer.IsReading())

@@ -57,7 +57,8 @@ public:
     /// status, where the port cannot be opened.
     bool UseSimulated(std::int16_t number);
 
-    /// The simulated instrument has gone: the former choice is in use again, unless a screen reads.
+    /// The simulated instrument has gone: the former choice is in use again, at ShowPresent where a
+    /// screen reads.
     void SimulatedEnded();
 
     /// Tries every port that can be opened at every bit rate; the first instrument that answers is
@@ -98,6 +99,7 @@ private:
 
     PortDisplay display_{controls};
     std::optional<PortChoice> keptChoice_; ///< of the store, while the simulated one is in use
+    bool simulatedHasEnded_ = false;       ///< while a screen read
     bool wasOpenBeforeSearch_ = false;
     std::string openProblem_; ///< why the last opening failed; empty where it succeeded
 };

@@ -130,8 +130,6 @@ void frmPortSettings::hideEvent(QHideEvent* event) {
 }
 
 void frmPortSettings::Form_Activate() {
-    if (!simulated_.IsRunning())
-        CommPort::SimulatedEnded(); // a screen has read to the end of it
     CommPort::ScanPorts();
     CommPort::ShowPresentStatus();
     CommPort::SetBitRateComboBox();

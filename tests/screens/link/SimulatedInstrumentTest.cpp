@@ -263,6 +263,22 @@ TEST_F(SimulatedSession, A_screen_that_reads_does_not_go_on_with_another_instrum
     EXPECT_EQ(CommPort::PortNumber(), 1);
 }
 
+TEST_F(SimulatedSession, A_screen_that_waits_for_it_gives_the_former_port_back_when_it_is_left) {
+    UseSimulated();
+    auto& window = Window();
+    CommPort::GoOnAfterFailure(true);
+    CommPort::BeginReading();
+    ASSERT_TRUE(WaitFor([] { return CommPort::State() == LinkState::answered; }));
+    Press(window, frmSimulated::endInstrument);
+    ASSERT_TRUE(WaitFor([this] { return Status() == "The simulated instrument has ended."; }));
+    EXPECT_TRUE(CommPort::IsLost());
+    EXPECT_EQ(CommPort::PortNumber(), freePort);
+
+    CommPort::EndReading();
+    CommPort::ShowPresentStatus(); // as the screen does that is left
+    EXPECT_EQ(CommPort::PortNumber(), 1);
+}
+
 TEST_F(SimulatedSession, Can_be_used_again_after_its_end) {
     UseSimulated();
     Press(Window(), frmSimulated::endInstrument);
