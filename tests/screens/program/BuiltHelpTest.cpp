@@ -76,6 +76,11 @@ protected:
         reader.Press("menu item", "Help", "Report");
     }
 
+    void PressOnHistory() const {
+        reader.Press("menu item", "History...");
+        reader.Press("push button", "Help", "History");
+    }
+
     /// Opens the calibration by this button, and presses Help there.
     void PressOnCalibration(const QString& button) const {
         reader.Press("push button", button);
@@ -110,6 +115,8 @@ TEST_F(BuiltHelp, Without_an_editor_every_Help_shows_its_text_in_a_window) {
     ExpectInWindow("AcqurHlp.txt", 1);
     PressOnViewer();
     ExpectInWindow("ViewHlp.txt", 1);
+    PressOnHistory();
+    ExpectInWindow("HistHlp.txt", 1);
 }
 
 TEST_F(BuiltHelp, With_an_editor_every_Help_opens_its_text_there) {
@@ -129,4 +136,7 @@ TEST_F(BuiltHelp, With_an_editor_every_Help_opens_its_text_there) {
     ExpectOpened({"SetupHlp.txt", "CalibHlp.txt", "CalibHlp.txt", "AcqurHlp.txt"});
     PressOnViewer();
     ExpectOpened({"SetupHlp.txt", "CalibHlp.txt", "CalibHlp.txt", "AcqurHlp.txt", "ViewHlp.txt"});
+    PressOnHistory();
+    ExpectOpened({"SetupHlp.txt", "CalibHlp.txt", "CalibHlp.txt", "AcqurHlp.txt", "ViewHlp.txt",
+                  "HistHlp.txt"});
 }

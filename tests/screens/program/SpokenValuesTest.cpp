@@ -91,6 +91,8 @@ TEST_F(SpokenValues, A_calibration_is_read_with_electrode_date_elapsed_time_and_
     reader.Press("push button", "Read");
     reader.AwaitName("label", "Reading of point 1 in mV: -?\\d+\\.\\d");
     reader.AwaitName("label", "State of point 1: (steady|drifting|.*/min)");
+    reader.AwaitName("label", "\\d+:\\d\\d since Read");
+    reader.AwaitName("label", "Temperature: \\d\\d\\.\\d °C");
     ExpectListsAreLabelled("Number of points");
     reader.Press("push button", "Close");
     Confirm("The calibration process has not been achieved yet.\n"
