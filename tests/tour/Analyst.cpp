@@ -1,5 +1,6 @@
 #include "tour/Analyst.h"
 
+#include "link/CommPort.h"
 #include "screens/Report/Report.h"
 #include "screens/Report/ReportMenus.h"
 #include "screens/SimultCalib/SimultCalib.h"
@@ -11,6 +12,7 @@
 #include "screens/frmMain/SetupPage.h"
 #include "screens/frmMain/frmMain.h"
 #include "screens/frmPrint/frmPrint.h"
+#include "screens/frmSimulated/frmSimulated.h"
 #include "tour/Stage.h"
 
 #include <QAbstractButton>
@@ -18,8 +20,11 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 #include <string>
 
@@ -44,6 +49,10 @@ constexpr double reading_mV = 0.11;
 
 QWidget& Analyst::Main() const {
     return Window("frmMain");
+}
+
+QString Analyst::Status() const {
+    return Find<QStatusBar>(Main(), "statusbar").currentMessage();
 }
 
 std::filesystem::path Analyst::MeasurementFile() const {
@@ -83,6 +92,30 @@ void Analyst::SetUpProject() {
                      "not-calibrated");
     Click(Main(), Element("cmdPage", frmMain::switchPage));
     WaitFor("the refusal", [this] { return answers_.AllGiven(); });
+}
+
+void Analyst::LookAtPort() {
+    Click(Main(), "cmdPort");
+    QWidget& port = Window("frmPortSettings");
+    const auto waitForAnswer = [&port](const char* status) {
+        WaitFor(status, [&] {
+            return TextOf(port, "txtStatus").startsWith(status) &&
+                   TextOf(port, "lblAnswer").startsWith("The instrument answered: E1 ");
+        });
+    };
+    Click(port, "cmdOK");
+    waitForAnswer("The test on Comm1 is successful.");
+    Picture(port, "port");
+    Click(port, "cmdSimulated"); // "Use the Simulated Instrument"
+    waitForAnswer("The simulated instrument is COM");
+    Click(port, "cmdSimulated"); // "Simulated Instrument..."
+    QWidget& simulated = Window("frmSimulated");
+    Picture(simulated, "simulated");
+    Click(simulated, Element("cmdBtn", frmSimulated::endInstrument));
+    WaitFor("the end of the simulated instrument",
+            [&] { return TextOf(port, "txtStatus") == "The simulated instrument has ended."; });
+    EXPECT_EQ(CommPort::PortNumber(), 1);
+    Click(port, "cmdCancel");
 }
 
 void Analyst::CalibratePH() {
@@ -209,6 +242,27 @@ void Analyst::RecordByHand(int records) {
         WaitForRecords(record, 1);
     }
     Picture(Main(), "recorded-by-hand");
+}
+
+void Analyst::WaitForInstrument() {
+    Click(Main(), "chkResume");
+    instrument_.Command("fault silence");
+    WaitFor("the loss of the link", [this] { return Status().startsWith("last reading "); });
+    Picture(Main(), "lost");
+    instrument_.Command("fault none");
+    WaitFor("the readings to come back",
+            [this] { return Status().startsWith("no readings from "); });
+    Click(Main(), "chkResume");
+}
+
+void Analyst::RecordWhenSteady(int record) {
+    Click(Main(), "chkSteady");
+    Click(Main(), Element("cmdPage", frmMain::run)); // "&Record"
+    WaitFor("the press to wait",
+            [this] { return TextOf(Main(), "lblRecording").startsWith("Waiting until"); });
+    Picture(Main(), "waiting-for-steady");
+    WaitForRecords(record, 1);
+    Click(Main(), "chkSteady");
 }
 
 void Analyst::RecordByClock(int records, int period_s) {

@@ -17,6 +17,9 @@ public:
 
     void SetUpProject();
 
+    /// The port is tested, and the simulated instrument used for a while.
+    void LookAtPort();
+
     /// Buffers 4.01, 7.00 and 10.01 in channel 1.
     void CalibratePH();
 
@@ -28,6 +31,12 @@ public:
     /// Limits that a reading passes at once: the alarm comes and is acknowledged.
     void SetLimits();
     void RecordByHand(int records);
+
+    /// The instrument is silent for a while and waited for.
+    void WaitForInstrument();
+
+    /// One press, and the record when all readings are steady.
+    void RecordWhenSteady(int record);
 
     /// While the report follows the records as they arrive.
     void RecordByClock(int records, int period_s);
@@ -51,6 +60,7 @@ public:
 
 private:
     QWidget& Main() const;
+    QString Status() const;
     void ChooseElectrode(std::size_t channel, const QString& electrode, const QString& serialNo,
                          int tempSensor);
     void WaitForRecords(int count, int period_s);

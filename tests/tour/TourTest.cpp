@@ -35,6 +35,8 @@ void CheckMeasurementFile(const std::filesystem::path& file, int records) {
     const auto run = FileOpr::ReadMeasurementFile(file);
     ASSERT_EQ(run.records.size(), static_cast<std::size_t>(records));
     EXPECT_EQ(run.records[2].comment, "stirrer on");
+    EXPECT_TRUE(run.records[recordsByHand].comment.starts_with("no readings from "))
+        << run.records[recordsByHand].comment;
     for (std::size_t i = 0; i < run.records.size(); ++i)
         EXPECT_EQ(run.records[i].number, static_cast<std::int32_t>(i) + 1);
 }
@@ -88,14 +90,17 @@ TEST(Tour, An_analyst_sets_up_calibrates_measures_views_and_prints) {
     stage::Click(splash, "cmdCommand1");
     EXPECT_FALSE(splash.isVisible());
     analyst.SetUpProject();
+    analyst.LookAtPort();
     analyst.CalibratePH();
     analyst.CalibrateCalcium();
     CheckSlopes();
     analyst.BeginMeasuring();
     analyst.SetLimits();
     analyst.RecordByHand(recordsByHand);
+    analyst.WaitForInstrument();
+    analyst.RecordWhenSteady(recordsByHand + 1);
     analyst.RecordByClock(RecordsByClock(), 1);
-    const int records = recordsByHand + RecordsByClock();
+    const int records = recordsByHand + 1 + RecordsByClock();
     CheckMeasurementFile(analyst.MeasurementFile(), records);
     analyst.ReplaceElectrode();
     analyst.ViewReport();
