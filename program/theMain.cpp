@@ -12,11 +12,24 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QPalette>
 #include <QTimer>
 
 #include <utility>
 
 namespace theMain {
+
+namespace {
+
+/// Not every desktop gives the hint in an empty box a colour that goes with its dark palette. A
+/// grey between light and dark is read on both.
+void KeepHintsReadable() {
+    QPalette hints;
+    hints.setColor(QPalette::PlaceholderText, QColor(128, 128, 128));
+    QApplication::setPalette(hints.resolve(QApplication::palette()));
+}
+
+} // namespace
 
 Program::Program() = default;
 
@@ -42,6 +55,7 @@ void Program::Main() {
 
 void Program::LoadForms() {
     const BusyPointer busy;
+    KeepHintsReadable();
     mWinInit::HardwareSettings.ChannelCount = channelCount;
 
     splash_ = std::make_unique<frmSplash>(std::string(versionText));

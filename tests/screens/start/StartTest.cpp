@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPalette>
 #include <QTest>
 
 #include <filesystem>
@@ -133,6 +135,20 @@ TEST_F(StartTest, A_port_that_cannot_be_opened_is_told_in_the_status_and_by_no_b
 TEST_F(StartTest, The_data_folder_is_made_and_becomes_the_current_one) {
     program.Main();
     EXPECT_TRUE(fs::equivalent(fs::current_path(), mWinInit::DefaultDataFolder()));
+}
+
+TEST_F(StartTest, A_hint_in_a_box_is_readable_where_a_dark_desktop_gives_it_no_colour) {
+    const QPalette before = QApplication::palette();
+    QPalette dark(QColor(45, 45, 48), QColor(35, 35, 38));
+    dark.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128)); // of the light one
+    QApplication::setPalette(dark);
+    program.Main();
+    const QPalette colours = Find<QLineEdit>(*Form("frmMain"), "txtComment").palette();
+    EXPECT_GE(colours.color(QPalette::PlaceholderText).lightnessF() -
+                  colours.color(QPalette::Base).lightnessF(),
+              0.3F);
+    EXPECT_EQ(colours.color(QPalette::Base), dark.color(QPalette::Base));
+    QApplication::setPalette(before);
 }
 
 TEST_F(StartTest, A_step_that_fails_is_said_with_its_place) {
