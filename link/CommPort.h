@@ -89,7 +89,7 @@ bool IsLost();
 std::optional<LocalTime> LastReading();
 
 /// How often the link was lost while a screen went on, and when the last good frame before the last
-/// loss came.
+/// loss came; nothing where none had come since reading began.
 unsigned Losses();
 std::optional<LocalTime> LastReadingBeforeLoss();
 

@@ -50,7 +50,7 @@ void Transfer::Move(Event event, LinkState outcome) {
     const auto former = std::exchange(state_, Next(state_, event, afterFailure_));
     if (IsLost() && !wasLost) {
         ++losses_;
-        beforeLoss_ = lastReading_;
+        beforeLoss_ = formerOutcome == LinkState::answered ? lastReading_ : std::nullopt;
     }
     SetTimers();
     if (former != state_ || formerOutcome != outcome_)

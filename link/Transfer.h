@@ -64,8 +64,8 @@ public:
     /// When the last good frame came.
     const std::optional<LocalTime>& LastReading() const { return lastReading_; }
 
-    /// How often the link was lost, and when the last good frame before the last loss came. A loss
-    /// may be over before a screen looks.
+    /// How often the link was lost, and when the last good frame before the last loss came; nothing
+    /// where none had come since reading began. A loss may be over before a screen looks.
     unsigned Losses() const { return losses_; }
     const std::optional<LocalTime>& LastReadingBeforeLoss() const { return beforeLoss_; }
 

@@ -235,4 +235,19 @@ TEST_F(GoingOn, The_moment_of_the_last_good_frame_stays_while_the_link_is_lost) 
     EXPECT_EQ(CommPort::LastReading()->second, 40);
 }
 
+TEST_F(GoingOn, A_loss_before_the_first_answer_is_no_gap_behind_an_earlier_reading) {
+    link.IntervalTicks();
+    link.TimeoutTicks();
+    ASSERT_TRUE(CommPort::LastReadingBeforeLoss());
+    EXPECT_EQ(CommPort::LastReadingBeforeLoss()->second, 33);
+    CommPort::EndReading();
+
+    platform.clock.now.hour += 2;
+    CommPort::BeginReading();
+    link.TimeoutTicks();
+
+    EXPECT_TRUE(CommPort::IsLost());
+    EXPECT_FALSE(CommPort::LastReadingBeforeLoss());
+}
+
 } // namespace
