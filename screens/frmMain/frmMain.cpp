@@ -121,9 +121,11 @@ QSize frmMain::FirstSize() const {
 void frmMain::ShowLink() {
     ui_->pgeSetup->ShowPort();
     lblLink_->setText(Text::ToQt(CommPort::LinkText()));
-    const std::string reason = CommPort::PortOK() ? std::string() : CommPort::StatusText();
-    lblLink_->setToolTip(Text::ToQt(reason));
-    lblLink_->setAccessibleDescription(lblLink_->toolTip());
+    const QString reason = CommPort::PortOK() ? QString() : Text::ToQt(CommPort::StatusText());
+    if (lblLink_->toolTip() == reason) // as it is at every frame
+        return;
+    lblLink_->setToolTip(reason);
+    lblLink_->setAccessibleDescription(reason);
 }
 
 void frmMain::ShowStatus(const QString& text) {
