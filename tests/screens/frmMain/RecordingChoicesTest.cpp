@@ -5,6 +5,7 @@
 #include "report/RecentFiles.h"
 #include "settings/mWinInit.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>

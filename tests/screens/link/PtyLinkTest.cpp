@@ -171,6 +171,25 @@ TEST_F(PtyLink, Frames_that_the_instrument_sends_by_itself_are_decoded_while_a_s
     EXPECT_TRUE(WaitFor([] { return CommPort::Readings()[0] == 3.0F; }));
 }
 
+TEST_F(PtyLink, A_program_that_was_held_up_while_the_instrument_sent_reads_on) {
+    peer.OnRequest([this] { peer.Send(FrameNumber(1)); });
+    CommPort::BeginReading();
+    ASSERT_TRUE(WaitForEnd());
+
+    Bytes held; // more than the input holds
+    for (int n = 2; n <= 9; ++n) {
+        const auto next = FrameNumber(n);
+        held.insert(held.end(), next.begin(), next.end());
+    }
+    peer.Send(held);
+    QThread::msleep(100); // no event runs: a disk stands still
+    EXPECT_TRUE(WaitFor([] { return CommPort::Readings()[0] == 6.0F; }));
+    peer.Send(FrameNumber(10));
+
+    EXPECT_TRUE(WaitFor([] { return CommPort::Readings()[0] == 10.0F; }));
+    EXPECT_EQ(CommPort::State(), LinkState::answered);
+}
+
 TEST_F(PtyLink, While_the_message_is_open_bytes_go_on_arriving_and_no_request_goes_out) {
     int requests = 0;
     peer.OnRequest([&] {
