@@ -1,6 +1,7 @@
 #include "screens/Report/WholeRunPanel.h"
 
 #include "platform/qt/Text.h"
+#include "report/GraphSpan.h"
 #include "report/PrintJob.h"
 #include "report/RunCursors.h"
 #include "report/SpanMoves.h"
@@ -261,6 +262,7 @@ void WholeRunPanel::DrawSpan(const Mreport::RunOverview& run) {
                  series_[s] - 1});
     picture.title = Text::ToQt(Mreport::ReportTitle(*file_, Mreport::PrintKind::graph));
     picture.unit = Text::ToQt(Mreport::UnitText(shown_->unitCode));
+    picture.emptyText = Text::ToQt(Mreport::EmptyGraphText(*file_, *shown_));
     picture.axis = ui_->picChoices->Axis();
     picture.log = ui_->picChoices->Log();
     picture.ownScales = ui_->picChoices->OwnScales();

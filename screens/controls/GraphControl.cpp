@@ -73,10 +73,7 @@ void GraphControl::MakeItems() {
     connect(mouse_.get(), &GraphMouse::PointClicked, this, &GraphControl::PointClicked);
     connect(mouse_.get(), &GraphMouse::WholeSpanWanted, this, &GraphControl::ResetZoom);
     connect(mouse_.get(), &GraphMouse::SpanZoomWanted, this, &GraphControl::SpanZoomWanted);
-    emptyText_ = new QCPItemText(plot_);
-    emptyText_->position->setType(QCPItemPosition::ptAxisRectRatio);
-    emptyText_->position->setCoords(0.5, 0.5);
-    emptyText_->setVisible(false);
+    emptyText_ = PlotLook::AddEmptyText(*plot_);
     connect(plot_, &QCustomPlot::beforeReplot, this, &GraphControl::FitLabels);
     for (const QCPAxis* axis : {plot_->xAxis, plot_->yAxis})
         connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this,
@@ -222,8 +219,7 @@ void GraphControl::ApplyPens(const QPalette& palette) {
 void GraphControl::ApplyLook(const QPalette& palette, const QFont& font) {
     PlotLook::Dress(*plot_, palette, font);
     PlotLook::DressTitle(*title_, palette, font);
-    emptyText_->setColor(palette.color(QPalette::Text));
-    emptyText_->setFont(font);
+    PlotLook::DressText(*emptyText_, palette, font);
     marker_->Dress(palette.color(QPalette::Text));
     ApplyPens(palette);
 }

@@ -57,6 +57,19 @@ QCPTextElement* PlotLook::AddHead(QCustomPlot& plot) {
     return title;
 }
 
+QCPItemText* PlotLook::AddEmptyText(QCustomPlot& plot) {
+    auto* text = new QCPItemText(&plot);
+    text->position->setType(QCPItemPosition::ptAxisRectRatio);
+    text->position->setCoords(0.5, 0.5);
+    text->setVisible(false);
+    return text;
+}
+
+void PlotLook::DressText(QCPItemText& text, const QPalette& palette, const QFont& font) {
+    text.setColor(palette.color(QPalette::Text));
+    text.setFont(font);
+}
+
 QCPRange PlotLook::WithSpace(double low, double high, double share) {
     constexpr double least = 1e-9;
     const double height = high - low;

@@ -2,6 +2,7 @@
 
 class QColor;
 class QCPAxis;
+class QCPItemText;
 class QCPRange;
 class QCPTextElement;
 class QCustomPlot;
@@ -21,6 +22,10 @@ void DressTitle(QCPTextElement& title, const QPalette& palette, const QFont& fon
 /// A title above the axes, and between both the legend in a row of its own, where it never covers
 /// a point. The plot owns the title.
 QCPTextElement* AddHead(QCustomPlot& plot);
+
+/// A text in the middle of the axes, for a plot without values; hidden at first. The plot owns it.
+QCPItemText* AddEmptyText(QCustomPlot& plot);
+void DressText(QCPItemText& text, const QPalette& palette, const QFont& font);
 
 /// Values with this share of them free above and below; an axis also where they are all alike.
 QCPRange WithSpace(double low, double high, double share);

@@ -49,6 +49,7 @@ void SpanPlot::MakePlot() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(plot_);
     title_ = PlotLook::AddHead(*plot_);
+    emptyText_ = PlotLook::AddEmptyText(*plot_);
     cursors_ = std::make_unique<SpanCursors>(*plot_);
 }
 
@@ -78,8 +79,20 @@ void SpanPlot::DrawCurves(int width_px) {
         common.Take(scale);
         DrawCurve(series, scale, std::max(width_px, narrowest_px));
     }
+    ShowWhyEmpty(common);
     FitRecordsOrTime();
     FitValues(common);
+}
+
+/// What has not been read yet may have values.
+void SpanPlot::ShowWhyEmpty(const RunScale& scale) {
+    const auto hasValues = [this](const Series& series) {
+        return picture_.run->RangeOf(series.index, picture_.span).Any();
+    };
+    const bool values = std::ranges::any_of(picture_.series, hasValues);
+    emptyText_->setText(values ? QString("No value is above zero, where this scale begins.")
+                               : picture_.emptyText);
+    emptyText_->setVisible(!scale.Any() && picture_.run->Complete());
 }
 
 void SpanPlot::DrawCurve(const Series& series, const RunScale& scale, int width_px) {
@@ -152,6 +165,7 @@ void SpanPlot::ApplyLook(const QPalette& palette, const QFont& font) {
     look_ = palette;
     PlotLook::Dress(*plot_, palette, font);
     PlotLook::DressTitle(*title_, palette, font);
+    PlotLook::DressText(*emptyText_, palette, font);
     cursors_->Dress(palette);
 }
 

@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+class QCPItemText;
 class QCPTextElement;
 class QCustomPlot;
 class SpanCursors;
@@ -33,6 +34,7 @@ public:
         std::vector<Series> series;
         QString unit;
         QString title;
+        QString emptyText; ///< says why, where the records hold no value
         Mreport::RunAxis axis = Mreport::RunAxis::record;
         bool log = false;
         bool ownScales = false;
@@ -69,6 +71,7 @@ private:
     void ApplyLook(const QPalette& palette, const QFont& font);
     void DrawCurves(int width_px);
     void DrawCurve(const Series& series, const Mreport::RunScale& scale, int width_px);
+    void ShowWhyEmpty(const Mreport::RunScale& scale);
     void FitRecordsOrTime();
     void FitValues(const Mreport::RunScale& scale);
     void MoveCursor(int groups);
@@ -78,6 +81,7 @@ private:
 
     QCustomPlot* plot_ = nullptr;
     QCPTextElement* title_ = nullptr;
+    QCPItemText* emptyText_ = nullptr;
     std::unique_ptr<SpanCursors> cursors_;
     QPalette look_; ///< of the screen, or of the paper while it is painted
     Picture picture_;

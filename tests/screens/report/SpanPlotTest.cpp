@@ -1,0 +1,28 @@
+#include "screens/report/WholeRunScreen.h"
+
+#include <QCheckBox>
+#include <qcustomplot.h>
+
+TEST_F(WholeRunScreen, A_span_without_values_says_why) {
+    MeasurementText text;
+    text.cell = [](int, const std::string& row, int) {
+        return std::string(row == "ppm" ? "0.0" : row == "pH" ? "NA" : "1.0");
+    };
+    ViewRun(text, 400);
+    const auto& reason = *Span().findChild<QCPItemText*>();
+    Panel().ZoomSpan(4);
+    Fill();
+    ASSERT_TRUE(Span().isVisible());
+    EXPECT_FALSE(reason.visible());
+    Quantities().setCurrentText("pH");
+    Fill();
+    EXPECT_TRUE(reason.visible());
+    EXPECT_EQ(reason.text(), "These records hold no value in pH of what is selected.");
+    Quantities().setCurrentText("ppm");
+    Fill();
+    EXPECT_FALSE(reason.visible());
+    Find<QCheckBox>(*form, "chkLog").setChecked(true);
+    Fill();
+    EXPECT_TRUE(reason.visible());
+    EXPECT_EQ(reason.text(), "No value is above zero, where this scale begins.");
+}
