@@ -5,6 +5,7 @@
 #include "screens/controls/SeriesStyle.h"
 #include "screens/controls/SpanCursors.h"
 #include "screens/controls/WheelZoom.h"
+#include "screens/controls/WholeTicker.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -127,13 +128,13 @@ void SpanPlot::FitRecordsOrTime() {
     const double beside = std::max((end - begin) * spaceBesideSpan, 0.5);
     plot_->xAxis->setRange(begin - beside, end + beside);
     if (picture_.axis == RunAxis::record) {
-        plot_->xAxis->setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
+        plot_->xAxis->setTicker(QSharedPointer<QCPAxisTicker>(new WholeTicker<QCPAxisTicker>));
         plot_->xAxis->setNumberFormat("f");
         plot_->xAxis->setNumberPrecision(0);
         plot_->xAxis->setLabel("Record");
         return;
     }
-    const QSharedPointer<QCPAxisTickerDateTime> ticker(new QCPAxisTickerDateTime);
+    const QSharedPointer<QCPAxisTickerDateTime> ticker(new WholeTicker<QCPAxisTickerDateTime>);
     ticker->setDateTimeSpec(Qt::UTC); // the seconds are those of the wall clock as they stand
     ticker->setDateTimeFormat("hh:mm:ss\ndd.MMM.yyyy");
     plot_->xAxis->setTicker(ticker);

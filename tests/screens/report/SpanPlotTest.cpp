@@ -3,6 +3,19 @@
 #include <QCheckBox>
 #include <qcustomplot.h>
 
+TEST_F(WholeRunScreen, A_short_span_names_each_record_and_each_second_once) {
+    ViewRun({}, 60);
+    Panel().ZoomSpan(0.04); // two records
+    Fill();
+    ASSERT_EQ(Overview().Span().Count(), 2);
+    EXPECT_EQ(LabelsBelow(), (QStringList{"25", "26"}));
+    Find<QComboBox>(*form, "cboAxis").setCurrentIndex(1);
+    QStringList once = LabelsBelow();
+    ASSERT_FALSE(once.isEmpty());
+    once.removeDuplicates();
+    EXPECT_EQ(LabelsBelow(), once);
+}
+
 TEST_F(WholeRunScreen, A_span_without_values_says_why) {
     MeasurementText text;
     text.cell = [](int, const std::string& row, int) {

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QTableWidget>
 #include <QTest>
+#include <qcustomplot.h>
 
 /// The viewer with the whole run under its graph.
 class WholeRunScreen : public ReportScreen {
@@ -39,6 +40,19 @@ protected:
         QTest::mouseMove(&Overview(), to);
         QTest::mouseRelease(&Overview(), Qt::LeftButton, {}, to);
         Fill();
+    }
+    /// What stands below the axis of records or time of a span.
+    QStringList LabelsBelow() const {
+        const QCPAxis& axis = *Span().Plot().xAxis;
+        QVector<double> ticks;
+        QVector<QString> labels;
+        axis.ticker()->generate(axis.range(), QLocale::c(), axis.numberFormat().at(0),
+                                axis.numberPrecision(), ticks, nullptr, &labels);
+        QStringList within;
+        for (qsizetype i = 0; i < ticks.size(); ++i) // the ticks may go one beyond the axis
+            if (axis.range().contains(ticks[i]))
+                within << labels[i];
+        return within;
     }
     QStringList Offered() const {
         QStringList texts;
