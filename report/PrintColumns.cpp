@@ -26,6 +26,18 @@ std::size_t Fitting(const platform::Printer& printer, float width) {
     return static_cast<std::size_t>(std::max(width / printer.TextWidth("0"), 0.0F));
 }
 
+std::vector<std::string> Wrap(std::string_view text, std::size_t width) {
+    std::vector<std::string> pieces;
+    while (text.size() > width) {
+        const std::size_t blank = text.rfind(' ', width);
+        const bool atBlank = blank != std::string_view::npos && blank > 0;
+        pieces.emplace_back(text.substr(0, atBlank ? blank : width));
+        text.remove_prefix(atBlank ? blank + 1 : width);
+    }
+    pieces.emplace_back(text);
+    return pieces;
+}
+
 float LineHeight(const platform::Printer& printer) {
     return lineSpacing * printer.TextHeight("ABCD");
 }

@@ -35,19 +35,27 @@ public:
     }
 
     void Row(std::int64_t row) {
-        const std::string comment = report_.records.Text(row, 2);
-        MakeRoom(groups_.size() + (comment.empty() ? 0 : 1));
+        const auto comment = Comment(row);
+        MakeRoom(groups_.size() + comment.size());
         At(0, report_.records.Text(row, 0));
         At(timeColumn, report_.records.Text(row, 1));
         PrintGroups([this, row](std::size_t column) { return report_.records.Text(row, column); });
-        if (comment.empty())
-            return;
-        At(timeColumn, comment.substr(0, Characters() - timeColumn));
-        NextLine();
+        for (const std::string& line : comment) {
+            At(timeColumn, line);
+            NextLine();
+        }
     }
 
 private:
-    std::size_t Characters() const { return PrintColumns::Fitting(printer_, printer_.PageWidth()); }
+    /// In as many lines as it takes beside the record numbers.
+    std::vector<std::string> Comment(std::int64_t row) const {
+        const std::string text = report_.records.Text(row, 2);
+        if (text.empty())
+            return {};
+        const float room = printer_.PageWidth() - PrintColumns::X(printer_, timeColumn);
+        return PrintColumns::Wrap(text,
+                                  std::max<std::size_t>(1, PrintColumns::Fitting(printer_, room)));
+    }
 
     void At(int column, std::string_view text) {
         if (!text.empty())
@@ -80,9 +88,7 @@ private:
         const std::string page =
             "Page " + std::to_string(printer_.PageNumber()) + "   " + report_.date;
         const float right = printer_.PageWidth() - printer_.TextWidth(page);
-        constexpr std::size_t gap = 2;
-        const std::size_t room = std::max(PrintColumns::Fitting(printer_, right), gap) - gap;
-        At(0, std::string_view(report_.title).substr(0, room));
+        At(0, FittingTitle(printer_, report_.title, right - printer_.TextWidth("AB")));
         PrintColumns::PrintAt(printer_, {right, 0}, page);
         NextLine();
         At(0, "Record");

@@ -16,7 +16,7 @@ struct CompactReport {
     RecordTable& records;
     std::int64_t firstRow = 0;
     std::int64_t endRow = 0; ///< behind the last one
-    std::string title;
+    TableTitle title;
     std::string date; ///< of printing
 };
 

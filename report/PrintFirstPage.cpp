@@ -29,15 +29,14 @@ public:
 
     void Title(std::string_view text) {
         printer_.SetFont({size_pt_ * titleScale, true});
-        PrintColumns::PrintAt(printer_, {0, y_}, text);
-        y_ += 2 * PrintColumns::LineHeight(printer_);
+        Wrapped(0, text);
+        Skip(1);
         printer_.SetFont({size_pt_});
     }
 
     void Line(std::string_view label, std::string_view text) {
         PrintColumns::PrintAt(printer_, {0, y_}, label);
-        PrintColumns::PrintAt(printer_, {PrintColumns::X(printer_, labelColumns), y_}, text);
-        Skip(1);
+        Wrapped(labelColumns, text);
     }
 
     /// A row with the cells of all channels; none where no channel has one.
@@ -71,6 +70,16 @@ public:
     }
 
 private:
+    /// From this column on, in as many lines as it takes.
+    void Wrapped(int column, std::string_view text) {
+        const float left = PrintColumns::X(printer_, column);
+        const std::size_t room = PrintColumns::Fitting(printer_, printer_.PageWidth() - left);
+        for (const std::string& line : PrintColumns::Wrap(text, std::max<std::size_t>(1, room))) {
+            PrintColumns::PrintAt(printer_, {left, y_}, line);
+            Skip(1);
+        }
+    }
+
     platform::Printer& printer_;
     std::size_t channels_;
     float size_pt_;

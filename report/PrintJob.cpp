@@ -57,8 +57,8 @@ void PrintCompact(platform::Printer& printer, const ViewedFile& file, int page, 
     RecordTable records(file);
     records.Reset();
     const auto [first, end] = records.RowsOf(page, range);
-    PrintCompactTable(printer, {records, first, end, ReportTitle(file, PrintKind::table), Today()},
-                      progress);
+    const TableTitle title{PrintedChannels(file), file.header.projectName};
+    PrintCompactTable(printer, {records, first, end, title, Today()}, progress);
 }
 
 } // namespace

@@ -42,19 +42,6 @@ std::vector<std::string> SplitAtTabs(std::string_view line) {
     return parts;
 }
 
-/// Pieces of at most `width` characters, broken at blanks where there are any.
-std::vector<std::string> Wrap(std::string_view text, std::size_t width) {
-    std::vector<std::string> pieces;
-    while (text.size() > width) {
-        const std::size_t blank = text.rfind(' ', width);
-        const bool atBlank = blank != std::string_view::npos && blank > 0;
-        pieces.emplace_back(text.substr(0, atBlank ? blank : width));
-        text.remove_prefix(atBlank ? blank + 1 : width);
-    }
-    pieces.emplace_back(text);
-    return pieces;
-}
-
 /// One printed table: the page header, and lines below it.
 class TablePrint {
 public:
@@ -93,7 +80,7 @@ public:
             return 1;
         const float room = ruleEnd_ - ColumnX(1);
         const std::string text = Mcommon::TrimControl(MeasurementLines::CommentText(line));
-        return static_cast<int>(Wrap(text, CharactersIn(room)).size());
+        return static_cast<int>(PrintColumns::Wrap(text, CharactersIn(room)).size());
     }
 
 private:
@@ -107,7 +94,9 @@ private:
         const std::string pageAndDate =
             "Page " + std::to_string(printer_.PageNumber()) + "   " + report_.date;
         const float right = ruleEnd_ - printer_.TextWidth(pageAndDate);
-        PrintColumns::PrintAt(printer_, {0, 0}, FittingTitle(right - printer_.TextWidth("ABC")));
+        PrintColumns::PrintAt(printer_, {0, 0},
+                              FittingTitle(printer_, {report_.channelCount, report_.name},
+                                           right - printer_.TextWidth("ABC")));
         PrintColumns::PrintAt(printer_, {right, 0}, pageAndDate);
         for (std::size_t channel = 1; channel < columns_.size(); ++channel)
             PrintColumns::PrintAt(printer_, {ColumnX(channel), lineHeight_},
@@ -115,17 +104,6 @@ private:
         Rule(headerRuleHeight * lineHeight_);
         printer_.SetFont({size_pt_});
         linesOnPage_ = 0;
-    }
-
-    /// A long name loses its end, so that the page number keeps its place.
-    std::string FittingTitle(float width) const {
-        std::string name = report_.name;
-        std::string title = PrintTitle(report_.channelCount, name, PrintKind::table);
-        while (printer_.TextWidth(title) > width && !name.empty()) {
-            name.pop_back();
-            title = PrintTitle(report_.channelCount, name + "...", PrintKind::table);
-        }
-        return title;
     }
 
     /// Makes room for a line: afterwards it belongs at the returned height.
@@ -151,7 +129,7 @@ private:
         const std::string text = Mcommon::TrimControl(MeasurementLines::CommentText(line));
         const float room = ruleEnd_ - ColumnX(1);
         bool first = true;
-        for (const std::string& piece : Wrap(text, CharactersIn(room))) {
+        for (const std::string& piece : PrintColumns::Wrap(text, CharactersIn(room))) {
             const float y = StartLine();
             if (first)
                 PrintColumns::PrintAt(printer_, {0, y}, MeasurementTexts::comment);
@@ -164,7 +142,7 @@ private:
     void FreeText(std::string_view line) {
         std::string text(line);
         std::replace(text.begin(), text.end(), '\t', ' ');
-        for (const std::string& piece : Wrap(text, CharactersIn(ruleEnd_)))
+        for (const std::string& piece : PrintColumns::Wrap(text, CharactersIn(ruleEnd_)))
             PrintColumns::PrintAt(printer_, {0, StartLine()}, piece);
     }
 
@@ -225,6 +203,16 @@ std::string PrintTitle(int channelCount, std::string_view name, PrintKind kind) 
     title += name.empty() ? std::string_view("Noname") : name;
     title += kind == PrintKind::table ? " Report: Table" : " Report: Graphic";
     return title;
+}
+
+std::string FittingTitle(const platform::Printer& printer, const TableTitle& title, float width) {
+    std::string name = title.name;
+    std::string text = PrintTitle(title.channelCount, name, PrintKind::table);
+    while (printer.TextWidth(text) > width && !name.empty()) {
+        name.pop_back();
+        text = PrintTitle(title.channelCount, name + "...", PrintKind::table);
+    }
+    return text;
 }
 
 LineRange FindPrintedLines(const TableReport& report, RecordRange range) {

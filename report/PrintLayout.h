@@ -19,6 +19,15 @@ enum class PrintKind { table, graph };
 /// " Report: Table" or " Report: Graphic".
 std::string PrintTitle(int channelCount, std::string_view name, PrintKind kind);
 
+/// What the title of a table tells.
+struct TableTitle {
+    int channelCount = 4; ///< 4 or 8
+    std::string name;     ///< of the project
+};
+
+/// The title of a table, no wider than this in the printer's font: a long name loses its end.
+std::string FittingTitle(const platform::Printer& printer, const TableTitle& title, float width);
+
 /// What a table is printed from.
 struct TableReport {
     const PageText& page;

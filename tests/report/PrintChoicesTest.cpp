@@ -40,6 +40,12 @@ protected:
     platform::PrintOutcome PrintPage(Mreport::RecordRange range, Mreport::TableChoices choices) {
         return Mreport::PrintPageTable(viewed, 0, range, choices, [](const auto&) {});
     }
+    bool Tells(int paper, const std::string& text) const {
+        const Lines lines = Document().Page(paper);
+        return std::any_of(lines.begin(), lines.end(), [&text](const std::string& line) {
+            return line.find(text) != std::string::npos;
+        });
+    }
     const fake::Printer& Document() const { return platform.printing.documents.at(0); }
 };
 
@@ -146,6 +152,30 @@ TEST_F(PrintChoices, Calibration_and_slopes_stand_in_the_columns_of_their_channe
     EXPECT_TRUE(Printed(1, "Slope 1:"));
     EXPECT_TRUE(Printed(1, "-29.1"));
     EXPECT_FALSE(Printed(1, "Standard 2:")) << "a row that no channel has is left out";
+}
+
+TEST_F(PrintChoices, Long_names_stay_on_the_paper) {
+    MeasurementText text;
+    text.project =
+        "Spring water survey of the upper valley and of all its side valleys, second summer";
+    View(text.File(3));
+    PrintPage({1, 3}, {.compact = true, .firstPage = true});
+    for (const fake::PrintedText& printed : Document().texts) {
+        const float width = 0.6F * printed.font.size_pt * static_cast<float>(printed.text.size());
+        EXPECT_LE(printed.position.x_pt + width, Document().width_pt) << printed.text;
+    }
+    EXPECT_TRUE(Tells(1, "second summer")) << "nothing of it is lost";
+    EXPECT_TRUE(Tells(2, "... Report: Table"));
+}
+
+TEST_F(PrintChoices, A_long_comment_of_a_compact_table_goes_on_in_the_next_lines) {
+    MeasurementText text;
+    text.comment = [](int record) {
+        return record == 1 ? std::string(200, 'x') + " last-words" : std::string();
+    };
+    View(text.File(2));
+    PrintPage({1, 2}, {.compact = true});
+    EXPECT_TRUE(Tells(1, "last-words"));
 }
 
 TEST_F(PrintChoices, A_range_that_the_list_does_not_hold_is_refused) {
