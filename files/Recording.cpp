@@ -35,13 +35,12 @@ Recording::Outcome Recording::Record(Mode mode, std::string_view periodText,
         outcome.status = Status::periodTooShort;
         return outcome;
     }
-    if (run_.targetFile.empty()) {
-        if (!ChooseTarget()) {
-            outcome.status = Status::cancelled;
-            return outcome;
-        }
-        outcome.targetChosen = true;
+    const bool hadTarget = !run_.targetFile.empty();
+    if (!PrepareTarget()) {
+        outcome.status = Status::cancelled;
+        return outcome;
     }
+    outcome.targetChosen = !hadTarget;
     const std::optional<Entry> entry = takeEntry();
     if (!entry)
         return outcome;
@@ -186,6 +185,10 @@ void Recording::ReportOpened() {
 void Recording::ReportClosed() {
     reportShowsTarget_ = false;
     run_.FollowTarget(false);
+}
+
+bool Recording::PrepareTarget() {
+    return !run_.targetFile.empty() || ChooseTarget();
 }
 
 bool Recording::ChooseTarget() {

@@ -55,6 +55,10 @@ public:
         std::string remark;
     };
 
+    /// Sees to it that there is a target, by asking for one where none is set; false where none is
+    /// chosen. Throws RunTimeError where it cannot be begun.
+    bool PrepareTarget();
+
     /// "&Record": checks the period (automatic mode), asks for a target where none is set, writes
     /// one record, and in automatic mode starts the run; without values neither happens. Throws
     /// RunTimeError; nothing is then recorded or counted and no run starts.

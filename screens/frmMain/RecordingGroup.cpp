@@ -115,10 +115,16 @@ Recording::TakeEntry RecordingGroup::Taking(const TakeDisplayed& takeDisplayed) 
 void RecordingGroup::Press(const TakeDisplayed& takeDisplayed, bool steady) {
     const bool byHand = ui_->cboAcqr->currentIndex() == manualMode;
     const bool waits = byHand && ui_->chkSteady->isChecked() && !steady;
-    if (waits && !std::exchange(awaitsSteady_, true))
-        ShowProgress();
+    if (waits && !awaitsSteady_)
+        AwaitSteady(takeDisplayed);
     else
         Record(takeDisplayed);
+}
+
+/// The file is asked for at once, while the analyst is there; reading may end meanwhile.
+void RecordingGroup::AwaitSteady(const TakeDisplayed& takeDisplayed) {
+    const auto shown = qScopeGuard([this] { ShowRun(); });
+    awaitsSteady_ = recording_->PrepareTarget() && takeDisplayed();
 }
 
 /// What it waited for is no longer chosen.

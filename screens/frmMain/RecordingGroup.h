@@ -97,6 +97,7 @@ Q_SIGNALS:
 private:
     void Record(const TakeDisplayed& takeDisplayed);
     FileOpr::Recording::TakeEntry Taking(const TakeDisplayed& takeDisplayed) const;
+    void AwaitSteady(const TakeDisplayed& takeDisplayed);
     void TakePressBack();
     void ShowOutcome(const FileOpr::Recording::Outcome& outcome);
     void ShowRecorded();

@@ -83,10 +83,13 @@ TEST_F(RecordingChoices, A_run_that_waits_for_the_instrument_notes_the_gap_in_it
     Type(*form, "txtComment", "stirred");
     TimePasses(8s);
     EXPECT_EQ(Counter(), "2");
+    TimePasses(8s);
+    EXPECT_EQ(Counter(), "3");
     Click(*form, "cmdPage", frmMain::run);
     Click(*form, "cmdPage", frmMain::switchPage);
     const auto file = FileOpr::ReadMeasurementFile(target);
-    ASSERT_EQ(file.records.size(), 2U);
+    ASSERT_EQ(file.records.size(), 3U);
+    EXPECT_EQ(file.records[2].comment, "") << "it has been told";
     EXPECT_NE(file.records[1].comment.find("no readings from 14:05:33 to 14:07:00"),
               std::string::npos)
         << file.records[1].comment;
@@ -154,22 +157,51 @@ TEST_F(RecordingChoices, A_changed_setup_is_noticed_and_a_new_file_offered) {
 TEST_F(RecordingChoices, A_record_waits_until_all_channels_are_steady) {
     OpenReading();
     Click(*form, "chkSteady");
-    Click(*form, "cmdPage", frmMain::run);
+    RecordInto("run.4ch"); // the file is asked for while the analyst is there
     EXPECT_EQ(Counter(), "0");
     EXPECT_TRUE(Line().startsWith("Waiting until all channels are steady")) << Line().toStdString();
     ReadSteadily(26);
     EXPECT_EQ(Counter(), "0");
-    AnswerSaveDialog("run.4ch");
     ReadSteadily(1);
     EXPECT_EQ(Counter(), "1");
     ReadSteadily(1);
     EXPECT_EQ(Counter(), "1");
 }
 
+TEST_F(RecordingChoices, A_press_without_a_file_waits_for_nothing) {
+    OpenReading();
+    Click(*form, "chkSteady");
+    platform.dialogs.ExpectFileDialog(
+        [](const platform::FileDialogRequest&) { return std::nullopt; });
+    Click(*form, "cmdPage", frmMain::run);
+    EXPECT_EQ(Line(), "");
+    ReadSteadily(27);
+    EXPECT_EQ(Counter(), "0");
+}
+
+TEST_F(RecordingChoices, A_press_waits_for_nothing_when_the_link_fails_while_the_file_is_chosen) {
+    OpenReading();
+    Click(*form, "chkSteady");
+    platform.dialogs.ExpectFileDialog([this](const platform::FileDialogRequest&) {
+        link->IntervalTicks();
+        TimeOut();
+        return platform.folder.Path() / "run.4ch";
+    });
+    Click(*form, "cmdPage", frmMain::run);
+    EXPECT_EQ(Line(), "");
+    platform.dialogs.ExpectMessage("There are some problem on connection.\n"
+                                   "Click on button Start to start reading again.",
+                                   exclamation);
+    Tick(*form, "tmrRead");
+    Click(*form, "cmdPage", frmMain::run);
+    ReadSteadily(27);
+    EXPECT_EQ(Counter(), "0") << "no record by itself";
+}
+
 TEST_F(RecordingChoices, A_press_that_waits_for_steady_readings_starts_no_run) {
     OpenReading();
     Click(*form, "chkSteady");
-    Click(*form, "cmdPage", frmMain::run);
+    RecordInto("run.4ch");
     Pick(*form, "cboAcqr", "Automatic");
     EXPECT_EQ(Line(), "") << "another mode takes the press back";
     ReadSteadily(27);
@@ -180,7 +212,7 @@ TEST_F(RecordingChoices, A_press_that_waits_for_steady_readings_starts_no_run) {
 TEST_F(RecordingChoices, A_press_waits_no_longer_when_that_is_not_chosen_any_more) {
     OpenReading();
     Click(*form, "chkSteady");
-    Click(*form, "cmdPage", frmMain::run);
+    RecordInto("run.4ch");
     Click(*form, "chkSteady");
     EXPECT_EQ(Line(), "");
     ReadSteadily(27);
@@ -200,8 +232,9 @@ TEST_F(RecordingChoices, A_new_file_takes_back_a_press_that_waits) {
 TEST_F(RecordingChoices, A_second_press_records_at_once) {
     OpenReading();
     Click(*form, "chkSteady");
-    Click(*form, "cmdPage", frmMain::run);
     RecordInto("run.4ch");
+    EXPECT_EQ(Counter(), "0");
+    Click(*form, "cmdPage", frmMain::run);
     EXPECT_EQ(Counter(), "1");
 }
 
