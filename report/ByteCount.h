@@ -21,13 +21,14 @@ inline std::size_t CountOf(char letter, std::string_view text) {
         for (std::size_t i = 0; i < rounds; ++i, round += lanes)
             for (std::size_t lane = 0; lane < lanes; ++lane)
                 found[lane] = static_cast<std::uint8_t>(found[lane] + (round[lane] == letter));
+        std::uint16_t sum = 0; // of the lanes, which it holds; narrow, it is taken at once, too
         for (const std::uint8_t lane : found)
-            count += lane;
+            sum = static_cast<std::uint16_t>(sum + lane);
+        count += sum;
         text.remove_prefix(rounds * lanes);
     }
     for (const char c : text)
-        if (c == letter)
-            ++count;
+        count += c == letter ? 1 : 0;
     return count;
 }
 
