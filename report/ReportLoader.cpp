@@ -151,19 +151,19 @@ void ReportLoader::ShowProgress(std::uint64_t length) {
     if (!text)
         return;
     view_.ShowProgress(*text);
+    records_.FitScroll();
     view_.LinesAdded();
 }
 
 void ReportLoader::CountRecord() {
     ++recordsRead_;
-    if (shown_.graphPageIndex == file_.LastPageIndex())
-        records_.FitScroll();
-    if (file_.LastPageIndex() == 0 && recordsRead_ == firstDrawingAt && !file_.viewingLiveFile)
+    if (recordsRead_ == firstDrawingAt && file_.LastPageIndex() == 0 && !file_.viewingLiveFile)
         DrawFirst();
 }
 
 void ReportLoader::DrawFirst() {
     graphDrawn_ = true;
+    records_.FitScroll();
     records_.DrawFirst();
     view_.LinesAdded();
 }
