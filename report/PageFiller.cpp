@@ -28,23 +28,9 @@ bool PageFiller::EndsPageAt(std::size_t separator) const {
 
 ReportPages::Added PageFiller::TakeLine(const ScannedLine& line) {
     const ReportPages::Added added = pages_.AddLine(line);
-    bool separator = false;
-    switch (added.step) {
-    case RecordWalk::Step::begins:
-        layout_.Begin();
-        break;
-    case RecordWalk::Step::row:
-        layout_.AddRow(line);
-        break;
-    case RecordWalk::Step::ends:
-        layout_.End(line);
-        [[fallthrough]];
-    case RecordWalk::Step::separator:
-        separator = true;
-        break;
-    case RecordWalk::Step::other:
-        break;
-    }
+    layout_.Learn(added.step, line);
+    const bool separator =
+        added.step == RecordWalk::Step::ends || added.step == RecordWalk::Step::separator;
     pageEnded_ = separator && EndsPageAt(workingLines_);
     ++workingLines_;
     return added;

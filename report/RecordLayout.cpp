@@ -20,6 +20,20 @@ std::size_t LineLength(std::string_view text) {
 
 } // namespace
 
+void RecordLayout::Learn(RecordWalk::Step step, const ScannedLine& line) {
+    switch (step) {
+    case RecordWalk::Step::begins:
+        return Begin();
+    case RecordWalk::Step::row:
+        return AddRow(line);
+    case RecordWalk::Step::ends:
+        return End(line);
+    case RecordWalk::Step::other:
+    case RecordWalk::Step::separator:
+        break;
+    }
+}
+
 void RecordLayout::Begin() {
     rows_.clear();
     rowsLength_ = rowEnds_ = 0;

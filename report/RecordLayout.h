@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/MeasurementTexts.h"
+#include "files/RecordWalk.h"
 #include "report/LineScanner.h"
 
 #include <array>
@@ -28,10 +29,8 @@ public:
     /// Bytes to have at hand for Match; a longer record is walked.
     static constexpr std::size_t usualRecord = 4096;
 
-    // A walk tells what it finds.
-    void Begin();                           ///< a record's comment line
-    void AddRow(const ScannedLine& row);    ///< of the record
-    void End(const ScannedLine& separator); ///< of the record
+    /// A walk has taken this line.
+    void Learn(RecordWalk::Step step, const ScannedLine& line);
 
     /// True when the text begins with a record that looks like the one walked last and whose lines
     /// are all in the text. Not to be asked within a record.
@@ -56,6 +55,10 @@ private:
         std::size_t Length() const { return first + comment; }
         bool operator==(const Head&) const = default;
     };
+
+    void Begin();
+    void AddRow(const ScannedLine& row);
+    void End(const ScannedLine& separator);
 
     static Head HeadOf(std::string_view text);
     bool Fits(std::string_view text, const Head& head) const;

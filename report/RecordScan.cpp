@@ -65,6 +65,7 @@ bool RecordScan::NextByWalk(FoundRecord& record) {
         const bool atHand = walk_.InRecord();
         const RecordWalk::Step step = walk_.Take(line.text);
         const std::uint64_t before = std::exchange(lastLine_, line.offset);
+        layout_.Learn(step, line);
         if (step == RecordWalk::Step::begins) {
             if (atHand)
                 Give(record, true, before);
@@ -74,7 +75,6 @@ bool RecordScan::NextByWalk(FoundRecord& record) {
         } else if (step == RecordWalk::Step::row) {
             TakeRow(line);
         } else if (step == RecordWalk::Step::ends) {
-            layout_.End(line);
             Give(record, true, line.Next());
             return true;
         }
@@ -87,7 +87,6 @@ bool RecordScan::NextByWalk(FoundRecord& record) {
 }
 
 void RecordScan::BeginRecord(std::uint64_t offset, std::string_view commentLine) {
-    layout_.Begin();
     valueRow_.reset();
     rows_ = 0;
     walked_.offset = offset;
@@ -98,7 +97,6 @@ void RecordScan::BeginRecord(std::uint64_t offset, std::string_view commentLine)
 }
 
 void RecordScan::TakeRow(const ScannedLine& line) {
-    layout_.AddRow(line);
     const std::size_t row = rows_++;
     const auto tab = line.text.find('\t');
     if (tab == std::string_view::npos || !HoldsWish(MeasurementLines::Label(line.text)))

@@ -8,7 +8,9 @@ RunReader::Found RunReader::Next() {
     if (NextOffset() >= end_ || !scanner_.Next(line_))
         return Found::end;
     step_ = walk_.Take(line_.text);
-    Learn();
+    layout_.Learn(step_, line_);
+    if (step_ == RecordWalk::Step::ends)
+        columns_.Forget();
     return Found::line;
 }
 
@@ -22,24 +24,6 @@ bool RunReader::NextRecord() {
     walk_.TakeWhole(text.first);
     scanner_.Pass(text.length);
     return true;
-}
-
-void RunReader::Learn() {
-    switch (step_) {
-    case RecordWalk::Step::begins:
-        layout_.Begin();
-        break;
-    case RecordWalk::Step::row:
-        layout_.AddRow(line_);
-        break;
-    case RecordWalk::Step::ends:
-        layout_.End(line_);
-        columns_.Forget();
-        break;
-    case RecordWalk::Step::other:
-    case RecordWalk::Step::separator:
-        break;
-    }
 }
 
 } // namespace Mreport

@@ -48,7 +48,6 @@ public:
 
 private:
     bool NextRecord();
-    void Learn();
 
     LineScanner scanner_;
     std::uint64_t end_;

@@ -12,10 +12,10 @@ using Mreport::LineIndex;
 class LineIndexTest : public testing::Test {
 protected:
     LineIndexTest() {
-        layout.Begin();
+        layout.Learn(RecordWalk::Step::begins, {});
         for (const std::string row : {"mV             \t20.0", "pH             \t7.0"})
-            layout.AddRow({0, row, row.size(), row.size() + 2, true});
-        layout.End({0, separator, separator.size(), 152, true});
+            layout.Learn(RecordWalk::Step::row, {0, row, row.size(), row.size() + 2, true});
+        layout.Learn(RecordWalk::Step::ends, {0, separator, separator.size(), 152, true});
     }
 
     void AddLine(std::uint32_t length) {

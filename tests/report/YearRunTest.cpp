@@ -166,12 +166,7 @@ private:
         auto step = RecordWalk::Step::other;
         while (step != RecordWalk::Step::ends && scanner.Next(line)) {
             step = viewed.pages.AddLine(line).step;
-            if (step == RecordWalk::Step::begins)
-                layout.Begin();
-            if (step == RecordWalk::Step::row)
-                layout.AddRow(line);
-            if (step == RecordWalk::Step::ends)
-                layout.End(line);
+            layout.Learn(step, line);
         }
         return layout;
     }
