@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <string_view>
+#include <utility>
 
 namespace FileOpr {
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 /// What the viewer has beside its file: the desktop's programs and the help.
 namespace ReportTools {
 
