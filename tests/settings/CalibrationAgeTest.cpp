@@ -56,10 +56,15 @@ TEST_F(CalibrationAge, Each_kind_of_electrode_has_a_limit_of_its_own) {
 TEST_F(CalibrationAge, What_was_never_calibrated_or_has_no_date_is_not_marked) {
     const CalibrationAges ages{1, 1, 1};
     const LocalTime later{2003, 4, 8, 14, 6, 0};
-    for (const char* text : {"", "07.Mar.2003", "some day", "14:05 31.Feb.2003"}) {
+    for (const char* text : {"", "07.Mar.2003", "some day", "14:05 31.Feb.2003", "14:05"}) {
         mWinInit::Calibration[0].CalibrationDate = text;
         EXPECT_EQ(AgePassed_hours(0, ages, later), std::nullopt) << text;
     }
+    mWinInit::Calibration[0].CalibrationDate = "14:05 07.Mar.2003";
+    mWinInit::Calibration[0].PointCount = 0;
+    EXPECT_EQ(AgePassed_hours(0, ages, later), std::nullopt);
+    mWinInit::Calibration[0].PointCount = 1;
+    EXPECT_EQ(AgePassed_hours(0, ages, later), 1);
     mWinInit::Calibration[0] = {};
     EXPECT_EQ(AgePassed_hours(0, ages, later), std::nullopt);
 }
