@@ -19,6 +19,7 @@ QFont QtFont(PrintFont font) {
     QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     fixed.setStyleHint(QFont::TypeWriter);
     fixed.setFixedPitch(true);
+    fixed.setHintingPreference(QFont::PreferNoHinting); // letters set for the screen stand unevenly
     fixed.setPointSizeF(static_cast<double>(font.size_pt));
     fixed.setBold(font.bold);
     return fixed;

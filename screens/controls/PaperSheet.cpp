@@ -17,6 +17,7 @@ PaperSheet::PaperSheet(const QRectF& place)
 QFont PaperSheet::Font(const QFont& screen) const {
     QFont font = screen;
     font.setPixelSize(font_px);
+    font.setHintingPreference(QFont::PreferNoHinting); // that of the screen spaces letters unevenly
     return font;
 }
 
