@@ -7,8 +7,7 @@
 #include "files/SetUpRun.h"
 #include "platform/System.h"
 #include "support/FakePlatform.h"
-
-#include <unistd.h>
+#include "support/ToldProcess.h"
 
 #include <cstdlib>
 #include <random>
@@ -35,11 +34,6 @@ struct Services {
     platform::Services services;
 };
 
-void Tell(const std::string& line) {
-    if (::write(STDOUT_FILENO, line.data(), line.size()) != static_cast<ssize_t>(line.size()))
-        std::exit(2);
-}
-
 [[noreturn]] void RecordForEver(const std::filesystem::path& root, unsigned seed) {
     std::mt19937 random(seed);
     const auto pick = [&](int high) { return std::uniform_int_distribution<int>(0, high)(random); };
@@ -47,11 +41,11 @@ void Tell(const std::string& line) {
     FileOpr::MeasuringRun run;
     run.currentMeasurementPath = run.GetTempFile();
     run.BeginTarget(root / "run.4ch");
-    Tell("begun\n");
+    Tell("begun");
     for (std::int32_t number = 1;; ++number) {
         const std::string comment(static_cast<std::size_t>(pick(9) == 0 ? pick(200000) : 20), 'c');
         run.SaveMeasure(run.currentMeasurementPath, number, comment, DisplayedRun());
-        Tell(std::to_string(number) + "\n");
+        Tell(std::to_string(number));
         if (pick(2) == 0)
             run.FlushTempFile();
         if (pick(9) == 0)

@@ -1,98 +1,43 @@
 #include "files/MeasurementReader.h"
 #include "files/RecordingNote.h"
 #include "support/FakePlatform.h"
+#include "support/ToldProcess.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <array>
 #include <chrono>
-#include <csignal>
-#include <optional>
+#include <cstdlib>
 #include <random>
 #include <thread>
-
-extern char** environ;
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-/// The recording program; what it says is read from a pipe.
-class Recorder {
+constexpr int usualLives = 500;
+
+/// VANTREL_KILLS gives another number.
+int LivesWanted() {
+    const char* wanted = std::getenv("VANTREL_KILLS");
+    return wanted == nullptr ? usualLives : std::atoi(wanted);
+}
+
+/// The recording program.
+class Recorder : public ToldProcess {
 public:
-    Recorder(const fs::path& root, unsigned seed, bool recover) {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
-        posix_spawn_file_actions_t actions{};
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        std::string program = CRASH_RECORDER;
-        std::string folder = root.string();
-        std::string number = std::to_string(seed);
-        std::string mode = "recover";
-        std::array<char*, 5> arguments{program.data(), folder.data(), number.data(),
-                                       recover ? mode.data() : nullptr, nullptr};
-        EXPECT_EQ(
-            ::posix_spawn(&process_, program.c_str(), &actions, nullptr, arguments.data(), environ),
-            0);
-        posix_spawn_file_actions_destroy(&actions);
-        ::close(ends[1]);
-        output_ = ends[0];
-    }
-    ~Recorder() {
-        Kill();
-        ::close(output_);
-    }
-    Recorder(const Recorder&) = delete;
-    Recorder& operator=(const Recorder&) = delete;
+    Recorder(const fs::path& root, unsigned seed)
+        : ToldProcess(CRASH_RECORDER, {root.string(), std::to_string(seed)}) {}
 
-    /// Waits until the program has said its first line.
-    void AwaitFirstLine() {
-        std::array<char, 64> bytes{};
-        const auto count = ::read(output_, bytes.data(), bytes.size());
-        said_.append(bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
+    /// The last record whose writing had returned; after its end.
+    std::int32_t LastReturned() { return std::atoi(LastLine().c_str()); } // "begun" gives 0
+};
 
-    /// Kills the program and returns its exit status where it had ended by itself.
-    std::optional<int> Kill() {
-        if (process_ <= 0)
-            return std::nullopt;
-        ::kill(process_, SIGKILL);
-        int status = 0;
-        ::waitpid(process_, &status, 0);
-        process_ = 0;
-        return WIFEXITED(status) ? std::optional(WEXITSTATUS(status)) : std::nullopt;
-    }
-
-    int Wait() {
-        int status = 0;
-        ::waitpid(process_, &status, 0);
-        process_ = 0;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-    /// The last record whose writing had returned; after Kill.
-    std::int32_t LastReturned() {
-        std::array<char, 4096> bytes{};
-        for (ssize_t count = 0; (count = ::read(output_, bytes.data(), bytes.size())) > 0;)
-            said_.append(bytes.data(), static_cast<std::size_t>(count));
-        while (!said_.empty() && said_.back() != '\n')
-            said_.pop_back();
-        if (said_.empty())
-            return 0;
-        const auto line = said_.rfind('\n', said_.size() - 2) + 1;
-        return static_cast<std::int32_t>(std::atoi(said_.c_str() + line)); // "begun" gives 0
-    }
-
-private:
-    pid_t process_ = 0;
-    int output_ = -1;
-    std::string said_;
+/// The same program, which recovers what it left.
+class RecoveringRecorder : public ToldProcess {
+public:
+    explicit RecoveringRecorder(const fs::path& root)
+        : ToldProcess(CRASH_RECORDER, {root.string(), "0", "recover"}) {}
 };
 
 struct Tally {
@@ -117,19 +62,19 @@ void LiveOnce(const fs::path& root, std::mt19937& random, Tally& tally) {
         std::this_thread::sleep_for(
             std::chrono::microseconds(std::uniform_int_distribution<int>(0, most_us)(random)));
     };
-    Recorder recorder(root, static_cast<unsigned>(random()), false);
-    recorder.AwaitFirstLine();
+    Recorder recorder(root, static_cast<unsigned>(random()));
+    recorder.AwaitWord();
     pause(10000);
     ASSERT_FALSE(recorder.Kill()) << "the recorder ended by itself";
     const std::int32_t returned = recorder.LastReturned();
     tally.killsInsideFlush += WasInsideFlush(root) ? 1 : 0;
 
     for (int tries = 0; tries < 2; ++tries) {
-        Recorder recovery(root, 0, true);
+        RecoveringRecorder recovery(root);
         pause(6000);
         tally.interruptedRecoveries += recovery.Kill() ? 0 : 1;
     }
-    ASSERT_EQ(Recorder(root, 0, true).Wait(), 0);
+    ASSERT_EQ(RecoveringRecorder(root).Wait(), 0);
 
     const auto target = root / "run.4ch";
     if (returned == 0 && !fs::exists(target))
@@ -146,7 +91,7 @@ void LiveOnce(const fs::path& root, std::mt19937& random, Tally& tally) {
 }
 
 TEST(Crash, Every_record_whose_writing_returned_is_in_the_target_once_and_in_order) {
-    constexpr int lives = 500;
+    const int lives = LivesWanted();
     std::mt19937 random(20030307);
     Tally tally;
     const fake::Platform platform;

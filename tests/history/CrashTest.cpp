@@ -1,22 +1,15 @@
 #include "history/ChainCheck.h"
 #include "history/Histories.h"
 #include "support/FakePlatform.h"
+#include "support/ToldProcess.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <array>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <random>
 #include <string>
 #include <thread>
-
-extern char** environ;
 
 namespace {
 
@@ -30,35 +23,11 @@ int KillsWanted() {
 /// Lets a program write into the history, kills it after a while, and tells the last number that it
 /// said to be stored.
 std::int64_t WriteUntilKilled(const std::filesystem::path& file, std::chrono::microseconds life) {
-    std::array<int, 2> ends{};
-    EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
-    posix_spawn_file_actions_t actions{};
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-    std::string program = HISTORY_WRITER;
-    std::string name = file.string();
-    std::array<char*, 3> arguments{program.data(), name.data(), nullptr};
-    pid_t process = 0;
-    EXPECT_EQ(
-        ::posix_spawn(&process, program.c_str(), &actions, nullptr, arguments.data(), environ), 0);
-    posix_spawn_file_actions_destroy(&actions);
-    ::close(ends[1]);
-    std::string said;
-    std::array<char, 4096> bytes{};
-    const auto take = [&] {
-        const auto count = ::read(ends[0], bytes.data(), bytes.size());
-        said.append(bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-        return count > 0;
-    };
-    EXPECT_TRUE(take()) << "the writer ended by itself";
+    ToldProcess writer(HISTORY_WRITER, {file.string()});
+    EXPECT_TRUE(writer.AwaitWord()) << "the writer ended by itself";
     std::this_thread::sleep_for(life);
-    ::kill(process, SIGKILL);
-    ::waitpid(process, nullptr, 0);
-    while (take())
-        continue;
-    ::close(ends[0]);
-    said.resize(said.rfind('\n'));
-    return std::stoll(said.substr(said.rfind('\n') + 1)); // of the last whole line
+    writer.Kill();
+    return std::stoll(writer.LastLine());
 }
 
 } // namespace

@@ -2,10 +2,7 @@
 // whose writing has returned. Usage: history_writer FILE
 
 #include "history/Histories.h"
-
-#include <unistd.h>
-
-#include <cstdlib>
+#include "support/ToldProcess.h"
 
 int main(int argc, char* argv[]) {
     if (argc != 2)
@@ -13,8 +10,6 @@ int main(int argc, char* argv[]) {
     const auto store = History::OpenStore(argv[1]);
     for (std::int64_t number = store->LastNumber() + 1;; ++number) {
         Say(*store, std::to_string(number));
-        const std::string line = std::to_string(number) + "\n";
-        if (::write(STDOUT_FILENO, line.data(), line.size()) != static_cast<ssize_t>(line.size()))
-            return 2;
+        Tell(std::to_string(number));
     }
 }
