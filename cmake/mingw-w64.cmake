@@ -4,8 +4,12 @@ set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
-# The cross-built Qt (packaging/windows/qt.sh); its moc and uic are this system's own.
-set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VANTREL_WINDOWS_QT)
+# The cross-built Qt (packaging/windows/qt.sh); its moc and uic are this system's own. And the
+# cross-built library of the history (packaging/windows/sqlite.sh).
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VANTREL_WINDOWS_QT VANTREL_WINDOWS_SQLITE)
+if(VANTREL_WINDOWS_SQLITE)
+  list(PREPEND CMAKE_FIND_ROOT_PATH ${VANTREL_WINDOWS_SQLITE})
+endif()
 if(VANTREL_WINDOWS_QT)
   list(PREPEND CMAKE_FIND_ROOT_PATH ${VANTREL_WINDOWS_QT})
   set(QT_HOST_PATH /usr)

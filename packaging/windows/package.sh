@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Makes the zip and the installer from a built program.
 #
-#   package.sh PROGRAM ICON LICENCES VERSION OUTPUT-FOLDER
+#   package.sh PROGRAM ICON VERSION OUTPUT-FOLDER LICENCES...
 #
-# LICENCES is the folder of the licence texts of what the program is linked with.
+# LICENCES are the folders of the licence texts of what the program is linked with.
 set -euo pipefail
 project=$(cd "$(dirname "$0")/../.." && pwd)
-program=$1 icon=$2 licences=$3 version=$4 output=$5
+program=$1 icon=$2 version=$3 output=$4
+shift 4
 
 staged=$output/Vantrel
 rm -rf "$staged"
@@ -19,7 +20,9 @@ for text in "$project"/help/*.txt; do
     { printf '\xEF\xBB\xBF'; sed 's/$/\r/' "$text"; } >"$staged/$(basename "$text")"
 done
 sed 's/$/\r/' "$project/LICENSE" >"$staged/LICENSE.txt"
-cp -r "$licences/." "$staged/licences/"
+for licences; do
+    cp -r "$licences/." "$staged/licences/"
+done
 
 # The uninstaller removes what was installed and nothing else.
 (

@@ -1,48 +1,13 @@
-#include "history/Log.h"
 #include "history/ChainCheck.h"
-#include "history/Histories.h"
-#include "support/FakePlatform.h"
-#include "support/FullDisk.h"
+#include "history/NotedHistory.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
-#include <gtest/gtest.h>
-#include <unistd.h>
 
 using namespace std::chrono_literals;
 
-namespace {
-
 namespace fs = std::filesystem;
+using HistoryLog = NotedHistory;
 using Texts = std::vector<std::string>;
-
-class HistoryLog : public testing::Test {
-protected:
-    History::Log::Tell Telling() {
-        return [this](const std::string& message) { told.push_back(message); };
-    }
-    static History::Entry Saying(const std::string& text) {
-        History::Entry entry;
-        entry.kind = History::Kind::setting;
-        entry.text = text;
-        return entry;
-    }
-    Texts Kept() const { return TextsOf(*History::OpenStore(file)); }
-
-    /// The files beside the history whose names begin with its own and hold this.
-    std::vector<fs::path> Beside(const std::string& part) const {
-        std::vector<fs::path> found;
-        for (const auto& entry : fs::directory_iterator(file.parent_path()))
-            if (entry.path().filename().string().find(part) != std::string::npos)
-                found.push_back(entry.path());
-        return found;
-    }
-
-    fake::Platform platform;
-    const fs::path file = History::UsualFile();
-    Texts told;
-};
-
-} // namespace
 
 TEST_F(HistoryLog, It_begins_in_the_users_data_folder_and_takes_down_what_it_is_given) {
     EXPECT_EQ(file, platform.places.DataParentFolder() / "Vantrel.history");
@@ -76,23 +41,6 @@ TEST_F(HistoryLog, A_folder_that_takes_no_file_is_told_once_and_what_happens_wai
     EXPECT_EQ(told.size(), 1U);
 }
 
-TEST_F(HistoryLog, On_a_full_disk_what_happens_waits_and_is_written_at_the_end) {
-    {
-        History::Log log(file, Telling());
-        log.Add(Saying("before"));
-        {
-            const FullDisk full(1);
-            log.Add(Saying("while full"));
-            platform.clock.monotonic += 61s;
-            log.Add(Saying("still full"));
-        }
-        EXPECT_EQ(told.size(), 1U);
-        EXPECT_EQ(log.Entries({}).size(), 2U);
-    }
-    EXPECT_EQ(Kept(), (Texts{"The history begins.", "before", "while full", "still full"}));
-    EXPECT_FALSE(History::CheckChain(*History::OpenStore(file)));
-}
-
 TEST_F(HistoryLog, A_damaged_file_is_put_aside_as_it_is_and_a_new_one_begins) {
     const std::string damage(5000, 'x');
     WriteBytes(file, damage);
@@ -120,26 +68,6 @@ TEST_F(HistoryLog, A_second_damaged_file_does_not_take_the_place_of_the_first) {
     EXPECT_EQ(Beside(".damaged").size(), 2U);
 }
 
-TEST_F(HistoryLog, A_file_that_is_taken_away_is_begun_anew_and_loses_only_what_it_held) {
-    History::Log log(file, Telling());
-    log.Add(Saying("one"));
-    fs::remove(file);
-    log.Add(Saying("two"));
-    EXPECT_EQ(Kept(), (Texts{"The history begins.", "two"}));
-    EXPECT_TRUE(told.empty());
-}
-
-TEST_F(HistoryLog, A_file_that_another_copy_has_put_aside_takes_nothing_more) {
-    History::Log log(file, Telling());
-    log.Add(Saying("one"));
-    fs::rename(file, file.string() + ".damaged");
-    const std::string before = ReadBytes(file.string() + ".damaged");
-    { const auto newOne = History::OpenStore(file); }
-    log.Add(Saying("two"));
-    EXPECT_EQ(Kept().back(), "two");
-    EXPECT_EQ(ReadBytes(file.string() + ".damaged"), before);
-}
-
 TEST_F(HistoryLog, While_another_program_holds_the_file_what_happens_waits) {
     History::Log log(file, Telling());
     {
@@ -151,20 +79,4 @@ TEST_F(HistoryLog, While_another_program_holds_the_file_what_happens_waits) {
     platform.clock.monotonic += 61s;
     log.Add(Saying("two"));
     EXPECT_EQ(Kept(), (Texts{"The history begins.", "one", "two"}));
-}
-
-TEST_F(HistoryLog, A_folder_that_cannot_be_written_is_told_once_and_hinders_nothing) {
-    const bool mayWriteAnything = ::geteuid() == 0; // but not there
-    const fs::path own = platform.folder.Path() / "own";
-    fs::create_directory(own);
-    fs::permissions(own, fs::perms::owner_read | fs::perms::owner_exec);
-    {
-        History::Log log((mayWriteAnything ? "/sys/kernel" : own) / file.filename(), Telling());
-        log.Add(Saying("one"));
-        platform.clock.monotonic += 61s;
-        log.Add(Saying("two"));
-        EXPECT_THROW(log.Entries({}), RunTimeError);
-    }
-    EXPECT_EQ(told.size(), 1U);
-    fs::permissions(own, fs::perms::owner_all);
 }

@@ -38,13 +38,14 @@ protected:
 } // namespace
 
 TEST_F(HistoryNotes, Each_note_tells_when_and_who) {
-    History::Note(History::Kind::linkFailed, "COM1 does not answer", "/data/run.4ch");
+    const std::filesystem::path file = platform.folder.Path() / "run.4ch";
+    History::Note(History::Kind::linkFailed, "COM1 does not answer", file);
     const auto noted = Noted();
     ASSERT_EQ(noted.size(), 1U);
     EXPECT_EQ(History::SortableTime(noted[0].at), "2003-03-07 14:05:33");
     EXPECT_EQ(noted[0].analyst, "Kim");
     EXPECT_EQ(noted[0].user, platform::UserName());
-    EXPECT_EQ(noted[0].file, "/data/run.4ch");
+    EXPECT_EQ(noted[0].file, std::filesystem::absolute(file).string());
     EXPECT_EQ(noted[0].text, "COM1 does not answer");
 }
 

@@ -11,10 +11,7 @@ namespace fs = std::filesystem;
 
 class HistoryStart : public ScreenTest {
 protected:
-    HistoryStart() {
-        fs::create_directories(platform.places.ConfigurationFolder() / "ports");
-        fs::create_symlink("nowhere", platform.places.ConfigurationFolder() / "ports" / "com1");
-    }
+    HistoryStart() { LeadFirstPortNowhere(); }
     static QWidget& Form(const char* name) {
         for (QWidget* window : QApplication::topLevelWidgets())
             if (window->objectName() == name)

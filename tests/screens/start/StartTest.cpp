@@ -22,12 +22,7 @@ namespace fs = std::filesystem;
 /// Starts the program on a computer without instrument, settings or data folder.
 class StartTest : public ScreenTest {
 protected:
-    StartTest() {
-        fs::create_directories(platform.places.ConfigurationFolder() / "ports");
-#ifdef Q_OS_UNIX // elsewhere a port is no file
-        fs::create_symlink("nowhere", platform.places.ConfigurationFolder() / "ports" / "com1");
-#endif
-    }
+    StartTest() { LeadFirstPortNowhere(); }
 
     /// The form of the program, hidden or shown; null where there is none.
     static QWidget* Form(const char* name) {

@@ -31,6 +31,14 @@ ScreenTest::~ScreenTest() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+void ScreenTest::LeadFirstPortNowhere() const {
+#ifdef Q_OS_UNIX
+    const auto ports = platform.places.ConfigurationFolder() / "ports";
+    std::filesystem::create_directories(ports);
+    std::filesystem::create_symlink("nowhere", ports / "com1");
+#endif
+}
+
 std::vector<int> ScreenTest::IndicesOf(const QObject& form, const QString& name) {
     std::vector<int> indices;
     const QRegularExpression pattern("^" + name + "_(\\d+)$");

@@ -32,6 +32,9 @@ protected:
     fake::Platform platform;
     std::unique_ptr<fake::Link> link = std::make_unique<fake::Link>();
 
+    /// Whatever this machine has at COM1 is not touched; a port is a file on POSIX alone.
+    void LeadFirstPortNowhere() const;
+
     /// The control of a form with this name; a missing one fails the test.
     template <class Control>
     static Control& Find(const QWidget& form, const QString& name) {
