@@ -1,4 +1,4 @@
-#include "Win32Instrument.h"
+#include "support/Win32Instrument.h"
 
 #include "link/Link.h"
 #include "platform/win32/Win32SerialControl.h"

@@ -329,16 +329,22 @@ void Analyst::Print(QWidget& report, std::size_t option, const std::filesystem::
     });
     answers_.Other("QPrintPreviewDialog", [=](QWidget& preview) {
         Picture(preview, pictureName + "-preview");
+        if (!printDialogIsOurs)
+            preview.close();
         for (QAction* action : preview.findChildren<QAction*>())
-            if (action->text() == "Print")
+            if (printDialogIsOurs && action->text() == "Print")
                 QTimer::singleShot(0, action, &QAction::trigger);
     });
-    answers_.Other("QPrintDialog", [=](QWidget& dialog) {
-        Find<QLineEdit>(dialog, "filename").setText(QString::fromStdString(pdf.string()));
-        qobject_cast<QDialog*>(&dialog)->accept();
-    });
+    if (!printDialogIsOurs)
+        answers_.Other("frmPrint", [](QWidget& form) { form.close(); });
+    else
+        answers_.Other("QPrintDialog", [=](QWidget& dialog) {
+            Find<QLineEdit>(dialog, "filename").setText(QString::fromStdString(pdf.string()));
+            qobject_cast<QDialog*>(&dialog)->accept();
+        });
     Choose(report, Element("mnuFileItem", ReportMenus::printReport));
-    WaitFor("the printed file", [&] { return answers_.AllGiven() && exists(pdf); });
+    WaitFor("the printed file",
+            [&] { return answers_.AllGiven() && (!printDialogIsOurs || exists(pdf)); });
 }
 
 void Analyst::ViewReport() {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/InstrumentProcess.h"
 #include "tour/DialogAnswers.h"
+#include "tour/TourSystem.h"
 
 #include <QWidget>
 
@@ -12,7 +12,7 @@
 /// changes the solutions of the simulated instrument.
 class Analyst {
 public:
-    Analyst(const InstrumentProcess& instrument, DialogAnswers& answers)
+    Analyst(const TourInstrument& instrument, DialogAnswers& answers)
         : instrument_(instrument), answers_(answers) {}
 
     void SetUpProject();
@@ -70,6 +70,6 @@ private:
     void Print(QWidget& report, std::size_t option, const std::filesystem::path& pdf,
                const QString& pictureName);
 
-    const InstrumentProcess& instrument_;
+    const TourInstrument& instrument_;
     DialogAnswers& answers_;
 };

@@ -10,10 +10,24 @@
 /// run's.
 class TourPlaces : public platform::QtPlaces {
 public:
+#ifdef _WIN32 // elsewhere TourMain tells the desktop's folders by variables
+    std::filesystem::path DataParentFolder() const override {
+        return Folder("data");
+    }
+    std::filesystem::path ConfigurationFolder() const override {
+        return Folder("config");
+    }
+#endif
     std::filesystem::path TemporaryFolder() const override {
-        return std::filesystem::path(folder_.path().toStdString());
+        return Folder("temporary");
     }
 
 private:
+    std::filesystem::path Folder(const char* name) const {
+        const auto folder = std::filesystem::path(folder_.path().toStdString()) / name;
+        std::filesystem::create_directories(folder);
+        return folder;
+    }
+
     QTemporaryDir folder_;
 };

@@ -1,22 +1,9 @@
 #include "PdfText.h"
 
-#include <QProcess>
+#include "RunTool.h"
+
 #include <QRegularExpression>
 #include <QStringList>
-
-#include <gtest/gtest.h>
-
-namespace {
-
-QString Run(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    EXPECT_TRUE(process.waitForFinished()) << program.toStdString() << " did not run";
-    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
-    return QString::fromUtf8(process.readAllStandardOutput());
-}
-
-} // namespace
 
 std::vector<PdfWord> PdfWords(const QString& file) {
     static const QRegularExpression pageStart("<page ");
@@ -24,7 +11,7 @@ std::vector<PdfWord> PdfWords(const QString& file) {
         R"re(<word xMin="([\d.-]+)" yMin="([\d.-]+)" [^>]*>([^<]*)</word>)re");
     std::vector<PdfWord> words;
     int page = 0;
-    for (const QString& line : Run("pdftotext", {"-bbox", file, "-"}).split('\n')) {
+    for (const QString& line : RunTool("pdftotext", {"-bbox"}, file, {"-"}).split('\n')) {
         if (line.contains(pageStart))
             ++page;
         const QRegularExpressionMatch match = word.match(line);
@@ -37,14 +24,14 @@ std::vector<PdfWord> PdfWords(const QString& file) {
 
 int PdfPageCount(const QString& file) {
     static const QRegularExpression pages("^Pages:\\s+(\\d+)", QRegularExpression::MultilineOption);
-    return pages.match(Run("pdfinfo", {file})).captured(1).toInt();
+    return pages.match(RunTool("pdfinfo", {}, file)).captured(1).toInt();
 }
 
 std::vector<std::string> PdfLines(const QString& file, int page) {
     const QString number = QString::number(page);
     std::vector<std::string> lines;
     for (const QString& line :
-         Run("pdftotext", {"-layout", "-f", number, "-l", number, file, "-"}).split('\n'))
+         RunTool("pdftotext", {"-layout", "-f", number, "-l", number}, file, {"-"}).split('\n'))
         if (!line.trimmed().isEmpty())
             lines.push_back(line.trimmed().toStdString());
     return lines;

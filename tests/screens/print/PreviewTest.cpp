@@ -1,54 +1,15 @@
-#include "PdfText.h"
+#include "PreviewTest.h"
 
 #include "base/RunTimeError.h"
-#include "platform/qt/QtPrinting.h"
-#include "screens/support/ScreenTest.h"
 
 #include <QApplication>
-#include <QDialogButtonBox>
 #include <QKeyEvent>
-#include <QLineEdit>
-#include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QToolButton>
 
-namespace {
-
 using platform::PrintOutcome;
-
-/// Drives the preview and the print dialog as a user does, from the event loops that they run.
-class Preview : public ScreenTest {
-protected:
-    /// Called at each turn of an event loop with the dialog on top; a user waits while the pointer
-    /// is the hourglass.
-    void WithDialogs(std::function<void(QDialog&)> act) {
-        user_.setInterval(10);
-        QObject::connect(&user_, &QTimer::timeout, &user_, [this, act = std::move(act)] {
-            if (platform.desktop.pointer == platform::MousePointer::hourglass)
-                return;
-            if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
-                act(*dialog);
-        });
-        user_.start();
-    }
-
-    static void ThreePages(platform::Printer& printer) {
-        for (int page = 1; page <= 3; ++page) {
-            if (page > 1)
-                printer.NewPage();
-            printer.PrintText("This is page " + std::to_string(page));
-        }
-    }
-
-    platform::QtPrinting printing;
-
-private:
-    QTimer user_;
-};
 
 TEST_F(Preview, Shows_every_page_and_prints_nothing_when_it_is_closed) {
     int pages = 0;
@@ -92,26 +53,6 @@ TEST_F(Preview, The_name_that_is_suggested_for_a_file_holds_no_sign_that_a_file_
     EXPECT_EQ(suggested, "4-Channel - Well 78 a Report Table");
 }
 
-TEST_F(Preview, Ctrl_P_prints_into_a_file_where_no_printer_is_set_up) {
-    const QTemporaryDir folder;
-    const QString file = folder.filePath("pages.pdf");
-    qputenv("CUPS_SERVER", folder.filePath("no-server").toLocal8Bit());
-    WithDialogs([&](QDialog& dialog) {
-        if (auto* print = qobject_cast<QPrintDialog*>(&dialog)) {
-            print->findChild<QLineEdit*>("filename")->setText(file);
-            print->accept();
-            return;
-        }
-        QTimer::singleShot(0, &dialog,
-                           [&dialog] { QTest::keyClick(&dialog, Qt::Key_P, Qt::ControlModifier); });
-    });
-
-    EXPECT_EQ(printing.Print("Table", ThreePages), PrintOutcome::printed);
-
-    EXPECT_EQ(PdfPageCount(file), 3);
-    EXPECT_EQ(PdfLines(file, 3), std::vector<std::string>{"This is page 3"});
-}
-
 TEST_F(Preview, A_document_that_fails_closes_the_preview_and_tells_why) {
     EXPECT_THROW(printing.Print("Table", [](platform::Printer&) { throw RunTimeError("no text"); }),
                  RunTimeError);
@@ -151,5 +92,3 @@ TEST_F(Preview, A_click_while_the_pages_are_drawn_waits_outside) {
     QTest::mouseClick(&button, Qt::LeftButton);
     EXPECT_EQ(presses, 1);
 }
-
-} // namespace
