@@ -1,6 +1,7 @@
 #include "screens/frmMain/MainScreenTest.h"
 
 #include "link/CommPort.h"
+#include "screens/controls/TrendGraph.h"
 #include "settings/MeasuringChoices.h"
 #include "settings/StoredLimits.h"
 
@@ -235,6 +236,37 @@ TEST_F(ReadingMarks, A_loss_that_is_over_before_the_next_tick_is_told_all_the_sa
     Tick(*form, "tmrRead");
     Tick(*form, "tmrRead");
     EXPECT_EQ(Status(), "no readings from 14:05:33 to 14:05:37");
+}
+
+TEST_F(ReadingMarks, The_trend_does_not_join_what_a_loss_has_parted) {
+    OpenReading();
+    Click(*form, "chkResume");
+    ReadOften(4, 0);
+    link->IntervalTicks();
+    TimeOut();
+    Tick(*form, "tmrRead");
+    platform.clock.monotonic += 2min;
+    link->IntervalTicks();
+    ReadOften(4, 0);
+    int parted = 0;
+    for (const QCPGraphData& point : *Find<TrendGraph>(*form, "graTrend").graph(0)->data())
+        parted += qIsNaN(point.value) ? 1 : 0;
+    EXPECT_EQ(parted, 1);
+}
+
+TEST_F(ReadingMarks, A_gap_of_an_earlier_visit_is_told_no_more) {
+    OpenReading();
+    Click(*form, "chkResume");
+    link->IntervalTicks();
+    TimeOut();
+    Tick(*form, "tmrRead");
+    link->IntervalTicks();
+    ReadFrame(frame);
+    ASSERT_TRUE(Status().startsWith("no readings from"));
+    Click(*form, "cmdPage", frmMain::switchPage);
+    Click(*form, "cmdPage", frmMain::switchPage);
+    ReadFrame(frame);
+    EXPECT_EQ(Status(), "");
 }
 
 TEST_F(ReadingMarks, Leaving_the_page_ends_the_waiting_for_the_instrument) {

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPalette>
@@ -82,6 +83,25 @@ TEST_F(StartTest, The_splash_is_painted_and_takes_no_input_while_the_settings_ar
     EXPECT_TRUE(Form("frmSplash")->isVisible()) << "pressed too early";
     Click(*Form("frmSplash"), "cmdCommand1");
     EXPECT_TRUE(Form("frmMain")->isVisible());
+}
+
+TEST_F(StartTest, What_was_pressed_while_the_port_was_opened_was_pressed_in_vain) {
+    bool pressed = false;
+    platform.desktop.onEvents = [&] {
+        QCoreApplication::processEvents();
+        const auto* splash = qobject_cast<frmSplash*>(Form("frmSplash"));
+        if (splash == nullptr || !splash->IsPainted() || std::exchange(pressed, true))
+            return;
+        auto* button = &Find<QAbstractButton>(*splash, "cmdCommand1"); // comes to it later
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
+            QCoreApplication::postEvent(button, new QKeyEvent(type, Qt::Key_Space, {}));
+    };
+    program.Main();
+    platform.desktop.onEvents = nullptr;
+    Settle();
+    EXPECT_TRUE(pressed);
+    EXPECT_TRUE(Form("frmSplash")->isVisible());
+    EXPECT_FALSE(Form("frmMain")->isVisible());
 }
 
 TEST_F(StartTest, Escape_and_the_close_button_leave_the_splash_where_it_is) {
