@@ -97,25 +97,32 @@ void Analyst::SetUpProject() {
 void Analyst::LookAtPort() {
     Click(Main(), "cmdPort");
     QWidget& port = Window("frmPortSettings");
-    const auto waitForAnswer = [&port](const char* status) {
-        WaitFor(status, [&] {
-            return TextOf(port, "txtStatus").startsWith(status) &&
-                   TextOf(port, "lblAnswer").startsWith("The instrument answered: E1 ");
-        });
-    };
     Click(port, "cmdOK");
-    waitForAnswer("The test on Comm1 is successful.");
+    WaitForAnswer(port,
+                  "The test on Comm" + std::to_string(TourInstrument::port) + " is successful.");
     Picture(port, "port");
+    if (systemHasSimulatedInstrument)
+        UseSimulatedInstrument(port);
+    EXPECT_EQ(CommPort::PortNumber(), TourInstrument::port);
+    Click(port, "cmdCancel");
+}
+
+void Analyst::WaitForAnswer(const QWidget& port, const std::string& status) {
+    WaitFor(status, [&] {
+        return TextOf(port, "txtStatus").startsWith(QString::fromStdString(status)) &&
+               TextOf(port, "lblAnswer").startsWith("The instrument answered: E1 ");
+    });
+}
+
+void Analyst::UseSimulatedInstrument(const QWidget& port) {
     Click(port, "cmdSimulated"); // "Use the Simulated Instrument"
-    waitForAnswer("The simulated instrument is COM");
+    WaitForAnswer(port, "The simulated instrument is COM");
     Click(port, "cmdSimulated"); // "Simulated Instrument..."
     QWidget& simulated = Window("frmSimulated");
     Picture(simulated, "simulated");
     Click(simulated, Element("cmdBtn", frmSimulated::endInstrument));
     WaitFor("the end of the simulated instrument",
             [&] { return TextOf(port, "txtStatus") == "The simulated instrument has ended."; });
-    EXPECT_EQ(CommPort::PortNumber(), 1);
-    Click(port, "cmdCancel");
 }
 
 void Analyst::CalibratePH() {

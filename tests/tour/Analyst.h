@@ -59,6 +59,8 @@ public:
     std::filesystem::path PrintedGraph() const;
 
 private:
+    static void WaitForAnswer(const QWidget& port, const std::string& status);
+    static void UseSimulatedInstrument(const QWidget& port);
     QWidget& Main() const;
     QString Status() const;
     void ChooseElectrode(std::size_t channel, const QString& electrode, const QString& serialNo,

@@ -14,12 +14,15 @@ class TourInstrument : public Win32Instrument {
 public:
     explicit TourInstrument(const TourPlaces&) : Win32Instrument({"--fast"}) {}
 
+    static constexpr int port = portNumber;
+
     /// Makes the port that it answers at the program's choice.
-    static void ChoosePort() { SavePortChoice({9600, portNumber}); }
+    static void ChoosePort() { SavePortChoice({9600, port}); }
 };
 
 /// The print dialog is the system's own, which no test can fill in.
 inline constexpr bool printDialogIsOurs = false;
+inline constexpr bool systemHasSimulatedInstrument = false;
 
 #else
 
@@ -31,9 +34,12 @@ public:
     explicit TourInstrument(const TourPlaces& places)
         : InstrumentProcess(places.ConfigurationFolder().parent_path(), {"--ideal", "--fast"}) {}
 
+    static constexpr int port = 1;
+
     static void ChoosePort() {}
 };
 
 inline constexpr bool printDialogIsOurs = true;
+inline constexpr bool systemHasSimulatedInstrument = true;
 
 #endif
