@@ -76,6 +76,7 @@ TEST_F(ReadingMarks, A_value_outside_its_standards_is_amber_and_says_so) {
     ReadFrame({2500, 7458, 590, 7996, 2300, 9000, -123, 9000}); // beyond 100 ppm at 218 mV
     EXPECT_NE(ColourOf(Cell(32)), normal);
     EXPECT_EQ(Cell(32).toolTip(), "outside its standards (1 to 100 ppm)");
+    EXPECT_EQ(Cell(32).accessibleDescription(), Cell(32).toolTip());
     EXPECT_EQ(Status(), "Channel 1: outside its standards (1 to 100 ppm)");
     EXPECT_EQ(ColourOf(Cell(16)), normal) << "the potential has no standards";
     ReadFrame(frame);

@@ -149,9 +149,26 @@ TEST_F(RecordingChoices, A_changed_setup_is_noticed_and_a_new_file_offered) {
     ReadFrame(frame);
     EXPECT_TRUE(Find<QLabel>(*form, "lblNotice").isVisible());
     EXPECT_TRUE(Find<QLabel>(*form, "lblNotice").text().contains("run.4ch"));
+    EXPECT_EQ(Find<QLabel>(*form, "lblNotice").toolTip(), Find<QLabel>(*form, "lblNotice").text());
     Click(*form, "cmdNewFile");
     EXPECT_FALSE(Find<QLabel>(*form, "lblNotice").isVisible());
     EXPECT_TRUE(run->targetFile.empty());
+}
+
+TEST_F(RecordingChoices, The_notice_begins_no_new_file_during_an_automatic_run) {
+    OpenReading();
+    RecordInto("run.4ch");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    Type(*form, "txtEntry_4", "CA-2");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    ReadFrame(frame);
+    Pick(*form, "cboAcqr", "Automatic");
+    Click(*form, "cmdPage", frmMain::run);
+    auto& button = Find<QPushButton>(*form, "cmdNewFile");
+    EXPECT_TRUE(button.isVisible());
+    EXPECT_FALSE(button.isEnabled());
+    Click(*form, "cmdPage", frmMain::run);
+    EXPECT_TRUE(button.isEnabled());
 }
 
 TEST_F(RecordingChoices, A_record_waits_until_all_channels_are_steady) {

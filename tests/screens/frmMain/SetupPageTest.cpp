@@ -239,6 +239,24 @@ TEST_F(SetupPageTest, Two_equal_electrodes_open_the_simultaneous_calibration) {
     EXPECT_EQ(platform.desktop.pointer, platform::MousePointer::normal);
 }
 
+TEST_F(SetupPageTest, An_averaging_number_given_while_calibrating_is_kept) {
+    Open();
+    Pick(*form, "cboEntry_3", "Ca");
+    Click(*form, "cmdSimult");
+    auto& calibration = Find<SimultCalib>(*form, "SimultCalib");
+    platform.dialogs.ExpectInput("Input new averaging number for the calibration.", "2", "7");
+    Click(calibration, "cmdSys", StepButtons::averagingButton);
+    platform.dialogs.ExpectMessage("Calibration is not completed, quit anyway?",
+                                   Style(platform::style::yesNo, platform::style::exclamation,
+                                         platform::style::defaultButton2),
+                                   platform::button::yes);
+    calibration.close();
+    Settle();
+    EXPECT_EQ(Element<QLineEdit>(*form, "txtEntry", 0).text(), "7");
+    Click(*form, "cmdCalib_0"); // stores what the page shows
+    EXPECT_EQ(mWinInit::HardwareSettings.AveragingForCalibration, 7);
+}
+
 TEST_F(SetupPageTest, Without_two_equal_electrodes_there_is_no_simultaneous_calibration) {
     Open();
     platform.dialogs.ExpectMessage("Invalid selection of electrodes to do calibration.",
