@@ -144,6 +144,14 @@ TEST_F(ReadingMarks, After_a_failure_the_values_turn_grey_and_the_last_reading_i
     EXPECT_EQ(Status(), "");
 }
 
+TEST_F(ReadingMarks, What_a_failure_has_left_in_the_status_goes_with_the_page) {
+    OpenReading();
+    FailLink();
+    ASSERT_NE(Status(), "");
+    Click(*form, "cmdPage", frmMain::switchPage);
+    EXPECT_EQ(Status(), "");
+}
+
 TEST_F(ReadingMarks, No_channel_is_steady_while_nothing_is_read) {
     OpenReading();
     Click(*form, "chkResume");
