@@ -86,6 +86,11 @@ void GraphPage::ShowScroll(bool visible) {
     ui_->HScroll->setVisible(visible);
 }
 
+void GraphPage::KeepRoom(int graphHeight_px) {
+    ui_->graReport->setMinimumHeight(graphHeight_px);
+    ui_->graSpan->setMinimumHeight(graphHeight_px);
+}
+
 void GraphPage::Zoom(double factor) {
     if (ui_->picWholeRun->DrawsSpan())
         ui_->picWholeRun->ZoomSpan(1 / factor);

@@ -43,6 +43,9 @@ public:
 
     void SetScroll(const Mreport::ScrollLimits& limits);
     Mreport::PageRecord ScrollValue() const;
+    /// The graph is at least so high.
+    void KeepRoom(int graphHeight_px);
+
     void ShowScroll(bool visible);
 
     /// Above 1: closer.

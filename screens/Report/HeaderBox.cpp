@@ -5,7 +5,6 @@
 
 namespace {
 constexpr const char* widestColumn = "+1.33E+13";
-constexpr int lines = 4;
 constexpr int margin_px = 4;
 } // namespace
 
@@ -25,10 +24,17 @@ HeaderBox::HeaderBox(QWidget* parent) : QPlainTextEdit(parent) {
     FitLines();
 }
 
+void HeaderBox::ShowLines(int lines) {
+    if (lines == lines_)
+        return;
+    lines_ = lines;
+    FitLines();
+}
+
 /// Where the form is small, the bar lies over the last line.
 void HeaderBox::FitLines() {
     const int lines_px =
-        QFontMetrics(font()).lineSpacing() * lines + 2 * (frameWidth() + margin_px);
+        QFontMetrics(font()).lineSpacing() * lines_ + 2 * (frameWidth() + margin_px);
     const bool bar = horizontalScrollBar()->maximum() > 0;
     setMinimumHeight(lines_px);
     setMaximumHeight(lines_px + (bar ? horizontalScrollBar()->sizeHint().height() : 0));

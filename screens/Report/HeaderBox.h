@@ -10,6 +10,11 @@ class HeaderBox : public QPlainTextEdit {
 public:
     explicit HeaderBox(QWidget* parent = nullptr);
 
+    /// So many whole lines are seen at once.
+    void ShowLines(int lines);
+
 private:
     void FitLines();
+
+    int lines_ = 4;
 };

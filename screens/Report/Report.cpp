@@ -188,6 +188,15 @@ void Report::changeEvent(QEvent* event) {
         guard_("Report - Form_Activate", [this] { follower_.LookAgain(); });
 }
 
+/// A low form leaves the room of the header's lines to the graph.
+void Report::resizeEvent(QResizeEvent* event) {
+    constexpr int lowForm_px = 480;
+    QMainWindow::resizeEvent(event);
+    const bool low = height() < lowForm_px;
+    ui_->txtHead->ShowLines(low ? 1 : 4);
+    ui_->picGraph->KeepRoom(low ? 100 : 60);
+}
+
 void Report::keyPressEvent(QKeyEvent* event) {
     Form_KeyDown(event->key());
     QMainWindow::keyPressEvent(event);

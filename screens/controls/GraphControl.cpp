@@ -238,7 +238,9 @@ void GraphControl::PaintOnPaper(QPainter& painter, const QRectF& place) {
     sheetWidth_ = sheet.Width_px();
     ApplyLook(PlotLook::Paper(), sheet.Font(font()));
     FitLabels();
+    PlotLook::FitHead(*plot_, sheet.Width_px());
     sheet.Paint(*plot_, painter);
+    PlotLook::FitHead(*plot_, plot_->height());
     sheetWidth_ = 0;
     marker_->Show(true);
     ApplyLook(palette(), font());
@@ -279,7 +281,9 @@ void GraphControl::keyPressEvent(QKeyEvent* event) {
 
 /// The marks keep their distance on the screen.
 bool GraphControl::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == plot_ && event->type() == QEvent::Resize)
+    if (watched == plot_ && event->type() == QEvent::Resize) {
+        PlotLook::FitHead(*plot_, plot_->height());
         ApplyPens(palette());
+    }
     return QWidget::eventFilter(watched, event);
 }

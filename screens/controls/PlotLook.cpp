@@ -57,6 +57,20 @@ QCPTextElement* PlotLook::AddHead(QCustomPlot& plot) {
     return title;
 }
 
+void PlotLook::FitHead(QCustomPlot& plot, int plotHeight_px) {
+    constexpr int lowPlot_px = 140;
+    const bool shown = plotHeight_px >= lowPlot_px;
+    constexpr int usualTicks = 5;
+    if (plot.yAxis->scaleType() == QCPAxis::stLinear) // decades are few by themselves
+        plot.yAxis->ticker()->setTickCount(shown ? usualTicks : 2);
+    for (const int row : {0, 1}) { // title and legend
+        QCPLayoutElement& element = *plot.plotLayout()->element(row, 0);
+        element.setVisible(shown);
+        element.setMinimumSize(QSize(0, shown ? 0 : 1)); // 0: as its contents want it
+        element.setMaximumSize(QSize(QWIDGETSIZE_MAX, shown ? QWIDGETSIZE_MAX : 1));
+    }
+}
+
 QCPItemText* PlotLook::AddEmptyText(QCustomPlot& plot) {
     auto* text = new QCPItemText(&plot);
     text->position->setType(QCPItemPosition::ptAxisRectRatio);

@@ -23,6 +23,10 @@ void DressTitle(QCPTextElement& title, const QPalette& palette, const QFont& fon
 /// a point. The plot owns the title.
 QCPTextElement* AddHead(QCustomPlot& plot);
 
+/// The head takes no room of a plot that is too low for both it and its curves; fewer numbers stand
+/// beside them.
+void FitHead(QCustomPlot& plot, int plotHeight_px);
+
 /// A text in the middle of the axes, for a plot without values; hidden at first. The plot owns it.
 QCPItemText* AddEmptyText(QCustomPlot& plot);
 void DressText(QCPItemText& text, const QPalette& palette, const QFont& font);

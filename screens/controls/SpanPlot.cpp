@@ -65,6 +65,7 @@ void SpanPlot::Refresh() {
     if (picture_.run == nullptr)
         return;
     DrawCurves(plot_->axisRect()->width());
+    PlotLook::FitHead(*plot_, plot_->height());
     cursors_->Draw();
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
@@ -177,6 +178,7 @@ void SpanPlot::PaintOnPaper(QPainter& painter, const QRectF& place) {
     const PaperSheet sheet(place);
     ApplyLook(PlotLook::Paper(), sheet.Font(font()));
     DrawCurves(sheet.Width_px());
+    PlotLook::FitHead(*plot_, sheet.Width_px());
     sheet.Paint(*plot_, painter);
     ApplyLook(palette(), font());
     Refresh();
