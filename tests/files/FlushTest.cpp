@@ -2,6 +2,7 @@
 #include "files/LiveReport.h"
 #include "files/MeasuringRun.h"
 #include "files/RecordedFiles.h"
+#include "files/RecordingNote.h"
 #include "settings/mWinInit.h"
 
 namespace {
@@ -299,6 +300,19 @@ TEST_F(Flush, The_temporary_file_is_no_target_by_whatever_name) {
     run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2})) << "nothing recorded was lost";
     EXPECT_THROW(run.BeginTarget(temporary), RunTimeError) << "the file comes back with a record";
+}
+
+TEST_F(Flush, What_stands_beside_the_temporary_file_is_no_target_either) {
+    run.BeginTarget(target);
+    Record(1);
+    const FileOpr::RecordingFiles own(temporary);
+    for (const fs::path& name : {own.note, own.lock}) {
+        const std::string before = ReadBytes(name);
+        EXPECT_THROW(run.BeginTarget(name), RunTimeError) << name;
+        EXPECT_EQ(ReadBytes(name), before) << name;
+    }
+    run.FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), Numbers{1});
 }
 
 TEST_F(Flush, Live_reports_are_told_when_the_records_have_reached_the_target) {

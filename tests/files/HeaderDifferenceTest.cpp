@@ -43,6 +43,11 @@ TEST_F(HeaderDifference, What_the_header_tells_otherwise_is_named_by_channel) {
     EXPECT_TRUE(Differences().starts_with("project name, analyst; "));
 }
 
+TEST_F(HeaderDifference, Another_type_of_reference_is_another_reference_electrode) {
+    ChannelSetup[3].RefType = "Calomel";
+    EXPECT_EQ(Differences(), "channel 4: reference electrode");
+}
+
 TEST_F(HeaderDifference, A_calibration_differs_by_its_date_unit_or_points) {
     for (const auto& change : std::initializer_list<void (*)(CalibrationRecord&)>{
              [](CalibrationRecord& record) { record.CalibrationDate = "15:00 07.Mar.2003"; },

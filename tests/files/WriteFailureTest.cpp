@@ -61,6 +61,20 @@ TEST_F(WriteFailure, A_symbolic_link_to_the_temporary_file_is_refused_as_a_targe
     EXPECT_THROW(run.BeginTarget(link), RunTimeError) << "the file comes back with a record";
 }
 
+TEST_F(WriteFailure, A_link_is_followed_by_its_own_folder_and_through_others) {
+    const fs::path first = platform.folder.Path() / "first.4ch";
+    const fs::path second = platform.folder.Path() / "second.4ch";
+    fs::create_symlink(fs::relative(temporary, first.parent_path()), first);
+    fs::create_symlink("first.4ch", second);
+    Record(1);
+    for (const fs::path& link : {first, second})
+        EXPECT_THROW(run.BeginTarget(link), RunTimeError) << link;
+    run.FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), Numbers{1}) << "nothing recorded was lost";
+    for (const fs::path& link : {first, second})
+        EXPECT_THROW(run.BeginTarget(link), RunTimeError) << "the file is away, " << link;
+}
+
 TEST_F(WriteFailure, A_record_that_a_full_disk_refuses_leaves_the_file_as_it_was) {
     Record(1);
     const std::string before = ReadBytes(temporary);
