@@ -197,6 +197,14 @@ void ScreenReader::Press(const SpokenControl& control) const {
     bus_.asyncCall(request); // the answer waits for the dialog that a press may open
 }
 
+void ScreenReader::PressKey(int keysym) const {
+    constexpr uint bySymbol = 3; // the kind of event: pressed and released
+    const AccessibleRef keyboard{"org.a11y.atspi.Registry",
+                                 "/org/a11y/atspi/registry/deviceeventcontroller"};
+    Call(keyboard, "org.a11y.atspi.DeviceEventController", "GenerateKeyboardEvent",
+         {keysym, QString(), bySymbol});
+}
+
 QRect ScreenReader::PlaceOf(const SpokenControl& control) const {
     constexpr uint onScreen = 0;
     const QVariantList reply =

@@ -53,6 +53,9 @@ public:
 
     void Press(const SpokenControl& control) const;
 
+    /// Presses a key of the keyboard, by its X name's number, in the window that has the focus.
+    void PressKey(int keysym) const;
+
     /// Where the control is on the screen, in pixels.
     QRect PlaceOf(const SpokenControl& control) const;
 

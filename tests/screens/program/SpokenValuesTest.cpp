@@ -128,5 +128,14 @@ TEST_F(SpokenValues, Viewer_search_and_print_are_read_with_their_status) {
 
     reader.Press("menu item", "Print...");
     ExpectListsAreLabelled("List:");
+    reader.Press("push button", "Print", "Print Report");
+    reader.AwaitName("label", "Status: Page 1, 100% complete\\. \\[Press ESC to stop printing\\]");
+    constexpr int escape = 0xff1b;
+    reader.Await("the preview",
+                 [](const SpokenControl& each) { return each.window.startsWith("Print Preview"); });
+    reader.PressKey(escape);
+    reader.Await("the print window", [](const SpokenControl& each) {
+        return each.name == "Close" && each.window.startsWith("Print Report");
+    });
     reader.Press("push button", "Close", "Print Report");
 }
