@@ -34,15 +34,8 @@ bool IsOutOfBounds(const QString& action) {
 
 /// The buttons of a day's work, the splash's among them; he takes to them more than to others.
 bool LeadsOn(const QString& caption) {
-    static const QStringList captions = {"Close this window and go on",
-                                         "&Measure >",
-                                         "&Record",
-                                         "&Start",
-                                         "Re&port",
-                                         "&Read",
-                                         "Continue",
-                                         "&Next >",
-                                         "&Finish"};
+    static const QStringList captions = {"&OK",   "&Measure >", "&Record", "&Start", "Re&port",
+                                         "&Read", "Continue",   "&Next >", "&Finish"};
     return captions.contains(caption);
 }
 
@@ -76,9 +69,9 @@ QAbstractButton* AnswerButton(QMessageBox& box, bool leaving, std::size_t which)
 RandomAnalyst::RandomAnalyst(std::uint64_t seed, QString files)
     : random_(seed), files_(std::move(files)) {}
 
-void RandomAnalyst::Begin(int straightSteps, const std::function<void()>& disturbTheLine) {
+void RandomAnalyst::Begin(int straightSteps, const std::function<void()>& disturb) {
     straightUntil_ = steps_ + straightSteps;
-    disturbTheLine_ = disturbTheLine;
+    disturb_ = disturb;
     leaving_ = false;
     ended_ = false;
     Next();
@@ -118,7 +111,7 @@ void RandomAnalyst::Act() {
     else if (IsStraight() && window)
         PressButton(*window);
     else if (Below(5) == 0)
-        disturbTheLine_();
+        disturb_();
     else if (window)
         ActIn(*window);
 }

@@ -22,10 +22,10 @@ public:
     /// `files` is the folder in which all files are that he names.
     RandomAnalyst(std::uint64_t seed, QString files);
 
-    /// Acts every few ms as long as events run, also under a box; each fifth time the line is what
-    /// something happens to instead. In the first of his steps he presses what leads on, and
-    /// nothing happens to the line.
-    void Begin(int straightSteps, const std::function<void()>& disturbTheLine);
+    /// Acts every few ms as long as events run, also under a box; each fifth time something
+    /// happens to him instead. In the first of his steps he presses what leads on, and nothing
+    /// happens.
+    void Begin(int straightSteps, const std::function<void()>& disturb);
 
     /// From now on he does no more than is needed to leave the program.
     void Leave() { leaving_ = true; }
@@ -70,7 +70,7 @@ private:
 
     std::mt19937_64 random_;
     QString files_;
-    std::function<void()> disturbTheLine_;
+    std::function<void()> disturb_;
     std::deque<QString> lastSteps_;
     QString lastBox_; ///< the text of the box that was answered last
     int stepOfLastBox_ = 0;
