@@ -40,7 +40,9 @@ void RecordingGroup::Load(FileOpr::MeasuringRun& run, const mWinInit::MeasuringC
     choices_ = choices;
     ui_->cboAcqr->addItems({"Manual", "Automatic"});
     ui_->cboAcqr->setCurrentIndex(choices.automatic ? automaticMode : manualMode);
-    if (!choices.period.empty())
+    if (choices.period.empty())
+        choices_.period = Text::FromQt(ui_->txtTimer->text());
+    else
         ui_->txtTimer->setText(Text::ToQt(choices.period));
     ui_->chkSteady->setChecked(choices.whenSteady);
     ui_->chkResume->setChecked(choices.resume);
@@ -58,7 +60,8 @@ void RecordingGroup::Load(FileOpr::MeasuringRun& run, const mWinInit::MeasuringC
 mWinInit::MeasuringChoices RecordingGroup::Choices() const {
     mWinInit::MeasuringChoices choices = choices_;
     choices.automatic = ui_->cboAcqr->currentIndex() == automaticMode;
-    choices.period = Text::FromQt(ui_->txtTimer->text());
+    if (!ui_->txtTimer->text().isEmpty()) // an emptied box is no choice: the one before it stays
+        choices.period = Text::FromQt(ui_->txtTimer->text());
     choices.whenSteady = ui_->chkSteady->isChecked();
     choices.resume = ui_->chkResume->isChecked();
     return choices;

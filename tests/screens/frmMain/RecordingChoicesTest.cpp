@@ -3,6 +3,7 @@
 #include "files/MeasurementReader.h"
 #include "files/MeasuringRun.h"
 #include "report/RecentFiles.h"
+#include "settings/MeasuringChoices.h"
 #include "settings/mWinInit.h"
 
 #include <QApplication>
@@ -277,6 +278,21 @@ TEST_F(RecordingChoices, Mode_period_choices_comments_and_window_size_are_rememb
     const auto* offered = Find<QLineEdit>(*form, "txtComment").completer();
     ASSERT_NE(offered, nullptr);
     EXPECT_EQ(offered->model()->index(0, 0).data().toString(), "stirred");
+}
+
+TEST_F(RecordingChoices, An_emptied_period_leaves_the_one_before_it_remembered) {
+    const auto leaveWith = [this](const char* period) {
+        OpenMeasuring();
+        Type(*form, "txtTimer", period);
+        platform.dialogs.ExpectMessage("Are you sure you want to exit?", 292,
+                                       platform::button::yes);
+        Click(*form, "cmdPage", frmMain::leave);
+        form.reset();
+        run.reset();
+        return mWinInit::LoadMeasuringChoices().period;
+    };
+    EXPECT_EQ(leaveWith("8"), "8");
+    EXPECT_EQ(leaveWith(""), "8");
 }
 
 TEST_F(RecordingChoices, Without_a_choice_everything_is_as_it_was_designed) {
