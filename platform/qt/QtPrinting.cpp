@@ -12,6 +12,7 @@
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QRegularExpression>
+#include <QScopeGuard>
 
 #include <exception>
 
@@ -82,7 +83,21 @@ public:
     }
 
 private:
+    /// The preview cannot be drawn anew while it is drawn: Qt would lose the printer behind it. A
+    /// tool's press passes the gate that keeps the user's input waiting.
+    auto HoldActions() {
+        QList<QAction*> held = dialog_.findChildren<QAction*>();
+        held.removeIf([](const QAction* action) { return !action->isEnabled(); });
+        for (QAction* action : held)
+            action->setEnabled(false);
+        return qScopeGuard([held] {
+            for (QAction* action : held)
+                action->setEnabled(true);
+        });
+    }
+
     void Paint() {
+        const auto held = HoldActions();
         try {
             // The preview draws into a picture, the print run on the printer or into a file.
             const bool isPreview = printer_.paintEngine()->type() == QPaintEngine::Picture;

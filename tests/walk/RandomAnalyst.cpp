@@ -154,6 +154,7 @@ void RandomAnalyst::AnswerMessage(QWidget& window) {
 
 void RandomAnalyst::AnswerFileDialog(QWidget& window) {
     auto& dialog = static_cast<QFileDialog&>(window);
+    lastBox_.clear(); // what it asks next is about another name
     if (leaving_ || Below(3) == 0 || dialog.fileMode() == QFileDialog::Directory) {
         Note("leaves the dialog " + dialog.windowTitle());
         dialog.reject();

@@ -2,6 +2,7 @@
 
 #include "base/RunTimeError.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPrintPreviewDialog>
@@ -66,6 +67,41 @@ TEST_F(Preview, ESC_while_the_pages_are_drawn_closes_the_preview) {
     };
 
     EXPECT_EQ(printing.Print("Table", pressEscape), PrintOutcome::stopped);
+}
+
+TEST_F(Preview, What_a_tool_presses_while_the_pages_are_drawn_is_pressed_in_vain) {
+    int depth = 0;
+    int deepest = 0;
+    std::size_t pressed = 0;
+    WithDialogs([](QDialog& dialog) { dialog.reject(); });
+
+    printing.Print("Table", [&](platform::Printer& printer) {
+        deepest = std::max(deepest, ++depth);
+        for (const QWidget* window : QApplication::topLevelWidgets())
+            if (qobject_cast<const QPrintPreviewDialog*>(window) != nullptr)
+                for (QAction* action : window->findChildren<QAction*>()) {
+                    action->trigger(); // orientation, page setup and print would draw anew
+                    ++pressed;
+                }
+        printer.PrintText("one page");
+        --depth;
+    });
+
+    EXPECT_GT(pressed, 0U);
+    EXPECT_EQ(deepest, 1);
+}
+
+TEST_F(Preview, The_buttons_serve_again_when_the_pages_are_drawn) {
+    std::size_t enabled = 0;
+    WithDialogs([&](QDialog& dialog) {
+        for (const QAction* action : dialog.findChildren<QAction*>())
+            enabled += action->isEnabled() ? 1 : 0;
+        dialog.reject();
+    });
+
+    printing.Print("Table", ThreePages);
+
+    EXPECT_GT(enabled, 0U);
 }
 
 TEST_F(Preview, A_click_while_the_pages_are_drawn_waits_outside) {
