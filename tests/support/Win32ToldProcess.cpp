@@ -4,12 +4,26 @@
 
 #include <array>
 #include <stdexcept>
+#include <string>
 
 using platform::win32::FileHandle;
 
 namespace {
 
 constexpr UINT killedCode = 0xDEAD; ///< no program of the tests ends with it
+
+/// Wine refuses a start now and then where hundreds follow each other on a busy machine.
+bool Start(std::wstring command, STARTUPINFOW& start, PROCESS_INFORMATION& information) {
+    constexpr int mostTries = 20;
+    constexpr DWORD pause_ms = 100;
+    for (int tries = 0; tries < mostTries; ++tries) {
+        if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                             &start, &information))
+            return true;
+        ::Sleep(pause_ms);
+    }
+    return false;
+}
 
 } // namespace
 
@@ -39,9 +53,9 @@ ToldProcess::ToldProcess(const std::filesystem::path& program,
     for (const std::string& argument : arguments)
         command += L" \"" + std::filesystem::path(argument).wstring() + L"\"";
     PROCESS_INFORMATION information{};
-    if (!::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                          &start, &information))
-        throw std::runtime_error("cannot start " + program.string());
+    if (!Start(command, start, information))
+        throw std::runtime_error("cannot start " + program.string() + ": error " +
+                                 std::to_string(::GetLastError()));
     process_->process = FileHandle(information.hProcess);
     FileHandle(information.hThread).Close();
 }
