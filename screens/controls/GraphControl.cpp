@@ -238,7 +238,7 @@ void GraphControl::PaintOnPaper(QPainter& painter, const QRectF& place) {
     sheetWidth_ = sheet.Width_px();
     ApplyLook(PlotLook::Paper(), sheet.Font(font()));
     FitLabels();
-    PlotLook::FitHead(*plot_, sheet.Width_px());
+    PlotLook::FitHead(*plot_, sheet.Height_px());
     sheet.Paint(*plot_, painter);
     PlotLook::FitHead(*plot_, plot_->height());
     sheetWidth_ = 0;

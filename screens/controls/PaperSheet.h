@@ -14,6 +14,7 @@ public:
     explicit PaperSheet(const QRectF& place);
 
     int Width_px() const { return size_.width(); }
+    int Height_px() const { return size_.height(); }
     QFont Font(const QFont& screen) const;
 
     /// Lays the plot out, dressed for the paper by the caller, and draws it.

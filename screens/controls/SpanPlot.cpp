@@ -178,7 +178,7 @@ void SpanPlot::PaintOnPaper(QPainter& painter, const QRectF& place) {
     const PaperSheet sheet(place);
     ApplyLook(PlotLook::Paper(), sheet.Font(font()));
     DrawCurves(sheet.Width_px());
-    PlotLook::FitHead(*plot_, sheet.Width_px());
+    PlotLook::FitHead(*plot_, sheet.Height_px());
     sheet.Paint(*plot_, painter);
     ApplyLook(palette(), font());
     Refresh();
