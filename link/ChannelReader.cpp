@@ -10,10 +10,9 @@ namespace {
 constexpr std::size_t fittedElectrodes = 4;
 constexpr std::size_t firstTemperature = maxChannels;
 
+/// In the order of a frame: E1, T1, ... E4, T4.
 std::size_t SlotOf(std::size_t channel) {
-    if (channel >= firstTemperature)
-        return 2 * (channel - firstTemperature) + 1;
-    return channel > fittedElectrodes ? channel + 4 : 2 * channel;
+    return channel < firstTemperature ? 2 * channel : 2 * (channel - firstTemperature) + 1;
 }
 
 } // namespace
@@ -40,13 +39,13 @@ void ChannelReader::ReadChannels(std::span<float, cyclePositions> result) {
         Prime(result);
 }
 
-/// Takes a value while events run. False when the pass has been abandoned, by the screen or by a
+/// Takes a value while events run. Nothing when the pass has been abandoned, by the screen or by a
 /// new series that began meanwhile.
-bool ChannelReader::Take(std::size_t channel, unsigned atWork, float& value) {
-    if (!ReadingEnabled || series_ != atWork)
-        return false;
-    value = GetChannelValue(channel);
-    return series_ == atWork;
+std::optional<float> ChannelReader::Take(std::size_t channel, unsigned atWork) {
+    if (!ReadingEnabled)
+        return std::nullopt;
+    const float value = GetChannelValue(channel);
+    return series_ == atWork ? std::optional(value) : std::nullopt;
 }
 
 /// Replaces the oldest reading of every position.
@@ -54,11 +53,11 @@ void ChannelReader::ReadNext(std::span<float, cyclePositions> result) {
     const auto atWork = series_;
     CycleValues& oldest = History[static_cast<std::size_t>(AveragePos)];
     for (std::size_t channel = 0; channel < result.size(); ++channel) {
-        float value = 0;
-        if (!Take(channel, atWork, value))
+        const auto value = Take(channel, atWork);
+        if (!value)
             return;
-        Sum[channel] += double{value} - double{oldest[channel]};
-        oldest[channel] = value;
+        Sum[channel] += double{*value} - double{oldest[channel]};
+        oldest[channel] = *value;
         result[channel] = static_cast<float>(Sum[channel] / AverageCount);
     }
     AveragePos = static_cast<std::int16_t>((AveragePos + 1) % AverageCount);
@@ -73,11 +72,11 @@ void ChannelReader::Prime(std::span<float, cyclePositions> result) {
     // By index: a series that begins while events run lays the history out anew.
     for (std::size_t row = 0; row < History.size(); ++row) {
         for (std::size_t channel = 0; channel < result.size(); ++channel) {
-            float value = 0;
-            if (!Take(channel, atWork, value))
+            const auto value = Take(channel, atWork);
+            if (!value)
                 return;
-            History[row][channel] = value;
-            Sum[channel] += double{value};
+            History[row][channel] = *value;
+            Sum[channel] += double{*value};
         }
     }
     for (std::size_t channel = 0; channel < result.size(); ++channel)

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -38,7 +39,7 @@ public:
 private:
     void Prime(std::span<float, cyclePositions> result);
     void ReadNext(std::span<float, cyclePositions> result);
-    bool Take(std::size_t channel, unsigned atWork, float& value);
+    std::optional<float> Take(std::size_t channel, unsigned atWork);
 
     const CycleValues& readings_;
     std::vector<CycleValues> History; ///< the last N values of each position

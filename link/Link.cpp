@@ -57,10 +57,8 @@ void Link::Detach() {
 
 void Link::Initialize() {
     transfer.Readings.fill(0);
-    if (auto* timer = controls.tmrTransferInterval) {
-        timer->SetEnabled(false);
+    if (auto* timer = controls.tmrTransferInterval)
         timer->SetInterval(initialInterval);
-    }
     choice = LoadPortChoice();
     keptChoice_.reset();
     if (!TryOpen())
@@ -99,7 +97,6 @@ void Link::Reopen() {
 
 void Link::Scan() {
     EndProbing();
-    transfer.Cancel();
     const bool wasOpen = port.IsOpen();
     port.Scan();
     if (wasOpen)
@@ -168,16 +165,23 @@ bool Link::UseSimulated(std::int16_t number) {
 
 /// A screen that reads keeps its port, so that it never goes on with another instrument's values.
 void Link::SimulatedEnded() {
-    simulatedHasEnded_ = keptChoice_ && (transfer.IsReading() || transfer.IsLost());
-    if (!keptChoice_ || simulatedHasEnded_)
+    if (!keptChoice_)
+        return;
+    simulatedHasEnded_ = IsScreenReading();
+    if (simulatedHasEnded_)
         return;
     choice = *std::exchange(keptChoice_, std::nullopt);
     Reopen();
     display_.Select(choice, port.AvailablePorts());
 }
 
+/// Also while the link is lost and the screen's polling goes on.
+bool Link::IsScreenReading() const {
+    return transfer.IsReading() || transfer.IsLost();
+}
+
 void Link::AskInstrument() {
-    if (!controls.tmrProbe || transfer.IsReading()) // else its own polling shows the answer
+    if (IsScreenReading()) // its own polling shows the answer
         return;
     display_.ShowAnswer("The instrument is asked...");
     probe.Start(CommPort::transferTimeout,
@@ -185,13 +189,12 @@ void Link::AskInstrument() {
 }
 
 void Link::FindInstrument() {
-    if (!controls.tmrProbe || transfer.IsReading())
+    if (!controls.tmrProbe || IsScreenReading())
         return;
     wasOpenBeforeSearch_ = port.IsOpen();
     Scan();
     display_.ShowAnswer({});
     display_.ShowSearching(true);
-    transfer.Cancel();
     search.Start(choice.BitRate);
 }
 

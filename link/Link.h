@@ -92,6 +92,7 @@ private:
     bool TryOpen();
     void Reopen();
     void ConnectSearch();
+    bool IsScreenReading() const;
     void AskInstrument();
     void SearchEnded(const std::optional<InstrumentSearch::Found>& found);
     void EndProbing();

@@ -43,10 +43,11 @@ std::string LineFormat(std::int32_t bitRate) {
 platform::CommTimeouts TimeoutsFor(std::int32_t bitRate) {
     constexpr std::int32_t tenSeconds_ms = 10000;
     constexpr std::uint32_t constant_ms = 1000;
-    // Twice the remainder against the divisor decides, so that ties are exact.
+    // Twice the remainder against the divisor decides. Every tie (0.5, 2.5, 12.5, 62.5, 312.5) lies
+    // above an even number and goes down to it.
     std::int32_t perByte_ms = tenSeconds_ms / bitRate;
     const std::int64_t twiceRest = std::int64_t{2} * (tenSeconds_ms % bitRate);
-    if (twiceRest > bitRate || (twiceRest == bitRate && perByte_ms % 2 != 0))
+    if (twiceRest > bitRate)
         ++perByte_ms;
     const auto t = static_cast<std::uint32_t>(perByte_ms);
     return {t, t, constant_ms, t, constant_ms};

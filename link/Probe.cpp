@@ -42,7 +42,7 @@ void Probe::TakeArrived() {
     for (auto event = stream_.Next(); event != FrameStream::Event::nothing;
          event = stream_.Next()) {
         // Strictly: at a wrong bit rate anything may come, an EOT in its place as well.
-        if (event == FrameStream::Event::frame && Frame::IsTail(stream_.LastFrame())) {
+        if (Frame::IsTail(stream_.LastFrame())) {
             End(Frame::Decode(stream_.LastFrame()));
             return;
         }

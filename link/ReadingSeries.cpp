@@ -101,7 +101,7 @@ ReadingSeries::Tick ReadingSeries::OnTimer(std::span<float, cyclePositions> aver
         Stop();
         return Tick::failed;
     }
-    if (CommPort::IsLost() || losses_ != CommPort::Losses())
+    if (losses_ != CommPort::Losses())
         return TellLoss();
     if (CommPort::State() != CommPort::LinkState::answered)
         return Tick::nothing;

@@ -64,7 +64,6 @@ void Transfer::SetTimers() {
 }
 
 void Transfer::BeginReading() {
-    stream_.Restart();
     if (IsMessageOpen(state_))
         Move(Event::begin);
     else
@@ -87,7 +86,6 @@ bool Transfer::OpenPort() {
         Fail(error.what());
         return false;
     }
-    SetTimers(); // the threshold of a port just opened
     return true;
 }
 
@@ -99,7 +97,7 @@ void Transfer::EndReading() {
 
 void Transfer::SetAfterFailure(AfterFailure choice) {
     afterFailure_ = choice;
-    if (choice == AfterFailure::stop && IsLost())
+    if (choice == AfterFailure::stop)
         Move(Event::giveUp);
 }
 
@@ -118,7 +116,6 @@ void Transfer::StartRequest() {
         FailPort(" is not open: ");
         return;
     }
-    TimedOut = false;
     status_.Set("");
     stream_.Restart();
     // Before the request, so that an instant answer is not thrown away.
@@ -169,7 +166,6 @@ void Transfer::Fail(const std::string& reason) {
 void Transfer::FailPort(const char* what) {
     port_.Close();
     port_.PortOK = false;
-    stream_.Restart();
     Fail(PortName::Of(choice_.PortNumber) + WithMoment(what));
 }
 
@@ -276,7 +272,6 @@ void Transfer::DropOverflow() {
 // ---- Timers ----------------------------------------------------------------------------------
 
 void Transfer::tmrTimeout_Timer() {
-    timers_.EndWait();
     if (!IsAwaiting(state_))
         return;
     TimedOut = true;

@@ -26,9 +26,8 @@ public:
     /// The wait ends where the state awaits nothing; the interval runs where it polls.
     void Follow(TransferState::State state);
 
-    /// The wait for an answer: a whole one from now on, or none.
+    /// The wait for an answer: a whole one from now on.
     void StartWait();
-    void EndWait();
 
     /// A whole interval from now on.
     void RestartInterval();
@@ -37,5 +36,7 @@ public:
     void ApplyInterval();
 
 private:
+    void EndWait();
+
     const CommPort::Controls& controls_;
 };

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <bit>
 #include <random>
+#include <utility>
 
 namespace {
 
@@ -162,6 +163,36 @@ TEST_F(DataAcqTest, An_averaging_number_below_1_counts_as_1) {
     EXPECT_EQ(Read()[0], 4.0F);
     DataAcq::StartSeries(-7);
     EXPECT_EQ(Read()[0], 4.0F);
+    DataAcq::Reader().AverageCount = 0;
+    EXPECT_EQ(Read()[0], 4.0F);
+}
+
+TEST_F(DataAcqTest, A_shorter_series_begins_with_its_first_row_wherever_the_longer_one_stood) {
+    DataAcq::StartSeries(3);
+    for (int i = 0; i < 3; ++i)
+        Read();
+    ASSERT_EQ(DataAcq::Reader().AveragePos, 2);
+
+    DataAcq::StartSeries(2);
+    SetReadings(10);
+    Read();
+
+    EXPECT_EQ(DataAcq::Reader().AveragePos, 0);
+    SetReadings(20);
+    EXPECT_EQ(Read()[0], 15.0F);
+    EXPECT_EQ(Read()[0], 20.0F);
+}
+
+TEST_F(DataAcqTest, An_averaging_number_changed_by_itself_is_no_number_for_the_old_readings) {
+    DataAcq::StartSeries(2);
+    SetReadings(10);
+    Read();
+    DataAcq::Reader().AverageCount = 4;
+    SetReadings(20);
+
+    EXPECT_EQ(Read()[0], 20.0F);
+    SetReadings(40);
+    EXPECT_EQ(Read()[0], 25.0F); // 40 20 20 20
 }
 
 /// Tenths as a frame carries them.
@@ -255,6 +286,22 @@ TEST_F(DataAcqTest, Stopping_in_the_middle_of_the_first_call_leaves_the_series_u
     EXPECT_FALSE(DataAcq::Reader().AveragePrimed);
     EXPECT_EQ(result[0], -1.0F);
     EXPECT_EQ(platform.desktop.eventPasses, cyclePositions + 3);
+}
+
+TEST_F(DataAcqTest, A_series_that_begins_during_a_later_pass_ends_that_without_a_result) {
+    DataAcq::StartSeries(2);
+    SetReadings(10);
+    Read();
+    platform.desktop.onEvents = [begun = false]() mutable {
+        if (!std::exchange(begun, true))
+            DataAcq::StartSeries(5);
+    };
+    Averages result;
+    result.fill(-1);
+
+    ReadChannels(result);
+
+    EXPECT_EQ(std::count(result.begin(), result.end(), -1.0F), cyclePositions);
 }
 
 TEST_F(DataAcqTest, A_series_that_begins_during_a_pass_is_not_disturbed_by_it) {

@@ -108,6 +108,16 @@ TEST(FrameStreamTest, Having_lost_step_it_goes_on_behind_the_next_EOT) {
     EXPECT_FALSE(stream.IsUnderWay());
 }
 
+TEST(FrameStreamTest, Having_lost_step_it_forgets_the_frames_that_it_held) {
+    FrameStream stream;
+    stream.Feed(Glued({FrameNumber(1), FrameNumber(2)}));
+    stream.LoseStep();
+    EXPECT_EQ(stream.BytesSinceRestart(), 0U);
+    EXPECT_EQ(Out(stream), std::vector<int>{});
+    stream.Feed(Glued({Tail(FrameNumber(3), 7), FrameNumber(4)}));
+    EXPECT_EQ(Out(stream), std::vector<int>{4});
+}
+
 TEST(FrameStreamTest, A_restart_forgets_all_bytes) {
     FrameStream stream;
     stream.Feed(Bytes{'+', '0', '1'});

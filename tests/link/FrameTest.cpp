@@ -105,6 +105,11 @@ TEST(Frame, A_foreign_sign_byte_makes_the_value_zero) {
               0.0F); // "[012.3"
 }
 
+TEST(Frame, A_TAB_before_the_digits_is_a_blank) {
+    EXPECT_EQ(FirstValueOf("+\t123\t"), 12.3F);
+    EXPECT_EQ(FirstValueOf("\t0123\t"), 12.3F);
+}
+
 TEST(Frame, A_digit_in_the_place_of_the_sign_becomes_the_first_digit) {
     EXPECT_EQ(FirstValueOf("50123\t"), 5012.3F);
 }
@@ -117,6 +122,28 @@ TEST(Frame, A_sign_among_the_digits_is_read_with_them) {
 TEST(Frame, Separators_are_not_looked_at) {
     EXPECT_EQ(FirstValueOf("+0123x"), 12.3F);
     EXPECT_EQ(FirstValueOf("+0123\x04"), 12.3F);
+}
+
+TEST(Frame, In_a_tail_each_byte_stands_in_its_place) {
+    const auto whole = FrameOf({1, -2, 30, -40, 500, -600, 7000, -9999});
+    EXPECT_TRUE(Frame::IsTail(whole));
+    EXPECT_TRUE(Frame::IsTail({}));
+    for (std::size_t place = 0; place < whole.size(); ++place)
+        for (int byte = 0; byte < 256; ++byte) {
+            auto tail = whole;
+            tail[place] = static_cast<std::uint8_t>(byte);
+            const bool sign = byte == '+' || byte == '-';
+            const bool digit = byte >= '0' && byte <= '9';
+            const bool end = byte == (place == 47 ? 4 : '\t');
+            EXPECT_EQ(Frame::IsTail(tail), place % 6 == 0 ? sign : (place % 6 == 5 ? end : digit))
+                << place << ", byte " << byte;
+        }
+}
+
+TEST(Frame, More_than_a_frame_is_no_tail) {
+    auto longer = FrameOf({1, 2, 3, 4, 5, 6, 7, 8});
+    longer.insert(longer.begin(), '\t');
+    EXPECT_FALSE(Frame::IsTail(longer));
 }
 
 TEST(Frame, Only_EOT_as_the_last_byte_completes_a_frame) {

@@ -255,6 +255,105 @@ TEST_F(Series, One_that_goes_on_no_longer_fails_when_the_link_is_lost) {
     EXPECT_FALSE(series.IsRunning());
 }
 
+TEST_F(Series, A_loss_that_another_series_met_is_none_of_this_one) {
+    series.GoOnAfterFailure(true);
+    series.Start(1);
+    link.TimeoutTicks();
+    series.OnTimer(averages);
+    series.Stop();
+    series.Start(1);
+    FrameArrives(100);
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+}
+
+TEST_F(Series, A_late_tick_of_a_series_that_has_ended_does_not_begin_it_again) {
+    series.Start(1);
+    series.Stop();
+    fake::Timer othersTimer;
+    ReadingSeries other(othersTimer);
+    other.GoOnAfterFailure(true);
+    other.Start(1);
+    link.TimeoutTicks();
+
+    EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
+
+    EXPECT_FALSE(series.IsRunning());
+}
+
+TEST_F(Series, Lost_before_the_first_average_it_takes_its_hourglass_away) {
+    series.GoOnAfterFailure(true);
+    series.Start(1);
+    ASSERT_TRUE(Hourglass());
+    link.TimeoutTicks();
+    EXPECT_EQ(series.OnTimer(averages), Tick::lost);
+    EXPECT_FALSE(Hourglass());
+}
+
+TEST_F(Series, The_first_average_after_a_loss_has_its_hourglass) {
+    series.GoOnAfterFailure(true);
+    series.Start(2);
+    link.TimeoutTicks();
+    series.OnTimer(averages);
+    link.IntervalTicks();
+    FrameArrives(100);
+    DuringNextTick([this] { EXPECT_TRUE(Hourglass()); });
+    EXPECT_EQ(series.OnTimer(averages), Tick::values);
+    EXPECT_FALSE(Hourglass());
+}
+
+TEST_F(Series, Its_end_ends_the_polling) {
+    series.Start(1);
+    FrameArrives(100);
+    ASSERT_TRUE(link.interval.Enabled());
+    series.Stop();
+    EXPECT_FALSE(link.interval.Enabled());
+    EXPECT_EQ(link.serial.RThreshold(), 0);
+}
+
+TEST_F(Series, Stopped_in_a_tick_after_new_averaging_was_begun_it_does_not_average_on) {
+    series.Start(3);
+    FrameArrives(100);
+    DuringNextTick([&] {
+        series.RestartAveraging(2);
+        series.Stop();
+    });
+    EXPECT_EQ(series.OnTimer(averages), Tick::nothing);
+    EXPECT_FALSE(DataAcq::Reader().ReadingEnabled);
+}
+
+TEST_F(Series, New_averaging_abandons_the_pass_at_work_at_once) {
+    series.Start(1000);
+    FrameArrives(100);
+    DuringNextTick([&] {
+        series.RestartAveraging(2);
+        platform.desktop.eventPasses = 0;
+    });
+    series.OnTimer(averages);
+    EXPECT_LT(platform.desktop.eventPasses, cyclePositions) << "of 12,000";
+}
+
+TEST_F(Series, It_has_no_values_while_the_message_about_a_bad_frame_is_open) {
+    series.Start(1);
+    FrameArrives(100);
+    series.OnTimer(averages);
+    ASSERT_TRUE(series.HasValues());
+    platform.dialogs.ExpectAnyMessage(platform::style::okOnly + platform::style::exclamation);
+    platform.dialogs.whileMessageIsOpen = [this] { EXPECT_FALSE(series.HasValues()); };
+    link.serial.Arrive(BadFrameOf({990, 0, 0, 0, 0, 0, 0, 0}));
+    EXPECT_FALSE(series.HasValues());
+}
+
+TEST_F(Series, It_has_no_values_after_a_failure_though_a_good_frame_has_followed) {
+    series.Start(1);
+    FrameArrives(100);
+    series.OnTimer(averages);
+    link.IntervalTicks();
+    link.TimeoutTicks();
+    FrameArrives(200);
+    ASSERT_EQ(CommPort::State(), CommPort::LinkState::answered);
+    EXPECT_FALSE(series.HasValues());
+}
+
 TEST_F(Series, The_choice_to_go_on_is_no_other_screens) {
     series.GoOnAfterFailure(true);
     series.Start(1);
