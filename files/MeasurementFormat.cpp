@@ -155,7 +155,7 @@ private:
     static std::string DatePart(const CalibrationRecord& record) {
         constexpr std::size_t dateLength = 11;
         const auto& date = record.CalibrationDate;
-        return date.size() <= dateLength ? date : date.substr(date.size() - dateLength);
+        return date.substr(date.size() - std::min(date.size(), dateLength));
     }
 
     static std::string TimePart(const CalibrationRecord& record) {

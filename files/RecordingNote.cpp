@@ -50,7 +50,7 @@ std::filesystem::path WithSuffix(const std::filesystem::path& file, const char* 
 std::optional<RecordingNote> ReadNote(const std::filesystem::path& noteFile) {
     std::ifstream stream(noteFile, std::ios::binary);
     std::ostringstream bytes;
-    if (!stream.is_open() || !(bytes << stream.rdbuf()))
+    if (!(bytes << stream.rdbuf()))
         return std::nullopt;
     const std::string content = bytes.str();
     std::string_view text = content;

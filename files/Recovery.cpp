@@ -115,7 +115,7 @@ bool HasLock(const RecordingFiles& files) {
 void RemoveLoneFile(const RecordingFiles& files) {
     std::error_code missing;
     const auto written = fs::last_write_time(files.temporary, missing);
-    if (missing || fs::file_size(files.temporary, missing) != 0 || missing)
+    if (missing || !fs::is_empty(files.temporary, missing))
         return;
     if (fs::file_time_type::clock::now() - written > aboutToLock) {
         RemoveHalfWritten(files);
@@ -145,8 +145,8 @@ fs::path TargetOf(const RecordingFiles& files, const std::optional<RecordingNote
                   const RecordingContent& content) {
     if (!note)
         return {};
-    const bool ofAnotherRun = content.hasHeader && HoldsSomething(note->target) &&
-                              (!note->flush || HoldsForeignBytes(files, *note));
+    const bool ofAnotherRun =
+        content.hasHeader && HoldsSomething(note->target) && HoldsForeignBytes(files, *note);
     return ofAnotherRun ? FreeNameBeside(note->target) : note->target;
 }
 
@@ -199,10 +199,7 @@ bool IsTargetOfAnotherProgram(const fs::path& target, const fs::path& own) {
     return std::ranges::any_of(recordings, [&](const fs::path& temporary) {
         const RecordingFiles files(temporary);
         const auto note = temporary == own ? std::nullopt : ReadNote(files.note);
-        if (!note || Canonical(note->target) != wanted)
-            return false;
-        std::error_code unreadable;
-        return fs::exists(files.lock, unreadable) && IsHeld(files);
+        return note && Canonical(note->target) == wanted && IsHeld(files);
     });
 }
 

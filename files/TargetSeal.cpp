@@ -26,7 +26,7 @@ std::int32_t LastRecord(const std::filesystem::path& file, std::uint64_t end) {
     stream.seekg(static_cast<std::streamoff>(from));
     stream.read(tail.data(), static_cast<std::streamsize>(tail.size()));
     const auto place = tail.rfind(recordStart);
-    if (!stream || place == std::string::npos)
+    if (place == std::string::npos)
         return 0;
     return static_cast<std::int32_t>(
         NumberText::Leading(std::string_view(tail).substr(place + recordStart.size())));

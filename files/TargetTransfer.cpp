@@ -2,6 +2,7 @@
 
 #include "base/CodePage.h"
 #include "base/RunTimeError.h"
+#include "files/MeasurementLines.h"
 #include "files/RecordWalk.h"
 #include "platform/Platform.h"
 
@@ -184,8 +185,7 @@ RecordingContent ExamineRecording(const std::filesystem::path& temporaryFile, st
         if (end > limit)
             break;
         const bool whole = line.ends_with('\r'); // a line that has reached the disk has its CR, too
-        const auto step =
-            walk.Take(std::string_view(line).substr(0, line.size() - (whole ? 1 : 0)));
+        const auto step = walk.Take(MeasurementLines::WithoutLineEnd(line));
         if (step == RecordWalk::Step::begins)
             ++begun;
         if (whole && (step == RecordWalk::Step::ends || step == RecordWalk::Step::separator)) {
@@ -216,7 +216,7 @@ bool HoldsForeignBytes(const RecordingFiles& files, const RecordingNote& note) {
         return true;
     const auto end =
         note.flush->targetLength + CommonLength(files, note.target, *note.flush, length);
-    return end < size && !IsHollowTail(note.target, end);
+    return !IsHollowTail(note.target, end);
 }
 
 void TransferToTarget(const RecordingFiles& files, const std::filesystem::path& target) {

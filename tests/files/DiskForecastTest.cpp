@@ -74,6 +74,7 @@ TEST_F(DiskForecastTest, A_record_is_as_long_as_it_is_written) {
 TEST_F(DiskForecastTest, Its_text_says_whole_hours) {
     EXPECT_EQ(RoomText(18.9), "room on the disk for 18 hours");
     EXPECT_EQ(RoomText(1.2), "room on the disk for 1 hour");
+    EXPECT_EQ(RoomText(1), "room on the disk for 1 hour");
     EXPECT_EQ(RoomText(0.9), "room on the disk for less than an hour");
 }
 
@@ -84,6 +85,19 @@ TEST_F(DiskForecastTest, The_tool_tip_has_the_path_and_the_free_space) {
     EXPECT_EQ(FileOpr::TargetToolTip("/data/a.4ch", FileOpr::DiskForecast{512, 0}),
               "/data/a.4ch\n512 bytes free, room on the disk for less than an hour");
     EXPECT_EQ(FileOpr::TargetToolTip("/data/a.4ch", std::nullopt), "/data/a.4ch");
+}
+
+TEST_F(DiskForecastTest, The_free_space_has_the_unit_that_its_size_asks_for) {
+    const auto freeSpace = [](std::uint64_t bytes) {
+        const auto text = FileOpr::TargetToolTip("a", FileOpr::DiskForecast{bytes, 0});
+        return text.substr(2, text.find(" free") - 2);
+    };
+    EXPECT_EQ(freeSpace(999), "999 bytes");
+    EXPECT_EQ(freeSpace(1000), "1.0 kB");
+    EXPECT_EQ(freeSpace(999'900), "999.9 kB");
+    EXPECT_EQ(freeSpace(2'500'000), "2.5 MB");
+    EXPECT_EQ(freeSpace(2'000'000'000'000), "2.0 TB");
+    EXPECT_EQ(freeSpace(5'000'000'000'000'000'000), "5000000.0 TB");
 }
 
 TEST_F(DiskForecastTest, A_disk_that_cannot_be_asked_is_an_error) {

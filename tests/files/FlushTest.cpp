@@ -174,6 +174,35 @@ TEST_F(Flush, While_the_report_follows_records_go_straight_into_the_target_in_or
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3, 4}));
 }
 
+TEST_F(Flush, A_new_target_ends_the_following_and_leaves_the_old_one_whole) {
+    run.BeginTarget(target);
+    Record(1);
+    run.FollowTarget(true);
+    Record(2);
+    const auto second = platform.folder.Path() / "second.4ch";
+    run.BeginTarget(second);
+    EXPECT_FALSE(run.IsFollowing());
+    Record(1);
+    run.FlushTempFile();
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
+    EXPECT_EQ(NumbersIn(second), Numbers{1});
+}
+
+TEST_F(Flush, Without_a_temporary_file_no_record_waits_and_no_file_is_the_target) {
+    run.ReleaseTempFile();
+    EXPECT_FALSE(run.HasWaitingRecords());
+    EXPECT_FALSE(run.IsTarget({}));
+}
+
+TEST_F(Flush, The_target_is_live_while_the_measuring_page_is_open) {
+    run.BeginTarget(target);
+    EXPECT_TRUE(run.IsTarget(target));
+    EXPECT_FALSE(run.IsLiveFile(target));
+    run.measuring = true;
+    EXPECT_TRUE(run.IsLiveFile(target));
+    EXPECT_FALSE(run.IsLiveFile(temporary));
+}
+
 TEST_F(Flush, Without_a_target_there_is_nothing_to_follow) {
     run.FollowTarget(true);
     EXPECT_FALSE(run.IsFollowing());

@@ -61,12 +61,19 @@ TEST_F(HeaderDifference, A_calibration_differs_by_its_date_unit_or_points) {
     }
 }
 
+TEST_F(HeaderDifference, A_calibration_of_one_point_differs_by_it) {
+    Calibration[1].PointCount = 1;
+    written = FileOpr::RecordsInForce();
+    Calibration[1].CaliData[0] = -55.4F;
+    EXPECT_EQ(Differences(), "channel 2: calibration");
+}
+
 TEST_F(HeaderDifference, What_the_header_does_not_tell_is_no_difference) {
     ChannelSetup[2].TempSensor = -1;              // none, like 0
     ChannelSetup[1].MolarMass = 39;               // in no header
     Calibration[1].Standard[5] = 1;               // behind the points
     mWinInit::ProjectInfo.ExperimentDate = "now"; // in no header
-    ChannelSetup[5].Electrode = "Na";             // beyond the four channels
+    ChannelSetup[4].Electrode = "Na";             // beyond the four channels
     EXPECT_EQ(Differences(), "");
 }
 

@@ -61,6 +61,35 @@ TEST_F(HistoryOfRecording, A_run_behind_records_by_hand_is_a_recording_of_its_ow
                                     "Recording ended: 1 record, the last is record 2"}));
 }
 
+TEST_F(HistoryOfRecording, A_new_file_ends_the_recording_into_the_one_before) {
+    Record(Mode::manual);
+    Record(Mode::manual);
+    run.FlushTempFile();
+    run.targetFile.clear();
+    platform.dialogs.ExpectFileDialog([this](const platform::FileDialogRequest&) {
+        return platform.folder.Path() / "second.4ch";
+    });
+    Record(Mode::manual);
+    const Texts texts = noted.Texts();
+    ASSERT_GE(texts.size(), 4U);
+    EXPECT_EQ(texts[2], "Recording ended: 2 records, the last is record 2");
+    EXPECT_EQ(texts.back(), "Recording begun: by hand, from record 1");
+}
+
+TEST_F(HistoryOfRecording, A_new_files_sum_is_that_of_its_own_bytes) {
+    Record(Mode::manual);
+    run.FlushTempFile();
+    const fs::path second = platform.folder.Path() / "second.4ch";
+    run.BeginTarget(second);
+    for (int number = 1; number <= 3; ++number) // longer than the first
+        run.SaveMeasure(run.currentMeasurementPath, number, "", DisplayedRun());
+    run.FlushTempFile();
+    const auto sealed = FileOpr::TargetSeal().Take(second);
+    ASSERT_TRUE(sealed);
+    EXPECT_NE(noted.All().back().data.find(sealed->sha256), std::string::npos)
+        << noted.All().back().data;
+}
+
 TEST_F(HistoryOfRecording, A_record_that_cannot_be_written_is_noted_with_its_reason) {
     noted.mayFail = true;
     {
@@ -93,6 +122,17 @@ TEST_F(HistoryOfRecording, A_flush_that_fails_is_noted_and_tried_again) {
     ASSERT_EQ(texts.size(), 3U);
     EXPECT_EQ(texts[1].find("Write failed: "), 0U) << texts[1];
     EXPECT_EQ(texts[2], Flushed(1));
+}
+
+TEST_F(HistoryOfRecording, A_recovery_that_fails_is_noted_with_its_reason) {
+    Record(Mode::manual);
+    run.ReleaseTempFile();
+    auto unfinished = FileOpr::FindUnfinishedRecordings();
+    ASSERT_EQ(unfinished.size(), 1U);
+    unfinished[0].target = platform.folder.Path() / "missing" / "run.4ch";
+    EXPECT_THROW(FileOpr::Recover(unfinished[0]), RunTimeError);
+    EXPECT_TRUE(noted.Texts().back().starts_with("Write failed: ")) << noted.Texts().back();
+    EXPECT_EQ(noted.All().back().file, unfinished[0].target.string());
 }
 
 TEST_F(HistoryOfRecording, A_recovery_is_noted_with_its_records) {

@@ -114,9 +114,11 @@ TEST_F(Header, A_stored_point_beyond_the_channels_count_is_shown_as_it_stands) {
 
 TEST_F(Header, A_line_break_or_tab_in_a_name_becomes_a_blank) {
     mWinInit::ProjectInfo.ProjectName = "Well\t7\r\nnorth";
+    mWinInit::ProjectInfo.Experimentator = "A.\tNalyst";
     ChannelSetup[0].SerialNo = "PH\t11\n";
     const std::string bytes = Write();
-    EXPECT_NE(bytes.find("Project Name: Well 7  north\tAnalyst: "), std::string::npos);
+    EXPECT_NE(bytes.find("Project Name: Well 7  north\tAnalyst: A. Nalyst\tReport"),
+              std::string::npos);
     EXPECT_NE(bytes.find("Serial No.  :  \tPH 11       \tCA-12"), std::string::npos);
 }
 
@@ -139,6 +141,25 @@ TEST_F(Header, The_rows_of_the_run_follow_the_electrodes_of_the_mode_alone) {
     ChannelSetup[0].TempSensor = ChannelSetup[1].TempSensor = 0;
     run.CreateHeadLines(file);
     EXPECT_EQ(run.Rows(), (MeasurementFormat::RunRows{false, false, false}));
+}
+
+TEST_F(Header, A_run_has_a_temperature_sensor_from_number_1_on) {
+    for (auto& channel : ChannelSetup)
+        channel.TempSensor = 0;
+    ChannelSetup[2].TempSensor = 1;
+    run.CreateHeadLines(file);
+    EXPECT_TRUE(run.Rows().tempSensor);
+    ChannelSetup[2].TempSensor = -1;
+    run.CreateHeadLines(file);
+    EXPECT_FALSE(run.Rows().tempSensor);
+}
+
+TEST(BuildRecord, The_cells_of_channels_that_are_not_in_use_are_blank) {
+    const auto record = MeasurementFormat::BuildRecord(1, {}, "", DisplayedRun(), 4);
+    EXPECT_EQ(record.cells[3][Quantity::mV], "NA          ") << "in use, and idle";
+    for (std::size_t i = 4; i < maxChannels; ++i)
+        for (const auto& cell : record.cells[i])
+            EXPECT_EQ(cell, std::string(12, ' ')) << i;
 }
 
 TEST_F(Header, A_nonempty_name_without_none_or_redox_makes_ion_rows) {

@@ -55,6 +55,12 @@ TEST(MeasurementReader, The_header_is_taken_apart) {
     EXPECT_EQ(header.channels[3].slope[1], "N/A");
 }
 
+TEST(MeasurementReader, The_row_of_channels_alone_tells_how_many_there_are) {
+    MeasurementReader reader("Channel :      \tChan 1      \tChan 2      \r\n");
+    EXPECT_EQ(reader.Header().channelCount, 2);
+    EXPECT_FALSE(reader.Header().hasElectrodes);
+}
+
 TEST(MeasurementReader, Text_that_looks_like_a_record_is_only_text) {
     const std::string text = "Project Name: Record 5\tAnalyst: ----\tReport created at: mV\r\n"
                              "Record 1\tAt\tt1\r\nComment:\tRecord 2\r\nmV\t1\t2\r\n" +
@@ -145,6 +151,27 @@ TEST(MeasurementReader, A_number_beyond_32_bits_is_zero) {
     EXPECT_EQ(MeasurementLines::RecordNumber("Record 2147483647\t"), 2147483647);
     EXPECT_EQ(MeasurementLines::RecordNumber("Record 2147483648\t"), 0);
     EXPECT_EQ(MeasurementLines::RecordNumber("Record x"), 0);
+}
+
+TEST(MeasurementReader, A_file_tells_whether_its_last_record_is_whole) {
+    fake::Platform platform;
+    const auto file = platform.folder.Path() / "run.4ch";
+    const std::string whole = "Record 1\tAt\tt\r\nComment:\t\r\nmV\t1\r\n" + Separator();
+    WriteBytes(file, whole);
+    EXPECT_TRUE(FileOpr::ReadMeasurementFile(file).complete);
+    WriteBytes(file, whole + "Record 2\tAt\tt\r\nComment:\t\r\nmV\t7");
+    EXPECT_FALSE(FileOpr::ReadMeasurementFile(file).complete);
+}
+
+TEST(MeasurementReader, A_file_that_is_missing_is_named) {
+    fake::Platform platform;
+    const auto file = platform.folder.Path() / "none.4ch";
+    try {
+        FileOpr::ReadMeasurementFile(file);
+        FAIL() << "no error";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.what(), "Reading " + file.string() + ": Path not found");
+    }
 }
 
 TEST(MeasurementReader, A_missing_file_and_a_folder_are_run_time_errors) {

@@ -42,10 +42,14 @@ TEST(ReadingGaps, They_stand_behind_the_analysts_comment_until_they_are_noted) {
 
 TEST(ReadingGaps, Several_before_one_record_are_counted) {
     ReadingGaps gaps;
-    for (int hour = 2; hour <= 4; ++hour) {
+    const auto lose = [&gaps](int hour) {
         gaps.Lost(At(hour, 14, 8));
         gaps.Answered(At(hour, 16, 31));
-    }
+    };
+    lose(2);
+    lose(3);
+    EXPECT_EQ(gaps.Text(), "no readings 2 times from 02:14:08 to 03:16:31");
+    lose(4);
     EXPECT_EQ(gaps.Text(), "no readings 3 times from 02:14:08 to 04:16:31");
 }
 

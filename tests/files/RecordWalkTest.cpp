@@ -75,6 +75,11 @@ TEST(RecordWalk, A_second_comment_line_and_a_short_dash_line_are_rows) {
               (Steps{Step::other, Step::begins, Step::row, Step::row, Step::row, Step::row}));
 }
 
+TEST(RecordWalk, A_separator_between_first_line_and_comment_keeps_them_apart) {
+    EXPECT_EQ(StepsOf({"Record 1\tAt\tt", dashes, "Comment:\tc"}),
+              (Steps{Step::other, Step::separator, Step::other}));
+}
+
 TEST(RecordWalk, Before_the_first_record_there_is_no_number) {
     RecordWalk walk;
     EXPECT_FALSE(walk.InRecord());

@@ -51,6 +51,13 @@ TEST(RecordingText, A_run_that_waits_for_the_instrument_says_since_when) {
               "15:07:30, running 0:04:10");
 }
 
+TEST(RecordingText, A_run_without_a_record_tells_of_none) {
+    auto progress = AutomaticRun();
+    progress.record = 0;
+    EXPECT_EQ(RecordingText(progress, "spring-1.4ch"),
+              "Recording to spring-1.4ch every 8 s: next in 5 s, running 0:04:10");
+}
+
 TEST(RecordingText, Short_room_is_told_with_the_run) {
     auto progress = AutomaticRun();
     progress.hoursOfRoom = 18.2;

@@ -274,6 +274,16 @@ TEST_F(RecordingRun, Stop_ends_the_following_and_a_new_run_takes_it_up_in_order)
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3}));
 }
 
+TEST_F(RecordingRun, A_run_begun_after_the_report_was_closed_is_not_followed) {
+    ChooseTarget();
+    Record(Mode::manual);
+    recording.ReportOpened();
+    recording.ReportClosed();
+    Record(Mode::automatic, "1");
+    EXPECT_FALSE(run.IsFollowing());
+    EXPECT_EQ(NumbersIn(target), Numbers{1});
+}
+
 TEST_F(RecordingRun, Opening_the_report_before_any_target_follows_nothing) {
     recording.ReportOpened();
     ChooseTarget();

@@ -5,6 +5,7 @@
 #include "files/RecordedFiles.h"
 #include "files/RecordingNote.h"
 #include "files/TargetTransfer.h"
+#include "settings/mWinInit.h"
 
 #include <chrono>
 
@@ -69,6 +70,14 @@ TEST_F(Recovery, Recovering_brings_the_records_into_the_target_and_leaves_no_tra
     EXPECT_EQ(ReadBytes(target), recorded);
     EXPECT_EQ(FilesInTemporaryFolder(), 0U);
     EXPECT_EQ(RecoverAll(), 0U);
+}
+
+TEST_F(Recovery, A_recording_of_eight_channels_is_found_as_well) {
+    mWinInit::HardwareSettings.ChannelCount = 8;
+    RecordAndCrash(2);
+    ASSERT_TRUE(temporary.filename().string().starts_with("8ch"));
+    EXPECT_EQ(RecoverAll(), 1U);
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
 }
 
 TEST_F(Recovery, A_recording_that_runs_is_never_found) {
@@ -265,6 +274,70 @@ TEST_F(Recovery, A_recording_whose_lock_file_was_cleared_away_is_found) {
     EXPECT_EQ(FilesInTemporaryFolder(), 0U);
 }
 
+TEST_F(Recovery, A_lone_file_that_holds_something_stays_however_old_it_is) {
+    RecordAndCrash(2);
+    fs::remove(RecordingFiles(temporary).note);
+    fs::remove(RecordingFiles(temporary).lock);
+    fs::last_write_time(temporary, fs::file_time_type::clock::now() - std::chrono::hours(1));
+    FileOpr::FindUnfinishedRecordings();
+    EXPECT_EQ(NumbersIn(temporary), (Numbers{1, 2}));
+}
+
+TEST_F(Recovery, What_half_written_files_are_left_beside_a_recording_goes_with_it) {
+    RecordAndCrash(2);
+    const auto halfWritten = temporary.filename().string() + ".note.";
+    platform.files->CreateUnique(temporary.parent_path(), halfWritten);
+    EXPECT_EQ(RecoverAll(), 1U);
+    EXPECT_EQ(NumbersIn(target), (Numbers{1, 2}));
+    EXPECT_EQ(FilesInTemporaryFolder(), 0U);
+}
+
+TEST_F(Recovery, What_half_written_files_are_left_beside_a_lone_file_goes_with_it) {
+    const auto folder = platform.places.TemporaryFolder();
+    const auto lone = platform.files->CreateUnique(folder, "4ch");
+    platform.files->CreateUnique(folder, lone.filename().string() + ".lock.");
+    fs::last_write_time(lone, fs::file_time_type::clock::now() - std::chrono::hours(1));
+    FileOpr::FindUnfinishedRecordings();
+    EXPECT_EQ(FilesInTemporaryFolder(), 0U);
+}
+
+TEST_F(Recovery, A_target_that_is_there_and_empty_is_no_other_run) {
+    RecordAndCrash(2);
+    WriteBytes(target, "");
+    EXPECT_EQ(FileOpr::FindUnfinishedRecordings().at(0).target, target);
+    WriteBytes(target, "?");
+    EXPECT_NE(FileOpr::FindUnfinishedRecordings().at(0).target, target);
+}
+
+TEST_F(Recovery, Another_copy_and_one_that_has_ended_keep_no_other_target_busy) {
+    RecordAndCrash(1);
+    const auto second = platform.folder.Path() / "second.4ch";
+    run.currentMeasurementPath = run.GetTempFile();
+    {
+        const auto heldByAnother = FileOpr::FindUnfinishedRecordings();
+        ASSERT_EQ(heldByAnother.size(), 1U);
+        EXPECT_NO_THROW(run.BeginTarget(second)) << "the other records into the first";
+    }
+    EXPECT_NO_THROW(run.BeginTarget(target)) << "its program has ended";
+}
+
+TEST_F(Recovery, Note_and_lock_without_their_recording_are_cleared_away) {
+    RecordAndCrash(2);
+    fs::remove(temporary);
+    EXPECT_TRUE(FileOpr::FindUnfinishedRecordings().empty());
+    EXPECT_EQ(FilesInTemporaryFolder(), 0U);
+}
+
+TEST_F(Recovery, A_target_of_another_copy_is_refused_by_whatever_name) {
+    RecordAndCrash(1);
+    const auto heldByAnother = FileOpr::FindUnfinishedRecordings();
+    ASSERT_EQ(heldByAnother.size(), 1U);
+    const auto link = platform.folder.Path() / "link";
+    fs::create_directory_symlink(target.parent_path(), link);
+    run.currentMeasurementPath = run.GetTempFile();
+    EXPECT_THROW(run.BeginTarget(link / target.filename()), RunTimeError);
+}
+
 TEST_F(Recovery, Several_recordings_are_found_each_with_its_own_target) {
     RecordAndCrash(1);
     target = platform.folder.Path() / "second.4ch";
@@ -304,7 +377,8 @@ TEST(RecordingNote, Other_bytes_are_no_note) {
     EXPECT_FALSE(FileOpr::ReadNote(file));
     for (const std::string bytes :
          {"", "target=/x", "Vantrel recording\n", "Vantrel recording\ntarget=",
-          "Vantrel recording\nflush=1\ntarget=/x", "Vantrel recording\nflush=-1,0\ntarget=/x"}) {
+          "Vantrel recording\nflush=1\ntarget=/x", "Vantrel recording\nflush=-1,0\ntarget=/x",
+          "Vantrel recording\nflush=,0\ntarget=/x", "Vantrel recording\nflush=1,\ntarget=/x"}) {
         WriteBytes(file, bytes);
         EXPECT_FALSE(FileOpr::ReadNote(file)) << bytes;
     }

@@ -92,6 +92,11 @@ TEST_F(SaveMeasure, A_displayed_text_is_cut_at_twelve_characters) {
     EXPECT_NE(Save(1, "").find("mV             \t123456789012\t-12.3       \t"), std::string::npos);
 }
 
+TEST_F(SaveMeasure, A_tab_in_a_displayed_text_does_not_shift_the_columns) {
+    displayed[0][Quantity::mV] = "5\t9";
+    EXPECT_NE(Save(1, "").find("mV             \t5 9         \t-12.3       \t"), std::string::npos);
+}
+
 TEST_F(SaveMeasure, A_long_comment_is_written_whole) {
     const std::string comment(10000, 'c');
     EXPECT_NE(Save(1, comment).find("\r\nComment:\t" + comment + "\r\nmV  "), std::string::npos);

@@ -63,6 +63,23 @@ TEST_F(UnattendedRun, The_line_follows_the_run) {
     EXPECT_EQ(Line(), "Record 2 saved 15:07:08");
 }
 
+TEST_F(UnattendedRun, A_record_that_is_late_is_next_at_once) {
+    Start();
+    platform.clock.monotonic += 9s;
+    EXPECT_NE(Line().find("next in 0 s, running 0:00:09"), std::string::npos) << Line();
+}
+
+TEST_F(UnattendedRun, A_new_file_chosen_after_a_failure_begins_without_it) {
+    Start();
+    recording.Fail("the instrument does not answer");
+    run.FlushTempFile();
+    run.targetFile.clear();
+    platform.dialogs.ExpectFileDialog(
+        [this](const platform::FileDialogRequest&) { return target; });
+    ASSERT_TRUE(recording.PrepareTarget());
+    EXPECT_EQ(Line(), "");
+}
+
 TEST_F(UnattendedRun, A_record_that_cannot_be_written_is_told_until_the_next_one) {
     Start();
     // A folder in its place: the temporary file can be written no more.
@@ -136,6 +153,25 @@ TEST_F(UnattendedRun, The_room_on_the_disk_is_told_when_it_falls_below_a_day) {
     EXPECT_TRUE(Line().ends_with("running 0:00:32")) << Line();
 }
 
+TEST_F(UnattendedRun, Room_for_just_a_day_is_room_enough) {
+    Start();
+    const auto record = FileOpr::RecordBytes(run.Rows(), 4); // of a number of six digits
+    const std::uint64_t recordsOfADay = 24 * 3600 / 8;
+    const auto waiting = fs::file_size(run.currentMeasurementPath) + record - 5;
+    platform.files->free_bytes = waiting + 2 * record * recordsOfADay;
+    After(8s);
+    EXPECT_DOUBLE_EQ(recording.Room()->hours, 24);
+    EXPECT_TRUE(Line().ends_with("running 0:00:08")) << Line();
+}
+
+TEST_F(UnattendedRun, Room_that_cannot_be_told_any_more_is_not_the_room_of_before) {
+    Start();
+    ASSERT_TRUE(recording.Room());
+    platform.files->answersForRoom = false;
+    After(8s);
+    EXPECT_FALSE(recording.Room());
+}
+
 TEST_F(UnattendedRun, Short_room_is_told_before_the_run_has_begun_to_need_it) {
     platform.files->free_bytes = 100'000;
     const auto outcome = Start();
@@ -148,6 +184,11 @@ TEST_F(UnattendedRun, A_disk_that_does_not_tell_its_room_disturbs_no_record) {
     EXPECT_EQ(Start().status, Recording::Status::recorded);
     EXPECT_EQ(After(8s).status, Recording::Status::recorded);
     EXPECT_FALSE(recording.Room());
+}
+
+TEST_F(UnattendedRun, Before_a_header_was_written_nothing_has_changed_since) {
+    run.targetFile = target; // chosen, and nothing recorded yet
+    EXPECT_EQ(recording.ChangesSinceHeader(), "");
 }
 
 TEST_F(UnattendedRun, A_setup_that_changes_after_the_header_is_told_until_a_new_file) {

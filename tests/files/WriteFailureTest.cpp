@@ -1,6 +1,7 @@
 #include "base/RunTimeError.h"
 #include "files/MeasurementReader.h"
 #include "files/MeasuringRun.h"
+#include "files/RecordingNote.h"
 #include "files/Recovery.h"
 #include "files/SetUpRun.h"
 #include "support/FakePlatform.h"
@@ -75,6 +76,29 @@ TEST_F(WriteFailure, A_link_is_followed_by_its_own_folder_and_through_others) {
         EXPECT_THROW(run.BeginTarget(link), RunTimeError) << "the file is away, " << link;
 }
 
+TEST_F(WriteFailure, A_link_that_leads_to_itself_is_refused_as_a_target) {
+    const fs::path loop = platform.folder.Path() / "loop.4ch";
+    fs::create_symlink(loop, loop);
+    EXPECT_THROW(run.BeginTarget(loop), RunTimeError);
+    EXPECT_EQ(run.targetFile, target);
+}
+
+TEST_F(WriteFailure, A_folder_that_is_a_link_leads_to_the_temporary_file_as_well) {
+    const fs::path link = platform.folder.Path() / "link";
+    fs::create_directory_symlink(temporary.parent_path(), link);
+    Record(1);
+    run.FlushTempFile();
+    EXPECT_THROW(run.BeginTarget(link / temporary.filename()), RunTimeError) << "it is away";
+}
+
+TEST_F(WriteFailure, Another_file_of_the_temporary_folder_is_a_target_as_others_are) {
+    const fs::path beside = temporary.parent_path() / "beside.4ch";
+    run.BeginTarget(beside);
+    Record(1);
+    run.FlushTempFile();
+    EXPECT_EQ(NumbersIn(beside), Numbers{1});
+}
+
 TEST_F(WriteFailure, A_record_that_a_full_disk_refuses_leaves_the_file_as_it_was) {
     Record(1);
     const std::string before = ReadBytes(temporary);
@@ -119,6 +143,29 @@ TEST_F(WriteFailure, A_refused_flush_leaves_an_older_part_of_the_target_as_it_wa
     Record(6);
     run.FlushTempFile();
     EXPECT_EQ(NumbersIn(target), (Numbers{1, 2, 3, 4, 5, 6}));
+}
+
+TEST_F(WriteFailure, A_temporary_file_that_cannot_be_deleted_is_named) {
+    fs::remove(temporary);
+    fs::create_directories(temporary / "in it");
+    const auto error = ErrorOf([this] { run.FlushTempFile(); });
+    EXPECT_TRUE(error.starts_with("Deleting " + temporary.string() + ": ")) << error;
+}
+
+TEST_F(WriteFailure, A_flush_that_fails_twice_halfway_copies_nothing_twice) {
+    for (std::int32_t number = 1; number <= 40; ++number)
+        Record(number, std::string(20000, 'c'));
+    const std::string recorded = ReadBytes(temporary);
+    const std::string half = recorded.substr(0, recorded.size() / 2);
+    WriteBytes(target, half); // what a first one has left, which could not be undone
+    FileOpr::WriteNote(FileOpr::RecordingFiles(temporary).note, {target, FileOpr::FlushMark{0, 0}});
+    {
+        const FullDisk limit(half.size() + 1000);
+        EXPECT_NE(ErrorOf([this] { run.FlushTempFile(); }), "no error");
+    }
+    EXPECT_EQ(ReadBytes(target).size(), half.size());
+    run.FlushTempFile();
+    EXPECT_TRUE(ReadBytes(target) == recorded);
 }
 
 TEST_F(WriteFailure, A_flush_that_failed_at_the_end_is_found_at_the_next_start) {
@@ -183,6 +230,13 @@ TEST_F(WriteFailure, The_temporary_file_its_note_and_its_lock_are_for_their_user
         ++files;
     }
     EXPECT_EQ(files, 3);
+}
+
+TEST_F(WriteFailure, A_header_in_a_temporary_file_made_anew_is_for_its_user_alone) {
+    Record(1);
+    run.FlushTempFile();
+    run.BeginTarget(platform.folder.Path() / "second.4ch");
+    EXPECT_EQ(fs::status(temporary).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
 TEST_F(WriteFailure,
