@@ -350,7 +350,7 @@ def main():
     parser.add_argument("--every", type=int, default=1, help="try each N-th fault only")
     parser.add_argument("--longest", type=float, default=5, help="leave out tests of more seconds")
     parser.add_argument("--only", metavar="REPORT",
-                        help="try what survived in this earlier run; the rest counts as caught")
+                        help="try only what survived in this earlier run; the figures are theirs")
     options = parser.parse_args()
     project = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
     build = Build(project, os.path.join(project, "build", "mutations"), options.folders)
@@ -373,12 +373,10 @@ def main():
     names = {number: (os.path.relpath(path, build.tree), " ".join(what.split()))
              for number, (path, _, what) in build.faults.items()}
     chosen = sorted(build.faults)[::options.every]
-    tried = set(chosen)
     if options.only:
         earlier = survivors_of(options.only)
-        tried = {number for number in chosen if names[number] in earlier}
-    verdicts = workers.map(
-        lambda number: number not in tried or is_caught(number, visitors[number]), chosen)
+        chosen = [number for number in chosen if names[number] in earlier]
+    verdicts = workers.map(lambda number: is_caught(number, visitors[number]), chosen)
     counts = defaultdict(lambda: [0, 0])
     for number, caught in zip(chosen, verdicts):
         name, what = names[number]
