@@ -1,5 +1,7 @@
 #include "platform/qt/QtPlaces.h"
+#include "platform/qt/SystemHabits.h"
 #include "platform/qt/Text.h"
+#include "program/DarkPaletteStyle.h"
 #include "program/SystemServices.h"
 #include "program/theMain.h"
 
@@ -7,9 +9,11 @@
 #include <QFileInfo>
 
 int main(int argc, char* argv[]) {
+    platform::AskForDarkColours();
     QApplication application(argc, argv);
     QApplication::setApplicationName("vantrel");
     QApplication::setDesktopFileName("vantrel");
+    const DarkPaletteStyle style(platform::StyleThatStaysLight());
 
     platform::QtPlaces places;
     const theMain::SystemServices services(places);

@@ -10,4 +10,10 @@ bool HasFileDialogs() {
     return false; // there are as many as desktops, and none looks alike
 }
 
+void AskForDarkColours() {} // the palette comes from the desktop
+
+QString StyleThatStaysLight() {
+    return {};
+}
+
 } // namespace platform

@@ -10,4 +10,14 @@ bool HasFileDialogs() {
     return true;
 }
 
+void AskForDarkColours() {
+    constexpr auto platform = "QT_QPA_PLATFORM";
+    if (!qEnvironmentVariableIsSet(platform))
+        qputenv(platform, "windows:darkmode=2"); // frames and palette; without it, light ones
+}
+
+QString StyleThatStaysLight() {
+    return QStringLiteral("windowsvista");
+}
+
 } // namespace platform

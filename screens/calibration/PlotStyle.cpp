@@ -1,11 +1,12 @@
 #include "screens/calibration/PlotStyle.h"
 
+#include "screens/controls/Colours.h"
 #include "screens/controls/PlotLook.h"
 
 #include <qcustomplot.h>
 
 PlotStyle PlotStyle::For(const QPalette& palette) {
-    if (palette.color(QPalette::Window).lightnessF() < 0.5F)
+    if (Colours::IsDark(palette))
         return {QColor(70, 70, 70), QColor(190, 190, 190), QColor(105, 105, 105),
                 QColor(100, 181, 246), QColor(255, 183, 77)};
     return {QColor(214, 214, 214), Qt::white, QColor(190, 190, 190), QColor(13, 71, 161),

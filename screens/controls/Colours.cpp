@@ -4,13 +4,11 @@
 #include <QPalette>
 #include <QWidget>
 
-namespace {
+namespace Colours {
+
 bool IsDark(const QPalette& palette) {
     return palette.color(QPalette::Window).lightnessF() < 0.5F;
 }
-} // namespace
-
-namespace Colours {
 
 QColor Error(const QPalette& palette) {
     return IsDark(palette) ? QColor(255, 138, 128) : QColor(183, 28, 28);

@@ -8,6 +8,8 @@ class QWidget;
 /// Colours with a meaning, readable on the light and the dark palette alike.
 namespace Colours {
 
+bool IsDark(const QPalette& palette);
+
 QColor Error(const QPalette& palette);
 QColor Good(const QPalette& palette);
 QColor Caution(const QPalette& palette); ///< amber: to be looked at, not wrong

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+/// Fusion stands in for a style that stays light, as long as the application's palette is dark:
+/// such a style would put the palette's white letters onto light pictures.
+class DarkPaletteStyle final : public QObject {
+public:
+    /// For the name of such a style; where another draws, nothing is done.
+    explicit DarkPaletteStyle(const QString& staysLight);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Choose() const;
+
+    QString staysLight_;
+};
