@@ -54,4 +54,10 @@ void MoveOntoScreen(QWidget& form, int left, int top) {
     form.move(std::clamp(left, area.left(), rightmost), std::clamp(top, area.top(), lowest));
 }
 
+void KeepOnScreen(QWidget& form) {
+    const QRect frame = form.frameGeometry();
+    if (!form.screen()->availableGeometry().contains(frame))
+        MoveOntoScreen(form, frame.left(), frame.top());
+}
+
 } // namespace Mcommon

@@ -19,4 +19,7 @@ void FitOntoScreen(QWidget& form);
 /// Moves the form to the position, or as near as keeps it on a screen that is there now.
 void MoveOntoScreen(QWidget& form, int left, int top);
 
+/// For a form that the desktop has placed: moves it if a part of it lies off the screen.
+void KeepOnScreen(QWidget& form);
+
 } // namespace Mcommon

@@ -6,6 +6,7 @@
 #include "screens/controls/Wiring.h"
 
 #include <QScopedValueRollback>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -36,6 +37,8 @@ Report& ReportWindows::Make() {
 Report& ReportWindows::BringToFront() {
     if (!first_)
         first_ = &Make();
+    if (!first_->isVisible()) // once the desktop has placed it, which may be too low
+        QTimer::singleShot(0, first_.data(), [first = first_] { Mcommon::KeepOnScreen(*first); });
     first_->show();
     first_->raise();
     first_->activateWindow();

@@ -54,6 +54,26 @@ TEST_F(Placement, A_position_off_every_screen_is_brought_onto_one) {
     EXPECT_EQ(form.pos(), screen.topLeft() + QPoint(7, 9));
 }
 
+TEST_F(Placement, A_form_that_the_desktop_placed_too_low_is_moved_up_and_no_further) {
+    QWidget form;
+    const QRect screen = form.screen()->availableGeometry();
+    form.setGeometry(screen.left() + 40, screen.bottom() - 50, 300, 200);
+    Show(form);
+    const int left = form.x();
+    Mcommon::KeepOnScreen(form);
+    EXPECT_TRUE(screen.contains(form.frameGeometry()));
+    EXPECT_EQ(form.x(), left);
+    EXPECT_NEAR(form.frameGeometry().bottom(), screen.bottom(), 1);
+}
+
+TEST_F(Placement, A_form_that_stands_on_its_screen_is_left_where_the_desktop_placed_it) {
+    QWidget form;
+    form.setGeometry(40, 50, 300, 200);
+    Show(form);
+    Mcommon::KeepOnScreen(form);
+    EXPECT_EQ(form.geometry(), QRect(40, 50, 300, 200));
+}
+
 TEST_F(Placement, A_form_larger_than_its_screen_is_made_to_fit_and_a_smaller_one_left_alone) {
     QWidget form;
     const QSize screen = form.screen()->availableSize();
