@@ -45,14 +45,11 @@ collect_licences() {
     done
 }
 
+# In the folder `windows_work`, which goes with its gigabyte whatever comes of it.
 build_windows_qt() {
     local prefix=$1
-    local windows_work=$windows_cache/work-$$
-    rm -rf "$prefix" "$windows_work"
-    fetch_windows_sources "$windows_work/source" >&2 || {
-        rm -rf "$windows_work"
-        return 1
-    }
+    rm -rf "$prefix"
+    fetch_windows_sources "$windows_work/source" >&2 || return 1
     echo "Building Qt for Windows, once: about half an hour of processor time" >&2
     cross_build qt6-base "$windows_work/source/qt6-base" "$prefix" \
         $(cat "$windows_folder/qt-options.txt") || return 1
@@ -64,7 +61,6 @@ build_windows_qt() {
             "-DVANTREL_WINDOWS_QT=$prefix" "-DSOURCES=$windows_work/source" || return 1
     done
     collect_licences "$windows_work/source" "$prefix/licences"
-    rm -rf "$windows_work"
     touch "$prefix/complete"
 }
 
@@ -75,6 +71,8 @@ windows_qt_folder() {
 windows_qt_is_kept() { [ -e "$(windows_qt_folder)/complete" ]; }
 
 windows_qt() {
-    windows_qt_is_kept || build_windows_qt "$(windows_qt_folder)" || return 1
-    windows_qt_folder
+    local windows_work=$windows_cache/work-$$ built=yes
+    windows_qt_is_kept || build_windows_qt "$(windows_qt_folder)" || built=no
+    rm -rf "$windows_work"
+    [ $built = yes ] && windows_qt_folder
 }
