@@ -96,8 +96,8 @@ void Link::Reopen() {
 }
 
 void Link::Scan() {
+    const bool wasOpen = search.IsRunning() ? wasOpenBeforeSearch_ : port.IsOpen();
     EndProbing();
-    const bool wasOpen = port.IsOpen();
     port.Scan();
     if (wasOpen)
         Reopen();

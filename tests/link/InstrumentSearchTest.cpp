@@ -113,6 +113,18 @@ TEST_F(InstrumentSearchTest, With_an_instrument_found_an_earlier_failure_is_past
     EXPECT_EQ(CommPort::LinkText(), "COM2, 9600 bit/s: open");
 }
 
+TEST_F(InstrumentSearchTest, A_scan_in_the_middle_opens_the_port_that_was_open_before) {
+    CommPort::FindInstrument();
+    link.ProbeTicks();
+
+    CommPort::ScanPorts();
+
+    EXPECT_FALSE(link.searching);
+    EXPECT_TRUE(link.serial.PortOpen());
+    EXPECT_EQ(link.serial.CommPort(), 2);
+    EXPECT_EQ(CommPort::LinkText(), "COM2, 9600 bit/s: open");
+}
+
 /// The screen's polling opens the chosen port again and again: what answers there is not what the
 /// search has asked on another.
 TEST_F(InstrumentSearchTest, While_a_screen_waits_for_a_lost_link_none_begins) {
