@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -21,15 +22,25 @@ inline int Chosen() {
     return chosen;
 }
 
+/// Past the library, whose calls some tests let fail, and past a limit that some set; opened each
+/// time, as a child that inherits no file reaches its places, too.
+inline int OpenLog(const char* log) {
+    rlimit before{};
+    ::getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit highest{before.rlim_max, before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &highest);
+    const auto file = static_cast<int>(
+        ::syscall(SYS_openat, AT_FDCWD, log, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    return file;
+}
+
 inline void Reach(int number) {
     static const char* const log = std::getenv("VANTREL_MUTANTS_REACHED");
     static std::array<std::atomic<bool>, most> reached{};
     if (log == nullptr || reached[static_cast<std::size_t>(number)].exchange(true))
         return;
-    // Past the library, whose calls some tests let fail; opened each time, as a child that inherits
-    // no file reaches its places, too.
-    const auto file = static_cast<int>(
-        ::syscall(SYS_openat, AT_FDCWD, log, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+    const int file = OpenLog(log);
     if (::syscall(SYS_write, file, &number, sizeof number) != sizeof number)
         std::abort();
     ::syscall(SYS_close, file);
