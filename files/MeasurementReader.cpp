@@ -75,7 +75,7 @@ MeasurementFile ReadMeasurementFile(const std::filesystem::path& file) {
     std::string text;
     std::error_code unknownSize;
     const auto size = std::filesystem::file_size(file, unknownSize);
-    if (stream && !unknownSize) {
+    if (!unknownSize) {
         text.resize(static_cast<std::size_t>(size));
         stream.read(text.data(), static_cast<std::streamsize>(size));
         text.resize(static_cast<std::size_t>(stream.gcount()));

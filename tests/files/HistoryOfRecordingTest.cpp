@@ -80,6 +80,7 @@ TEST_F(HistoryOfRecording, A_new_files_sum_is_that_of_its_own_bytes) {
     Record(Mode::manual);
     run.FlushTempFile();
     const fs::path second = platform.folder.Path() / "second.4ch";
+    platform.clock.now.hour += 1; // else it begins with the same bytes
     run.BeginTarget(second);
     for (int number = 1; number <= 3; ++number) // longer than the first
         run.SaveMeasure(run.currentMeasurementPath, number, "", DisplayedRun());

@@ -151,6 +151,8 @@ TEST(MeasurementReader, A_number_beyond_32_bits_is_zero) {
     EXPECT_EQ(MeasurementLines::RecordNumber("Record 2147483647\t"), 2147483647);
     EXPECT_EQ(MeasurementLines::RecordNumber("Record 2147483648\t"), 0);
     EXPECT_EQ(MeasurementLines::RecordNumber("Record x"), 0);
+    EXPECT_EQ(MeasurementLines::RecordNumber("Record 7:"), 7);
+    EXPECT_EQ(MeasurementLines::RecordNumber("Record 7/"), 7);
 }
 
 TEST(MeasurementReader, A_file_tells_whether_its_last_record_is_whole) {
