@@ -101,7 +101,9 @@ bool TakePlaceOption(Options& options, std::string_view option, Arguments& argum
 }
 
 bool TakeManner(Options& options, std::string_view option, Arguments& arguments) {
-    if (option == "--bitrate")
+    if (option == "--log")
+        options.log = arguments.TakeValue(option);
+    else if (option == "--bitrate")
         options.bitRate = ParseBitRateText(arguments.TakeValue(option));
     else if (option == "--fast")
         options.fast = true;
@@ -177,6 +179,7 @@ Line:
   --bitrate RATE          speed in bit/s (as the program sets it; 9600 at a device)
   --fast                  answer at once, whatever the line's speed
   --unsolicited SECONDS   send a frame by itself every SECONDS
+  --log PATH              append to this file every byte that goes out
 
 Measuring:
   --electrode CHANNEL NAME ...    --solution CHANNEL CONTENT ...

@@ -21,7 +21,8 @@ struct Options {
     std::optional<std::string> device;
     std::optional<std::filesystem::path> control;
     bool withControl = true;
-    bool attached = false; ///< it ends with its standard input
+    bool attached = false;                    ///< it ends with its standard input
+    std::optional<std::filesystem::path> log; ///< receives what goes out onto the line
     std::optional<std::uint32_t> bitRate;
     bool fast = false;
     bool ideal = false;

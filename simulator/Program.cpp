@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cmath>
 #include <iostream>
+#include <iterator>
 #include <vector>
 
 #include <poll.h>
@@ -78,6 +79,7 @@ Program::Program(const Options& options)
       console_(session_, *this), input_(STDIN_FILENO) {
     session_.Sending().SetFast(options.fast);
     session_.Sending().SetBitRate(options.bitRate.value_or(defaultBitRate));
+    OpenLog();
     OpenControl();
     Replug();
     for (const std::string& line : options.commands) {
@@ -88,6 +90,14 @@ Program::Program(const Options& options)
 }
 
 Program::~Program() = default;
+
+void Program::OpenLog() {
+    if (!options_.log)
+        return;
+    log_.open(*options_.log, std::ios::binary | std::ios::app);
+    if (!log_)
+        throw RunTimeError(SystemError("Opening " + options_.log->string()));
+}
 
 void Program::OpenControl() {
     const std::optional<std::filesystem::path> path = ControlPath(options_);
@@ -161,7 +171,7 @@ void Program::ServeTime() {
     const Line::Due due = session_.Advance(Now());
     try {
         if (port_ && !due.bytes.empty())
-            port_->Write(due.bytes);
+            Send(due.bytes);
         if (port_ && due.unplug)
             Unplug(std::nullopt);
         if (replugAt_ && *replugAt_ <= Now())
@@ -169,6 +179,14 @@ void Program::ServeTime() {
     } catch (const RunTimeError& error) {
         PortGone(error.what());
     }
+}
+
+/// Whoever sees the answer finds it in the log already.
+void Program::Send(std::span<const std::uint8_t> bytes) {
+    if (log_.is_open() &&
+        !log_.write(reinterpret_cast<const char*>(bytes.data()), std::ssize(bytes)).flush())
+        throw RunTimeError("Writing " + options_.log->string() + " failed");
+    port_->Write(bytes);
 }
 
 void Program::ServeInput() {

@@ -10,8 +10,10 @@
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace simulator {
@@ -38,12 +40,14 @@ private:
     void SetBitRate(std::optional<std::uint32_t> bitRate) override;
     void Quit() override { running_ = false; }
 
+    void OpenLog();
     void OpenControl();
     void ServeOnce(const sigset_t& awaited);
     std::optional<Seconds> NextEvent() const;
     void ServePort(bool readable);
     void ServeInput();
     void ServeTime();
+    void Send(std::span<const std::uint8_t> bytes);
     void FollowBitRate();
     void PortGone(const std::string& reason);
 
@@ -55,6 +59,7 @@ private:
     std::unique_ptr<ControlSocket> control_;
     std::optional<Seconds> replugAt_;
     StandardInput input_;
+    std::ofstream log_;
     bool running_ = true;
 };
 

@@ -358,6 +358,19 @@ TEST_F(InstrumentProgram, Answers_at_a_serial_device_and_finds_it_again_after_it
     EXPECT_EQ(RequestOver(*cable).size(), frameLength);
 }
 
+TEST_F(InstrumentProgram, What_goes_out_stands_in_the_log) {
+    const fs::path log = configHome / "sent";
+    InstrumentProcess instrument(configHome, {"--fast", "--log", log.string()});
+    std::vector<std::uint8_t> sent = TestPort(instrument.Link()).Request();
+    instrument.Command("fault half times 1");
+    for (const std::uint8_t byte : TestPort(instrument.Link()).Request(frameLength / 2))
+        sent.push_back(byte);
+    std::ifstream file(log, std::ios::binary);
+    const std::string logged((std::istreambuf_iterator<char>(file)), {});
+    EXPECT_EQ(logged, std::string(sent.begin(), sent.end()));
+    EXPECT_EQ(logged.size(), frameLength + frameLength / 2);
+}
+
 TEST_F(InstrumentProgram, Bad_arguments_are_told_and_nothing_is_left) {
     const auto unknown = InstrumentProcess::RunToEnd(configHome, {"--frob"});
     EXPECT_EQ(unknown.exitCode, 2);
