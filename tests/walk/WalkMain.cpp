@@ -1,3 +1,5 @@
+#include "walk/Supervisor.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
@@ -5,6 +7,8 @@
 #include <gtest/gtest.h>
 
 int main(int argc, char* argv[]) {
+    if (!walk::IsToWalk())
+        return walk::Supervise(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     // Nothing of the user's is reached: neither his folders nor his printers nor his programs.
     const QTemporaryDir home;

@@ -36,9 +36,9 @@ QProcessEnvironment EnvironmentOf(const QString& folder, const QString& display)
 
 } // namespace
 
-Bench::Bench(QSize screen)
+Bench::Bench(QSize screen, const std::vector<std::string>& instrumentArguments)
     : server(Folder(), screen), environment(EnvironmentOf(Folder(), server.Display())),
-      bus(environment), reader(bus.Address()), instrument(folder.Path()) {
+      bus(environment), reader(bus.Address()), instrument(folder.Path(), instrumentArguments) {
     for (const char* name : {"DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"})
         environment.insert(name, bus.Address());
     const QString settings = Folder() + "/Vantrel/";

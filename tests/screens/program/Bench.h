@@ -11,13 +11,17 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 /// A bench with a simulated instrument and a desktop: an X server, a session bus and a screen
 /// reader of their own, on which the program runs as it has been built. Its settings hold a project
 /// that is ready to measure.
 class Bench : public testing::Test {
 protected:
-    explicit Bench(QSize screen = {1280, 1024});
+    /// The simulated instrument is started with these arguments.
+    explicit Bench(QSize screen = {1280, 1024},
+                   const std::vector<std::string>& instrumentArguments = {});
     ~Bench() override;
 
     QString Folder() const { return QString::fromStdString(folder.Path().string()); }
@@ -40,6 +44,7 @@ protected:
     /// On the measuring page: presses "Record" and answers the file dialog.
     void Record(const QString& file) const;
 
+    /// Presses the splash away; true when the program's window is there.
     bool LeaveSplash() const;
 
     fake::TemporaryFolder folder;

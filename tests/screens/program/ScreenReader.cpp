@@ -10,10 +10,15 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace {
 
 const QString accessible = "org.a11y.atspi.Accessible";
 const AccessibleRef desktop{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
+const AccessibleRef inputDevices{"org.a11y.atspi.Registry",
+                                 "/org/a11y/atspi/registry/deviceeventcontroller"};
+const QString inputController = "org.a11y.atspi.DeviceEventController";
 constexpr int patience_ms = 20000;
 
 /// What is in these is many, and on the screen in part.
@@ -55,12 +60,12 @@ std::vector<AccessibleRef> References(const QDBusArgument& list) {
     return references;
 }
 
-bool IsShown(const QVariantList& state) {
-    constexpr unsigned showing = 25; // the state's number
+/// The states from 0 to 31, a bit each.
+quint32 StatesIn(const QVariantList& reply) {
     QList<uint> words;
-    if (!state.isEmpty())
-        state[0].value<QDBusArgument>() >> words;
-    return !words.isEmpty() && ((words[0] >> showing) & 1U) != 0;
+    if (!reply.isEmpty())
+        reply[0].value<QDBusArgument>() >> words;
+    return words.isEmpty() ? 0 : words[0];
 }
 
 std::string Listing(const std::vector<SpokenControl>& controls) {
@@ -74,8 +79,8 @@ std::string Listing(const std::vector<SpokenControl>& controls) {
 } // namespace
 
 ScreenReader::ScreenReader(const QString& sessionBus)
-    : connectionName_("screen reader " + sessionBus),
-      bus_(QDBusConnection::connectToBus(AccessibilityBus(sessionBus), connectionName_)) {
+    : address_(AccessibilityBus(sessionBus)), connectionName_("screen reader " + sessionBus),
+      bus_(QDBusConnection::connectToBus(address_, connectionName_)) {
     EXPECT_TRUE(bus_.isConnected()) << "no accessibility bus";
 }
 
@@ -83,13 +88,24 @@ ScreenReader::~ScreenReader() {
     QDBusConnection::disconnectFromBus(connectionName_);
 }
 
-/// Empty where the control has gone meanwhile.
-QVariantList ScreenReader::Call(const AccessibleRef& at, const QString& interface,
-                                const QString& method, const QVariantList& arguments) const {
+QDBusPendingCall ScreenReader::Ask(const AccessibleRef& at, const QString& interface,
+                                   const QString& method, const QVariantList& arguments) const {
     auto request = QDBusMessage::createMethodCall(at.service, at.path, interface, method);
     request.setArguments(arguments);
-    const QDBusMessage reply = bus_.call(request, QDBus::Block, patience_ms);
+    return bus_.asyncCall(request, patience_ms);
+}
+
+/// Empty where the control has gone meanwhile.
+QVariantList ScreenReader::Answer(QDBusPendingCall& call) {
+    call.waitForFinished();
+    const QDBusMessage reply = call.reply();
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments() : QVariantList();
+}
+
+QVariantList ScreenReader::Call(const AccessibleRef& at, const QString& interface,
+                                const QString& method, const QVariantList& arguments) const {
+    auto call = Ask(at, interface, method, arguments);
+    return Answer(call);
 }
 
 QVariant ScreenReader::Property(const AccessibleRef& at, const QString& interface,
@@ -127,37 +143,54 @@ QString ScreenReader::LabelsOf(const AccessibleRef& at) const {
     return labels.join(", ");
 }
 
-SpokenControl ScreenReader::Read(const AccessibleRef& at) const {
-    SpokenControl control;
-    control.at = at;
-    control.role = Call(at, accessible, "GetRoleName").value(0).toString();
-    control.name = Property(at, accessible, "Name").toString();
-    control.shown = IsShown(Call(at, accessible, "GetState"));
-    if (control.role == "text" || control.role == "spin box")
-        control.text = Call(at, "org.a11y.atspi.Text", "GetText", {0, -1}).value(0).toString();
-    if (control.role == "combo box")
-        control.labels = LabelsOf(at);
-    return control;
+/// The questions are all out before the first answer is awaited.
+std::vector<SpokenControl> ScreenReader::Read(const std::vector<AccessibleRef>& all) const {
+    std::vector<std::array<QDBusPendingCall, 3>> answers;
+    for (const AccessibleRef& at : all)
+        answers.push_back({Ask(at, accessible, "GetRoleName"),
+                           Ask(at, "org.freedesktop.DBus.Properties", "Get", {accessible, "Name"}),
+                           Ask(at, accessible, "GetState")});
+    std::vector<SpokenControl> controls;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        SpokenControl control;
+        control.at = all[i];
+        control.role = Answer(answers[i][0]).value(0).toString();
+        control.name = Answer(answers[i][1]).value(0).value<QDBusVariant>().variant().toString();
+        control.states = StatesIn(Answer(answers[i][2]));
+        control.shown = control.Is(SpokenState::showing);
+        controls.push_back(control);
+    }
+    return controls;
 }
 
-void ScreenReader::Walk(const AccessibleRef& at, const QString& window,
+void ScreenReader::ReadContents(SpokenControl& control) const {
+    if (control.role == "text" || control.role == "spin box")
+        control.text =
+            Call(control.at, "org.a11y.atspi.Text", "GetText", {0, -1}).value(0).toString();
+    if (control.role == "combo box")
+        control.labels = LabelsOf(control.at);
+}
+
+/// Without a window, the children are windows.
+void ScreenReader::Walk(const AccessibleRef& at, const SpokenControl* window,
                         std::vector<SpokenControl>& controls) const {
-    for (const AccessibleRef& child : ChildrenOf(at)) {
-        SpokenControl control = Read(child);
-        control.window = window.isNull() ? control.name + "" : window;
+    for (SpokenControl& control : Read(ChildrenOf(at))) {
+        ReadContents(control);
+        control.window = window != nullptr ? window->window : control.name;
+        control.windowAt = window != nullptr ? window->windowAt : control.at;
         const bool inMenu = control.role == "menu item" || control.role.contains("menu");
         if (!control.shown && !inMenu)
             continue;
         controls.push_back(control);
         if (!hidesItsEntries.contains(control.role))
-            Walk(child, control.window, controls);
+            Walk(control.at, &control, controls);
     }
 }
 
 std::vector<SpokenControl> ScreenReader::Controls() const {
     std::vector<SpokenControl> controls;
-    for (const AccessibleRef& program : ChildrenOf(desktop))
-        Walk(program, {}, controls);
+    for (const AccessibleRef& program : Programs())
+        Walk(program, nullptr, controls);
     return controls;
 }
 
@@ -199,10 +232,25 @@ void ScreenReader::Press(const SpokenControl& control) const {
 
 void ScreenReader::PressKey(int keysym) const {
     constexpr uint bySymbol = 3; // the kind of event: pressed and released
-    const AccessibleRef keyboard{"org.a11y.atspi.Registry",
-                                 "/org/a11y/atspi/registry/deviceeventcontroller"};
-    Call(keyboard, "org.a11y.atspi.DeviceEventController", "GenerateKeyboardEvent",
-         {keysym, QString(), bySymbol});
+    Call(inputDevices, inputController, "GenerateKeyboardEvent", {keysym, QString(), bySymbol});
+}
+
+void ScreenReader::HoldKey(int keycode, bool down) const {
+    const uint kind = down ? 0 : 1;
+    Call(inputDevices, inputController, "GenerateKeyboardEvent", {keycode, QString(), kind});
+}
+
+void ScreenReader::Mouse(QPoint place, const QString& button) const {
+    for (const QString& event : {QString("abs"), button})
+        Call(inputDevices, inputController, "GenerateMouseEvent", {place.x(), place.y(), event});
+}
+
+bool ScreenReader::Focus(const SpokenControl& control) const {
+    return Call(control.at, "org.a11y.atspi.Component", "GrabFocus").value(0).toBool();
+}
+
+std::vector<AccessibleRef> ScreenReader::Programs() const {
+    return ChildrenOf(desktop);
 }
 
 QRect ScreenReader::PlaceOf(const SpokenControl& control) const {
@@ -221,7 +269,11 @@ QRect ScreenReader::PlaceOf(const SpokenControl& control) const {
 
 void ScreenReader::Write(const QString& name, const QString& text) const {
     const SpokenControl box = AwaitName("text", QRegularExpression::escape(name));
-    const QString editable = "org.a11y.atspi.EditableText";
-    EXPECT_TRUE(Call(box.at, editable, "SetTextContents", {text}).value(0).toBool())
-        << name.toStdString();
+    EXPECT_TRUE(WriteInto(box, text)) << name.toStdString();
+}
+
+bool ScreenReader::WriteInto(const SpokenControl& control, const QString& text) const {
+    return Call(control.at, "org.a11y.atspi.EditableText", "SetTextContents", {text})
+        .value(0)
+        .toBool();
 }

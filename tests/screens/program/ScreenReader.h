@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusPendingCall>
+#include <QPoint>
 #include <QRect>
 #include <QString>
 #include <QStringList>
@@ -13,17 +15,26 @@
 struct AccessibleRef {
     QString service;
     QString path;
+    bool operator==(const AccessibleRef&) const = default;
 };
+
+/// A state of a control or window, by its number on the bus.
+enum class SpokenState { active = 1, editable = 7, enabled = 8, showing = 25 };
 
 /// What a screen reader learns of a control.
 struct SpokenControl {
     AccessibleRef at;
-    QString window;     ///< the name of the window that it is in
-    QString role;       ///< "push button"
-    QString name;       ///< a list's name is its chosen entry
-    QString text;       ///< of what is written into
-    QString labels;     ///< the labels that tell what it is for, joined by ", "
-    bool shown = false; ///< it is on the screen
+    AccessibleRef windowAt; ///< of the window that it is in, or is
+    QString window;         ///< the name of that window
+    QString role;           ///< "push button"
+    QString name;           ///< a list's name is its chosen entry
+    QString text;           ///< of what is written into
+    QString labels;         ///< the labels that tell what it is for, joined by ", "
+    bool shown = false;     ///< it is on the screen
+    quint32 states = 0;
+
+    bool Is(SpokenState state) const { return ((states >> static_cast<int>(state)) & 1U) != 0; }
+    bool IsWindow() const { return at == windowAt; }
 };
 
 /// Reads the programs on a desktop's accessibility bus as a screen reader does, by name and value.
@@ -56,6 +67,23 @@ public:
     /// Presses a key of the keyboard, by its X name's number, in the window that has the focus.
     void PressKey(int keysym) const;
 
+    /// Presses a key, or lets go of it, by its number on the keyboard.
+    void HoldKey(int keycode, bool down) const;
+
+    /// Moves the pointer there, and then does this with a button of the mouse: "b1c" clicks the
+    /// first one, "b3p" presses the third and "b3r" releases it, "b4c" turns the wheel away.
+    void Mouse(QPoint place, const QString& button) const;
+
+    /// Whether the control is there and has taken the focus.
+    bool Focus(const SpokenControl& control) const;
+
+    /// Replaces the text of this box; false where it takes none.
+    bool WriteInto(const SpokenControl& control, const QString& text) const;
+
+    /// The accessibility bus, and the programs that are found on it.
+    const QString& BusAddress() const { return address_; }
+    std::vector<AccessibleRef> Programs() const;
+
     /// Where the control is on the screen, in pixels.
     QRect PlaceOf(const SpokenControl& control) const;
 
@@ -63,16 +91,21 @@ public:
     void Write(const QString& name, const QString& text) const;
 
 private:
+    QDBusPendingCall Ask(const AccessibleRef& at, const QString& interface, const QString& method,
+                         const QVariantList& arguments = {}) const;
+    static QVariantList Answer(QDBusPendingCall& call);
     QVariantList Call(const AccessibleRef& at, const QString& interface, const QString& method,
                       const QVariantList& arguments = {}) const;
     QVariant Property(const AccessibleRef& at, const QString& interface,
                       const QString& property) const;
     std::vector<AccessibleRef> ChildrenOf(const AccessibleRef& at) const;
     QString LabelsOf(const AccessibleRef& at) const;
-    SpokenControl Read(const AccessibleRef& at) const;
-    void Walk(const AccessibleRef& at, const QString& window,
+    std::vector<SpokenControl> Read(const std::vector<AccessibleRef>& all) const;
+    void ReadContents(SpokenControl& control) const;
+    void Walk(const AccessibleRef& at, const SpokenControl* window,
               std::vector<SpokenControl>& controls) const;
 
+    QString address_;
     QString connectionName_;
     QDBusConnection bus_;
 };

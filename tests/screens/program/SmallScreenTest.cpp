@@ -3,20 +3,13 @@
 // room, nothing has to be scrolled to.
 
 #include "screens/program/Bench.h"
+#include "screens/program/WindowManager.h"
 
 namespace {
 
 class ManagedScreen : public Bench {
 protected:
-    explicit ManagedScreen(QSize size) : Bench(size), screen(size) {
-        manager.setProcessEnvironment(environment);
-        manager.start("openbox", QStringList());
-        EXPECT_TRUE(manager.waitForStarted()) << manager.errorString().toStdString();
-    }
-    ~ManagedScreen() override {
-        manager.kill();
-        manager.waitForFinished();
-    }
+    explicit ManagedScreen(QSize size) : Bench(size), screen(size) {}
 
     /// The status bar's text and the buttons above it.
     void ExpectFootOnScreen() const {
@@ -44,7 +37,7 @@ protected:
     }
 
     QSize screen;
-    QProcess manager;
+    WindowManager manager{environment};
 };
 
 class SmallScreen : public ManagedScreen {

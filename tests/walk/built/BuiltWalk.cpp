@@ -1,0 +1,346 @@
+#include "walk/built/BuiltWalk.h"
+
+#include "files/RecordingNote.h"
+#include "platform/System.h"
+#include "walk/SettingsRule.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTest>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A second to a user; more in a build for tests, which works several times as long.
+#ifdef NDEBUG
+constexpr int longestWork_ms = 1000;
+#else
+constexpr int longestWork_ms = 4000;
+#endif
+constexpr QSize screenSize(1280, 1024);
+constexpr int longestLeaving_ms = 60000;
+constexpr int longestAnswering_ms = 2000;
+constexpr int longestPause_ms = 3000;
+/// What an analyst presses from the start to his first records.
+constexpr auto longestWayToARecord = 4s;
+constexpr int afterPress_ms = 300; ///< one who is on his way sees what a press does
+/// So soon one who sees all that changes hears of it: well before the next reading.
+constexpr int promptly_ms = 150;
+
+QByteArray Bytes(const QString& name) {
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Without the size of the window, which the window manager touches where it exceeds the screen.
+QByteArray OwnSettingsIn(const QString& file) {
+    static const QRegularExpression sizes("(Width|Height)=\\d+");
+    return QString::fromLatin1(walk::SettingsIn(file)).remove(sizes).toLatin1();
+}
+
+std::vector<std::string> InstrumentArguments(const std::filesystem::path& log) {
+    return {"--fast", "--log", log.string()};
+}
+
+std::filesystem::path LogPlace() {
+    return std::filesystem::temp_directory_path() /
+           ("vantrel-walk-" + std::to_string(::getpid()) + ".sent");
+}
+
+} // namespace
+
+BuiltWalk::BuiltWalk(std::uint64_t chosen)
+    : Bench(screenSize, InstrumentArguments(LogPlace())), seed(chosen), analyst_(chosen, Folder()),
+      manager_(environment), hand_(reader, screenSize, Folder()),
+      leavingHand_(reader, {0, 0}, Folder()), values_(LogPlace()),
+      listener_(new BusListener(
+          reader.BusAddress(), [this](const QString& spoken) { values_.Hear(spoken); },
+          longestWork_ms)),
+      notes_(qEnvironmentVariable(walk::notesVariable)), course_(walk::CourseAsked()),
+      repeated_(!course_.empty()) {
+    QDir().mkdir(Folder() + "/programs");
+    environment.insert("PATH", Folder() + "/programs"); // no editor, no calculator
+    environment.remove("QT_SCALE_FACTOR");              // places are told in pixels of the screen
+    environment.insert("CUPS_SERVER", Folder() + "/no-print-server");
+    const QString settings = Folder() + "/Vantrel/Vantrel.ini";
+    QByteArray lines = Bytes(settings);
+    lines.replace("For Measurement=2", "For Measurement=1"); // a value shown is one frame's
+    QFile file(settings);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(lines + "[Measuring Choices]\r\nAutomatic=1\r\nPeriod=1\r\n");
+    listener_->moveToThread(&listening_);
+    listening_.start();
+    QMetaObject::invokeMethod(
+        listener_, [this] { listener_->Begin(); }, Qt::BlockingQueuedConnection);
+}
+
+BuiltWalk::~BuiltWalk() {
+    QMetaObject::invokeMethod(
+        listener_, [this] { listener_->End(); }, Qt::BlockingQueuedConnection);
+    listening_.quit();
+    listening_.wait();
+    delete listener_;
+    RemoveUnfinishedRecordings();
+    std::filesystem::remove(LogPlace());
+}
+
+void BuiltWalk::TearDown() {}
+
+/// Those of a walk that has failed would be offered to other programs' users.
+void BuiltWalk::RemoveUnfinishedRecordings() {
+    program.kill();
+    program.waitForFinished();
+    QDirIterator notes(QString::fromStdString(platform::SystemTemporaryFolder().string()),
+                       {"4ch*.note"}, QDir::Files);
+    while (notes.hasNext()) {
+        const FileOpr::RecordingFiles files(
+            notes.next().chopped(std::ssize(std::string_view(".note"))).toStdString());
+        const auto note = FileOpr::ReadNote(files.note);
+        if (!note || note->target.parent_path() != folder.Path())
+            continue;
+        for (const auto& each : {files.temporary, files.note, files.lock})
+            std::filesystem::remove(each);
+    }
+}
+
+std::string BuiltWalk::Place() const {
+    return "seed " + std::to_string(seed) + ", the last steps:" + notes_.LastSteps();
+}
+
+std::string BuiltWalk::Summary() const {
+    return "seed " + std::to_string(seed) + ": " + std::to_string(steps_) + " steps, " +
+           std::to_string(lives_) + " lives, " + std::to_string(kills_) + " killed, " +
+           std::to_string(boxes_) + " boxes, " + std::to_string(values_.ValuesShown()) +
+           " values, " + std::to_string(values_.RecordsJudged()) + " records, longest wait " +
+           std::to_string(listener_->LongestWait_ms()) + " ms";
+}
+
+void BuiltWalk::Live(std::chrono::milliseconds time) {
+    Begin();
+    Walk(time);
+    const bool kills = repeated_ ? !course_.empty() && course_.front().action == "kill"
+                                 : !HasFailure() && analyst_.Below(3) == 0;
+    if (!course_.empty())
+        course_.pop_front(); // the end of this life
+    ++lives_;
+    if (kills)
+        Kill();
+    else
+        Leave();
+    killed_ = kills;
+    JudgeValues();
+    if (!killed_)
+        JudgeFiles();
+}
+
+void BuiltWalk::Begin() {
+    sinceStep_.start();
+    Start();
+    const auto programs = reader.Programs();
+    QMetaObject::invokeMethod(
+        listener_, [this] { listener_->Subscribe(); }, Qt::BlockingQueuedConnection);
+    if (!programs.empty())
+        listener_->Watch(programs.back().service, program.processId());
+    onDesktop_ = !programs.empty();
+    if (!onDesktop_ || HasFailure())
+        walk::Broken("the program starts again", Place());
+}
+
+void BuiltWalk::Walk(std::chrono::milliseconds time) {
+    const QDeadlineTimer end(time);
+    const bool measures = analyst_.Below(4) > 0;
+    const QDeadlineTimer straight(measures ? longestWayToARecord : 0ms);
+    while (!HasFailure() && IsAlive()) {
+        const bool over = repeated_ ? course_.empty() || course_.front().action == "leave" ||
+                                          course_.front().action == "kill"
+                                    : end.hasExpired();
+        if (over)
+            return;
+        Turn(!straight.hasExpired());
+    }
+}
+
+/// The program runs, and has answered in time.
+bool BuiltWalk::IsAlive() {
+    if (const auto still = listener_->Standstill()) {
+        walk::Broken("no standstill", still->toStdString() + ", " + Place());
+        return false;
+    }
+    if (program.state() == QProcess::Running && !program.waitForFinished(0))
+        return true;
+    walk::Broken("no crash",
+                 "the program has ended with " + std::to_string(program.exitCode()) +
+                     (program.exitStatus() == QProcess::CrashExit ? " by a signal, " : ", ") +
+                     Place());
+    return false;
+}
+
+void BuiltWalk::Turn(bool towardsRecord) {
+    const Scene scene = Look();
+    if (auto answer = analyst_.Answer(scene, false)) {
+        if (IsBeingAnswered(scene))
+            return QTest::qWait(50);
+        JudgeBox(scene);
+        if (repeated_)
+            answer = AnswerOfCourse(scene).value_or(*answer);
+        return Take(*answer, scene);
+    }
+    std::optional<Step> step;
+    if (repeated_)
+        step = NextOfCourse(scene);
+    else
+        step = towardsRecord ? analyst_.TowardsRecord(scene) : analyst_.Act(scene);
+    if (step) {
+        ++steps_;
+        Take(*step, scene);
+    }
+    if (towardsRecord && !repeated_)
+        QTest::qWait(afterPress_ms);
+}
+
+/// What was answered may stand there until the program has heard of it.
+bool BuiltWalk::IsBeingAnswered(const Scene& scene) {
+    const bool same = scene.Reached().at == answered_;
+    answered_ = scene.Reached().at;
+    return same && sinceStep_.elapsed() < longestAnswering_ms;
+}
+
+/// What the course has for a box that waits, if its next step is that.
+std::optional<Step> BuiltWalk::AnswerOfCourse(const Scene& scene) {
+    if (course_.empty())
+        return std::nullopt;
+    const Step next = course_.front();
+    const auto box = scene.Box();
+    const bool fits =
+        box ? next.action == "answer" && next.window == scene.TextOf(*box) : next.action == "file";
+    if (!fits)
+        return std::nullopt;
+    course_.pop_front();
+    return next;
+}
+
+/// Answers to boxes that do not come are left out, after a while in which they could have come.
+std::optional<Step> BuiltWalk::NextOfCourse(const Scene& /*scene*/) {
+    const Step next = course_.front();
+    if (next.action == "answer" || next.action == "file") {
+        constexpr int boxesComeWithin_ms = 1000;
+        if (sinceStep_.elapsed() < next.pause_ms + boxesComeWithin_ms)
+            QTest::qWait(50);
+        else
+            course_.pop_front();
+        return std::nullopt;
+    }
+    if (sinceStep_.elapsed() < std::min(next.pause_ms, longestPause_ms)) {
+        QTest::qWait(20);
+        return std::nullopt;
+    }
+    course_.pop_front();
+    return next;
+}
+
+void BuiltWalk::Take(const Step& step, const Scene& scene) {
+    notes_.Note(step);
+    sinceStep_.start();
+    if (step.action == "file") {
+        boxText_.clear(); // what is asked next is about another name
+        values_.Forget(step.argument + ".4ch");
+    }
+    if (step.action == "instrument")
+        Disturb(step.argument);
+    else
+        hand_.Do(step, scene);
+    QTest::qWait(repeated_ ? 0 : static_cast<int>(analyst_.Below(60)));
+}
+
+void BuiltWalk::Disturb(const QString& command) {
+    try {
+        instrument.Command(command.toStdString());
+    } catch (const std::runtime_error&) { // a cable pulled twice
+    }
+}
+
+void BuiltWalk::JudgeBox(const Scene& scene) {
+    const auto box = scene.Box();
+    if (!box || box->at == box_)
+        return;
+    const QString text = scene.TextOf(*box);
+    if (text == boxText_ && steps_ == stepsAtBox_)
+        walk::Broken("no box comes twice without something done",
+                     text.toStdString() + ", " + Place());
+    ++boxes_;
+    box_ = box->at;
+    boxText_ = text;
+    stepsAtBox_ = steps_;
+}
+
+void BuiltWalk::Kill() {
+    notes_.Note({"kill", {}, {}, {}});
+    ++kills_;
+    listener_->Watch({}, 0);
+    program.kill();
+    program.waitForFinished();
+}
+
+void BuiltWalk::Leave() {
+    notes_.Note({"leave", {}, {}, {}});
+    const QDeadlineTimer end(longestLeaving_ms);
+    while (program.state() == QProcess::Running && !end.hasExpired()) {
+        const Scene scene = Look();
+        const auto answer = analyst_.Answer(scene, true);
+        const Step step = answer ? *answer : BuiltAnalyst::TowardsEnd(scene);
+        leavingHand_.Do(step, scene);
+        program.waitForFinished(100);
+    }
+    EndProgram();
+}
+
+void BuiltWalk::EndProgram() {
+    listener_->Watch({}, 0);
+    if (program.state() == QProcess::Running)
+        walk::Broken("the program can be left", Look().Told() + "\n" + Place());
+    else if (program.exitStatus() == QProcess::CrashExit || program.exitCode() != 0)
+        walk::Broken("no crash", "the program has ended with " +
+                                     std::to_string(program.exitCode()) + " when it was left, " +
+                                     Place());
+    program.kill();
+    program.waitForFinished();
+}
+
+void BuiltWalk::JudgeSettings() {
+    const QString settings = Folder() + "/Vantrel/Vantrel.ini";
+    if (killed_) { // what it would have saved at its end
+        Begin();
+        Leave();
+        killed_ = false;
+        JudgeFiles();
+    }
+    const QByteArray before = OwnSettingsIn(settings);
+    Begin();
+    Leave();
+    const QByteArray after = OwnSettingsIn(settings);
+    if (after != before)
+        walk::Broken("settings that nobody touched keep their bytes",
+                     walk::Difference(before, after) + "\n" + Place());
+}
+
+void BuiltWalk::JudgeFiles() {
+    const bool allHeard = listener_->LongestWait_ms() < promptly_ms;
+    QDirIterator files(Folder(), {"*.4ch"}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString name = files.next();
+        const std::string faults = values_.Faults(name.toStdString(), allHeard);
+        if (!faults.empty())
+            walk::Broken("what was recorded is in its file, as it was shown",
+                         name.toStdString() + faults + "\n" + Place());
+    }
+}
+
+void BuiltWalk::JudgeValues() {
+    const QStringList madeUp = values_.MadeUp();
+    if (!madeUp.isEmpty())
+        walk::Broken("every value shown belongs to a frame",
+                     madeUp.join("\n").toStdString() + "\n" + Place());
+}
