@@ -72,6 +72,10 @@ TEST_F(GivenNames, Losses_counts_how_often_the_link_was_lost) {
         link.TimeoutTicks();
         EXPECT_EQ(CommPort::Losses(), losses);
         link.IntervalTicks();
+        EXPECT_TRUE(CommPort::IsLost()) << "asked again, and not answered yet";
+        link.TimeoutTicks();
+        EXPECT_EQ(CommPort::Losses(), losses) << "the same loss";
+        link.IntervalTicks();
         link.serial.Arrive(frame);
         link.IntervalTicks();
     }

@@ -48,6 +48,7 @@ TEST_F(InstrumentSearchTest, Stopped_while_the_port_was_closed_it_asks_nobody_an
 }
 
 TEST_F(InstrumentSearchTest, Begun_anew_where_no_port_is_left_it_ends_and_asks_nobody) {
+    link.serial.SetPortOpen(false);
     CommPort::FindInstrument();
     auto& ports = CommPort::TheLink().port.PortAvailable;
     ports.fill(false);

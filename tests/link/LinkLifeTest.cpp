@@ -60,6 +60,20 @@ TEST_F(LinkLife, When_the_controls_go_a_search_under_way_ends_without_a_step_mor
     EXPECT_EQ(link.serial.opened.size(), opened);
 }
 
+TEST_F(LinkLife, A_search_that_went_with_the_controls_is_not_at_work_when_others_come) {
+    CommPort::Controls controls;
+    controls.MSComm1 = &link.serial;
+    CommPort::FindInstrument();
+    CommPort::Detach();
+    CommPort::Attach(controls);
+
+    CommPort::TheLink().status.Set("as it was");
+    CommPort::StopSearch();
+
+    EXPECT_EQ(CommPort::StatusText(), "as it was");
+    EXPECT_FALSE(link.serial.PortOpen());
+}
+
 TEST_F(LinkLife, After_the_controls_have_gone_their_screen_is_told_nothing) {
     link.status = "the last words";
     CommPort::Detach();

@@ -130,7 +130,7 @@ TEST_F(PortTest, The_present_is_no_failure_that_is_past) {
 
 TEST_F(PortTest, A_test_clears_the_status_of_an_earlier_one_before_it_says_its_own) {
     CommPort::ScanPorts();
-    link.status = "of an earlier one";
+    CommPort::TheLink().status.Set("of an earlier one");
     std::vector<std::string> shown;
     const auto handle =
         CommPort::ObserveLink([&shown] { shown.push_back(CommPort::StatusText()); });

@@ -256,11 +256,12 @@ TEST_F(Series, One_that_goes_on_no_longer_fails_when_the_link_is_lost) {
 }
 
 TEST_F(Series, A_loss_that_another_series_met_is_none_of_this_one) {
-    series.GoOnAfterFailure(true);
-    series.Start(1);
+    fake::Timer othersTimer;
+    ReadingSeries other(othersTimer);
+    other.GoOnAfterFailure(true);
+    other.Start(1);
     link.TimeoutTicks();
-    series.OnTimer(averages);
-    series.Stop();
+    other.Stop();
     series.Start(1);
     FrameArrives(100);
     EXPECT_EQ(series.OnTimer(averages), Tick::values);
