@@ -67,6 +67,44 @@ TEST(CalibrationSession, The_second_of_two_points_ends_the_entry) {
     EXPECT_EQ(session.MainAction(), Action::showSummary);
 }
 
+TEST(CalibrationSession, A_point_is_recorded_from_its_own_reading_never_from_the_last_points) {
+    auto session = SessionOf({0});
+    RecordPoint(session, 1, 100);
+    session.BeginReading();
+    EXPECT_FALSE(session.HasLive());
+    EXPECT_EQ(session.Record(), Recorded::nothing);
+    EXPECT_FALSE(session.IsRecorded(1));
+}
+
+TEST(CalibrationSession, Reading_that_was_stopped_shows_no_value_any_more) {
+    auto session = SessionOf({0});
+    session.BeginReading();
+    session.SetLive(0, 100);
+    session.StopReading();
+    EXPECT_FALSE(session.Live(0));
+}
+
+TEST(CalibrationSession, The_summary_waits_for_the_points_that_are_missing) {
+    auto session = SessionOf({0});
+    RecordPoint(session, 1, 100);
+    session.SetCurrentPoint(0);
+    EXPECT_EQ(session.MainAction(), Action::read);
+}
+
+TEST(CalibrationSession, Without_a_channel_nothing_is_recorded) {
+    auto session = SessionOf({});
+    EXPECT_FALSE(session.IsRecorded(0));
+    EXPECT_FALSE(session.HasLive());
+}
+
+TEST(CalibrationSession, A_point_is_not_recorded_here_for_a_channel_that_came_later) {
+    auto session = SessionOf({0});
+    RecordPoint(session, 1, 100);
+    ASSERT_TRUE(session.IsRecordedHere(0));
+    session.SetChannels({0, 1});
+    EXPECT_FALSE(session.IsRecordedHere(0));
+}
+
 TEST(CalibrationSession, What_is_recorded_is_the_displayed_value) {
     auto session = SessionOf({0});
     RecordPoint(session, 1, -55.34F);

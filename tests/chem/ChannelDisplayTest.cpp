@@ -32,6 +32,25 @@ ChannelState Ion(float converted, float stdUnit) {
     return channel;
 }
 
+TEST(ChannelValues, A_conversion_that_failed_or_is_negative_leaves_the_potential_alone) {
+    auto failed = Ion(5, 0);
+    failed.conversionFailed = true;
+    auto negative = Ion(-5, 0);
+    auto none = Ion(5, 0);
+    none.converted.reset();
+    for (const auto& channel : {failed, negative, none}) {
+        const auto values = ChannelDisplay::ValuesOf(channel);
+        EXPECT_EQ(values[Quantity::mV], 188.5F);
+        EXPECT_FALSE(values[Quantity::ppm]);
+        EXPECT_FALSE(values[Quantity::mol_l]);
+    }
+}
+
+TEST(ChannelValues, A_value_of_zero_is_a_value) {
+    EXPECT_EQ(ChannelDisplay::ValuesOf(Ion(0, 0))[Quantity::ppm], 0.0F);
+    EXPECT_EQ(TextsOf(Ion(0, 0))[Quantity::ppm], "0.0");
+}
+
 TEST(ChannelDisplay, A_Redox_channel_shows_its_potential_alone) {
     ChannelState channel;
     channel.kind = Kind::redox;

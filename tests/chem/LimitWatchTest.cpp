@@ -80,6 +80,13 @@ TEST_F(LimitWatchTest, An_alarm_stands_until_acknowledged_and_tells_when_it_was)
     EXPECT_EQ(watch.Text(channel), "");
 }
 
+TEST_F(LimitWatchTest, An_alarm_whose_value_is_outside_again_has_not_ended) {
+    ReadThrice(101);
+    Read(50);
+    Read(101);
+    EXPECT_EQ(watch.Text(channel), "outside its limits (1 to 100 ppm) since 14:54:01");
+}
+
 TEST_F(LimitWatchTest, An_acknowledged_alarm_ends_with_the_first_reading_inside) {
     ReadThrice(101);
     watch.Acknowledge(channel);
