@@ -28,6 +28,14 @@ protected:
     fake::Platform platform;
 };
 
+TEST_F(LoadSettingsTest, The_conversion_is_handed_the_electrode_of_every_channel) {
+    for (std::size_t i = 0; i < maxChannels; ++i)
+        ChannelSetup[i].Electrode = "electrode " + std::to_string(i + 1);
+    const auto tables = mWinInit::ConversionTables();
+    for (std::size_t i = 0; i < maxChannels; ++i)
+        EXPECT_EQ(tables.electrode[i], "electrode " + std::to_string(i + 1));
+}
+
 TEST_F(LoadSettingsTest, Without_a_file_every_text_and_number_has_its_default) {
     mWinInit::LoadSettings();
     EXPECT_EQ(ProjectInfo.ProjectName, "< Please type the name of this project >");

@@ -49,8 +49,9 @@ TEST_F(StoredLimits, Without_any_the_settings_file_is_not_touched) {
 
 TEST_F(StoredLimits, A_line_that_is_no_pair_of_limits_sets_none) {
     EXPECT_EQ(Stored("ppm,1,100"), (Limits{1.0F, 100.0F, Quantity::ppm}));
+    EXPECT_EQ(Stored("ppm,5,5"), (Limits{5.0F, 5.0F, Quantity::ppm})) << "one value alone";
     for (const char* line : {"ppm", "furlongs,1,100", "ppm,1,100,7", "ppm,1;5,100", "ppm,100,1",
-                             "ppm,x,100", ",,", "ppm,,", "1,2,3"})
+                             "ppm,x,100", "ppm,1,x", ",,", "ppm,,", "1,2,3"})
         EXPECT_FALSE(Stored(line).AreSet()) << line;
 }
 
