@@ -28,6 +28,26 @@ protected:
     fake::Platform platform;
 };
 
+TEST_F(LoadSettingsTest, Reset_leaves_nothing_of_what_was_set_up) {
+    ProjectInfo.ProjectName = "Well 7";
+    HardwareSettings.HardwarePortNumber = 3;
+    ChannelSetup[1].Electrode = "Ca";
+    Calibration[2].PointCount = 2;
+    TempSensor[0].PointCount = 2;
+    mWinInit::WindowX = mWinInit::WindowY = 7;
+
+    mWinInit::Reset(8);
+
+    EXPECT_EQ(ProjectInfo.ProjectName, "");
+    EXPECT_EQ(HardwareSettings.HardwarePortNumber, 2);
+    EXPECT_EQ(HardwareSettings.ChannelCount, 8);
+    EXPECT_EQ(ChannelSetup[1].Electrode, "");
+    EXPECT_EQ(Calibration[2].PointCount, 0);
+    EXPECT_EQ(TempSensor[0].PointCount, 0);
+    EXPECT_EQ(mWinInit::WindowX, 0);
+    EXPECT_EQ(mWinInit::WindowY, 0);
+}
+
 TEST_F(LoadSettingsTest, The_conversion_is_handed_the_electrode_of_every_channel) {
     for (std::size_t i = 0; i < maxChannels; ++i)
         ChannelSetup[i].Electrode = "electrode " + std::to_string(i + 1);
