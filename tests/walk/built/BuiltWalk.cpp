@@ -328,14 +328,19 @@ void BuiltWalk::JudgeSettings() {
 
 void BuiltWalk::JudgeFiles() {
     const bool allHeard = listener_->LongestWait_ms() < promptly_ms;
+    QStringList missing = values_.FilesRecordedInto();
     QDirIterator files(Folder(), {"*.4ch"}, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString name = files.next();
+        missing.removeAll(files.fileName());
         const std::string faults = values_.Faults(name.toStdString(), allHeard);
         if (!faults.empty())
             walk::Broken("what was recorded is in its file, as it was shown",
                          name.toStdString() + faults + "\n" + Place());
     }
+    if (!missing.isEmpty())
+        walk::Broken("what was recorded is in its file, as it was shown",
+                     "there is no " + missing.join(", ").toStdString() + "\n" + Place());
 }
 
 void BuiltWalk::JudgeValues() {

@@ -122,6 +122,11 @@ std::size_t ValueWitness::RecordsJudged() const {
     return recordsJudged_;
 }
 
+QStringList ValueWitness::FilesRecordedInto() const {
+    const std::scoped_lock lock(mutex_);
+    return acknowledged_.keys();
+}
+
 std::string ValueWitness::Faults(const std::filesystem::path& path, bool allHeard) {
     const std::scoped_lock lock(mutex_);
     const auto file = FileOpr::ReadMeasurementFile(path);

@@ -51,6 +51,9 @@ public:
     QStringList MadeUp() const;
     std::size_t ValuesShown() const;
 
+    /// Names of the files that a record was said to be in.
+    QStringList FilesRecordedInto() const;
+
     /// What is wrong with the file's records: numbers with a gap, values of no frame, fewer records
     /// than were said to be there and, where `allHeard`, values that were never shown.
     std::string Faults(const std::filesystem::path& file, bool allHeard);
