@@ -97,7 +97,7 @@ protected:
             "electrode 1 Ca",    "replug", "solution 1 water",      "solution all pH 7", "replug",
             "temperature all 20"};
         const auto any = [this](const QStringList& list) {
-            return list[static_cast<int>(analyst.Below(std::size(list)))];
+            return list[static_cast<int>(analyst.Below(static_cast<std::size_t>(list.size())))];
         };
         switch (isSearch ? analyst.Below(8) : 7) {
         case 0:

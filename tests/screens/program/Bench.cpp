@@ -1,5 +1,7 @@
 #include "screens/program/Bench.h"
 
+#include "screens/desktop/EndWithTest.h"
+
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
@@ -73,6 +75,7 @@ void Bench::Confirm(const QString& question) const {
 void Bench::Start(const QStringList& arguments) {
     program.setProcessEnvironment(environment);
     program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    EndWithTest(program);
     program.start(VANTREL_PROGRAM, arguments);
     ASSERT_TRUE(program.waitForStarted()) << program.errorString().toStdString();
     EXPECT_TRUE(QTest::qWaitFor([this] { return LeaveSplash(); }, longestStart_ms));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "screens/desktop/EndWithTest.h"
+
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <gtest/gtest.h>
@@ -9,6 +11,7 @@ class WindowManager {
 public:
     explicit WindowManager(const QProcessEnvironment& environment) {
         manager_.setProcessEnvironment(environment);
+        EndWithTest(manager_);
         manager_.start("openbox", QStringList());
         EXPECT_TRUE(manager_.waitForStarted()) << manager_.errorString().toStdString();
     }

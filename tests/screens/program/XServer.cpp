@@ -1,11 +1,14 @@
 #include "screens/program/XServer.h"
 
+#include "screens/desktop/EndWithTest.h"
+
 #include <QFile>
 #include <QtEndian>
 #include <gtest/gtest.h>
 
 XServer::XServer(const QString& folder, QSize screen) : folder_(folder) {
     const QString size = QString("%1x%2x24").arg(screen.width()).arg(screen.height());
+    EndWithTest(server_);
     server_.start("Xvfb",
                   {"-displayfd", "1", "-screen", "0", size, "-nolisten", "tcp", "-fbdir", folder});
     EXPECT_TRUE(server_.waitForStarted()) << server_.errorString().toStdString();

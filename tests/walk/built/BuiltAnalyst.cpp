@@ -39,8 +39,7 @@ Step BuiltAnalyst::AnswerBox(const Scene& scene, const SpokenControl& box, bool 
     for (const SpokenControl& each : scene.UsableIn(box))
         if (each.role == "push button")
             names << each.name;
-    QString name =
-        names.isEmpty() ? QString() : names.at(static_cast<int>(Below(std::size(names))));
+    QString name = names.isEmpty() ? QString() : AnyOf(names);
     if (text.contains(recoveryQuestion))
         name = text.contains(files_) ? "Yes" : "No";
     else if (text.contains(leaveQuestion) || leaving)
@@ -111,7 +110,11 @@ Step BuiltAnalyst::DisturbTheLine() {
                                            "temperature all 20",
                                            "replug",
                                            "replug"};
-    return {"instrument", {}, {}, happenings.at(static_cast<int>(Below(std::size(happenings))))};
+    return {"instrument", {}, {}, AnyOf(happenings)};
+}
+
+QString BuiltAnalyst::AnyOf(const QStringList& texts) {
+    return texts.at(static_cast<int>(Below(static_cast<std::size_t>(texts.size()))));
 }
 
 std::optional<SpokenControl> BuiltAnalyst::Any(const Scene& scene, const SpokenControl& window,
@@ -147,7 +150,7 @@ std::optional<Step> BuiltAnalyst::WriteText(const Scene& scene, const SpokenCont
     static const QStringList texts = {"",    "1",  "10", "100",  "4.01",  "7.00",   "0,5",     "-3",
                                       "1e9", "ab", "2",  "9999", "0.001", "sample", "\xC3\xA4"};
     const auto box = Any(scene, window, {"text", "spin box"});
-    const QString& text = texts.at(static_cast<int>(Below(std::size(texts))));
+    const QString text = AnyOf(texts);
     return box && box->Is(SpokenState::editable)
                ? std::optional<Step>({"write", window.name, Scene::NameOf(*box), text})
                : std::nullopt;

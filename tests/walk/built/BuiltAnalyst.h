@@ -35,6 +35,7 @@ private:
     Step AnswerBox(const Scene& scene, const SpokenControl& box, bool leaving);
     Step AnswerFileDialog(const SpokenControl& name, bool leaving);
     Step DisturbTheLine();
+    QString AnyOf(const QStringList& texts);
     std::optional<SpokenControl> Any(const Scene& scene, const SpokenControl& window,
                                      const QStringList& roles);
 

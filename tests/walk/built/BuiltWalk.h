@@ -57,7 +57,7 @@ private:
 
     /// One step: an answer to what waits, else the next of the course or of the analyst.
     void Turn(bool towardsRecord);
-    std::optional<Step> NextOfCourse(const Scene& scene);
+    std::optional<Step> NextOfCourse();
     std::optional<Step> AnswerOfCourse(const Scene& scene);
     void AwaitPause(const Step& step) const;
     void Take(const Step& step, const Scene& scene);
