@@ -121,8 +121,10 @@ std::string BuiltWalk::Summary() const {
 }
 
 void BuiltWalk::Live(std::chrono::milliseconds time) {
+    const std::size_t heardBefore = values_.ValuesShown();
     Begin();
     Walk(time);
+    heardAll_ = heardAll_ && values_.ValuesShown() > heardBefore;
     const bool kills = repeated_ ? !course_.empty() && course_.front().action == "kill"
                                  : !HasFailure() && analyst_.Below(3) == 0;
     if (!course_.empty())
@@ -329,7 +331,7 @@ void BuiltWalk::JudgeSettings() {
 }
 
 void BuiltWalk::JudgeFiles() {
-    const bool allHeard = listener_->LongestWait_ms() < promptly_ms;
+    const bool allHeard = heardAll_ && listener_->LongestWait_ms() < promptly_ms;
     QStringList missing = values_.FilesRecordedInto();
     QDirIterator files(Folder(), {"*.4ch"}, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {

@@ -78,6 +78,7 @@ private:
     std::deque<Step> course_; ///< what is still to be done of a given one
     const bool repeated_;
     bool onDesktop_ = false; ///< the program stands on the bus
+    bool heardAll_ = true;   ///< no life passed without a value
     bool killed_ = false;    ///< the last life ended so
     AccessibleRef answered_; ///< the box or dialog that was answered last
     AccessibleRef box_;      ///< the message box that was judged last
