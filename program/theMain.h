@@ -4,6 +4,7 @@
 #include "files/MeasuringRun.h"
 #include "history/LinkNotes.h"
 #include "history/Log.h"
+#include "program/ModalGate.h"
 #include "screens/controls/EventGuard.h"
 
 #include <filesystem>
@@ -45,6 +46,7 @@ private:
 
     void Continue();
 
+    ModalGate modalGate_;
     std::filesystem::path file_;
     EventGuard guard_{"Unexpected Error - "};
     std::optional<History::Log> history_; ///< outlives all that it takes down

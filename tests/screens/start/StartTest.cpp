@@ -166,6 +166,16 @@ TEST_F(StartTest, A_hint_in_a_box_is_readable_where_a_dark_desktop_gives_it_no_c
     QApplication::setPalette(before);
 }
 
+TEST_F(StartTest, A_tool_that_closes_the_main_screen_under_a_question_ends_nothing) {
+    program.Main();
+    Click(*Form("frmSplash"), "cmdCommand1");
+    QDialog question(Form("frmMain"));
+    question.setModal(true);
+    question.show();
+    EXPECT_FALSE(Form("frmMain")->close()); // and asks nothing over the question
+    EXPECT_TRUE(Form("frmMain")->isVisible());
+}
+
 TEST_F(StartTest, A_step_that_fails_is_said_with_its_place) {
     platform.desktop.onEvents = [] { throw RunTimeError("Disk full"); };
     platform.dialogs.ExpectMessage("Unexpected Error - Disk full\nError location - theMain - Main",
