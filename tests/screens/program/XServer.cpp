@@ -9,8 +9,9 @@
 XServer::XServer(const QString& folder, QSize screen) : folder_(folder) {
     const QString size = QString("%1x%2x24").arg(screen.width()).arg(screen.height());
     EndWithTest(server_);
-    server_.start("Xvfb",
-                  {"-displayfd", "1", "-screen", "0", size, "-nolisten", "tcp", "-fbdir", folder});
+    // A server that begins anew when its last client has gone refuses the one that comes meanwhile.
+    server_.start("Xvfb", {"-displayfd", "1", "-noreset", "-screen", "0", size, "-nolisten", "tcp",
+                           "-fbdir", folder});
     EXPECT_TRUE(server_.waitForStarted()) << server_.errorString().toStdString();
     EXPECT_TRUE(server_.waitForReadyRead()) << "the X server names no display";
     display_ = ":" + server_.readAllStandardOutput().trimmed();
