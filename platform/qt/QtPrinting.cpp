@@ -96,13 +96,19 @@ private:
         });
     }
 
+    /// Events run meanwhile, but the pages that are shown have gone until the new ones are there.
+    PrintOutcome DrawPages() {
+        dialog_.setUpdatesEnabled(false);
+        const auto shown = qScopeGuard([this] { dialog_.setUpdatesEnabled(true); });
+        return Draw(printer_, document_, true);
+    }
+
     void Paint() {
         const auto held = HoldActions();
         try {
             // The preview draws into a picture, the print run on the printer or into a file.
             const bool isPreview = printer_.paintEngine()->type() == QPaintEngine::Picture;
-            outcome_ =
-                isPreview ? Draw(printer_, document_, true) : PrintOn(printer_, name_, document_);
+            outcome_ = isPreview ? DrawPages() : PrintOn(printer_, name_, document_);
         } catch (...) {
             error_ = std::current_exception();
         }

@@ -2,6 +2,7 @@
 
 #include "base/RunTimeError.h"
 
+#include <QAbstractScrollArea>
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
@@ -9,6 +10,8 @@
 #include <QPrintPreviewWidget>
 #include <QTest>
 #include <QToolButton>
+
+#include <utility>
 
 using platform::PrintOutcome;
 
@@ -67,6 +70,49 @@ TEST_F(Preview, ESC_while_the_pages_are_drawn_closes_the_preview) {
     };
 
     EXPECT_EQ(printing.Print("Table", pressEscape), PrintOutcome::stopped);
+}
+
+/// Counts how often the pages of a preview are painted while they are drawn anew.
+class PaintCounter : public QObject {
+public:
+    int paintings = 0;
+    bool drawing = false;
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (drawing && event->type() == QEvent::Paint)
+            ++paintings;
+        return false;
+    }
+};
+
+// Its pages have gone by then; on a screen a tool tip that passes over it is enough.
+TEST_F(Preview, What_is_shown_is_not_painted_while_its_pages_are_drawn_anew) {
+    PaintCounter counter;
+    QWidget* shown = nullptr;
+    bool again = false;
+    WithDialogs([&](QDialog& dialog) {
+        if (std::exchange(again, true))
+            return dialog.reject();
+        auto* const preview = dialog.findChild<QPrintPreviewWidget*>();
+        shown = preview->findChild<QAbstractScrollArea*>()->viewport();
+        shown->installEventFilter(&counter);
+        preview->setLandscapeOrientation();
+    });
+
+    printing.Print("Table", [&](platform::Printer& printer) {
+        counter.drawing = shown != nullptr;
+        ThreePages(printer);
+        if (shown != nullptr) {
+            shown->repaint();
+            shown->update();
+            QCoreApplication::processEvents();
+        }
+        counter.drawing = false;
+    });
+
+    EXPECT_NE(shown, nullptr);
+    EXPECT_EQ(counter.paintings, 0);
 }
 
 TEST_F(Preview, What_a_tool_presses_while_the_pages_are_drawn_is_pressed_in_vain) {
