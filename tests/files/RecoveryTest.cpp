@@ -328,16 +328,6 @@ TEST_F(Recovery, Note_and_lock_without_their_recording_are_cleared_away) {
     EXPECT_EQ(FilesInTemporaryFolder(), 0U);
 }
 
-TEST_F(Recovery, A_target_of_another_copy_is_refused_by_whatever_name) {
-    RecordAndCrash(1);
-    const auto heldByAnother = FileOpr::FindUnfinishedRecordings();
-    ASSERT_EQ(heldByAnother.size(), 1U);
-    const auto link = platform.folder.Path() / "link";
-    fs::create_directory_symlink(target.parent_path(), link);
-    run.currentMeasurementPath = run.GetTempFile();
-    EXPECT_THROW(run.BeginTarget(link / target.filename()), RunTimeError);
-}
-
 TEST_F(Recovery, Several_recordings_are_found_each_with_its_own_target) {
     RecordAndCrash(1);
     target = platform.folder.Path() / "second.4ch";

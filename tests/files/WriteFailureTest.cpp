@@ -83,6 +83,17 @@ TEST_F(WriteFailure, A_link_that_leads_to_itself_is_refused_as_a_target) {
     EXPECT_EQ(run.targetFile, target);
 }
 
+TEST_F(WriteFailure, A_target_of_another_copy_is_refused_by_the_name_of_a_link_too) {
+    const fs::path link = platform.folder.Path() / "link";
+    fs::create_directory_symlink(target.parent_path(), link);
+    Record(1);
+    FileOpr::MeasuringRun other;
+    other.currentMeasurementPath = other.GetTempFile();
+    EXPECT_THROW(other.BeginTarget(link / target.filename()), RunTimeError);
+    other.BeginTarget(link / "other.4ch");
+    EXPECT_EQ(other.targetFile, link / "other.4ch");
+}
+
 TEST_F(WriteFailure, A_folder_that_is_a_link_leads_to_the_temporary_file_as_well) {
     const fs::path link = platform.folder.Path() / "link";
     fs::create_directory_symlink(temporary.parent_path(), link);
