@@ -11,6 +11,10 @@ namespace walk {
 /// go when it is read.
 QByteArray SettingsIn(const QString& file);
 
+/// The bytes are the same, but for texts whose empty value means a default: the next program that
+/// keeps its settings writes it out.
+bool AreKept(const QByteArray& before, const QByteArray& after);
+
 /// The lines that stand in one of the two alone.
 std::string Difference(const QByteArray& before, const QByteArray& after);
 
