@@ -48,13 +48,15 @@ void Rename(const fs::path& file, const fs::path& name) {
         fs::rename(WithEnd(file, part), WithEnd(name, part), missing);
 }
 
-Entry Beginning(const std::string& text) {
+/// The first entry of an empty store.
+void Begin(Store& store, const std::string& text) {
     Entry entry;
     entry.at = platform::Current().clock.Now();
     entry.kind = Kind::begun;
     entry.user = platform::UserName();
     entry.text = text;
-    return entry;
+    const std::array<Row::Fields, 1> first = {FieldsOf(entry)};
+    store.Append(first);
 }
 
 } // namespace
@@ -116,6 +118,7 @@ void Log::Write(bool now) {
         failedAt_ = time;
         PutAside();
     } catch (const std::exception& error) {
+        store_.reset(); // one that was opened in trouble may be for reading only
         failedAt_ = time;
         Failed(Reason(error));
     }
@@ -126,14 +129,10 @@ void Log::Open() {
         store_.reset();
     if (store_)
         return;
-    store_ = OpenStore(file_);
-    if (store_->LastNumber() == 0)
-        Begin("The history begins.");
-}
-
-void Log::Begin(const std::string& text) {
-    const std::array<Row::Fields, 1> first = {FieldsOf(Beginning(text))};
-    store_->Append(first);
+    auto opened = OpenStore(file_);
+    if (opened->LastNumber() == 0)
+        Begin(*opened, "The history begins.");
+    store_ = std::move(opened);
 }
 
 /// Under a lock and after another look: another copy of the program may have put it aside already,
@@ -155,8 +154,8 @@ void Log::PutAside() {
             Rename(file_, name);
             const std::string nameText = CodePage::NameOf(name.filename());
             store_ = OpenStore(file_);
-            Begin("The history begins anew: the one before was damaged and is kept as " + nameText +
-                  ".");
+            Begin(*store_, "The history begins anew: the one before was damaged and is kept as " +
+                               nameText + ".");
             tell_("The history was damaged: " + reason + "\n\nIt is kept as " + nameText +
                   ", and a new one has begun.");
         }

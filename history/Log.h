@@ -48,7 +48,6 @@ public:
 private:
     void Write(bool now);
     void Open();
-    void Begin(const std::string& text);
     void PutAside();
     void Failed(const std::string& reason);
 

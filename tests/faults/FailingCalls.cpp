@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <new>
+#include <optional>
 #include <stdexcept>
 
 namespace FailingCalls {
@@ -100,6 +101,37 @@ int ToldRemoval(int result, const char* path) {
     return result;
 }
 
+int Open(const char* name, const char* path, int flags, mode_t mode) {
+    if (Fails())
+        return -1;
+    const bool isNew = watcher != nullptr && !Exists(path);
+    const int file = Real<int(const char*, int, ...)>(name)(path, flags, mode);
+    if (watcher != nullptr && file >= 0 && (flags & (O_CREAT | O_TRUNC)) != 0) {
+        if (isNew)
+            watcher->Made(path);
+        else if ((flags & O_TRUNC) != 0)
+            watcher->Cut(path, 0);
+    }
+    return file;
+}
+
+/// How many of so many bytes a write is to take; nothing where it fails.
+std::optional<std::size_t> Taken(std::size_t count) {
+    const Verdict verdict = Judge();
+    if (verdict == Verdict::fails)
+        return std::nullopt;
+    return verdict == Verdict::half && count > 1 ? count / 2 : count;
+}
+
+int CutTo(const char* name, int file, off_t length) {
+    if (Fails())
+        return -1;
+    const int result = Real<int(int, off_t)>(name)(file, length);
+    if (watcher != nullptr && result == 0)
+        watcher->Cut(PathOf(file), static_cast<std::size_t>(length));
+    return result;
+}
+
 Outcome* SharedOutcome() {
     void* memory =
         ::mmap(nullptr, sizeof(Outcome), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
@@ -150,9 +182,7 @@ Outcome InChild(const std::function<void()>& work, int failing, Fault fault) {
 } // namespace FailingCalls
 
 using FailingCalls::Fails;
-using FailingCalls::Judge;
 using FailingCalls::Real;
-using FailingCalls::Verdict;
 using FailingCalls::watcher;
 
 // ---- The calls, in place of the system's -------------------------------------------------------
@@ -160,24 +190,19 @@ using FailingCalls::watcher;
 extern "C" {
 
 int open(const char* path, int flags, ...) {
-    mode_t mode = 0;
-    if ((flags & O_CREAT) != 0) {
-        va_list rest;
-        va_start(rest, flags);
-        mode = va_arg(rest, mode_t);
-        va_end(rest);
-    }
-    if (Fails())
-        return -1;
-    const bool isNew = watcher != nullptr && !FailingCalls::Exists(path);
-    const int file = Real<int(const char*, int, ...)>("open")(path, flags, mode);
-    if (watcher != nullptr && file >= 0 && (flags & (O_CREAT | O_TRUNC)) != 0) {
-        if (isNew)
-            watcher->Made(path);
-        else if ((flags & O_TRUNC) != 0)
-            watcher->Cut(path, 0);
-    }
-    return file;
+    va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
+    return FailingCalls::Open("open", path, flags, mode);
+}
+
+int open64(const char* path, int flags, ...) {
+    va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
+    return FailingCalls::Open("open64", path, flags, mode);
 }
 
 FILE* fopen(const char* path, const char* mode) {
@@ -192,17 +217,28 @@ ssize_t read(int file, void* bytes, size_t count) {
     return Fails() ? -1 : Real<ssize_t(int, void*, size_t)>("read")(file, bytes, count);
 }
 
+ssize_t pread64(int file, void* bytes, size_t count, off64_t at) {
+    return Fails() ? -1
+                   : Real<ssize_t(int, void*, size_t, off64_t)>("pread64")(file, bytes, count, at);
+}
+
 ssize_t write(int file, const void* bytes, size_t count) {
-    const Verdict verdict = Judge();
-    if (verdict == Verdict::fails)
+    const auto taken = FailingCalls::Taken(count);
+    if (!taken)
         return -1;
-    const size_t taken = verdict == Verdict::half && count > 1 ? count / 2 : count;
     const std::size_t at = watcher != nullptr ? FailingCalls::PlaceIn(file) : 0;
-    const ssize_t written = Real<ssize_t(int, const void*, size_t)>("write")(file, bytes, taken);
+    const ssize_t written = Real<ssize_t(int, const void*, size_t)>("write")(file, bytes, *taken);
     if (watcher != nullptr && written > 0)
         watcher->Wrote(FailingCalls::PathOf(file), at,
                        {static_cast<const char*>(bytes), static_cast<std::size_t>(written)});
     return written;
+}
+
+ssize_t pwrite64(int file, const void* bytes, size_t count, off64_t at) {
+    const auto taken = FailingCalls::Taken(count);
+    return taken ? Real<ssize_t(int, const void*, size_t, off64_t)>("pwrite64")(file, bytes, *taken,
+                                                                                at)
+                 : -1;
 }
 
 int fsync(int file) {
@@ -214,12 +250,11 @@ int fdatasync(int file) {
 }
 
 int ftruncate(int file, off_t length) noexcept {
-    if (Fails())
-        return -1;
-    const int result = Real<int(int, off_t)>("ftruncate")(file, length);
-    if (watcher != nullptr && result == 0)
-        watcher->Cut(FailingCalls::PathOf(file), static_cast<std::size_t>(length));
-    return result;
+    return FailingCalls::CutTo("ftruncate", file, length);
+}
+
+int ftruncate64(int file, off64_t length) noexcept {
+    return FailingCalls::CutTo("ftruncate64", file, length);
 }
 
 int fchmod(int file, mode_t mode) noexcept {
