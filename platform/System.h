@@ -36,4 +36,8 @@ std::filesystem::path UserDataFolder();
 /// The temporary folder that survives a restart.
 std::filesystem::path SystemTemporaryFolder();
 
+/// From now on a write that fails is told by its call alone, and never by a signal that ends the
+/// program.
+void IgnoreSignalsOfWrites();
+
 } // namespace platform

@@ -1,3 +1,4 @@
+#include "platform/System.h"
 #include "platform/qt/QtPlaces.h"
 #include "platform/qt/SystemHabits.h"
 #include "platform/qt/Text.h"
@@ -9,6 +10,7 @@
 #include <QFileInfo>
 
 int main(int argc, char* argv[]) {
+    platform::IgnoreSignalsOfWrites();
     platform::AskForDarkColours();
     QApplication application(argc, argv);
     QApplication::setApplicationName("vantrel");

@@ -2,8 +2,10 @@
 
 #include "base/CodePage.h"
 #include "base/RunTimeError.h"
+#include "platform/System.h"
 
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <system_error>
 #include <unistd.h>
@@ -86,3 +88,8 @@ void FlushFolder(const std::filesystem::path& file) {
 }
 
 } // namespace platform::posix
+
+void platform::IgnoreSignalsOfWrites() {
+    std::signal(SIGXFSZ, SIG_IGN); // a file at the limit that its user has set for all
+    std::signal(SIGPIPE, SIG_IGN); // messages of which the reader has gone
+}

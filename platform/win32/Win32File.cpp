@@ -2,6 +2,7 @@
 
 #include "base/CodePage.h"
 #include "base/RunTimeError.h"
+#include "platform/System.h"
 
 #include <limits>
 #include <random>
@@ -96,3 +97,6 @@ bool WriteAll(HANDLE handle, std::string_view bytes) {
 }
 
 } // namespace platform::win32
+
+/// This system has none.
+void platform::IgnoreSignalsOfWrites() {}

@@ -1,5 +1,6 @@
 #include "screens/program/Bench.h"
 
+#include "platform/System.h"
 #include "screens/desktop/EndWithTest.h"
 
 #include <QDir>
@@ -36,11 +37,23 @@ QProcessEnvironment EnvironmentOf(const QString& folder, const QString& display)
     return environment;
 }
 
+std::vector<std::unique_ptr<platform::FileLock>> LocksOfRecordings() {
+    const auto files = platform::MakeFileStore();
+    const QDir folder(QString::fromStdString(platform::SystemTemporaryFolder().string()));
+    std::vector<std::unique_ptr<platform::FileLock>> locks;
+    for (const QFileInfo& each : folder.entryInfoList({"4ch*.lock"}, QDir::Files))
+        if (each.isWritable()) // else it is another user's, and offered to him alone
+            locks.push_back(files->TryLock(each.filePath().toStdString()));
+    return locks;
+}
+
 } // namespace
 
 Bench::Bench(QSize screen, const std::vector<std::string>& instrumentArguments)
-    : server(Folder(), screen), environment(EnvironmentOf(Folder(), server.Display())),
-      bus(environment), reader(bus.Address()), instrument(folder.Path(), instrumentArguments) {
+    : othersRecordings(LocksOfRecordings()), server(Folder(), screen),
+      environment(EnvironmentOf(Folder(), server.Display())), bus(environment),
+      reader(bus.Address()), instrument(folder.Path(), instrumentArguments) {
+    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     for (const char* name : {"DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"})
         environment.insert(name, bus.Address());
     const QString settings = Folder() + "/Vantrel/";
@@ -61,6 +74,11 @@ void Bench::TearDown() {
     EXPECT_TRUE(program.waitForFinished(longestExit_ms)) << "the program does not end";
 }
 
+void Bench::LimitFilesTo(rlim_t bytes) const {
+    const rlimit limit{bytes, RLIM_INFINITY};
+    EXPECT_EQ(::prlimit(static_cast<pid_t>(program.processId()), RLIMIT_FSIZE, &limit, nullptr), 0);
+}
+
 void Bench::Confirm(const QString& question) const {
     reader.AwaitName("label", QRegularExpression::escape(question));
     // Another question may be open at the same time: a recording that another program left behind.
@@ -74,7 +92,6 @@ void Bench::Confirm(const QString& question) const {
 
 void Bench::Start(const QStringList& arguments) {
     program.setProcessEnvironment(environment);
-    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     EndWithTest(program);
     program.start(VANTREL_PROGRAM, arguments);
     ASSERT_TRUE(program.waitForStarted()) << program.errorString().toStdString();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileStore.h"
 #include "screens/desktop/PrivateBus.h"
 #include "screens/program/ScreenReader.h"
 #include "screens/program/XServer.h"
@@ -12,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <sys/resource.h>
 #include <vector>
 
 /// A bench with a simulated instrument and a desktop: an X server, a session bus and a screen
@@ -38,6 +40,10 @@ protected:
     /// Leaves the program, so that it takes its temporary file away; no dialog may be open.
     void TearDown() override;
 
+    /// From now on no file of the program grows beyond so many bytes, as on a full disk.
+    void LimitFilesTo(rlim_t bytes) const;
+    void LiftLimitOfFiles() const { LimitFilesTo(RLIM_INFINITY); }
+
     /// Answers the message box that asks this with "Yes".
     void Confirm(const QString& question) const;
 
@@ -46,6 +52,10 @@ protected:
 
     /// Presses the splash away; true when the program's window is there.
     bool LeaveSplash() const;
+
+    /// Recordings that others have left behind, held as if they went on: the program offers them to
+    /// nobody.
+    std::vector<std::unique_ptr<platform::FileLock>> othersRecordings;
 
     fake::TemporaryFolder folder;
     XServer server;
