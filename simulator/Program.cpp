@@ -37,6 +37,8 @@ timespec TimeSpec(Seconds time) {
     return result;
 }
 
+constexpr std::array endingSignals = {SIGINT, SIGTERM, SIGHUP};
+
 /// Blocks the signals that end the program except while it waits, so that none is missed. Returns
 /// the mask to wait with.
 sigset_t CatchSignals() {
@@ -45,16 +47,25 @@ sigset_t CatchSignals() {
     sigset_t blocked;
     sigset_t awaited;
     sigemptyset(&blocked);
-    for (int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (int signal : endingSignals) {
         ::sigaction(signal, &action, nullptr);
         sigaddset(&blocked, signal);
     }
     ::signal(SIGPIPE, SIG_IGN);
     ::signal(SIGTTIN, SIG_IGN);
     ::sigprocmask(SIG_BLOCK, &blocked, &awaited);
-    for (int signal : {SIGINT, SIGTERM, SIGHUP})
+    for (int signal : endingSignals)
         sigdelset(&awaited, signal);
     return awaited;
+}
+
+/// A signal that came while there was always something to do is still on its way.
+bool IsEndAsked() {
+    sigset_t pending;
+    ::sigpending(&pending);
+    return endAsked != 0 || std::ranges::any_of(endingSignals, [&pending](int signal) {
+               return sigismember(&pending, signal) != 0;
+           });
 }
 
 std::filesystem::path LinkPath(const Options& options) {
@@ -113,7 +124,7 @@ void Program::OpenControl() {
 void Program::Run() {
     const sigset_t awaited = CatchSignals();
     Say("Instrument on " + Place() + ", type help");
-    while (running_ && endAsked == 0)
+    while (running_ && !IsEndAsked())
         ServeOnce(awaited);
 }
 

@@ -129,6 +129,20 @@ TEST_F(InstrumentProgram, A_line_without_end_at_the_socket_or_the_input_does_no_
     EXPECT_EQ(TestPort(instrument.Link()).Request().size(), frameLength);
 }
 
+TEST_F(InstrumentProgram, Ends_while_its_standard_input_never_runs_dry) {
+    std::signal(SIGPIPE, SIG_IGN); // of the line that it takes no more
+    InstrumentProcess instrument(configHome);
+    const std::jthread writer([&instrument](const std::stop_token& stop) {
+        try {
+            while (!stop.stop_requested())
+                instrument.WriteInput(std::string(4000, '\n'));
+        } catch (const std::runtime_error&) { // it has ended
+        }
+    });
+    std::this_thread::sleep_for(100ms); // more waits than it can read in the meantime
+    EXPECT_EQ(instrument.Stop(), 0);
+}
+
 TEST_F(InstrumentProgram, A_command_can_be_sent_by_the_program_itself) {
     InstrumentProcess instrument(configHome, {"--ideal", "--com", "3"});
     const auto good = InstrumentProcess::RunToEnd(
