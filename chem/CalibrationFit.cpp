@@ -6,6 +6,8 @@
 #include "chem/CalibrationCurve.h"
 #include "chem/TheoreticalSlope.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr double neutral_pH = 7;
@@ -20,6 +22,9 @@ float AsDisplayed(double value) {
 CalibrationFit FitOf(const CalibrationRecord& record, std::string_view electrode) {
     const bool isPH = Electrode::KindOf(electrode) == Electrode::Kind::pH;
     const auto points = CurveOf(record, isPH).points;
+    // Asked of the points themselves: their mean may differ from each by its last bit.
+    if (std::ranges::all_of(points, [&](const auto& point) { return point.x == points.front().x; }))
+        return {};
     const auto count = static_cast<double>(points.size());
     double x = 0;
     double y = 0;
@@ -30,11 +35,10 @@ CalibrationFit FitOf(const CalibrationRecord& record, std::string_view electrode
     double square = 0;
     double product = 0;
     for (const auto& point : points) {
-        square += (point.x - x) * (point.x - x);
-        product += (point.x - x) * (point.potential_mV - y);
+        const double distance = point.x - x;
+        square += distance * distance;
+        product += distance * (point.potential_mV - y);
     }
-    if (square == 0)
-        return {};
     const double slope = product / square;
     CalibrationFit fit;
     // Of two points the slope is that of the only segment, as it was shown.

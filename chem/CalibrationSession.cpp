@@ -181,7 +181,7 @@ CalibrationSession::Outcome CalibrationSession::OutcomeOf(std::size_t channel,
         Measure::ComputeSlopes(outcome.record);
         outcome.usable = IsComplete();
     } catch (const RunTimeError&) {
-        outcome.usable = false; // the screen says so; the data is not stored
+        // Not usable: the screen says so, and the data is not stored.
     }
     return outcome;
 }

@@ -23,12 +23,12 @@ struct ChannelState {
     float potential_mV = 0;
     /// What the conversion gave; nothing when the channel was not handed to it.
     std::optional<float> converted;
-    bool conversionFailed = false;
+    bool conversionFailed = false; ///< whatever `converted` holds
     float stdUnit = 0;             ///< 0: `converted` is in ppm, otherwise in mol/l
     float molarMass_g_per_mol = 0; ///< 0: unknown, the other unit cannot be given
     /// The temperature of the channel's sensor; nothing when it has none.
     std::optional<float> temperature_celsius;
-    bool temperatureFailed = false;
+    bool temperatureFailed = false; ///< whatever `temperature_celsius` holds
 };
 
 /// The numbers behind the cells; nothing where a cell is blank or says "Error".

@@ -60,7 +60,6 @@ void LimitWatch::Acknowledge(std::size_t channel) {
         return;
     watched.state = watched.until ? State::inside : State::acknowledged;
     watched.until.reset();
-    watched.outside = 0;
 }
 
 std::string LimitWatch::Text(std::size_t channel) const {

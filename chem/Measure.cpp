@@ -138,10 +138,8 @@ float InterpolateReading(std::size_t points, std::span<const float> input,
 float InterpolateReading(bool isPH, std::size_t points, std::span<const float> input,
                          std::span<const float> output, float reading) {
     const std::size_t row = FindRow(points, input, reading);
-    if ((row < points || row == 0) && reading == At(input, row))
+    if (row < points && reading == At(input, row))
         return At(output, row);
-    if (row == points && reading == At(input, points - 1))
-        return At(output, points - 1);
     const std::size_t k = SegmentEnd(row, points);
     return isPH ? InterpolateLinear(k, input, output, reading)
                 : InterpolateLogarithmic(k, input, output, reading);
@@ -196,7 +194,7 @@ void RestoreSlopes(CalibrationRecord& record, bool isPH) {
         try {
             record.Slope[s] = DisplayedSlope(record, s, isPH);
         } catch (const RunTimeError&) {
-            record.Slope[s] = 0; // these points allow no slope; the record itself is still whole
+            // These points allow no slope; the record itself is still whole.
         }
     }
 }

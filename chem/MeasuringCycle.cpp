@@ -27,14 +27,13 @@ ChannelDisplay::ChannelState StateOf(const Source& source, const Converted& cycl
     state.kind = Electrode::KindOf(source.tables.electrode[channel]);
     state.potential_mV = potential_mV;
     state.conversionFailed = cycle.failures[channel].has_value();
-    if (cycle.selected[channel] != 0 && !state.conversionFailed)
+    if (cycle.selected[channel] != 0)
         state.converted = cycle.values[channel];
     state.stdUnit = source.tables.calibration[channel].StdUnit;
     state.molarMass_g_per_mol = source.molarMass_g_per_mol[channel];
     if (const auto position = SensorPosition(source.tempSensor[channel])) {
         state.temperatureFailed = cycle.failures[*position].has_value();
-        if (!state.temperatureFailed)
-            state.temperature_celsius = cycle.values[*position];
+        state.temperature_celsius = cycle.values[*position];
     }
     return state;
 }

@@ -54,8 +54,7 @@ private:
         if (ends[0] > ends[1])
             return;
         const auto input = std::span(record_.CaliData).first(record_.Points());
-        const float middle = ends[0] + (ends[1] - ends[0]) / 2;
-        AddSegment(Measure::SegmentOf(input.size(), input, middle), ends);
+        AddSegment(Measure::SegmentOf(input.size(), input, ends[0]), ends);
     }
 
     void AddSegment(std::size_t k, const std::array<float, 2>& readings) {

@@ -30,7 +30,7 @@ public:
         if (std::isnan(point.value))
             return Part(point.time);
         const auto column = ColumnOf(point.time);
-        if (column_ && *column_ != column)
+        if (column_ != column)
             EndColumn();
         if (!column_)
             first_ = lowest_ = highest_ = point;
@@ -90,7 +90,7 @@ static_assert(TrendHistory::MostBytes() <= boundOfMemory);
 void TrendHistory::Add(std::chrono::milliseconds now, const Reading& reading) {
     if (Size() > 0 && now - At(Size() - 1).time < shortestInterval)
         return;
-    if (std::exchange(broken_, false) && Size() > 0)
+    if (std::exchange(broken_, false))
         Append({now, nothing});
     Sample sample{now, nothing};
     for (std::size_t channel = 0; channel < reading.size(); ++channel)
@@ -111,9 +111,7 @@ void TrendHistory::Append(const Sample& sample) {
 }
 
 void TrendHistory::Clear() {
-    samples_.clear();
-    oldest_ = 0;
-    broken_ = false;
+    *this = TrendHistory();
 }
 
 const TrendHistory::Sample& TrendHistory::At(std::size_t age) const {
@@ -126,24 +124,23 @@ bool TrendHistory::Holds(std::size_t channel, Quantity quantity) const {
     });
 }
 
-std::size_t TrendHistory::FirstWithin(std::chrono::milliseconds from) const {
-    std::size_t first = 0;
+std::size_t TrendHistory::LastBefore(std::chrono::milliseconds from) const {
+    std::size_t last = 0;
     std::size_t end = Size();
-    while (first < end) {
-        const std::size_t middle = first + (end - first) / 2;
+    while (end - last > 1) {
+        const std::size_t middle = last + (end - last) / 2;
         if (At(middle).time < from)
-            first = middle + 1;
+            last = middle;
         else
             end = middle;
     }
-    return first;
+    return last;
 }
 
 std::vector<TrendHistory::Point> TrendHistory::Reduced(std::size_t channel, Quantity quantity,
                                                        const Window& window) const {
     LineReducer line(window);
-    const std::size_t first = FirstWithin(window.from);
-    for (std::size_t age = first > 0 ? first - 1 : 0; age < Size(); ++age) {
+    for (std::size_t age = LastBefore(window.from); age < Size(); ++age) {
         const Sample& sample = At(age);
         if (sample.time > window.to)
             break;

@@ -58,7 +58,8 @@ private:
 
     std::size_t Size() const { return samples_.size(); }
     const Sample& At(std::size_t age) const; ///< 0: the oldest
-    std::size_t FirstWithin(std::chrono::milliseconds from) const;
+    /// The age of the last reading before the moment, or of the oldest.
+    std::size_t LastBefore(std::chrono::milliseconds from) const;
     void Append(const Sample& sample);
 
     std::vector<Sample> samples_; ///< a ring once it is full

@@ -80,6 +80,9 @@ TEST(StabilityMark, A_new_reading_starts_with_an_empty_window_and_a_new_time) {
     mark.Start(70s);
     EXPECT_FALSE(mark.IsSteady());
     EXPECT_EQ(mark.Elapsed(71500ms), 1500ms);
+    for (int i = 0; i < 9; ++i)
+        mark.Add(12, instant);
+    EXPECT_FALSE(mark.IsSteady());
 }
 
 TEST(StabilityMark, Until_it_is_steady_the_drift_is_told_as_soon_as_it_is_known) {
@@ -97,6 +100,7 @@ TEST(StabilityMark, Until_it_is_steady_the_drift_is_told_as_soon_as_it_is_known)
 TEST(StabilityMark, Time_is_shown_in_minutes_and_seconds) {
     EXPECT_EQ(MinutesAndSeconds(0ms), "0:00");
     EXPECT_EQ(MinutesAndSeconds(9999ms), "0:09");
+    EXPECT_EQ(MinutesAndSeconds(10s), "0:10");
     EXPECT_EQ(MinutesAndSeconds(65s), "1:05");
     EXPECT_EQ(MinutesAndSeconds(3600s), "60:00");
 }

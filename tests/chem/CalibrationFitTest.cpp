@@ -43,6 +43,11 @@ TEST(CalibrationFit, Of_three_points_no_segments_slope_is_taken) {
 
 TEST(CalibrationFit, Points_of_one_standard_give_no_line) {
     EXPECT_FALSE(FitOf(Record({7, 7}, {1, 2}), "H (pH)").slope);
+    EXPECT_FALSE(FitOf(Record({7, 7, 7, 7, 7, 7}, {1, 2, 3, 4, 5, 6}), "H (pH)").slope)
+        << "six sixths of 7 are not quite 7";
+    EXPECT_FALSE(FitOf(Record({0.03F, 0.03F, 0.03F}, {1, 2, 3}), "Ca").slope);
+    EXPECT_FALSE(FitOf(Record({0, 0}, {1, 2}), "Ca").slope) << "none has a logarithm";
+    EXPECT_FALSE(FitOf(Record({0, 10}, {1, 2}), "Ca").slope) << "one alone has";
 }
 
 } // namespace

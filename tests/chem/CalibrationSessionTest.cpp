@@ -317,7 +317,10 @@ TEST(CalibrationSession, The_slopes_before_bad_data_stay) {
 TEST(CalibrationSession, An_unfinished_one_has_no_usable_outcome) {
     auto session = SessionOf({0});
     RecordPoint(session, 1, 100);
-    EXPECT_FALSE(session.OutcomeOf(0, CalibrationRecord()).usable);
+    const auto outcome = session.OutcomeOf(0, CalibrationRecord());
+    EXPECT_FALSE(outcome.usable);
+    EXPECT_EQ(outcome.record.Standard[1], 0.0F);
+    EXPECT_EQ(outcome.record.CaliData[1], 0.0F);
 }
 
 TEST(CalibrationSession, What_it_does_not_write_stays_as_stored) {
@@ -362,6 +365,15 @@ TEST(CalibrationSession, A_cleared_point_has_no_value) {
     EXPECT_FALSE(session.IsRecordedHere(0));
     EXPECT_FALSE(session.IsComplete());
     EXPECT_EQ(session.Reading(0, 1), 159.0F);
+}
+
+TEST(CalibrationSession, A_cleared_point_that_is_loaded_again_is_not_recorded_here) {
+    auto session = SessionOf({0});
+    RecordPoint(session, 1, 100);
+    session.ClearPoint(0);
+    session.Load(0, StoredRecord());
+    EXPECT_TRUE(session.IsRecorded(0));
+    EXPECT_FALSE(session.IsRecordedHere(0));
 }
 
 TEST(CalibrationSession, A_point_behind_the_last_is_not_chosen) {
@@ -412,6 +424,7 @@ TEST(CalibrationSession, A_recorded_point_without_its_standard_is_not_complete) 
     session.BeginReading();
     session.SetLive(0, 159);
     EXPECT_EQ(session.Record(), Recorded::nextPoint);
+    EXPECT_EQ(session.CurrentPoint(), 1) << "no point is left to go to";
     EXPECT_FALSE(session.IsComplete());
     const auto outcome = session.OutcomeOf(0, {});
     EXPECT_FALSE(outcome.usable);

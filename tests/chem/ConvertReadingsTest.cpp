@@ -120,6 +120,13 @@ TEST_F(ConvertReadings, Temperatures_after_an_ion_channel_are_logarithmic) {
     EXPECT_NEAR(converted[11], logarithmicMiddle_celsius, 1e-5F);
 }
 
+TEST_F(ConvertReadings, Temperatures_after_a_pH_channel_without_points_are_linear_too) {
+    Connect(0, "H (pH)", {}, 59.0F);
+    ConnectSensor(0, 150);
+    EXPECT_EQ(Convert()[0], "Subscript out of range");
+    EXPECT_NEAR(converted[8], linearMiddle_celsius, 1e-5F);
+}
+
 TEST_F(ConvertReadings, Temperatures_alone_take_the_scale_that_was_left) {
     ConnectSensor(0, 150);
     Measure::IsPHMode = true;
@@ -189,6 +196,22 @@ TEST_F(ConvertReadings, A_count_beyond_the_tables_is_out_of_range_and_reads_noth
     EXPECT_EQ(failures[0], "Subscript out of range");
     EXPECT_EQ(failures[1], "Subscript out of range");
     EXPECT_EQ(failures[8], "Subscript out of range");
+}
+
+TEST(Measure, A_calibration_of_2_to_6_points_is_usable) {
+    CalibrationRecord record;
+    for (const auto& [points, usable] :
+         {std::pair(-1, false), std::pair(0, false), std::pair(1, false), std::pair(2, true),
+          std::pair(6, true), std::pair(7, false)}) {
+        record.PointCount = static_cast<std::int16_t>(points);
+        EXPECT_EQ(Measure::IsUsable(record), usable) << points;
+    }
+}
+
+TEST(Measure, At_the_programs_start_the_scale_is_logarithmic) {
+    Measure::IsPHMode = true;
+    Measure::Reset();
+    EXPECT_FALSE(Measure::IsPHMode);
 }
 
 TEST_F(ConvertReadings, Only_channels_that_can_be_converted_and_their_sensors_are_selected) {

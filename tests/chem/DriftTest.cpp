@@ -75,6 +75,7 @@ TEST(Drift, A_new_start_forgets_all_readings) {
 
 TEST(Drift, Its_text_has_a_sign_and_the_unit_per_minute) {
     EXPECT_EQ(DriftText(1.25F, "mV", Pattern::oneDecimal), "+1.3 mV/min");
+    EXPECT_EQ(DriftText(0.8F, "mV", Pattern::oneDecimal), "+0.8 mV/min");
     EXPECT_EQ(DriftText(-0.8F, "mV", Pattern::oneDecimal), "-0.8 mV/min");
     EXPECT_EQ(DriftText(-0.02F, "pH", Pattern::twoDecimals), "-0.02 pH/min");
 }

@@ -83,14 +83,20 @@ TEST_F(InterpolateReading, A_falling_table_of_an_anion_is_searched_in_its_own_di
 TEST_F(InterpolateReading, A_reading_of_a_calibration_point_gives_its_standard_unchanged) {
     // 10^log10(0.3) differs from 0.3F in the last place, so equality shows the short way.
     const std::vector<float> standards{0.3F, 0.7F, 1.1F};
-    for (std::size_t k = 0; k < standards.size(); ++k)
+    const std::vector<float> falling{218, 159, 100};
+    for (std::size_t k = 0; k < standards.size(); ++k) {
         EXPECT_EQ(OnLogarithmicScale(ionInput, standards, ionInput[k]), standards[k]);
+        EXPECT_EQ(OnLogarithmicScale(falling, standards, falling[k]), standards[k]);
+    }
     EXPECT_EQ(OnLinearScale(pHInput, pHOutput, 177.5F), 4.0F);
     EXPECT_EQ(OnLinearScale(pHInput, pHOutput, 0.0F), 7.0F);
 }
 
 TEST_F(InterpolateReading, An_exact_hit_needs_no_logarithm_of_its_standard) {
     EXPECT_EQ(OnLogarithmicScale({100, 159}, {-5, 10}, 100.0F), -5.0F);
+    EXPECT_EQ(OnLogarithmicScale({100, 159}, {10, -5}, 159.0F), -5.0F);
+    EXPECT_EQ(OnLogarithmicScale({159, 100}, {-5, 10}, 159.0F), -5.0F);
+    EXPECT_EQ(OnLogarithmicScale({159, 100}, {10, -5}, 100.0F), -5.0F);
 }
 
 TEST_F(InterpolateReading, Two_points_with_one_reading_give_minus_one_on_the_linear_scale) {
@@ -153,6 +159,7 @@ TEST_F(InterpolateReading, A_result_beyond_single_precision_is_an_overflow) {
     EXPECT_EQ(ErrorOf(false, 2, {0, 1}, {1, 10}, 5000), "Overflow");
     const float huge = std::numeric_limits<float>::max();
     EXPECT_EQ(ErrorOf(true, 2, {0, 1}, {0, huge}, 2), "Overflow");
+    EXPECT_EQ(OnLinearScale({0, 2}, {huge, huge}, 1), huge);
 }
 
 } // namespace

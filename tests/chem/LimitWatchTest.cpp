@@ -98,6 +98,16 @@ TEST_F(LimitWatchTest, An_acknowledged_alarm_ends_with_the_first_reading_inside)
     EXPECT_TRUE(ReadThrice(101)) << "the next alarm sounds again";
 }
 
+TEST_F(LimitWatchTest, The_alarm_after_one_that_had_ended_has_not_ended_itself) {
+    ReadThrice(101);
+    Read(50);
+    watch.Acknowledge(channel);
+    EXPECT_FALSE(Read(101)) << "of three in a row this is the first";
+    EXPECT_FALSE(Read(101));
+    EXPECT_TRUE(Read(101));
+    EXPECT_EQ(watch.Text(channel), "outside its limits (1 to 100 ppm) since 14:54:05");
+}
+
 TEST_F(LimitWatchTest, Without_limits_nothing_is_outside) {
     watch.Watch({});
     EXPECT_FALSE(ReadThrice(1E30F));
@@ -111,6 +121,20 @@ TEST_F(LimitWatchTest, New_limits_start_anew_and_unchanged_ones_do_not) {
     EXPECT_EQ(watch.StateOf(channel), State::alarm);
     watch.Watch(Between(1, 200));
     EXPECT_EQ(watch.StateOf(channel), State::inside);
+}
+
+TEST_F(LimitWatchTest, The_first_channel_is_watched_like_the_last) {
+    ChannelLimits limits;
+    limits.front().high = limits.back().high = 10.0F;
+    watch.Watch(limits);
+    ChannelDisplay::Values values;
+    values[Quantity::mV] = 11;
+    const std::size_t ends[] = {0, limits.size() - 1};
+    for (const std::size_t end : ends) {
+        watch.Add(end, values, now);
+        watch.Add(end, values, now);
+        EXPECT_TRUE(watch.Add(end, values, now)) << end;
+    }
 }
 
 TEST(Limits, Either_end_may_be_open) {

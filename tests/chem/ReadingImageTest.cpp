@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -64,6 +65,12 @@ TEST(ReadingImage, Two_points_of_one_potential_give_the_mark_of_a_pH_electrode) 
     EXPECT_NEAR(Highest(image), -1, 1e-4);
 }
 
+TEST(ReadingImage, A_potential_that_is_a_points_own_gives_its_standard_and_no_mark) {
+    const auto image = ImageOf(Ion({4, 7}, {100, 100}), true, {100, 100});
+    EXPECT_TRUE(Holds(image, 4));
+    EXPECT_FALSE(Holds(image, -1));
+}
+
 TEST(ReadingImage, A_standard_without_a_logarithm_may_have_failed) {
     EXPECT_TRUE(ImageOf(Ion({0, 10}, {100, 159}), false, {120, 120.1}).mayFail);
 }
@@ -77,6 +84,28 @@ TEST(ReadingImage, A_potential_of_the_calibration_that_was_rounded_for_the_heade
         false, 2, std::span(x).first(2), std::span(exact.Standard).first(2), reading);
     const auto image = ImageOf(written, false, {299.999, 300.001});
     EXPECT_TRUE(Holds(image, converted));
+}
+
+TEST(ReadingImage, A_potential_of_zero_is_no_point_behind_the_last) {
+    const auto image = ImageOf(calcium, false, {-0.05, 0.05});
+    EXPECT_FALSE(Holds(image, 0));
+    EXPECT_NEAR(Lowest(image), 0.0202, 1E-4); // 10^(-100/59)
+    EXPECT_NEAR(Highest(image), 0.0202, 1E-4);
+}
+
+TEST(ReadingImage, What_single_precision_leaves_open_is_left_open_on_both_sides) {
+    const auto image = ImageOf(calcium, false, {159, 159});
+    EXPECT_LT(Lowest(image), 10);
+    EXPECT_GT(Highest(image), 10);
+    EXPECT_NEAR(Lowest(image), 10, 0.001);
+    EXPECT_NEAR(Highest(image), 10, 0.001);
+}
+
+TEST(ReadingImage, A_single_reading_between_two_potentials_is_converted) {
+    const float last = std::nextafter(std::nextafter(120.0F, 200.0F), 200.0F);
+    const auto image = ImageOf(calcium, false, {120, last});
+    ASSERT_EQ(image.values.size(), 1U);
+    EXPECT_NEAR(Lowest(image), 2.1826, 0.001); // 10^(20/59)
 }
 
 TEST(ReadingImage, The_scale_that_a_measurement_has_left_in_force_stays) {

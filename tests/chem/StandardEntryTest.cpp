@@ -42,6 +42,13 @@ TEST(StandardEntry, Empty_fields_prompts_and_what_is_no_number_stay_as_they_are)
         EXPECT_EQ(Converted(text, StandardUnit::mol_per_litre, calcium_g_per_mol), text);
 }
 
+TEST(StandardEntry, A_field_is_blank_until_something_is_typed) {
+    for (const char* text : {"", " \t", "< Type ppm here >", " < Type mol/l here >"})
+        EXPECT_TRUE(StandardEntry::IsBlank(text)) << text;
+    for (const char* text : {"10", "ten", "<"})
+        EXPECT_FALSE(StandardEntry::IsBlank(text)) << text;
+}
+
 TEST(StandardEntry, Without_a_molar_mass_a_standard_cannot_become_mol_per_litre) {
     EXPECT_THROW(Converted("10", StandardUnit::mol_per_litre, 0), RunTimeError);
 }

@@ -31,6 +31,14 @@ std::vector<float> ValuesOf(const Points& points) {
     return values;
 }
 
+/// Four readings a second, counted from 0.
+TrendHistory FourASecond(int readings) {
+    TrendHistory history;
+    for (int i = 0; i < readings; ++i)
+        history.Add(i * 250ms, Potential(static_cast<float>(i)));
+    return history;
+}
+
 } // namespace
 
 TEST(TrendHistory, It_gives_back_the_readings_of_a_window_and_the_one_before_it) {
@@ -39,6 +47,8 @@ TEST(TrendHistory, It_gives_back_the_readings_of_a_window_and_the_one_before_it)
         history.Add(i * 1s, Potential(static_cast<float>(i)));
     EXPECT_EQ(ValuesOf(Line(history, 3s, 6s)), (std::vector<float>{2, 3, 4, 5, 6}));
     EXPECT_EQ(Line(history, 3s, 6s)[1].time, 3s);
+    for (int i = 1; i < 10; ++i)
+        EXPECT_EQ(Line(history, i * 1s, 9s).front().value, static_cast<float>(i - 1));
     EXPECT_TRUE(Line(TrendHistory(), 0s, 10s).empty());
 }
 
@@ -99,6 +109,35 @@ TEST(TrendHistory, After_days_it_holds_the_last_hour_in_at_most_4_MiB) {
     EXPECT_EQ(hour.back().value, static_cast<float>(readings - 1));
     EXPECT_LE(hour.front().time, end - 60min);
     EXPECT_LE(TrendHistory::MostBytes(), 4U << 20U);
+}
+
+TEST(TrendHistory, After_more_than_an_hour_each_reading_of_the_last_one_is_left_in_its_order) {
+    constexpr int hour = 4 * 3600;
+    const auto history = FourASecond(hour + 600);
+    const auto line = Line(history, 0s, (hour + 600) * 250ms, 1'000'000);
+    ASSERT_EQ(line.size(), std::size_t{hour});
+    for (std::size_t i = 0; i < line.size(); ++i)
+        ASSERT_EQ(line[i].value, static_cast<float>(i + 600));
+    EXPECT_EQ(ValuesOf(Line(history, 1000s, 1001s)),
+              (std::vector<float>{3999, 4000, 4001, 4002, 4003, 4004}));
+}
+
+TEST(TrendHistory, Cleared_after_more_than_an_hour_it_draws_what_comes_in_its_order) {
+    auto history = FourASecond(15'000);
+    history.Clear();
+    for (int i = 1; i <= 3; ++i)
+        history.Add(i * 1s, Potential(static_cast<float>(i)));
+    EXPECT_EQ(ValuesOf(Line(history, 0s, 4s)), (std::vector<float>{1, 2, 3}));
+}
+
+TEST(TrendHistory, A_line_whose_last_value_is_missing_ends_there) {
+    TrendHistory history;
+    history.Add(0s, Potential(1));
+    history.Add(1s, Potential(2));
+    history.Add(2s, {});
+    const auto line = Line(history, 0s, 3s);
+    ASSERT_EQ(line.size(), 3U);
+    EXPECT_TRUE(std::isnan(line[2].value));
 }
 
 TEST(TrendHistory, Cleared_it_is_empty_and_takes_readings_of_any_time) {
