@@ -48,9 +48,8 @@ Minutes MinuteOf(int year, int month, int day, int hour, int minute) {
 
 /// Of a stored "hh:mm dd.mmm.yyyy", with seconds or without.
 std::optional<Minutes> MinuteOf(std::string_view dateText) {
-    const auto day = SetupEntries::DayOf(dateText);
-    constexpr std::size_t shortestTime = 5;
-    if (!day || dateText.size() < shortestTime || dateText[2] != ':')
+    const auto day = SetupEntries::DayOf(dateText); // which alone takes 11 characters
+    if (!day || dateText[2] != ':')
         return std::nullopt;
     return MinuteOf(day->year, day->month, day->day, NumberText::LeadingInteger(dateText),
                     NumberText::LeadingInteger(dateText.substr(3)));

@@ -1,7 +1,6 @@
 #include "settings/StoredLines.h"
 
 #include "base/Electrode.h"
-#include "platform/Platform.h"
 
 namespace mWinInit {
 
@@ -36,8 +35,7 @@ std::vector<std::string> SaveCalibrationInfo(const std::string& electrode, std::
 
 void LoadCalibrationInfo(const std::string& electrode, std::size_t channel) {
     DecodeChannel(ChannelSetup[channel],
-                  platform::Current().profile.GetString(
-                      librarySection, ElectrodeKey(channel, electrode), {}, longestValue + 1));
+                  ReadChannelLine(librarySection, ElectrodeKey(channel, electrode)));
     DecodeCalibration(Calibration[channel],
                       ReadTableLine(librarySection, CalibrationKey(channel, electrode),
                                     calibrationCountField, firstCalibrationPoint),

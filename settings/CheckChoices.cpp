@@ -1,7 +1,6 @@
 #include "settings/CheckChoices.h"
 
 #include "base/NumberText.h"
-#include "platform/Platform.h"
 #include "settings/StoredLines.h"
 
 namespace mWinInit {
@@ -13,8 +12,7 @@ const std::string lowestKey = "Lowest Percent";
 const std::string highestKey = "Highest Percent";
 
 std::optional<float> Read(const std::string& key) {
-    return NumberText::StrictSingle(
-        platform::Current().profile.GetString(checkSection, key, {}, longestValue + 1));
+    return NumberText::StrictSingle(ReadValue(checkSection, key));
 }
 
 } // namespace
@@ -22,7 +20,7 @@ std::optional<float> Read(const std::string& key) {
 CheckStandard::Bounds LoadCheckBounds() {
     const auto lowest = Read(lowestKey);
     const auto highest = Read(highestKey);
-    if (!lowest || !highest || *lowest > *highest)
+    if (!lowest || lowest > highest) // a highest that is none is below every number
         return {};
     return {*lowest, *highest};
 }

@@ -31,12 +31,8 @@ std::string CommentKey(std::size_t index) {
     return "Comment " + std::to_string(index + 1);
 }
 
-std::string Read(const std::string& section, const std::string& name) {
-    return platform::Current().profile.GetString(section, name, {}, longestValue + 1);
-}
-
 bool ReadFlag(const std::string& name, bool fallback) {
-    return platform::Current().profile.GetInt(choicesSection, name, fallback ? 1 : 0) != 0;
+    return platform::Current().profile.GetInt(choicesSection, name, int{fallback}) != 0;
 }
 
 int ReadMinutes(int fallback) {
@@ -48,13 +44,13 @@ int ReadMinutes(int fallback) {
 std::vector<std::string> ReadComments() {
     std::vector<std::string> comments;
     for (std::size_t i = 0; i < rememberedComments; ++i)
-        if (std::string comment = Read(commentsSection, CommentKey(i)); !comment.empty())
+        if (std::string comment = ReadValue(commentsSection, CommentKey(i)); !comment.empty())
             comments.push_back(std::move(comment));
     return comments;
 }
 
 void WriteFlag(LineWriter& writer, const std::string& name, bool flag) {
-    writer.WriteNumber(choicesSection, name, flag ? 1 : 0);
+    writer.WriteNumber(choicesSection, name, int{flag});
 }
 
 } // namespace
@@ -62,12 +58,12 @@ void WriteFlag(LineWriter& writer, const std::string& name, bool flag) {
 MeasuringChoices LoadMeasuringChoices() {
     MeasuringChoices choices;
     choices.automatic = ReadFlag(key::automatic, choices.automatic);
-    choices.period = Read(choicesSection, key::period);
+    choices.period = ReadValue(choicesSection, key::period);
     choices.whenSteady = ReadFlag(key::whenSteady, choices.whenSteady);
     choices.resume = ReadFlag(key::resume, choices.resume);
     choices.trendShown = ReadFlag(key::trendShown, choices.trendShown);
     choices.trendMinutes = ReadMinutes(choices.trendMinutes);
-    choices.trendQuantity = Quantities::WithLabel(Read(choicesSection, key::trendQuantity))
+    choices.trendQuantity = Quantities::WithLabel(ReadValue(choicesSection, key::trendQuantity))
                                 .value_or(choices.trendQuantity);
     choices.comments = ReadComments();
     return choices;

@@ -92,11 +92,10 @@ std::optional<Finding> FirstFinding(const Entries& entries) {
 }
 
 std::optional<std::int16_t> Averaging(std::string_view text) {
-    const auto number = NumberText::StrictSingle(text);
     const auto whole = NumberText::StrictInteger(text);
-    if (!number || !whole || *number != static_cast<float>(*whole))
+    if (whole < minAveraging || whole > maxAveraging) // what is no number is below every number
         return std::nullopt;
-    if (*whole < minAveraging || *whole > maxAveraging)
+    if (NumberText::StrictSingle(text) != static_cast<float>(*whole))
         return std::nullopt;
     return whole;
 }
@@ -106,9 +105,7 @@ std::optional<float> MolarMass(std::string_view text) {
     if (trimmed.empty() || Letters::SameText(trimmed, "N/A"))
         return 0.0F;
     const auto number = NumberText::StrictSingle(trimmed);
-    if (!number || *number < 0)
-        return std::nullopt;
-    return number;
+    return number >= 0.0F ? number : std::nullopt;
 }
 
 bool IsFilled(std::string_view text) {

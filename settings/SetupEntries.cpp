@@ -40,15 +40,16 @@ std::optional<Day> DayOf(std::string_view dateText) {
     const auto day = Digits(text.substr(0, 2));
     const int month = DateText::MonthOf(text.substr(3, 3));
     const auto year = Digits(text.substr(7));
-    if (text[2] != '.' || text[6] != '.' || !day || month == 0 || !year)
+    if (text[2] != '.' || text[6] != '.' || month == 0)
         return std::nullopt;
-    if (*year < 1 || *day < 1 || *day > DaysInMonth(*year, month))
+    // What is no number is below every number.
+    if (year < 1 || day < 1 || *day > DaysInMonth(*year, month))
         return std::nullopt;
     return Day{*year, month, *day};
 }
 
 std::string OnDay(std::string_view dateText, const Day& day) {
-    const std::string date = DateText::Date({day.year, day.month, day.day, 0, 0, 0});
+    const std::string date = DateText::Date({.year = day.year, .month = day.month, .day = day.day});
     if (!DayOf(dateText))
         return "00:00:00 " + date;
     return std::string(dateText.substr(0, dateText.size() - dayLength)) + date;

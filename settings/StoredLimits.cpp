@@ -1,6 +1,5 @@
 #include "settings/StoredLimits.h"
 
-#include "platform/Platform.h"
 #include "settings/StoredLines.h"
 
 #include <array>
@@ -44,7 +43,7 @@ Limits LimitsOf(std::string_view line) {
     const auto high = NumberText::StrictSingle(highText);
     const bool readable = quantity && line.empty() && low.has_value() == !lowText.empty() &&
                           high.has_value() == !highText.empty();
-    if (!readable || (low && high && *low > *high))
+    if (!readable || (high && low > high)) // an open low end is below every number
         return {};
     return {low, high, *quantity};
 }
@@ -54,8 +53,7 @@ Limits LimitsOf(std::string_view line) {
 ChannelLimits LoadLimits() {
     ChannelLimits limits;
     for (std::size_t i = 0; i < limits.size(); ++i)
-        limits[i] = LimitsOf(
-            platform::Current().profile.GetString(limitsSection, Key(i), {}, longestValue + 1));
+        limits[i] = LimitsOf(ReadValue(limitsSection, Key(i)));
     return limits;
 }
 

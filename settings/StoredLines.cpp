@@ -33,21 +33,46 @@ std::string Numbers(int first, int last) {
     return std::to_string(first) + (last == first + 1 ? " and " : " to ") + std::to_string(last);
 }
 
+/// What comes back of a line that is too long: its whole fields, or the beginning of its only one.
+std::string WholeFields(const std::string& line) {
+    return line.substr(0, std::min(line.rfind(fieldSeparator, longestValue), longestValue));
+}
+
+/// One character more than comes back: it tells whether the last field is whole.
+std::string ReadOneMore(const std::string& section, const std::string& key) {
+    constexpr std::size_t withClosingNul = longestValue + 2;
+    return platform::Current().profile.GetString(section, key, {}, withClosingNul);
+}
+
+int PointsIn(std::string_view line, int firstPoint) {
+    return std::max(FieldCount(line) - firstPoint + 1, 0);
+}
+
 } // namespace
+
+std::string ReadValue(const std::string& section, const std::string& key,
+                      const std::string& fallback) {
+    return platform::Current().profile.GetString(section, key, fallback, longestValue + 1);
+}
+
+std::string ReadChannelLine(const std::string& section, const std::string& key) {
+    constexpr int names = 4; // fields in front of the numbers; of a name the beginning comes back
+    const std::string stored = ReadOneMore(section, key);
+    const std::string line = stored.substr(0, longestValue);
+    return line.size() < stored.size() && FieldCount(line) > names ? WholeFields(stored) : line;
+}
 
 std::string ReadTableLine(const std::string& section, const std::string& key, int countField,
                           int firstPoint) {
-    constexpr std::size_t oneMore = longestValue + 2; // with its closing NUL
-    std::string line = platform::Current().profile.GetString(section, key, {}, oneMore);
-    if (line.size() <= longestValue)
-        return line;
-    line.resize(
-        std::min(line.rfind(fieldSeparator), line.size())); // the point that the cut fell into
-    const int whole = std::max(FieldCount(line) - firstPoint + 1, 0);
-    const auto begin = FieldBegin(line, countField);
-    if (begin && NumberText::LeadingInteger(GetField(line, countField, 1)) > whole) {
+    std::string stored = ReadOneMore(section, key);
+    if (stored.size() <= longestValue)
+        return stored;
+    std::string line = WholeFields(stored);
+    if (const auto begin = FieldBegin(line, countField)) {
+        const int claimed = NumberText::LeadingInteger(GetField(line, countField, 1));
+        const int count = std::min(claimed, PointsIn(line, firstPoint));
         const std::size_t end = std::min(line.find(fieldSeparator, *begin), line.size());
-        line.replace(*begin, end - *begin, NumberText::Plain(std::int32_t{whole}));
+        line.replace(*begin, end - *begin, NumberText::Plain(std::int32_t{count}));
     }
     return line;
 }
@@ -141,10 +166,8 @@ void LineWriter::WriteCalibration(const std::string& section, const std::string&
     WriteLine(section, key, line);
     if (line.size() <= longestValue)
         return;
-    std::string whole = line.substr(0, longestValue + 1);
-    whole.resize(whole.rfind(fieldSeparator));
-    const int kept = std::max(FieldCount(whole) - firstCalibrationPoint + 1, 0);
-    const int points = FieldCount(line) - firstCalibrationPoint + 1;
+    const int kept = PointsIn(WholeFields(line), firstCalibrationPoint);
+    const int points = PointsIn(line, firstCalibrationPoint);
     const bool one = kept + 1 == points;
     messages_.push_back("Channel " + std::to_string(channel + 1) + ": calibration point" +
                         (one ? " " : "s ") + Numbers(kept + 1, points) + (one ? " does" : " do") +

@@ -15,6 +15,14 @@ namespace mWinInit {
 /// Longest value that can be read back.
 inline constexpr std::size_t longestValue = 129;
 
+/// A value as it can be read back, cut at 129 characters; `fallback` where the key is missing.
+std::string ReadValue(const std::string& section, const std::string& key,
+                      const std::string& fallback = {});
+
+/// A channel's line as it can be read back. A number that the cut fell into is left out with what
+/// follows it: half a molar mass would convert readings, and nobody would see it.
+std::string ReadChannelLine(const std::string& section, const std::string& key);
+
 /// A line as it can be read back: cut at 129 characters. Where the cut fell into a table of
 /// points, the count in front is that of the points that are whole, so that no half number is
 /// ever taken for a standard. `countField` is the field of the count, `firstPoint` that of the

@@ -31,10 +31,11 @@ constexpr std::array<Row, 10> defaultTable = {{{80, 205.5F},
 
 TempSensorCalibration DefaultTable() {
     TempSensorCalibration table;
-    table.PointCount = static_cast<std::int16_t>(defaultTable.size());
-    for (std::size_t row = 0; row < defaultTable.size(); ++row) {
-        table.Temperature[row] = defaultTable[row].temperature_C;
-        table.Reading[row] = defaultTable[row].reading;
+    for (const Row& row : defaultTable) {
+        const std::size_t next = table.Rows();
+        table.Temperature[next] = row.temperature_C;
+        table.Reading[next] = row.reading;
+        ++table.PointCount;
     }
     return table;
 }

@@ -47,14 +47,9 @@ const std::array<std::string, maxChannels> channels = {
 
 constexpr int defaultOfHardware = 2; ///< port number and both averaging numbers
 
-std::string ReadText(const std::string& sectionName, const std::string& keyName,
-                     const std::string& fallback = {}) {
-    return platform::Current().profile.GetString(sectionName, keyName, fallback, longestValue + 1);
-}
-
 /// For the texts whose empty value means the default, too.
 std::string ReadFilled(const std::string& keyName, std::string_view fallback) {
-    std::string text = ReadText(section::project, keyName);
+    std::string text = ReadValue(section::project, keyName);
     return text.empty() ? std::string(fallback) : text;
 }
 
@@ -67,7 +62,7 @@ std::int16_t ReadNumber(const std::string& sectionName, const std::string& keyNa
 void LoadProject() {
     ProjectInfo.ProjectName = ReadFilled(key::projectName, projectPlaceholder);
     const std::string now = DateText::Record(platform::Current().clock.Now());
-    ProjectInfo.ExperimentDate = ReadText(section::project, key::experimentDate, now);
+    ProjectInfo.ExperimentDate = ReadValue(section::project, key::experimentDate, now);
     ProjectInfo.Experimentator = ReadFilled(key::experimentator, analystPlaceholder);
     // A default folder whose name the code page lacks cannot be held as text; the location then
     // stays empty, which means that folder.
@@ -77,7 +72,7 @@ void LoadProject() {
 
 void LoadChannel(std::size_t channel) {
     const std::string& keyName = key::channels[channel];
-    DecodeChannel(ChannelSetup[channel], ReadText(section::electrodes, keyName));
+    DecodeChannel(ChannelSetup[channel], ReadChannelLine(section::electrodes, keyName));
     const auto kind = Electrode::KindOf(ChannelSetup[channel].Electrode);
     DecodeCalibration(
         Calibration[channel],

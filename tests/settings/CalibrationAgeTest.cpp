@@ -42,6 +42,13 @@ TEST_F(CalibrationAge, A_calibration_has_passed_its_limit_when_it_is_older_by_a_
     EXPECT_EQ(AgePassed_hours(0, ages, {2004, 1, 1, 0, 0, 0}), 24);
 }
 
+TEST_F(CalibrationAge, Both_digits_of_the_minute_count) {
+    mWinInit::Calibration[0].CalibrationDate = "14:35 07.Mar.2003";
+    const CalibrationAges ages{24, 0, 0};
+    EXPECT_EQ(AgePassed_hours(0, ages, {2003, 3, 8, 14, 35, 59}), std::nullopt);
+    EXPECT_EQ(AgePassed_hours(0, ages, {2003, 3, 8, 14, 36, 0}), 24);
+}
+
 TEST_F(CalibrationAge, Each_kind_of_electrode_has_a_limit_of_its_own) {
     const LocalTime later{2003, 4, 8, 14, 6, 0};
     EXPECT_EQ(AgePassed_hours(0, {0, 1, 1}, later), std::nullopt);

@@ -86,6 +86,22 @@ TEST_F(CalibrationLibrary, Without_points_the_stored_calibration_stays) {
     EXPECT_EQ(Stored("Chan1_Electrodes_Ca"), Line({"Ca", "S-9", "Ag/AgCl", "R-2", "N/A", "1"}));
 }
 
+TEST_F(CalibrationLibrary, A_single_point_of_the_file_is_written_as_it_was) {
+    platform.profile->Write(library, "Chan1_Cali_Ca", Line({date, "1", "0", "4;177.5"}));
+    mWinInit::LoadCalibrationInfo("Ca", 0);
+    mWinInit::SaveCalibrationInfo("Cl", 0);
+    EXPECT_EQ(Stored("Chan1_Cali_Cl"), Line({date, "1", "0", "4;177.5"}));
+}
+
+TEST_F(CalibrationLibrary, Names_that_do_not_fit_come_back_as_their_beginning) {
+    const std::string name(60, 's');
+    ChannelSetup[0] = {"Ca", name, name, "12345", 0, 1};
+    EXPECT_EQ(mWinInit::SaveCalibrationInfo("Ca", 0).size(), 1U);
+    mWinInit::LoadCalibrationInfo("Ca", 0);
+    EXPECT_EQ(ChannelSetup[0].RefType, name);
+    EXPECT_EQ(ChannelSetup[0].RefSerialNo, "1234"); // characters 126 to 129 of the line
+}
+
 TEST_F(CalibrationLibrary, Without_an_electrode_no_electrode_entry_is_written) {
     ChannelSetup[0] = {};
     Calibration[0].PointCount = 0;

@@ -19,6 +19,8 @@ TEST_F(ChoicesOfScreens, A_window_has_no_size_before_one_was_kept_and_that_one_a
     EXPECT_EQ(mWinInit::LoadWindowSize(), std::nullopt);
     EXPECT_TRUE(mWinInit::SaveWindowSize({1, 2}).empty());
     EXPECT_EQ(mWinInit::LoadWindowSize(), (WindowSize{1, 2}));
+    EXPECT_TRUE(mWinInit::SaveWindowSize({2, 1}).empty());
+    EXPECT_EQ(mWinInit::LoadWindowSize(), (WindowSize{2, 1}));
 }
 
 TEST_F(ChoicesOfScreens, What_is_no_size_in_the_file_is_none) {

@@ -87,4 +87,14 @@ TEST(SortPairs, Equal_keys_keep_the_order_of_the_double_loop) {
     EXPECT_EQ(values, (std::array<float, 3>{5, 10, 20}));
 }
 
+// Worked by hand: 1a 1b 2 -> (i=0) 2 1b 1a, since 2 is above 1a; (i=1) 1b is below 2: 1b 2 1a;
+// (i=2) 1a is not below 1b but below 2: 1b 1a 2.
+TEST(SortPairs, The_last_row_takes_part_in_every_turn_of_the_loop) {
+    std::array<float, 3> keys = {1, 1, 2};
+    std::array<float, 3> values = {10, 20, 30};
+    mWinInit::SortPairs(0, 2, keys, values);
+    EXPECT_EQ(keys, (std::array<float, 3>{1, 1, 2}));
+    EXPECT_EQ(values, (std::array<float, 3>{20, 10, 30}));
+}
+
 } // namespace

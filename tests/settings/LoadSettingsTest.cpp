@@ -48,6 +48,14 @@ TEST_F(LoadSettingsTest, Reset_leaves_nothing_of_what_was_set_up) {
     EXPECT_EQ(mWinInit::WindowY, 0);
 }
 
+TEST_F(LoadSettingsTest, The_channels_in_use_are_as_many_as_the_tables_hold) {
+    const std::pair<int, std::size_t> cases[] = {{-1, 0}, {0, 0}, {1, 1}, {8, 8}, {9, 8}};
+    for (const auto& [count, inUse] : cases) {
+        mWinInit::Reset(count);
+        EXPECT_EQ(mWinInit::ChannelsInUse(), inUse) << count;
+    }
+}
+
 TEST_F(LoadSettingsTest, The_conversion_is_handed_the_electrode_of_every_channel) {
     for (std::size_t i = 0; i < maxChannels; ++i)
         ChannelSetup[i].Electrode = "electrode " + std::to_string(i + 1);
@@ -133,6 +141,19 @@ TEST_F(LoadSettingsTest, A_channel_line_fills_the_setup) {
     EXPECT_EQ(ChannelSetup[1].RefSerialNo, "R-2");
     EXPECT_EQ(ChannelSetup[1].MolarMass, 40.08F);
     EXPECT_EQ(ChannelSetup[1].TempSensor, 3);
+}
+
+TEST_F(LoadSettingsTest, A_molar_mass_that_the_cut_fell_into_is_not_taken_by_half) {
+    const std::string names = Line({"Ca", std::string(60, 's'), std::string(60, 'r'), "R"});
+    ASSERT_EQ(names.size(), 126U);
+    Store("Electrodes Info", "Channel One", names + "\x0F" + "140.12\x0F" + "3");
+    Store("Electrodes Info", "Channel Two", names + "\x0F" + "40\x0F" + "3");
+    Store("Electrodes Info", "Channel Three", names + "\x0F" + "40");
+    mWinInit::LoadSettings();
+    EXPECT_EQ(ChannelSetup[0].RefSerialNo, "R");
+    EXPECT_EQ(ChannelSetup[0].MolarMass, 0) << "14 of 140.12";
+    EXPECT_EQ(ChannelSetup[1].MolarMass, 40) << "it ends at the 129th character";
+    EXPECT_EQ(ChannelSetup[2].MolarMass, 40);
 }
 
 TEST_F(LoadSettingsTest, A_channel_line_of_three_fields_leaves_the_rest_empty_and_0) {
@@ -246,6 +267,26 @@ TEST_F(LoadSettingsTest, A_malformed_line_gives_empty_texts_and_zeros) {
     EXPECT_EQ(Calibration[0].CaliData[1], 100); // without a semicolon both parts are the field
 }
 
+// No box takes a semicolon; a file that was written by hand may hold one.
+TEST_F(LoadSettingsTest, Of_a_field_with_a_semicolon_that_is_no_pair_the_text_before_it_counts) {
+    Store("Electrodes Info", "Channel One",
+          Line({"Ca;K", "S-1;old", "Ag/AgCl;x", "R-2;y", "40.078;1", "3;2"}));
+    Store("Calibration Info", "Channel One", Line({"date;2", "2;3", "1;0", "10;1", "100;2"}));
+    Store("Temperature Sensor Calibration Matrix", "Temp Sensor One",
+          Line({"2;3", "80;205.5", "70;271.9", "60;355.9"}));
+    mWinInit::LoadSettings();
+    EXPECT_EQ(ChannelSetup[0].Electrode, "Ca");
+    EXPECT_EQ(ChannelSetup[0].SerialNo, "S-1");
+    EXPECT_EQ(ChannelSetup[0].RefType, "Ag/AgCl");
+    EXPECT_EQ(ChannelSetup[0].RefSerialNo, "R-2");
+    EXPECT_EQ(ChannelSetup[0].MolarMass, 40.078F);
+    EXPECT_EQ(ChannelSetup[0].TempSensor, 3);
+    EXPECT_EQ(Calibration[0].CalibrationDate, "date");
+    EXPECT_EQ(Calibration[0].PointCount, 2);
+    EXPECT_EQ(Calibration[0].StdUnit, 1);
+    EXPECT_EQ(TempSensor[0].PointCount, 2);
+}
+
 /// A line of 6 points; each pair takes 20 characters with its separator.
 const std::string longCalibration = Line(
     {"10:12:40 07.Mar.2003", "6", "0", "1000.001;-100.00001", "2000.001;-100.00002",
@@ -272,6 +313,49 @@ TEST_F(LoadSettingsTest, A_point_that_ends_at_the_129th_character_is_whole) {
     mWinInit::LoadSettings();
     EXPECT_EQ(Calibration[0].PointCount, 5);
     EXPECT_EQ(Calibration[0].Standard[4], 5000.001F);
+}
+
+TEST_F(LoadSettingsTest, A_line_of_129_characters_is_whole) {
+    const std::string line = longCalibration.substr(0, 125) + "1;22";
+    ASSERT_EQ(line.size(), 129U);
+    Store("Calibration Info", "Channel One", line);
+    mWinInit::LoadSettings();
+    EXPECT_EQ(Calibration[0].PointCount, 6);
+    EXPECT_EQ(Calibration[0].CaliData[5], 22);
+}
+
+TEST_F(LoadSettingsTest, A_point_that_ends_at_the_130th_character_does_not_count) {
+    const std::string line = longCalibration.substr(0, 125) + "1;234\x0F" + "7;8";
+    ASSERT_EQ(line[130], '\x0F');
+    Store("Calibration Info", "Channel One", line);
+    mWinInit::LoadSettings();
+    EXPECT_EQ(Calibration[0].PointCount, 5);
+}
+
+TEST_F(LoadSettingsTest, A_line_that_was_cut_before_its_points_gives_none) {
+    Store("Calibration Info", "Channel One",
+          Line({std::string(100, 'd'), "2", std::string(40, '1'), "10;1", "100;2"}));
+    mWinInit::LoadSettings();
+    EXPECT_EQ(Calibration[0].CalibrationDate, std::string(100, 'd'));
+    EXPECT_EQ(Calibration[0].PointCount, 0);
+}
+
+TEST_F(LoadSettingsTest, Of_a_line_that_is_one_long_field_129_characters_come_back) {
+    Store("Calibration Info", "Channel One", std::string(200, 'd'));
+    mWinInit::LoadSettings();
+    EXPECT_EQ(Calibration[0].CalibrationDate, std::string(129, 'd'));
+    EXPECT_EQ(Calibration[0].PointCount, 0);
+}
+
+TEST_F(LoadSettingsTest, A_line_that_is_too_long_for_what_it_claims_keeps_its_claim) {
+    const std::string points = longCalibration.substr(longCalibration.find("\x0F"
+                                                                           "1000.001"));
+    for (const char* claim : {"2", "2;9"}) {
+        Store("Calibration Info", "Channel One",
+              Line({"10:12:40 07.Mar.2003", claim, "0"}) + points);
+        mWinInit::LoadSettings();
+        EXPECT_EQ(Calibration[0].PointCount, 2) << claim;
+    }
 }
 
 TEST_F(LoadSettingsTest, Channels_beyond_the_channel_count_are_not_read) {
@@ -302,6 +386,8 @@ TEST_F(LoadSettingsTest, A_fresh_file_gains_the_default_table_of_each_sensor) {
         EXPECT_EQ(sensor.Reading[0], 205.5F);
         EXPECT_EQ(sensor.Temperature[9], 0);
         EXPECT_EQ(sensor.Reading[9], 966.8F);
+        EXPECT_EQ(sensor.Temperature[10], 0);
+        EXPECT_EQ(sensor.Reading[10], 0);
     }
 }
 

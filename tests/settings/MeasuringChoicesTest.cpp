@@ -36,6 +36,17 @@ TEST_F(MeasuringChoicesTest, All_choices_come_back) {
     EXPECT_EQ(LoadMeasuringChoices(), choices);
 }
 
+TEST_F(MeasuringChoicesTest, The_file_holds_each_choice_as_a_number_or_text_and_counts_comments) {
+    MeasuringChoices choices;
+    choices.automatic = true;
+    choices.comments = {"one", "two"};
+    SaveMeasuringChoices(choices);
+    EXPECT_EQ(ReadBytes(platform.SettingsFile()),
+              "[Measuring Choices]\r\nAutomatic=1\r\nPeriod=\r\nRecord When Steady=0\r\n"
+              "Go On When Answered=0\r\nTrend=1\r\nTrend Minutes=10\r\nTrend Unit=mV\r\n"
+              "[Measuring Comments]\r\nComment 1=\"one\"\r\nComment 2=\"two\"\r\n");
+}
+
 TEST_F(MeasuringChoicesTest, The_other_sections_keep_every_byte) {
     const std::string before = "[Project Info]\r\nProject Name=Well 7\r\n; a remark\r\n";
     WriteSettings(before);
@@ -65,6 +76,8 @@ TEST_F(MeasuringChoicesTest, Twenty_comments_are_remembered) {
     EXPECT_EQ(choices.comments.back(), "comment 10");
     SaveMeasuringChoices(choices);
     EXPECT_EQ(LoadMeasuringChoices().comments, choices.comments);
+    platform.profile->Write("Measuring Comments", "Comment 21", "one more");
+    EXPECT_EQ(LoadMeasuringChoices().comments, choices.comments);
 }
 
 TEST_F(MeasuringChoicesTest, A_comment_that_the_file_would_cut_is_not_remembered) {
@@ -72,6 +85,7 @@ TEST_F(MeasuringChoicesTest, A_comment_that_the_file_would_cut_is_not_remembered
     RememberComment(choices, std::string(128, 'x'));
     EXPECT_TRUE(choices.comments.empty());
     RememberComment(choices, std::string(127, 'x'));
+    EXPECT_EQ(choices.comments.size(), 1U);
     SaveMeasuringChoices(choices);
     EXPECT_EQ(LoadMeasuringChoices().comments, choices.comments);
 }

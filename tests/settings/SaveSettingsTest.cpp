@@ -127,6 +127,14 @@ TEST_F(SaveSettingsTest, What_was_loaded_and_not_changed_is_written_as_it_was) {
     EXPECT_EQ(ReadBytes(platform.SettingsFile()), before);
 }
 
+TEST_F(SaveSettingsTest, A_single_point_of_the_file_is_written_as_it_was) {
+    const std::string line = Line({"10:12:40 07.Mar.2003", "1", "0", "10;-55.3"});
+    platform.profile->Write("Calibration Info", "Channel One", line);
+    mWinInit::LoadSettings();
+    EXPECT_EQ(mWinInit::SaveSettings(), Messages{});
+    EXPECT_EQ(Stored("Calibration Info", "Channel One"), line);
+}
+
 TEST_F(SaveSettingsTest, A_library_entry_of_no_electrode_stays_as_it_is) {
     platform.profile->Write("All Calibration Info", "Chan1_Electrodes_",
                             Line({"", "S-1", "None", "", "N/A", "7"}));
@@ -202,6 +210,42 @@ TEST_F(SaveSettingsTest, The_points_of_a_calibration_that_will_not_come_back_are
                        "and will not come back."});
 }
 
+/// A calibration of two points that fills a line of this length, the last point being "7;8".
+CalibrationRecord FillingLine(std::size_t length) {
+    CalibrationRecord record = Calcium();
+    record.Standard = {1, 7};
+    record.CaliData = {2, 8};
+    const std::string rest = Line({"", "2", "0", "1;2", "7;8"});
+    record.CalibrationDate = std::string(length - rest.size(), 'd');
+    return record;
+}
+
+TEST_F(SaveSettingsTest, A_calibration_that_fills_129_characters_comes_back_and_nothing_is_said) {
+    Calibration[0] = FillingLine(129);
+    EXPECT_EQ(mWinInit::SaveSettings(), Messages{});
+    mWinInit::LoadSettings();
+    EXPECT_EQ(Calibration[0].PointCount, 2);
+    EXPECT_EQ(Calibration[0].CaliData[1], 8);
+}
+
+TEST_F(SaveSettingsTest, Of_a_longer_calibration_the_points_up_to_character_129_come_back) {
+    const std::string one =
+        "Channel 1: calibration point 2 does not fit into the settings file and "
+        "will not come back.";
+    const std::string both = "Channel 1: calibration points 1 and 2 do not fit into the settings "
+                             "file and will not come back.";
+    Calibration[0] = FillingLine(130);
+    EXPECT_EQ(mWinInit::SaveSettings(), Messages{one});
+    Calibration[0] = FillingLine(133); // the first point ends at character 129
+    EXPECT_EQ(mWinInit::SaveSettings(), Messages{one});
+    mWinInit::LoadSettings();
+    EXPECT_EQ(Calibration[0].PointCount, 1);
+    Calibration[0] = FillingLine(134); // and at character 130
+    EXPECT_EQ(mWinInit::SaveSettings(), Messages{both});
+    Calibration[0] = FillingLine(200); // of the date alone a part comes back
+    EXPECT_EQ(mWinInit::SaveSettings(), Messages{both});
+}
+
 TEST_F(SaveSettingsTest, The_points_that_were_named_are_those_that_are_missing_after_the_load) {
     Calibration[1] = Calcium();
     Calibration[1].PointCount = 6;
@@ -220,6 +264,16 @@ TEST_F(SaveSettingsTest, Channel_names_that_do_not_fit_are_said) {
     EXPECT_EQ(mWinInit::SaveSettings(),
               Messages{"Channel 4: the names and serial numbers are longer than the settings file "
                        "can hold. Only their beginning will come back."});
+}
+
+TEST_F(SaveSettingsTest, Channel_names_that_fill_129_characters_come_back_and_nothing_is_said) {
+    const std::string rest = Line({"Ca", "", "", "", "N/A", "3"});
+    ChannelSetup[3] = {"Ca", std::string(129 - rest.size(), 's'), "", "", 0, 3};
+    EXPECT_EQ(mWinInit::SaveSettings(), Messages{});
+    mWinInit::LoadSettings();
+    EXPECT_EQ(ChannelSetup[3].TempSensor, 3);
+    ChannelSetup[3].SerialNo += 's';
+    EXPECT_EQ(mWinInit::SaveSettings().size(), 1U);
 }
 
 TEST_F(SaveSettingsTest, A_file_that_cannot_be_written_is_said_once) {

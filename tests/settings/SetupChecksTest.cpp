@@ -170,6 +170,17 @@ TEST(SetupChecks, Two_channels_of_the_mode_with_one_electrode_are_a_pair) {
     EXPECT_FALSE(SetupChecks::HasSimultaneousPair()) << "mV electrodes are not calibrated together";
 }
 
+TEST(SetupChecks, A_pair_is_found_on_any_two_channels) {
+    const fake::Platform platform;
+    auto& setup = mWinInit::ChannelSetup;
+    for (std::size_t first = 0; first < 4; ++first)
+        for (std::size_t second = first + 1; second < 4; ++second) {
+            setup = {};
+            setup[first].Electrode = setup[second].Electrode = "Ca";
+            EXPECT_TRUE(SetupChecks::HasSimultaneousPair()) << first << " and " << second;
+        }
+}
+
 TEST(SetupChecks, Unused_channels_with_empty_names_are_no_pair) {
     const fake::Platform platform;
     EXPECT_FALSE(SetupChecks::HasSimultaneousPair());

@@ -30,7 +30,7 @@ TEST(SetupEntries, A_text_that_ends_in_no_day_has_none) {
     for (const char* text :
          {"", "N/A", "14:05:33", "07.mar.2003", "29.Feb.2023", "00.Mar.2003", "07-Mar-2003",
           "31.Apr.2003", "0x.Mar.2003", "07.Mar.0000", "07-Mar.2003", "07.Mar-2003", "0:.Mar.2003",
-          "0/.Mar.2003", "07.Mar.20x3"})
+          "0/.Mar.2003", "07.Mar.20x3", "3/.Mar.2003", "07.Mar.200/"})
         EXPECT_EQ(SetupEntries::DayOf(text), std::nullopt) << text;
 }
 

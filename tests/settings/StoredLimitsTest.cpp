@@ -34,6 +34,11 @@ TEST_F(StoredLimits, They_come_back_with_unit_and_open_ends) {
     EXPECT_EQ(LoadLimits(), limits);
 }
 
+TEST_F(StoredLimits, An_open_end_is_open_on_either_side_of_zero) {
+    EXPECT_EQ(Stored("mV,,-50"), (Limits{std::nullopt, -50.0F, Quantity::mV}));
+    EXPECT_EQ(Stored("mV,50,"), (Limits{50.0F, std::nullopt, Quantity::mV}));
+}
+
 TEST_F(StoredLimits, Limits_taken_away_are_gone) {
     ChannelLimits limits;
     limits[2] = {0.0F, 1.0F, Quantity::mV};
