@@ -17,8 +17,8 @@ QString Number(std::size_t number) {
 
 } // namespace
 
-BuiltAnalyst::BuiltAnalyst(std::uint64_t seed, QString files)
-    : random_(seed), files_(std::move(files)) {}
+BuiltAnalyst::BuiltAnalyst(std::uint64_t seed, QString files, Troubles troubles)
+    : random_(seed), files_(std::move(files)), troubles_(troubles) {}
 
 std::optional<Step> BuiltAnalyst::Answer(const Scene& scene, bool leaving) {
     if (const auto box = scene.Box())
@@ -83,7 +83,7 @@ std::optional<Step> BuiltAnalyst::Act(const Scene& scene) {
         &BuiltAnalyst::PressKey,    &BuiltAnalyst::PressKey,       &BuiltAnalyst::TurnWheel,
         &BuiltAnalyst::Resize,      &BuiltAnalyst::Close};
     if (Below(6) == 0)
-        return DisturbTheLine();
+        return Disturb();
     if (scene.Windows().empty())
         return std::nullopt;
     if (Below(8) == 0) // he turns to another window
@@ -91,26 +91,38 @@ std::optional<Step> BuiltAnalyst::Act(const Scene& scene) {
     return (this->*decisions[Below(decisions.size())])(scene, scene.Reached());
 }
 
-Step BuiltAnalyst::DisturbTheLine() {
-    static const QStringList happenings = {"unplug 0.5",
-                                           "replug",
-                                           "fault silence times 1",
-                                           "fault half times 1",
-                                           "fault badEnd times 1",
-                                           "fault garbage times 1",
-                                           "fault noise times 2",
-                                           "fault extra times 1",
-                                           "fault pieces 0.1 times 2",
-                                           "auto 0.3",
-                                           "auto off",
-                                           "electrode 1 Ca",
-                                           "electrode 2 pH offset 20",
-                                           "solution 1 water",
-                                           "solution all pH 7",
-                                           "temperature all 20",
-                                           "replug",
-                                           "replug"};
-    return {"instrument", {}, {}, AnyOf(happenings)};
+/// What happens to his line, clock or disk; each trouble passes.
+Step BuiltAnalyst::Disturb() {
+    static const QStringList line = {"unplug 0.5",
+                                     "replug",
+                                     "fault silence times 1",
+                                     "fault half times 1",
+                                     "fault badEnd times 1",
+                                     "fault garbage times 1",
+                                     "fault noise times 2",
+                                     "fault extra times 1",
+                                     "fault pieces 0.1 times 2",
+                                     "auto 0.3",
+                                     "auto off",
+                                     "electrode 1 Ca",
+                                     "electrode 2 pH offset 20",
+                                     "solution 1 water",
+                                     "solution all pH 7",
+                                     "temperature all 20",
+                                     "replug",
+                                     "replug"};
+    static const QStringList clock = {"0",      "7",     "-7",     "3600",  "-3600",
+                                      "-86400", "86400", "summer", "winter"};
+    static const QStringList disk = {"0", "600", "5000", "well", "well", "well"};
+    constexpr std::size_t ofLineAlone = 5;
+    switch (troubles_ == Troubles::ofLine ? ofLineAlone : Below(6)) {
+    case 0:
+        return {"clock", {}, {}, AnyOf(clock)};
+    case 1:
+        return {"disk", {}, {}, AnyOf(disk)};
+    default:
+        return {"instrument", {}, {}, AnyOf(line)};
+    }
 }
 
 QString BuiltAnalyst::AnyOf(const QStringList& texts) {

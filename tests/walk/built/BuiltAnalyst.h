@@ -6,11 +6,14 @@
 #include <random>
 
 /// Decides what a random analyst does next with what is on the screen, and what happens to his
-/// instrument meanwhile, by a seed.
+/// instrument and computer meanwhile, by a seed.
 class BuiltAnalyst {
 public:
+    /// What happens to him besides what he does.
+    enum class Troubles { ofLine, ofLineClockAndDisk };
+
     /// `files` is the folder in which all files are that he names.
-    BuiltAnalyst(std::uint64_t seed, QString files);
+    BuiltAnalyst(std::uint64_t seed, QString files, Troubles troubles);
 
     /// A box or a file dialog is answered before anything else; nothing where none waits. Who
     /// leaves confirms it.
@@ -34,7 +37,7 @@ private:
 
     Step AnswerBox(const Scene& scene, const SpokenControl& box, bool leaving);
     Step AnswerFileDialog(const SpokenControl& name, bool leaving);
-    Step DisturbTheLine();
+    Step Disturb();
     QString AnyOf(const QStringList& texts);
     std::optional<SpokenControl> Any(const Scene& scene, const SpokenControl& window,
                                      const QStringList& roles);
@@ -51,4 +54,5 @@ private:
 
     std::mt19937_64 random_;
     QString files_;
+    Troubles troubles_;
 };

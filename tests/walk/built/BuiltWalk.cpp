@@ -2,12 +2,10 @@
 
 #include "files/RecordingNote.h"
 #include "platform/System.h"
-#include "walk/SettingsRule.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <QRegularExpression>
 #include <QTest>
 
 namespace {
@@ -27,18 +25,10 @@ constexpr int longestPause_ms = 3000;
 /// What an analyst presses from the start to his first records.
 constexpr auto longestWayToARecord = 4s;
 constexpr int afterPress_ms = 300; ///< one who is on his way sees what a press does
-/// So soon one who sees all that changes hears of it: well before the next reading.
-constexpr int promptly_ms = 150;
 
 QByteArray Bytes(const QString& name) {
     QFile file(name);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-/// Without the size of the window, which the window manager touches where it exceeds the screen.
-QByteArray OwnSettingsIn(const QString& file) {
-    static const QRegularExpression sizes("(Width|Height)=\\d+");
-    return QString::fromLatin1(walk::SettingsIn(file)).remove(sizes).toLatin1();
 }
 
 std::vector<std::string> InstrumentArguments(const std::filesystem::path& log) {
@@ -52,15 +42,18 @@ std::filesystem::path LogPlace() {
 
 } // namespace
 
-BuiltWalk::BuiltWalk(std::uint64_t chosen)
-    : Bench(screenSize, InstrumentArguments(LogPlace())), seed(chosen), analyst_(chosen, Folder()),
-      manager_(environment), hand_(reader, screenSize, Folder()),
-      leavingHand_(reader, {0, 0}, Folder()), values_(LogPlace()),
+BuiltWalk::BuiltWalk(std::uint64_t chosen, BuiltAnalyst::Troubles troubles)
+    : Bench(screenSize, InstrumentArguments(LogPlace())), seed(chosen),
+      analyst_(chosen, Folder(), troubles), manager_(environment),
+      hand_(reader, screenSize, Folder()), leavingHand_(reader, {0, 0}, Folder()),
+      values_(LogPlace()),
       listener_(new BusListener(
           reader.BusAddress(), [this](const QString& spoken) { values_.Hear(spoken); },
           longestWork_ms)),
       notes_(qEnvironmentVariable(walk::notesVariable)), course_(walk::CourseAsked()),
       repeated_(!course_.empty()) {
+    if (troubles == BuiltAnalyst::Troubles::ofLineClockAndDisk)
+        clock_.emplace(Folder(), environment);
     QDir().mkdir(Folder() + "/programs");
     environment.insert("PATH", Folder() + "/programs"); // no editor, no calculator
     // Under the sanitizers, what the toolkit keeps to its end is no crash.
@@ -134,14 +127,15 @@ void BuiltWalk::Live(std::chrono::milliseconds time) {
         Kill();
     else
         Leave();
-    killed_ = kills;
+    unfinished_ = kills || diskFailed_;
     JudgeValues();
-    if (!killed_)
+    if (!unfinished_)
         JudgeFiles();
 }
 
 void BuiltWalk::Begin() {
     sinceStep_.start();
+    diskFailed_ = false;
     Start();
     const auto programs = reader.Programs();
     QMetaObject::invokeMethod(
@@ -165,21 +159,6 @@ void BuiltWalk::Walk(std::chrono::milliseconds time) {
             return;
         Turn(!straight.hasExpired());
     }
-}
-
-/// The program runs, and has answered in time.
-bool BuiltWalk::IsAlive() {
-    if (const auto still = listener_->Standstill()) {
-        walk::Broken("no standstill", still->toStdString() + ", " + Place());
-        return false;
-    }
-    if (program.state() == QProcess::Running && !program.waitForFinished(0))
-        return true;
-    walk::Broken("no crash",
-                 "the program has ended with " + std::to_string(program.exitCode()) +
-                     (program.exitStatus() == QProcess::CrashExit ? " by a signal, " : ", ") +
-                     Place());
-    return false;
 }
 
 void BuiltWalk::Turn(bool towardsRecord) {
@@ -253,31 +232,28 @@ void BuiltWalk::Take(const Step& step, const Scene& scene) {
         values_.Forget(step.argument + ".4ch");
     }
     if (step.action == "instrument")
-        Disturb(step.argument);
+        DisturbTheLine(step.argument);
+    else if (step.action == "disk")
+        DisturbTheDisk(step.argument);
+    else if (step.action == "clock")
+        clock_->Set(step.argument);
     else
         hand_.Do(step, scene);
     QTest::qWait(repeated_ ? 0 : static_cast<int>(analyst_.Below(60)));
 }
 
-void BuiltWalk::Disturb(const QString& command) {
+void BuiltWalk::DisturbTheLine(const QString& command) {
     try {
         instrument.Command(command.toStdString());
     } catch (const std::runtime_error&) { // a cable pulled twice
     }
 }
 
-void BuiltWalk::JudgeBox(const Scene& scene) {
-    const auto box = scene.Box();
-    if (!box || box->at == box_)
-        return;
-    const QString text = scene.TextOf(*box);
-    if (text == boxText_ && steps_ == stepsAtBox_)
-        walk::Broken("no box comes twice without something done",
-                     text.toStdString() + ", " + Place());
-    ++boxes_;
-    box_ = box->at;
-    boxText_ = text;
-    stepsAtBox_ = steps_;
+void BuiltWalk::DisturbTheDisk(const QString& room) {
+    if (room == "well")
+        return LiftLimitOfFiles();
+    LimitFilesTo(room.toULongLong());
+    diskFailed_ = true;
 }
 
 void BuiltWalk::Kill() {
@@ -290,9 +266,12 @@ void BuiltWalk::Kill() {
 
 void BuiltWalk::Leave() {
     notes_.Note({"leave", {}, {}, {}});
+    if (diskFailed_ && program.state() == QProcess::Running)
+        LiftLimitOfFiles();
     const QDeadlineTimer end(longestLeaving_ms);
-    while (program.state() == QProcess::Running && !end.hasExpired()) {
-        const Scene scene = Look();
+    for (int turn = 0; program.state() == QProcess::Running && !end.hasExpired(); ++turn) {
+        // The youngest window may keep the one waiting that has the keyboard.
+        const Scene scene = turn % 2 == 0 ? Look().WithYoungestReached() : Look();
         const auto answer = analyst_.Answer(scene, true);
         const Step step = answer ? *answer : BuiltAnalyst::TowardsEnd(scene);
         leavingHand_.Do(step, scene);
@@ -311,45 +290,4 @@ void BuiltWalk::EndProgram() {
                                      Place());
     program.kill();
     program.waitForFinished();
-}
-
-void BuiltWalk::JudgeSettings() {
-    const QString settings = Folder() + "/Vantrel/Vantrel.ini";
-    if (killed_) { // what it would have saved at its end
-        Begin();
-        Leave();
-        killed_ = false;
-        JudgeFiles();
-    }
-    const QByteArray before = OwnSettingsIn(settings);
-    Begin();
-    Leave();
-    const QByteArray after = OwnSettingsIn(settings);
-    if (!walk::AreKept(before, after))
-        walk::Broken("settings that nobody touched keep their bytes",
-                     walk::Difference(before, after) + "\n" + Place());
-}
-
-void BuiltWalk::JudgeFiles() {
-    const bool allHeard = heardAll_ && listener_->LongestWait_ms() < promptly_ms;
-    QStringList missing = values_.FilesRecordedInto();
-    QDirIterator files(Folder(), {"*.4ch"}, QDir::Files, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        const QString name = files.next();
-        missing.removeAll(files.fileName());
-        const std::string faults = values_.Faults(name.toStdString(), allHeard);
-        if (!faults.empty())
-            walk::Broken("what was recorded is in its file, as it was shown",
-                         name.toStdString() + faults + "\n" + Place());
-    }
-    if (!missing.isEmpty())
-        walk::Broken("what was recorded is in its file, as it was shown",
-                     "there is no " + missing.join(", ").toStdString() + "\n" + Place());
-}
-
-void BuiltWalk::JudgeValues() {
-    const QStringList madeUp = values_.MadeUp();
-    if (!madeUp.isEmpty())
-        walk::Broken("every value shown belongs to a frame",
-                     madeUp.join("\n").toStdString() + "\n" + Place());
 }

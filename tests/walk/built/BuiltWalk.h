@@ -6,6 +6,7 @@
 #include "walk/built/BuiltAnalyst.h"
 #include "walk/built/BuiltHand.h"
 #include "walk/built/BusListener.h"
+#include "walk/built/ProgramClock.h"
 #include "walk/built/ValueWitness.h"
 
 #include <QDeadlineTimer>
@@ -14,12 +15,14 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 
 /// The program as it has been built, on a desktop of its own, and an analyst who walks over it at
-/// random or by a course that is given. Rules that are broken fail the test.
+/// random or by a course that is given, while line, clock and disk fail him. Rules that are broken
+/// fail the test.
 class BuiltWalk : public Bench {
 protected:
-    explicit BuiltWalk(std::uint64_t seed);
+    BuiltWalk(std::uint64_t seed, BuiltAnalyst::Troubles troubles);
     ~BuiltWalk() override;
 
     /// From the start of the program to its end, which is a kill now and then; at random for about
@@ -32,7 +35,7 @@ protected:
     /// Who starts the program and leaves it has changed nothing.
     void JudgeSettings();
 
-    /// Also after a kill, once more in the program's next life.
+    /// After a kill or in want of room, in the program's next life.
     void JudgeFiles();
 
     void JudgeValues();
@@ -61,7 +64,8 @@ private:
     std::optional<Step> AnswerOfCourse(const Scene& scene);
     void AwaitPause(const Step& step) const;
     void Take(const Step& step, const Scene& scene);
-    void Disturb(const QString& command);
+    void DisturbTheLine(const QString& command);
+    void DisturbTheDisk(const QString& room);
     void JudgeBox(const Scene& scene);
     bool IsBeingAnswered(const Scene& scene);
     bool IsAlive();
@@ -69,6 +73,7 @@ private:
 
     BuiltAnalyst analyst_;
     WindowManager manager_;
+    std::optional<ProgramClock> clock_; ///< where it is set
     BuiltHand hand_;
     BuiltHand leavingHand_; ///< without a pointer: windows may stand in each other's way
     ValueWitness values_;
@@ -77,11 +82,12 @@ private:
     CourseNotes notes_;
     std::deque<Step> course_; ///< what is still to be done of a given one
     const bool repeated_;
-    bool onDesktop_ = false; ///< the program stands on the bus
-    bool heardAll_ = true;   ///< no life passed without a value
-    bool killed_ = false;    ///< the last life ended so
-    AccessibleRef answered_; ///< the box or dialog that was answered last
-    AccessibleRef box_;      ///< the message box that was judged last
+    bool onDesktop_ = false;  ///< the program stands on the bus
+    bool heardAll_ = true;    ///< no life passed without a value
+    bool diskFailed_ = false; ///< in this life
+    bool unfinished_ = false; ///< what the last life has recorded may wait for the next one
+    AccessibleRef answered_;  ///< the box or dialog that was answered last
+    AccessibleRef box_;       ///< the message box that was judged last
     QString boxText_;
     int stepsAtBox_ = 0;
     int steps_ = 0; ///< actions and happenings, answers not counted

@@ -16,9 +16,15 @@ namespace {
 constexpr auto usualLength = 15s;
 constexpr auto aLife = 8s;
 
+/// Clock and disk only in a search that was asked for, and its repetition; the line always.
+BuiltAnalyst::Troubles TroublesWanted() {
+    const bool isShort = search::Length(usualLength) <= usualLength && walk::CourseAsked().empty();
+    return isShort ? BuiltAnalyst::Troubles::ofLine : BuiltAnalyst::Troubles::ofLineClockAndDisk;
+}
+
 class RandomBuiltWalk : public BuiltWalk {
 protected:
-    RandomBuiltWalk() : BuiltWalk(search::Seed()) {}
+    RandomBuiltWalk() : BuiltWalk(search::Seed(), TroublesWanted()) {}
 };
 
 } // namespace

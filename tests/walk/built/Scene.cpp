@@ -28,6 +28,13 @@ Scene::Scene(std::vector<SpokenControl> controls) : controls_(std::move(controls
         reached_ = windows_.back();
 }
 
+Scene Scene::WithYoungestReached() const {
+    Scene scene = *this;
+    if (!windows_.empty() && !Box())
+        scene.reached_ = windows_.back();
+    return scene;
+}
+
 std::vector<SpokenControl> Scene::UsableIn(const SpokenControl& window) const {
     std::vector<SpokenControl> usable;
     for (const SpokenControl& each : controls_)

@@ -20,6 +20,9 @@ public:
     /// The window that has the keyboard; it has no role where there is none.
     const SpokenControl& Reached() const { return reached_; }
 
+    /// The same where the window that was made last is reached, unless a box waits.
+    Scene WithYoungestReached() const;
+
     /// What can be used in a window, and has a name by which it is found again.
     std::vector<SpokenControl> UsableIn(const SpokenControl& window) const;
 
