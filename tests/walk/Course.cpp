@@ -53,7 +53,7 @@ std::string Told(const Step& step) {
 Course ReadCourse(const QString& name) {
     Course course;
     QFile file(name);
-    if (!file.open(QIODevice::ReadOnly))
+    if (name.isEmpty() || !file.open(QIODevice::ReadOnly))
         return course;
     const QStringList lines = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
     for (const QString& line : lines)
