@@ -3,11 +3,15 @@
 #include <string>
 #include <string_view>
 
-/// Letters A to Z without regard to case, and blanks at the ends. Other letters of the code page
-/// are equal only to themselves, as in the system's own calls.
+/// Letters A to Z without regard to case, digits, and blanks at the ends. Other letters of the code
+/// page are equal only to themselves, as in the system's own calls.
 namespace Letters {
 
 char Lower(char letter);
+
+constexpr bool IsDigit(char letter) {
+    return letter >= '0' && letter <= '9';
+}
 
 /// True when both texts are equal but for the case of A to Z.
 bool SameText(std::string_view left, std::string_view right);

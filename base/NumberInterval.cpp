@@ -1,5 +1,7 @@
 #include "base/NumberInterval.h"
 
+#include "base/Letters.h"
+
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -13,10 +15,6 @@ namespace {
 constexpr double halfOfSeventhDigit = 5e-7; ///< relative, of the smallest seven-digit mantissa
 constexpr int mostDigits = 18;              ///< a 64-bit integer holds them
 constexpr int largestExponent = 99;
-
-bool IsDigit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
 
 /// The digits of a number without its exponent: digits * 10^place.
 struct Mantissa {
@@ -40,7 +38,7 @@ std::optional<Mantissa> TakeMantissa(std::string_view& text) {
             behindPoint = true;
             continue;
         }
-        if (!IsDigit(letter))
+        if (!Letters::IsDigit(letter))
             break;
         mantissa.digits = mantissa.digits * 10 + (letter - '0');
         mantissa.place -= behindPoint ? 1 : 0;
@@ -57,7 +55,7 @@ std::optional<int> ReadExponent(std::string_view text) {
     if (text.front() != 'E')
         return std::nullopt;
     text.remove_prefix(1);
-    if (text.starts_with('+') && text.size() > 1 && IsDigit(text[1]))
+    if (text.starts_with('+') && text.size() > 1 && Letters::IsDigit(text[1]))
         text.remove_prefix(1);
     int exponent = 0;
     const char* end = text.data() + text.size();

@@ -151,15 +151,12 @@ std::string Percent(float value, Decimal decimal) {
     return Fixed(decimal, 0, 1) + "%";
 }
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
 std::size_t SkipDigits(std::string_view text, std::size_t from) {
-    while (from < text.size() && IsDigit(text[from]))
+    while (from < text.size() && Letters::IsDigit(text[from]))
         ++from;
     return from;
 }

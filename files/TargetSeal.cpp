@@ -2,6 +2,7 @@
 
 #include "app/Mcommon.h"
 #include "base/NumberText.h"
+#include "files/TargetTransfer.h"
 #include "history/Notes.h"
 #include "platform/System.h"
 
@@ -14,7 +15,6 @@ namespace FileOpr {
 
 namespace {
 
-constexpr std::size_t chunkSize = std::size_t{256} * 1024;
 constexpr std::string_view recordStart = "\nRecord ";
 
 /// The number of the last record, found from the end: a comment may be long, but not longer than a

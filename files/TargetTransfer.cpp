@@ -15,8 +15,6 @@ namespace FileOpr {
 
 namespace {
 
-constexpr std::size_t chunkSize = std::size_t{256} * 1024;
-
 std::uint64_t SizeOrZero(const std::filesystem::path& file) {
     std::error_code missing;
     const auto size = std::filesystem::file_size(file, missing);

@@ -7,6 +7,9 @@
 
 namespace FileOpr {
 
+/// Bytes that are read at once.
+inline constexpr std::size_t chunkSize = std::size_t{256} * 1024;
+
 /// What a temporary file holds.
 struct RecordingContent {
     std::uint64_t soundLength = 0; ///< up to and with the last complete header or record

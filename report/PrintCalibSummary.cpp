@@ -9,16 +9,13 @@ namespace Measure {
 namespace {
 
 constexpr int widestColumn = 96; // to the end of a slope such as -1.23E+04
-constexpr int largestText_pt = 10;
-constexpr int smallestText_pt = 5;
 constexpr float titleScale = 1.8F;
 
 /// Writes line after line, each of texts at tab columns.
 class SummaryPage {
 public:
     explicit SummaryPage(platform::Printer& printer)
-        : printer_(printer), font_{PrintColumns::FittingSize(printer, widestColumn, largestText_pt,
-                                                             smallestText_pt)} {}
+        : printer_(printer), font_{PrintColumns::FittingSize(printer, widestColumn)} {}
 
     void Title(std::string_view text) {
         printer_.SetFont({font_.size_pt * titleScale, true});

@@ -6,11 +6,13 @@ namespace PrintColumns {
 
 namespace {
 constexpr float lineSpacing = 1.25F;
-}
+constexpr int largestText_pt = 10;
+constexpr int smallestText_pt = 5;
+} // namespace
 
-float FittingSize(platform::Printer& printer, int columns, int largest_pt, int smallest_pt) {
-    int size = largest_pt;
-    for (; size > smallest_pt; --size) {
+float FittingSize(platform::Printer& printer, int columns) {
+    int size = largestText_pt;
+    for (; size > smallestText_pt; --size) {
         printer.SetFont({static_cast<float>(size)});
         if (X(printer, columns) <= printer.PageWidth())
             break;

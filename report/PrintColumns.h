@@ -10,9 +10,9 @@
 /// Places on a printed page counted in characters and lines of the printer's font.
 namespace PrintColumns {
 
-/// The largest whole size, from `largest_pt` down to `smallest_pt`, in which `columns` characters
-/// fit the page's width; the smallest where none does.
-float FittingSize(platform::Printer& printer, int columns, int largest_pt, int smallest_pt);
+/// The largest whole size, from 10 pt down to 5 pt, in which `columns` characters fit the page's
+/// width; the smallest where none does.
+float FittingSize(platform::Printer& printer, int columns);
 
 /// Column 0 is the left edge.
 float X(const platform::Printer& printer, int column);

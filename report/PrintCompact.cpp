@@ -15,9 +15,7 @@ using Group = std::vector<std::size_t>;
 constexpr int timeColumn = 9;
 constexpr int firstValueColumn = 31; // behind "00:00:00 00.Mmm.0000"
 constexpr int valueColumns = 10;     // -1.23E+04 and a blank
-constexpr int largestText_pt = 10;
-constexpr int smallestText_pt = 5;
-constexpr int linesKept = 1; // at the end of a page
+constexpr int linesKept = 1;         // at the end of a page
 
 class CompactPrint {
 public:
@@ -26,7 +24,7 @@ public:
         const auto& columns = report_.records.Columns();
         const auto values = std::ranges::count(columns, Kind::value, &RecordTable::Column::kind);
         const int wanted = firstValueColumn + static_cast<int>(values) * valueColumns;
-        size_pt_ = PrintColumns::FittingSize(printer_, wanted, largestText_pt, smallestText_pt);
+        size_pt_ = PrintColumns::FittingSize(printer_, wanted);
         printer_.SetFont({size_pt_});
         lineHeight_ = PrintColumns::LineHeight(printer_);
         groups_ =

@@ -15,8 +15,6 @@ using Channel = FileOpr::MeasurementHeader::Channel;
 
 constexpr int labelColumns = 20; // "Report created at: " and a blank
 constexpr int cellColumns = 13;  // a cell of 12 characters and a blank
-constexpr int largestText_pt = 10;
-constexpr int smallestText_pt = 5;
 constexpr float titleScale = 1.4F;
 constexpr int signatureColumns = 30;
 
@@ -24,9 +22,8 @@ class FirstPage {
 public:
     FirstPage(platform::Printer& printer, std::size_t channels)
         : printer_(printer), channels_(channels),
-          size_pt_(PrintColumns::FittingSize(
-              printer, labelColumns + static_cast<int>(channels) * cellColumns, largestText_pt,
-              smallestText_pt)) {}
+          size_pt_(PrintColumns::FittingSize(printer, labelColumns + static_cast<int>(channels) *
+                                                                         cellColumns)) {}
 
     void Title(std::string_view text) {
         printer_.SetFont({size_pt_ * titleScale, true});

@@ -17,8 +17,6 @@ namespace {
 constexpr std::array<int, 5> columnsOfFour = {0, 20, 35, 50, 65};
 constexpr std::array<int, 9> columnsOfEight = {0, 15, 26, 37, 48, 59, 70, 81, 92};
 constexpr int widestValue = 10; // -1.23E+04 and a blank
-constexpr int largestText_pt = 10;
-constexpr int smallestText_pt = 5;
 /// Title and headings; a body line begins below them and, by the rule for a new page, always ends
 /// above the end of the page.
 constexpr int headerLines = 2;
@@ -47,8 +45,7 @@ class TablePrint {
 public:
     TablePrint(platform::Printer& printer, const TableReport& report)
         : printer_(printer), report_(report), columns_(Columns(report.channelCount)) {
-        size_pt_ = PrintColumns::FittingSize(printer, columns_.back() + widestValue, largestText_pt,
-                                             smallestText_pt);
+        size_pt_ = PrintColumns::FittingSize(printer, columns_.back() + widestValue);
         printer_.SetFont({size_pt_});
         lineHeight_ = PrintColumns::LineHeight(printer_);
         ruleEnd_ = printer_.PageWidth() - 2 * printer_.TextWidth("ABC");

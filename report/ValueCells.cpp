@@ -22,10 +22,6 @@ constexpr std::array<double, exactPower + 1> powersOfTen = {
     1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
     1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-constexpr bool IsDigit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
-
 /// Reads one cell from its first character on.
 class CellReader {
 public:
@@ -69,7 +65,7 @@ private:
         return there;
     }
     void TakeDigits() {
-        for (; IsDigit(Next()); ++place_, ++digits_)
+        for (; Letters::IsDigit(Next()); ++place_, ++digits_)
             mantissa_ = mantissa_ * 10 + static_cast<std::uint64_t>(text_[place_] - '0');
     }
     bool TakeExponent() {
@@ -79,7 +75,7 @@ private:
             ++place_;
         int exponent = 0;
         int digits = 0;
-        for (; IsDigit(Next()) && digits <= longest; ++place_, ++digits)
+        for (; Letters::IsDigit(Next()) && digits <= longest; ++place_, ++digits)
             exponent = exponent * 10 + (text_[place_] - '0');
         power_ += negative ? -exponent : exponent;
         return digits > 0 && digits <= longest;

@@ -18,7 +18,7 @@ constexpr std::size_t mostExpectations = std::size_t{1} << 16;
 constexpr std::array<Quantity, 3> computed = {Quantity::pH, Quantity::ppm, Quantity::mol_l};
 constexpr std::string_view errorText = "Error";
 constexpr std::string_view noHeader = "the file has no header";
-constexpr std::string_view noValue = "no value";
+constexpr std::string_view noValueText = "no value";
 constexpr std::string_view unreadable = "the potential cannot be read";
 
 bool IsRead(Quantity quantity) {
@@ -188,7 +188,7 @@ void Verification::JudgeAlone(const RecordedCell& cell, const HeaderChannel& rul
     if (!rules.whyNot.empty())
         result_.AddNotComputed(cell.channel, cell.quantity, rules.whyNot);
     else
-        result_.AddDiverged({cell, std::string(cell.potential.empty() ? noValue : unreadable)});
+        result_.AddDiverged({cell, std::string(cell.potential.empty() ? noValueText : unreadable)});
 }
 
 void Verification::Judge(const RecordedCell& cell, const PerQuantity<ExpectedCell>& all) {

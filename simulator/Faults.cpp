@@ -10,8 +10,6 @@ namespace {
 constexpr std::size_t extraBytes = 12;
 constexpr std::size_t noiseBytes = 5;
 constexpr std::size_t pieceLength = 12;
-constexpr std::uint8_t tab = 0x09;
-constexpr std::uint8_t endOfTransmission = 0x04;
 
 constexpr std::array<FaultName, 10> faultNames = {{
     {"none", FaultKind::none, "answers well again", false},

@@ -7,8 +7,6 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint8_t tab = 0x09;
-constexpr std::uint8_t endOfTransmission = 0x04;
 constexpr std::size_t valueLength = 6;
 constexpr double mostTenths = 9999;
 

@@ -8,6 +8,8 @@ namespace simulator {
 
 inline constexpr std::size_t frameValues = 8;
 inline constexpr std::size_t frameLength = 48;
+inline constexpr std::uint8_t tab = 0x09;
+inline constexpr std::uint8_t endOfTransmission = 0x04;
 
 /// Values in frame order: E1 in mV, T1 in sensor units, E2, T2, E3, T3, E4, T4.
 using Values = std::array<double, frameValues>;

@@ -2,10 +2,15 @@
 
 #include "report/ViewedFile.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <string>
 
 namespace tools {
+
+/// More bytes than any file has: work that a window does in slices is done here in one.
+inline constexpr std::uint64_t wholeFile = std::numeric_limits<std::int64_t>::max();
 
 /// Loads a measurement file as the viewer does. Throws RunTimeError where it cannot be read, or is
 /// no measurement file: it has neither a header nor a record.

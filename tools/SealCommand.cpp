@@ -12,8 +12,6 @@ namespace tools {
 
 namespace {
 
-constexpr std::uint64_t wholeFile = ~std::uint64_t{0} / 2;
-
 void RefuseExisting(const Options& options, const std::filesystem::path& target) {
     std::error_code missing;
     if (!options.force && std::filesystem::exists(target, missing))

@@ -1,12 +1,8 @@
 #include "tools/SealFile.h"
 
+#include "tools/OpenedFile.h"
+
 namespace tools {
-
-namespace {
-
-constexpr std::uint64_t wholeFile = ~std::uint64_t{0} / 2;
-
-} // namespace
 
 std::optional<SealFound> CheckSeal(const std::filesystem::path& file,
                                    const Mreport::ViewedFile& viewed) {

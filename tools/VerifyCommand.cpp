@@ -11,8 +11,6 @@ namespace tools {
 
 namespace {
 
-constexpr std::uint64_t wholeFile = ~std::uint64_t{0};
-
 std::string Shown(const std::string& cell) {
     return cell.empty() ? "no value" : Utf8(cell);
 }

@@ -8,7 +8,7 @@ namespace {
 
 using Column = Mreport::RecordTable::Column;
 
-const std::string section = "Records";
+const std::string recordsSection = "Records";
 
 /// "Time", "Comment", "mV 1", "Temperature 2".
 std::string KeyOf(const Column& column) {
@@ -28,11 +28,11 @@ bool CanBeHidden(const Column& column) {
 
 bool Shown(const Column& column) {
     return !CanBeHidden(column) ||
-           platform::Current().profile.GetInt(section, KeyOf(column), 1) != 0;
+           platform::Current().profile.GetInt(recordsSection, KeyOf(column), 1) != 0;
 }
 
 void Remember(const Column& column, bool shown) {
-    platform::Current().profile.Write(section, KeyOf(column), shown ? "1" : "0");
+    platform::Current().profile.Write(recordsSection, KeyOf(column), shown ? "1" : "0");
 }
 
 } // namespace RecordColumns

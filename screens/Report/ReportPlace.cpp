@@ -10,13 +10,13 @@
 
 namespace {
 const std::string application = "Report";
-const std::string section = "Window";
+const std::string windowSection = "Window";
 } // namespace
 
 void ReportPlace::Restore(QWidget& form) {
     const platform::UserStore& store = platform::Current().userStore;
-    const std::string left = store.GetSetting(application, section, "Left", "");
-    const std::string top = store.GetSetting(application, section, "Top", "");
+    const std::string left = store.GetSetting(application, windowSection, "Left", "");
+    const std::string top = store.GetSetting(application, windowSection, "Top", "");
     if (!left.empty() && !top.empty())
         Mcommon::MoveOntoScreen(form, NumberText::LeadingInteger(left),
                                 NumberText::LeadingInteger(top));
@@ -24,6 +24,6 @@ void ReportPlace::Restore(QWidget& form) {
 
 void ReportPlace::Remember(const QWidget& form) {
     platform::UserStore& store = platform::Current().userStore;
-    store.SaveSetting(application, section, "Left", std::to_string(form.pos().x()));
-    store.SaveSetting(application, section, "Top", std::to_string(form.pos().y()));
+    store.SaveSetting(application, windowSection, "Left", std::to_string(form.pos().x()));
+    store.SaveSetting(application, windowSection, "Top", std::to_string(form.pos().y()));
 }

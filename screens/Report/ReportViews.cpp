@@ -7,6 +7,7 @@
 #include "screens/Report/ReportLists.h"
 #include "screens/Report/WholeRunPanel.h"
 #include "screens/controls/LineListView.h"
+#include "screens/controls/WheelZoom.h"
 
 #include <QSignalBlocker>
 #include <QTabBar>
@@ -36,7 +37,6 @@ void ReportViews::Show(View view) {
 }
 
 void ReportViews::Choose(ReportMenus::ViewItem item) {
-    constexpr double zoomStep = 1.25;
     switch (item) {
     case ReportMenus::graphView:
         return ChooseTab(graphTab);

@@ -10,7 +10,7 @@
 
 namespace {
 
-const std::string section = "Report";
+const std::string reportSection = "Report";
 const std::string keyAxis = "Axis";
 const std::string keyLog = "Log";
 const std::string keyOwnScales = "OwnScales";
@@ -39,7 +39,7 @@ void SpanChoices::ConnectControls() {
 void SpanChoices::Recall() {
     const platform::ProfileFile& profile = platform::Current().profile;
     const auto chosen = [&profile](const std::string& key) {
-        return profile.GetInt(section, key, 0) == 1;
+        return profile.GetInt(reportSection, key, 0) == 1;
     };
     const QSignalBlocker axis(ui_->cboAxis);
     const QSignalBlocker log(ui_->chkLog);
@@ -54,7 +54,7 @@ void SpanChoices::Recall() {
 void SpanChoices::Remember() {
     platform::ProfileFile& profile = platform::Current().profile;
     const auto write = [&profile](const std::string& key, bool chosen) {
-        profile.Write(section, key, chosen ? "1" : "0");
+        profile.Write(reportSection, key, chosen ? "1" : "0");
     };
     write(keyAxis, ui_->cboAxis->currentIndex() == axisTime);
     write(keyLog, ui_->chkLog->isChecked());

@@ -23,8 +23,8 @@ namespace SpanMoves = Mreport::SpanMoves;
 namespace WholeRun = Mreport::WholeRun;
 using Mreport::RecordSpan;
 
-constexpr std::uint64_t sliceBytes = std::uint64_t{256} * 1024;
-constexpr qint64 sliceTime_ms = 5;
+constexpr std::uint64_t readAtOnce_bytes = std::uint64_t{256} * 1024;
+constexpr qint64 readingTime_ms = 5;
 constexpr qint64 paintEvery_ms = 60;     // while the overview fills
 constexpr std::int64_t atOnce = 4000;    // records of a span that is read before it is drawn
 constexpr std::int64_t fineGroups = 300; // of the overview, enough to draw a span from it
@@ -202,7 +202,7 @@ void WholeRunPanel::StartSpan() {
                    {WholeRun::Wish(*file_, shown_->unitCode), columns_, Span(),
                     Span() == overview_.Span(), Span().first});
     if (Span().Count() <= atOnce)
-        while (spanRun_.Step(sliceBytes)) {
+        while (spanRun_.Step(readAtOnce_bytes)) {
         }
     if (SpanIsRead())
         return SpanRead();
@@ -232,11 +232,11 @@ void WholeRunPanel::tmrSlice_Timer() {
     clock.start();
     const bool spanWasRead = SpanIsRead();
     auto failed = qScopeGuard([this] { Clear(); }); // a medium that fails is told of once
-    while (!Complete() && clock.elapsed() < sliceTime_ms) {
+    while (!Complete() && clock.elapsed() < readingTime_ms) {
         if (!SpanIsRead())
-            spanRun_.Step(sliceBytes);
+            spanRun_.Step(readAtOnce_bytes);
         else
-            overview_.Step(sliceBytes);
+            overview_.Step(readAtOnce_bytes);
     }
     failed.dismiss();
     if (!spanWasRead && SpanIsRead())

@@ -9,8 +9,6 @@
 namespace {
 
 constexpr double markSize = 9;
-constexpr double lineWidth = 2;
-constexpr double marginOfRange = 0.1; ///< of the range of the points, on either side
 
 QString AxisTitle(Quantity standards) {
     const QString label = Text::ToQt(Quantities::Label(standards));
@@ -18,8 +16,8 @@ QString AxisTitle(Quantity standards) {
 }
 
 /// A single point or a flat line still gets an axis around it.
-QCPRange WithMargin(QCPRange range) {
-    const double margin = range.size() > 0 ? range.size() * marginOfRange : 1;
+QCPRange AroundPoints(QCPRange range) {
+    const double margin = range.size() > 0 ? range.size() * PlotStyle::marginOfRange : 1;
     return {range.lower - margin, range.upper + margin};
 }
 
@@ -60,14 +58,14 @@ void CalibrationPlot::FitAxes() {
     const QCPRange keys = line_->getKeyRange(found);
     if (!found)
         return;
-    xAxis->setRange(WithMargin(keys));
-    yAxis->setRange(WithMargin(line_->getValueRange(found)));
+    xAxis->setRange(AroundPoints(keys));
+    yAxis->setRange(AroundPoints(line_->getValueRange(found)));
 }
 
 void CalibrationPlot::TakeColours() {
     const PlotStyle style = PlotStyle::For(palette());
     style.Dress(*this);
-    line_->setPen(QPen(style.line, lineWidth));
+    line_->setPen(QPen(style.line, PlotStyle::lineWidth));
     line_->setScatterStyle(
         QCPScatterStyle(QCPScatterStyle::ssDisc, style.mark, style.mark, markSize));
 }

@@ -11,18 +11,17 @@
 
 namespace {
 
-constexpr double lineWidth = 2;
 constexpr double leastTime_s = 60;  ///< on the axis: the first readings do not jump about
 constexpr double leastRange_mV = 2; ///< on the axis: the last digit's noise does not fill it
-constexpr double marginOfRange = 0.1;
 constexpr int legendColumns = 4;
 
 double Seconds(std::chrono::milliseconds time) {
     return std::chrono::duration<double>(time).count();
 }
 
-QCPRange WithMargin(const QCPRange& range) {
-    const double half = std::max(range.size() * (1 + 2 * marginOfRange), leastRange_mV) / 2;
+QCPRange AroundReadings(const QCPRange& range) {
+    const double half =
+        std::max(range.size() * (1 + 2 * PlotStyle::marginOfRange), leastRange_mV) / 2;
     return {range.center() - half, range.center() + half};
 }
 
@@ -81,7 +80,7 @@ void ReadingTrend::FitAxes(const PointReading::Trace& trace) {
         found = found || has;
     }
     if (found)
-        yAxis->setRange(WithMargin(range));
+        yAxis->setRange(AroundReadings(range));
 }
 
 void ReadingTrend::Describe(const PointReading::Trace& trace,
@@ -112,7 +111,7 @@ void ReadingTrend::TakeColours() {
     legend->setFont(font());
     int series = 0;
     for (QCPGraph* line : lines_)
-        line->setPen(QPen(SeriesStyle::Colour(series++, palette()), lineWidth));
+        line->setPen(QPen(SeriesStyle::Colour(series++, palette()), PlotStyle::lineWidth));
 }
 
 void ReadingTrend::changeEvent(QEvent* event) {

@@ -7,6 +7,7 @@
 #include "screens/controls/PointMarker.h"
 #include "screens/controls/RecordTicker.h"
 #include "screens/controls/SeriesStyle.h"
+#include "screens/controls/WheelZoom.h"
 
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -18,10 +19,8 @@
 namespace {
 
 constexpr double spaceBesideSpan = 0.5; // points
-constexpr double spaceAboveValues = 0.06;
-constexpr double markDistance_px = 14; // marks nearer than this would run into one another
-constexpr double zoomStep = 1.25;
-constexpr int densePoints = 200; // beyond these, thin lines are clearer and faster
+constexpr double markDistance_px = 14;  // marks nearer than this would run into one another
+constexpr int densePoints = 200;        // beyond these, thin lines are clearer and faster
 
 } // namespace
 
@@ -187,7 +186,8 @@ void GraphControl::FitAxes() {
     GraphPoints::Range values = points_.Values();
     if (!values.Any())
         values = {0, 1};
-    plot_->yAxis->setRange(PlotLook::WithSpace(values.low, values.high, spaceAboveValues));
+    plot_->yAxis->setRange(
+        PlotLook::WithSpace(values.low, values.high, PlotLook::spaceAboveValues));
 }
 
 void GraphControl::ResetZoom() {

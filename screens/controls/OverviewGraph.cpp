@@ -21,7 +21,6 @@ constexpr int lowest_px = 20;
 constexpr int shadeOpacity = 90; // beside the frame, where the curves are to be seen, too
 constexpr double reach_px = 5;   // of a frame's edge for the mouse
 constexpr double narrowestFrame_px = 6;
-constexpr double zoomStep = 1.25;
 constexpr double keyStep = 0.1; // of the span
 
 } // namespace

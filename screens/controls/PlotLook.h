@@ -31,6 +31,8 @@ void FitHead(QCustomPlot& plot, int plotHeight_px);
 QCPItemText* AddEmptyText(QCustomPlot& plot);
 void DressText(QCPItemText& text, const QPalette& palette, const QFont& font);
 
+inline constexpr double spaceAboveValues = 0.06; ///< of a curve's scale, and below them
+
 /// Values with this share of them free above and below; an axis also where they are all alike.
 QCPRange WithSpace(double low, double high, double share);
 

@@ -16,7 +16,7 @@ using Mreport::RunScale;
 constexpr double flagHeight_px = 9;
 constexpr double flagWidth_px = 6;
 constexpr double margin_px = 4; // above and below the curves
-constexpr double lineWidth_px = 1.2;
+constexpr double curveWidth_px = 1.2;
 constexpr double thinnestRecord_px = 2; // that a line is drawn through
 
 } // namespace
@@ -94,7 +94,7 @@ void RunStrip::DrawLine(QPainter& painter, const std::vector<Bar>& bars, const Q
             path.lineTo(bar.x, bar.top - (drawing ? 0 : 0.5)); // a value alone is a dot
         drawing = bar.any;
     }
-    painter.setPen(QPen(colour, lineWidth_px));
+    painter.setPen(QPen(colour, curveWidth_px));
     painter.drawPath(path);
 }
 
@@ -113,7 +113,7 @@ void RunStrip::DrawColumns(QPainter& painter, const std::vector<Bar>& bars, cons
         }
         if (bar.any)
             painter.fillRect(
-                QRectF(bar.x - 0.5, top - lineWidth_px / 2, 1, bottom - top + lineWidth_px),
+                QRectF(bar.x - 0.5, top - curveWidth_px / 2, 1, bottom - top + curveWidth_px),
                 colour);
         before = bar.any ? &bar : nullptr;
     }

@@ -20,14 +20,12 @@ namespace {
 using Mreport::RunAxis;
 using Mreport::RunScale;
 
-constexpr double spaceAboveValues = 0.06; // of the scale
-constexpr double spaceOfLog = 1.2;        // times the largest value
-constexpr double spaceBesideSpan = 0.01;  // of the span
-constexpr double zoomStep = 1.25;
-constexpr int narrowest_px = 100;      // not laid out yet: less
-constexpr std::size_t fewPoints = 120; // of a series, drawn by a thick line
-constexpr double markDistance_px = 40; // of a long curve, which is told apart by its marks, too
-constexpr std::size_t shortCurve = 60; // points, each with a mark
+constexpr double spaceOfLog = 1.2;       // times the largest value
+constexpr double spaceBesideSpan = 0.01; // of the span
+constexpr int narrowest_px = 100;        // not laid out yet: less
+constexpr std::size_t fewPoints = 120;   // of a series, drawn by a thick line
+constexpr double markDistance_px = 40;   // of a long curve, which is told apart by its marks, too
+constexpr std::size_t shortCurve = 60;   // points, each with a mark
 
 } // namespace
 
@@ -157,10 +155,10 @@ void SpanPlot::FitValues(const RunScale& scale) {
     axis.setTickLabels(!own);
     axis.setLabel(own ? QString("%1, each on its own scale").arg(picture_.unit) : picture_.unit);
     if (own || !scale.Any())
-        return axis.setRange(-spaceAboveValues, 1 + spaceAboveValues);
+        return axis.setRange(-PlotLook::spaceAboveValues, 1 + PlotLook::spaceAboveValues);
     if (log)
         return axis.setRange(scale.Low() / spaceOfLog, scale.High() * spaceOfLog);
-    axis.setRange(PlotLook::WithSpace(scale.Low(), scale.High(), spaceAboveValues));
+    axis.setRange(PlotLook::WithSpace(scale.Low(), scale.High(), PlotLook::spaceAboveValues));
 }
 
 void SpanPlot::ApplyLook(const QPalette& palette, const QFont& font) {

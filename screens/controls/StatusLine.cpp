@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int margin_px = 6; ///< before the message and behind it
+constexpr int besideMessage_px = 6;
 
 } // namespace
 
@@ -21,7 +21,7 @@ QRect StatusLine::MessagePlace() const {
     for (const QObject* child : children())
         if (const auto* widget = qobject_cast<const QWidget*>(child); widget && widget->isVisible())
             end = std::min(end, widget->x());
-    return rect().adjusted(margin_px, 0, end - width() - margin_px, 0);
+    return rect().adjusted(besideMessage_px, 0, end - width() - besideMessage_px, 0);
 }
 
 QString StatusLine::ElidedIn(const QRect& place) const {

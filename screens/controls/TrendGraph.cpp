@@ -12,7 +12,7 @@ namespace {
 constexpr int heightHint_px = 170;
 constexpr double lineWidth_px = 1.5;
 constexpr double markSize_px = 6;
-constexpr double spaceAboveValues = 0.08; ///< of the range of the values, on either side
+constexpr double spaceAround = 0.08; ///< of the range of the values, on either side
 
 double Seconds(std::chrono::milliseconds time) {
     return std::chrono::duration<double>(time).count();
@@ -103,7 +103,7 @@ void TrendGraph::FitValues(Quantity quantity) {
     }
     if (!found)
         return;
-    const double wanted = std::max(range.size() * (1 + 2 * spaceAboveValues),
+    const double wanted = std::max(range.size() * (1 + 2 * spaceAround),
                                    Quantities::LeastRangeAt(quantity, range.center()));
     const double least = std::max(std::abs(range.center()) * 1e-6, 1e-12); // flat, and near 0
     const double half = std::max(wanted, least) / 2;

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+inline constexpr double zoomStep = 1.25; ///< of a graph's span, by wheel, key or menu
+
 /// What a turn of the wheel over a graph wants of its span.
 struct WheelZoom {
     double factor = 1; ///< of the span's length; 1: nothing
@@ -13,11 +15,10 @@ struct WheelZoom {
 
 /// Away from the user the span becomes shorter, towards him longer.
 inline WheelZoom ZoomOf(const QWheelEvent& wheel, const QRect& axes) {
-    constexpr double step = 1.25;
     const QPoint angle = wheel.angleDelta();
     const int turned = angle.y() != 0 ? angle.y() : angle.x(); // Shift or Alt turns it aside
     if (turned == 0)
         return {};
     const double share = (wheel.position().x() - axes.left()) / std::max(axes.width(), 1);
-    return {turned > 0 ? 1 / step : step, std::clamp(share, 0.0, 1.0)};
+    return {turned > 0 ? 1 / zoomStep : zoomStep, std::clamp(share, 0.0, 1.0)};
 }

@@ -19,7 +19,7 @@ namespace {
 constexpr std::array<const char*, 4> referenceTypes = {"None", "Ag/AgCl", "Ag/AgCl double junction",
                                                        "Calomel"};
 
-mWinInit::ChannelSetupRecord& SetupOf(std::size_t channel) {
+mWinInit::ChannelSetupRecord& EnteredSetup(std::size_t channel) {
     return mWinInit::ChannelSetup[channel];
 }
 
@@ -79,7 +79,7 @@ void ChannelRows::PrepareRow(std::size_t channel) const {
 }
 
 void ChannelRows::Show(std::size_t channel) {
-    const mWinInit::ChannelSetupRecord& setup = SetupOf(channel);
+    const mWinInit::ChannelSetupRecord& setup = EnteredSetup(channel);
     {
         const QSignalBlocker quiet(cboEntry(electrode + channel)); // showing one is not choosing it
         cboEntry(electrode + channel).setCurrentIndex(ElectrodeIndex(channel));
@@ -112,14 +112,14 @@ void ChannelRows::ShowAge(std::size_t channel, const mWinInit::CalibrationAges& 
 
 /// The list's entry for the electrode of the channel's record; -1 for a name that it lacks.
 int ChannelRows::ElectrodeIndex(std::size_t channel) const {
-    const std::string& name = SetupOf(channel).Electrode;
+    const std::string& name = EnteredSetup(channel).Electrode;
     return cboEntry(electrode + channel)
         .findText(Text::ToQt(name.empty() ? Electrode::noneName : std::string_view(name)));
 }
 
 /// "None" for a sensor that there is none of.
 int ChannelRows::SensorIndex(std::size_t channel) const {
-    return std::max(cboEntry(tempSensor + channel).findData(SetupOf(channel).TempSensor), 0);
+    return std::max(cboEntry(tempSensor + channel).findData(EnteredSetup(channel).TempSensor), 0);
 }
 
 /// The list must show an entry.
@@ -130,7 +130,7 @@ std::string_view ChannelRows::ChosenElectrode(std::size_t channel) const {
 /// What still stands as it was shown is kept as it was loaded, also where the list or the box
 /// cannot show it.
 void ChannelRows::Store(std::size_t channel) const {
-    mWinInit::ChannelSetupRecord& setup = SetupOf(channel);
+    mWinInit::ChannelSetupRecord& setup = EnteredSetup(channel);
     const int chosen = cboEntry(electrode + channel).currentIndex();
     if (chosen >= 0 && chosen != ElectrodeIndex(channel))
         setup.Electrode = ChosenElectrode(channel);
@@ -175,7 +175,8 @@ void ChannelRows::ElectrodeChosen(std::size_t channel) {
     const int chosen = cboEntry(electrode + channel).currentIndex();
     if (chosen < 0)
         return;
-    const bool wasUnused = Electrode::KindOf(SetupOf(channel).Electrode) == Electrode::Kind::none;
+    const bool wasUnused =
+        Electrode::KindOf(EnteredSetup(channel).Electrode) == Electrode::Kind::none;
     SetupEntries::ChooseElectrode(ChosenElectrode(channel), channel);
     Show(channel);
     if (wasUnused && chosen != Electrode::noneIndex)

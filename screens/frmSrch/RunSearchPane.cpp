@@ -6,6 +6,7 @@
 #include "report/RecordSearch.h"
 #include "report/ShownGraph.h"
 #include "report/WholeRun.h"
+#include "screens/controls/SliceTime.h"
 #include "screens/controls/Wiring.h"
 #include "ui_RunSearchPane.h"
 
@@ -15,8 +16,7 @@
 namespace {
 
 constexpr int below = 1; // entry of cboAbove
-constexpr std::uint64_t sliceBytes = std::uint64_t{256} * 1024;
-constexpr qint64 sliceTime_ms = 8;
+constexpr std::uint64_t searchedAtOnce_bytes = std::uint64_t{256} * 1024;
 
 } // namespace
 
@@ -169,7 +169,7 @@ void RunSearchPane::tmrSearch_Timer() {
     QElapsedTimer clock;
     clock.start();
     auto failed = qScopeGuard([this] { Stop(); }); // a medium that fails is told of once
-    while (search_ && search_->Step(sliceBytes))
+    while (search_ && search_->Step(searchedAtOnce_bytes))
         if (clock.elapsed() >= sliceTime_ms)
             return failed.dismiss();
     failed.dismiss();

@@ -8,6 +8,7 @@
 #include "report/ViewedFile.h"
 #include "report/WholeRun.h"
 #include "screens/controls/Placement.h"
+#include "screens/controls/SliceTime.h"
 #include "screens/controls/Wiring.h"
 #include "ui_frmVerify.h"
 
@@ -17,8 +18,7 @@
 
 namespace {
 
-constexpr std::uint64_t sliceBytes = std::uint64_t{64} * 1024;
-constexpr qint64 sliceTime_ms = 8;
+constexpr std::uint64_t verifiedAtOnce_bytes = std::uint64_t{64} * 1024;
 constexpr int percent = 100;
 constexpr auto sealCaption = "Seal: ";
 
@@ -77,12 +77,12 @@ void frmVerify::tmrVerify_Timer() {
 /// Goes on with what is at work; false where nothing is.
 bool frmVerify::Work() {
     if (verification_) {
-        if (!verification_->Step(sliceBytes))
+        if (!verification_->Step(verifiedAtOnce_bytes))
             FinishVerification();
     } else if (!checks_.empty()) {
         WorkOnCheck();
     } else if (sealing_) {
-        if (!sealing_->Step(sliceBytes))
+        if (!sealing_->Step(verifiedAtOnce_bytes))
             FinishSealing();
     } else {
         return false;
@@ -116,7 +116,7 @@ void frmVerify::Hold(const std::function<std::optional<Mreport::Seal>()>& find, 
 
 void frmVerify::WorkOnCheck() {
     const HeldAgainst& held = checks_.front();
-    if (held.check->Step(sliceBytes))
+    if (held.check->Step(verifiedAtOnce_bytes))
         return;
     held.label.setText(held.caption + Text::ToQt(held.check->Text()));
     held.label.show();
