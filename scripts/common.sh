@@ -11,8 +11,9 @@ test_packages=(poppler-utils cups cups-client cups-filters ghostscript dbus-daem
     at-spi2-core openbox libfaketime)
 clang_packages=(clang clang-tidy clang-format libclang-rt-14-dev)
 mutation_packages=(clang libclang1-14 python3 python3-clang-14)
-windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64)
-windows_packaging_packages=(librsvg2-bin icoutils nsis zip)
+# Two of them draw the program's icon.
+windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64 librsvg2-bin icoutils)
+windows_packaging_packages=(nsis zip)
 packaging_packages=(dpkg-dev fakeroot file lintian appstream desktop-file-utils shared-mime-info)
 
 say() { printf '\n== %s\n' "$*"; }
