@@ -9,7 +9,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev qt6-svg-de
 run_packages=(xvfb xauth fonts-dejavu-core libqt6svg6)
 test_packages=(poppler-utils cups cups-client cups-filters ghostscript dbus-daemon shared-mime-info
     at-spi2-core openbox libfaketime)
-clang_packages=(clang clang-tidy clang-format libclang-rt-14-dev)
+clang_packages=(clang clang-tidy clang-format libclang-rt-14-dev lld)
 mutation_packages=(clang libclang1-14 python3 python3-clang-14)
 # Two of them draw the program's icon.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest wine wine64 librsvg2-bin icoutils)
