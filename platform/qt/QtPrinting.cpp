@@ -6,10 +6,12 @@
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/Text.h"
 
+#include <QAbstractScrollArea>
 #include <QAction>
 #include <QApplication>
 #include <QPaintEngine>
 #include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QScopeGuard>
@@ -59,6 +61,14 @@ void AddPrintKey(QPrintPreviewDialog& dialog) {
     }
 }
 
+/// A page that is fitted into the window's width becomes smaller where a scroll bar comes, needs
+/// none then, and larger again, without an end: the bar stays.
+void KeepScrollBar(const QPrintPreviewDialog& dialog) {
+    dialog.findChild<QPrintPreviewWidget*>()
+        ->findChild<QAbstractScrollArea*>()
+        ->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+}
+
 /// Draws whenever the preview asks; what a drawing throws must not reach the event loop, so it
 /// waits here until the preview has closed.
 class PreviewSession {
@@ -68,6 +78,7 @@ public:
           dialog_(&printer, QApplication::activeWindow()) {
         dialog_.resize(previewSize);
         AddPrintKey(dialog_);
+        KeepScrollBar(dialog_);
         dialog_.setWindowTitle("Print Preview - " + Text::ToQt(name));
         QObject::connect(&dialog_, &QPrintPreviewDialog::paintRequested, &dialog_,
                          [this] { Paint(); });
