@@ -37,10 +37,8 @@ bool QtPrinter::Paint(bool mayStop) {
         throw RunTimeError("the printer or file cannot be opened");
     for (std::size_t page = 0; page < pages_.size(); ++page) {
         platform::LetEventsRun();
-        if (mayStop && stopRequested_()) {
-            printer_.abort();
-            return false;
-        }
+        if (mayStop && stopRequested_())
+            return false; // not by abort(): Qt frees the pages of an aborted preview twice
         if (page > 0 && !printer_.newPage())
             throw RunTimeError("the printer does not start page " + std::to_string(page + 1));
         PaintPage(painter, pages_[page]);

@@ -72,6 +72,21 @@ TEST_F(Preview, ESC_while_the_pages_are_drawn_closes_the_preview) {
     EXPECT_EQ(printing.Print("Table", pressEscape), PrintOutcome::stopped);
 }
 
+// Qt frees the pages of a print run that is aborted twice if they are a preview's.
+TEST_F(Preview, ESC_between_two_pages_closes_the_preview) {
+    bool stoppedWhileDrawing = true;
+    const auto pressEscapeLater = [&](platform::Printer& printer) {
+        ThreePages(printer);
+        QCoreApplication::postEvent(
+            qApp, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier));
+        stoppedWhileDrawing = printer.StopRequested();
+    };
+
+    EXPECT_EQ(printing.Print("Table", pressEscapeLater), PrintOutcome::stopped);
+
+    EXPECT_FALSE(stoppedWhileDrawing);
+}
+
 /// Counts how often the pages of a preview are painted while they are drawn anew.
 class PaintCounter : public QObject {
 public:
