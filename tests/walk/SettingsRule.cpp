@@ -16,7 +16,7 @@ QByteArray walk::SettingsIn(const QString& name) {
 bool walk::AreKept(const QByteArray& before, const QByteArray& after) {
     const auto meansDefault = [](const QByteArray& line) {
         return line == "Project Name=" || line == "Experimentator=" ||
-               line == "Measurement File Location=";
+               line == "Measurement File Location=" || line == "Period=";
     };
     const QList<QByteArray> old = before.split('\n'), young = after.split('\n');
     return std::ranges::equal(old, young, [&](const QByteArray& was, const QByteArray& is) {

@@ -11,5 +11,6 @@ TEST(SettingsRule, A_changed_value_is_not_kept) {
 
 TEST(SettingsRule, An_empty_text_may_become_the_default_that_it_means) {
     EXPECT_TRUE(walk::AreKept("Project Name=\r\n", "Project Name=< Please type >\r\n"));
+    EXPECT_TRUE(walk::AreKept("Period=\r\n", "Period=1\r\n"));
     EXPECT_FALSE(walk::AreKept("Experiment Date=\n", "Experiment Date=today\n"));
 }
