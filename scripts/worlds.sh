@@ -9,13 +9,14 @@ folder=$PWD/build/worlds
 rm -rf "$folder"
 mkdir -p "$folder/locale"
 failed=()
+export QT_QPA_PLATFORM=offscreen
 
 # world NAME [command that sets it up...]: all tests in it.
 world() {
     local name=$1
     shift
     say "World: $name"
-    env QT_QPA_PLATFORM=offscreen "$@" ctest --preset release --parallel "$(nproc)" \
+    env "$@" ctest --preset release --parallel "$(nproc)" \
         --output-log "$folder/log" >"$folder/$name.txt" 2>&1 || failed+=("$name")
     sed -n '/tests passed/,$p' "$folder/$name.txt"
 }

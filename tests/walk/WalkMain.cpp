@@ -22,6 +22,8 @@ void Tell(QtMsgType type, const QMessageLogContext& context, const QString& text
 int main(int argc, char* argv[]) {
     if (!walk::IsToWalk())
         return walk::Supervise(argc, argv);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
     // Nothing of the user's is reached: neither his folders nor his printers nor his programs.
     const QTemporaryDir home;
