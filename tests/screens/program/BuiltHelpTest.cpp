@@ -81,10 +81,11 @@ protected:
         reader.Press("push button", "Help", "History");
     }
 
-    /// Opens the calibration by this button, and presses Help there.
-    void PressOnCalibration(const QString& button) const {
+    /// Opens the calibration by this button, and presses Help in its window: that of another one
+    /// may be about to close.
+    void PressOnCalibration(const QString& button, const QString& window) const {
         reader.Press("push button", button);
-        reader.Press("push button", "Help");
+        reader.Press("push button", "Help", window);
     }
 
     void LeaveCalibration(const QString& question) const {
@@ -104,10 +105,10 @@ TEST_F(BuiltHelp, Without_an_editor_every_Help_shows_its_text_in_a_window) {
     Start();
     PressOnMain();
     ExpectInWindow("SetupHlp.txt", 1);
-    PressOnCalibration("Calibrate channel 1");
+    PressOnCalibration("Calibrate channel 1", "Electrode Calibration");
     ExpectInWindow("CalibHlp.txt", 1);
     LeaveCalibration(quitOne);
-    PressOnCalibration("Simultaneous Calibration...");
+    PressOnCalibration("Simultaneous Calibration...", "Simultaneous Calibration");
     ExpectInWindow("CalibHlp.txt", 2);
     LeaveCalibration(quitSeveral);
     Measure();
@@ -125,10 +126,10 @@ TEST_F(BuiltHelp, With_an_editor_every_Help_opens_its_text_there) {
     Start();
     PressOnMain();
     ExpectOpened({"SetupHlp.txt"});
-    PressOnCalibration("Calibrate channel 1");
+    PressOnCalibration("Calibrate channel 1", "Electrode Calibration");
     ExpectOpened({"SetupHlp.txt", "CalibHlp.txt"});
     LeaveCalibration(quitOne);
-    PressOnCalibration("Simultaneous Calibration...");
+    PressOnCalibration("Simultaneous Calibration...", "Simultaneous Calibration");
     ExpectOpened({"SetupHlp.txt", "CalibHlp.txt", "CalibHlp.txt"});
     LeaveCalibration(quitSeveral);
     Measure();
