@@ -177,6 +177,7 @@ TEST_F(Appearance, Both_forms_fit_the_smallest_screen) {
     Pick(*single, "cboCalibPtrs", "6");
     Settle();
     ExpectFitsAtDoubleScale(*single);
+    ExpectRestsInEverySize(*single);
     SimultCalib simultaneous;
     Show(simultaneous);
     for (std::size_t channel = 0; channel < 8; ++channel)
@@ -184,6 +185,7 @@ TEST_F(Appearance, Both_forms_fit_the_smallest_screen) {
     Click(simultaneous, "cmdSys", SimultCalib::nextButton);
     Picture(simultaneous, "simult-eight");
     ExpectFitsAtDoubleScale(simultaneous);
+    ExpectRestsInEverySize(simultaneous);
 }
 
 TEST_F(Appearance, A_screen_reader_says_each_value_with_its_caption) {

@@ -150,6 +150,19 @@ TEST_F(CalibrationTrend, It_folds_away_where_the_points_need_the_room) {
     EXPECT_FALSE(IsShown()) << "six rows";
 }
 
+TEST_F(CalibrationTrend, The_forms_come_to_rest_in_every_size_while_it_takes_what_room_is_left) {
+    OpenSingle(firstCa);
+    Type(*form, "txtEntry_0", "10");
+    Click(*form, "cmdSys", frmCalib::mainButton);
+    ReadingsArrive({100});
+    ExpectRestsInEverySize(*form);
+    OpenSimultaneous();
+    Type(*form, "txtDat_0", "1");
+    Click(*form, "cmdSys", SimultCalib::mainButton);
+    ReadingsArrive({100});
+    ExpectRestsInEverySize(*form);
+}
+
 TEST_F(CalibrationTrend, The_temperature_of_the_channels_sensor_stands_below_its_points) {
     mWinInit::ChannelSetup[firstCa].TempSensor = 1;
     mWinInit::ChannelSetup[firstCa].Electrode = "H (pH)"; // linear between the rows

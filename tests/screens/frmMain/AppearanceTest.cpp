@@ -151,8 +151,10 @@ TEST_F(Appearance, The_window_itself_fits_a_small_screen_at_double_scale) {
     mWinInit::HardwareSettings.ChannelCount = 8;
     Open();
     ExpectFitsAtDoubleScale(*form);
+    ExpectRestsInEverySize(*form);
     Click(*form, "cmdPage", frmMain::switchPage);
     ExpectFitsAtDoubleScale(*form);
+    ExpectRestsInEverySize(*form);
 }
 
 TEST_F(Appearance, Nothing_moves_when_the_figures_change) {

@@ -81,4 +81,5 @@ TEST_F(CheckForm, Every_control_has_a_name_and_the_form_fits_onto_a_small_screen
     EXPECT_EQ(ControlsWithoutName(check), std::vector<std::string>{});
     EXPECT_EQ(SharedMnemonics(check), std::vector<std::string>{});
     ExpectFitsAtDoubleScale(check);
+    ExpectRestsInEverySize(check);
 }

@@ -205,6 +205,7 @@ TEST_F(HistoryForm, Every_control_has_a_name_and_the_form_fits_onto_a_small_scre
     EXPECT_EQ(ControlsWithoutName(*form), std::vector<std::string>{});
     EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>{});
     ExpectFitsAtDoubleScale(*form);
+    ExpectRestsInEverySize(*form);
 }
 
 TEST_F(HistoryForm, Help_shows_its_text) {

@@ -338,6 +338,7 @@ TEST_F(SimulatedSession, Its_window_can_be_used_by_keyboard_and_read_aloud_and_f
     EXPECT_TRUE(ControlsWithoutName(window).empty());
     EXPECT_TRUE(SharedMnemonics(window).empty());
     ExpectFitsAtDoubleScale(window);
+    ExpectRestsInEverySize(window);
 }
 
 } // namespace

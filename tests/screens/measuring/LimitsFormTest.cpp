@@ -134,4 +134,5 @@ TEST_F(LimitsForm, It_can_be_used_by_keyboard_and_on_a_small_screen) {
     EXPECT_EQ(ControlsWithoutName(*form), std::vector<std::string>());
     EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>());
     ExpectFitsAtDoubleScale(*form);
+    ExpectRestsInEverySize(*form);
 }

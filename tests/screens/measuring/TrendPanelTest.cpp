@@ -161,6 +161,7 @@ TEST_F(TrendPanelTest, It_never_makes_the_window_larger_than_its_choices_need) {
     EXPECT_EQ(panel->minimumSizeHint().height(),
               Find<QComboBox>(window, "cboTrend").sizeHint().height());
     ExpectFitsAtDoubleScale(*panel);
+    ExpectRestsInEverySize(*panel);
 }
 
 TEST_F(TrendPanelTest, Readings_that_ended_are_not_joined_with_later_ones) {

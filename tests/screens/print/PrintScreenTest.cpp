@@ -343,6 +343,7 @@ TEST_F(PrintScreen, Every_control_has_a_name_and_a_mnemonic_of_its_own) {
     EXPECT_EQ(ControlsWithoutName(*form), std::vector<std::string>());
     EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>());
     ExpectFitsAtDoubleScale(*form);
+    ExpectRestsInEverySize(*form);
     EXPECT_EQ(IndicesOf(*form, "optPrintOpt"), (std::vector<int>{0, 1}));
     EXPECT_EQ(IndicesOf(*form, "optRange"), (std::vector<int>{0, 1}));
     EXPECT_EQ(IndicesOf(*form, "txtRange"), (std::vector<int>{0, 1}));

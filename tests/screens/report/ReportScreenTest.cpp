@@ -127,6 +127,7 @@ TEST_F(ReportScreen, Every_control_has_a_name_and_no_mnemonic_is_shared) {
     EXPECT_EQ(ControlsWithoutName(*form), std::vector<std::string>{});
     EXPECT_EQ(SharedMnemonics(*form), std::vector<std::string>{});
     ExpectFitsAtDoubleScale(*form);
+    ExpectRestsInEverySize(*form);
 }
 
 TEST_F(ReportScreen, The_header_box_shows_whole_lines_above_its_scroll_bar) {

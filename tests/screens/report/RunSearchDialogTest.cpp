@@ -171,5 +171,6 @@ TEST_F(RunSearchDialog, Every_way_of_searching_has_names_and_mnemonics_of_its_ow
         EXPECT_EQ(ControlsWithoutName(*dialog), std::vector<std::string>()) << index;
         EXPECT_EQ(SharedMnemonics(*dialog), std::vector<std::string>()) << index;
         ExpectFitsAtDoubleScale(*dialog);
+        ExpectRestsInEverySize(*dialog);
     }
 }

@@ -34,7 +34,7 @@ protected:
 
 TEST_F(VerifyForm, A_file_as_it_was_measured_passes_without_a_list) {
     View(MeasuredRun(1, 50).Text());
-    const frmVerify& verify = Verify();
+    frmVerify& verify = Verify();
     EXPECT_TRUE(Verdict(verify).startsWith("50 records, ")) << Verdict(verify).toStdString();
     EXPECT_TRUE(Verdict(verify).contains(" none diverged, none not to be computed."));
     EXPECT_FALSE(Table(verify).isVisible());
@@ -42,6 +42,7 @@ TEST_F(VerifyForm, A_file_as_it_was_measured_passes_without_a_list) {
     EXPECT_EQ(ControlsWithoutName(verify), std::vector<std::string>{});
     EXPECT_EQ(SharedMnemonics(verify), std::vector<std::string>{});
     ExpectFitsAtDoubleScale(verify);
+    ExpectRestsInEverySize(verify);
 }
 
 TEST_F(VerifyForm, An_edited_value_is_listed_and_a_click_goes_there) {

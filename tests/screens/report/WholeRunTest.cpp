@@ -259,9 +259,11 @@ TEST_F(WholeRunScreen, With_everything_shown_the_form_still_fits_a_small_screen)
     Find<QCheckBox>(*form, "chkStatistics").setChecked(true);
     Settle();
     ExpectFitsAtDoubleScale(*form);
+    ExpectRestsInEverySize(*form);
     Panel().ZoomSpan(4);
     Settle();
     ExpectFitsAtDoubleScale(*form);
+    ExpectRestsInEverySize(*form);
 }
 
 TEST_F(WholeRunScreen, Every_control_has_a_name_and_a_mnemonic_of_its_own) {

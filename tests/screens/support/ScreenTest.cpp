@@ -191,3 +191,38 @@ void ExpectFitsAtDoubleScale(const QWidget& form) {
     EXPECT_LE(least.width(), screen.width()) << form.objectName().toStdString();
     EXPECT_LE(least.height(), screen.height()) << form.objectName().toStdString();
 }
+
+namespace {
+
+/// Lets no more events through than a form needs for a layout.
+class EventLimit : public QObject {
+public:
+    EventLimit() { qApp->installEventFilter(this); }
+
+    void Begin() { events_ = 0; }
+    bool IsPassed() const { return events_ > most; }
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* /*event*/) override { return ++events_ > most; }
+
+private:
+    static constexpr int most = 20000;
+    int events_ = 0;
+};
+
+} // namespace
+
+void ExpectRestsInEverySize(QWidget& form) {
+    constexpr int step = 7; // a scroll bar is twice as wide
+    constexpr int highest = 760;
+    const QSize least = form.minimumSizeHint().expandedTo(form.minimumSize());
+    EventLimit limit;
+    for (const int width : {least.width(), least.width() + 150, 900})
+        for (int height = least.height(); height < highest; height += step) {
+            limit.Begin();
+            form.resize(width, height);
+            QCoreApplication::processEvents();
+            ASSERT_FALSE(limit.IsPassed())
+                << form.objectName().toStdString() << " at " << width << " x " << height;
+        }
+}

@@ -104,3 +104,7 @@ std::vector<std::string> CutTexts(const QWidget& form);
 
 /// Fails where the form cannot be made small enough for a screen of 1024x768 at a scale of 200 %.
 void ExpectFitsAtDoubleScale(const QWidget& form);
+
+/// Fails where the form does not come to rest in some size: a scroll bar that comes and goes calls
+/// for one layout after the other.
+void ExpectRestsInEverySize(QWidget& form);
