@@ -1,5 +1,6 @@
 #include "program/DarkPaletteStyle.h"
 
+#include "program/OutlinedFusion.h"
 #include "screens/controls/Colours.h"
 
 #include <QApplication>
@@ -8,7 +9,10 @@
 #include <QTimer>
 
 DarkPaletteStyle::DarkPaletteStyle(const QString& staysLight) : staysLight_(staysLight) {
-    if (QApplication::style()->name() != staysLight_)
+    const QString style = QApplication::style()->name();
+    if (style == QLatin1String("fusion"))
+        QApplication::setStyle(new OutlinedFusion);
+    if (style != staysLight_)
         return;
     Choose();
     qApp->installEventFilter(this);
@@ -23,7 +27,9 @@ bool DarkPaletteStyle::eventFilter(QObject* watched, QEvent* event) {
 
 void DarkPaletteStyle::Choose() const {
     const bool dark = Colours::IsDark(QApplication::palette());
-    const QString style = dark ? QStringLiteral("fusion") : staysLight_;
-    if (QApplication::style()->name() != style)
-        QApplication::setStyle(style);
+    const bool drawnLight = QApplication::style()->name() == staysLight_;
+    if (dark && drawnLight)
+        QApplication::setStyle(new OutlinedFusion);
+    if (!dark && !drawnLight)
+        QApplication::setStyle(staysLight_);
 }

@@ -12,7 +12,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -34,20 +33,6 @@ protected:
 /// What a screen reader says of a label.
 QString Spoken(QLabel& label) {
     return QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name);
-}
-
-double Luminance(const QColor& colour) {
-    const auto channel = [](double value) {
-        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF()) +
-           0.0722 * channel(colour.blueF());
-}
-
-double Contrast(const QColor& one, const QColor& other) {
-    const double a = Luminance(one);
-    const double b = Luminance(other);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
 /// A dark palette for the life of the object.

@@ -18,6 +18,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 
 ScreenTest::ScreenTest() {
@@ -210,6 +211,14 @@ private:
     int events_ = 0;
 };
 
+double Luminance(const QColor& colour) {
+    const auto channel = [](double value) {
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF()) +
+           0.0722 * channel(colour.blueF());
+}
+
 } // namespace
 
 void ExpectRestsInEverySize(QWidget& form) {
@@ -225,4 +234,10 @@ void ExpectRestsInEverySize(QWidget& form) {
             ASSERT_FALSE(limit.IsPassed())
                 << form.objectName().toStdString() << " at " << width << " x " << height;
         }
+}
+
+double Contrast(const QColor& one, const QColor& other) {
+    const double a = Luminance(one);
+    const double b = Luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }

@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QColor>
 #include <QString>
 #include <QWidget>
 #include <gtest/gtest.h>
@@ -108,3 +109,6 @@ void ExpectFitsAtDoubleScale(const QWidget& form);
 /// Fails where the form does not come to rest in some size: a scroll bar that comes and goes calls
 /// for one layout after the other.
 void ExpectRestsInEverySize(QWidget& form);
+
+/// How well two colours are told apart, from 1 to 21 (WCAG 2.1, contrast ratio).
+double Contrast(const QColor& one, const QColor& other);
