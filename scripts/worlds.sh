@@ -42,7 +42,8 @@ sed 's/"width": *[0-9]*/"width": 2560/; s/"height": *[0-9]*/"height": 2048/' tes
     >"$folder/screen.json"
 world double-scale QT_SCALE_FACTOR=2 "QT_QPA_PLATFORM=offscreen:configfile=$folder/screen.json"
 if [ "$(id -u)" = 0 ]; then # the others have run as one who may do all
-    chmod -R a+rwX build/release/Testing build/release/tour # what the test runner itself writes
+    # What the test runner itself writes.
+    chmod -R a+rwX build/release/Testing build/release/tour "$folder"
     world no-rights setpriv --reuid=nobody --regid=nogroup --clear-groups env HOME=/nonexistent
 fi
 

@@ -36,6 +36,10 @@ private:
 
 class LessMotion : public Bench {
 protected:
+    LessMotion() {
+        environment.remove("QT_SCALE_FACTOR"); // a place is looked up in a picture of the screen
+    }
+
     /// Whether the title was seen red, and whether not, in the pictures of four seconds.
     std::set<bool> TitleSeenRed() const {
         const QRect place = reader.PlaceOf(reader.AwaitName("label", "Data Acquisition"));

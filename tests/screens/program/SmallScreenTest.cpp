@@ -47,7 +47,7 @@ protected:
 
 class LargeScreen : public ManagedScreen {
 protected:
-    LargeScreen() : ManagedScreen({1920, 1200}) {}
+    LargeScreen() : ManagedScreen({1920, 1200}) { environment.remove("QT_SCALE_FACTOR"); }
 };
 
 } // namespace
@@ -63,6 +63,7 @@ TEST_F(SmallScreen, The_foot_of_both_pages_is_seen_with_a_font_of_eleven_points)
 
 TEST_F(SmallScreen, The_foot_of_both_pages_is_seen_at_double_scale) {
     environment.insert("QT_SCALE_FACTOR", "2");
+    screen /= 2; // places are told in points
     ExpectBothPagesOnScreen();
 }
 
