@@ -12,7 +12,7 @@ void OutlinedFusion::drawPrimitive(PrimitiveElement element, const QStyleOption*
     const bool isMark = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
     if (!isMark || button == nullptr || !Colours::IsDark(button->palette))
         return QProxyStyle::drawPrimitive(element, option, painter, widget);
-    // Fusion derives the outline from the window's colour, and nothing else of the mark.
+    // Of a mark Fusion draws the outline alone in a shade of the window's colour.
     QStyleOptionButton outlined = *button;
     outlined.palette.setColor(QPalette::Window, button->palette.color(QPalette::WindowText));
     QProxyStyle::drawPrimitive(element, &outlined, painter, widget);
